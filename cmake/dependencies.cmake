@@ -1,0 +1,9 @@
+# The libraries the programs stand on. Each is found as its own package configuration or pkg-config file
+# gives it; on Debian scripts/packages lists what to install.
+find_package(SQLite3 3.37 REQUIRED)
+find_package(pugixml REQUIRED)
+find_package(CLI11 REQUIRED)
+
+find_package(PkgConfig REQUIRED)
+pkg_check_modules(xlsxwriter REQUIRED IMPORTED_TARGET GLOBAL xlsxwriter)
+add_library(xlsxwriter ALIAS PkgConfig::xlsxwriter)

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+
+// Time, and its parts in the user's time zone.
+namespace platform {
+
+// Seconds since 1970-01-01 00:00 UTC.
+using Seconds = std::int64_t;
+
+struct LocalTime {
+    long long year = 0; // as counted by people: 2026
+    int month = 0;      // 1 to 12
+    int day = 0;        // 1 to 31
+    int hour = 0;       // 0 to 23
+    int minute = 0;
+    int second = 0;
+
+    bool operator==(const LocalTime&) const = default;
+};
+
+[[nodiscard]] Seconds now();
+
+// The parts of a moment in local time; all zero when the moment is beyond what the system can express.
+[[nodiscard]] LocalTime localTime(Seconds moment);
+
+// Milliseconds since some fixed moment; never runs backwards.
+[[nodiscard]] std::int64_t tickCount();
+
+} // namespace platform

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+// The process's surroundings. All paths are internal paths; folders end in "\".
+namespace platform {
+
+// The variable's value; nothing when it is unset. Empty is a value.
+[[nodiscard]] std::optional<std::string> environmentVariable(std::string_view name);
+
+[[nodiscard]] std::string executableFolder();
+
+// Where a user's own data of this program belongs ($XDG_DATA_HOME/spannory\, %LOCALAPPDATA%\Spannory\).
+[[nodiscard]] std::string userDataFolder();
+
+// Where the installed program's read-only files are (beside the executable, or ../share/spannory).
+[[nodiscard]] std::string shareFolder();
+
+[[nodiscard]] std::string temporaryFolder();
+
+// True when new files can be made in the folder.
+[[nodiscard]] bool folderIsWritable(std::string_view path);
+
+// Opens the file in the program associated with its type; false when there is none or it cannot start.
+bool openInAssociatedProgram(std::string_view path);
+
+} // namespace platform
