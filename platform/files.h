@@ -10,14 +10,13 @@
 // disk full, 70 permission denied, 76 path not found, …) and the displayed path in its description.
 namespace platform {
 
-// True when something other than a folder is there (links are followed).
+// True when a regular file is there (links are followed): something that can be overwritten.
 [[nodiscard]] bool fileExists(std::string_view path) noexcept;
 
-// Throws 53 when there is none.
+// Throws 53 when there is none, 75 for what is no regular file (a link, a device).
 void deleteFile(std::string_view path);
 
-// Copies the bytes of one file over another, which is replaced. Throws when the copy is not complete; the
-// target is then removed.
+// Copies the bytes of one file over another, which is replaced once the copy is complete.
 void copyFile(std::string_view from, std::string_view to);
 
 // The whole content. Refuses (75) what is no regular file, and more than `limit` bytes (6).
@@ -49,7 +48,7 @@ private:
     std::string text_;
 };
 
-// A new, empty file, written through a buffer. Without close() what was written so far stays on disk.
+// A file emptied or made anew, written through a buffer. Without close() what was written so far stays.
 class FileSink final : public Sink {
 public:
     explicit FileSink(std::string_view path);

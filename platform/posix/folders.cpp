@@ -1,0 +1,240 @@
+#include "platform/folders.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <system_error>
+
+#include "platform/paths.h"
+#include "platform/posix/descriptor.h"
+#include "platform/posix/mountTable.h"
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t readBufferSize = 64 * 1024;
+
+// Kept well below PATH_MAX, so that a path's last names always fit behind it.
+constexpr std::size_t pathPieceLength = 3000;
+
+// The kernel's record of one entry. glibc has the same as dirent64, but hides the call itself.
+struct KernelEntry {
+    ino64_t inode;
+    off64_t offset;
+    unsigned short length;
+    unsigned char type;
+    char name[1]; // NOLINT: of any length
+};
+
+bool isSelfOrParent(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+EntryFacts factsOf(const struct stat& status) {
+    return {S_ISDIR(status.st_mode), true,           status.st_size, status.st_atim.tv_sec,
+            status.st_mtim.tv_sec,   status.st_uid};
+}
+
+// Reading a folder must not change its time of last access where the system lets us leave it.
+Descriptor openFolder(int start, const char* path, int flags) {
+    flags |= O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
+    Descriptor folder(::openat(start, path, flags | O_NOATIME));
+    if (!folder.isOpen() && errno == EPERM) {
+        folder = Descriptor(::openat(start, path, flags));
+    }
+    return folder;
+}
+
+// Opens folders by paths of any length. A path longer than the system takes is opened in pieces; the
+// descriptors of the pieces are kept for the next path that begins the same.
+class LongPathOpener {
+public:
+    Descriptor open(std::string_view native, int flags) {
+        while (!pieces_.empty() && !startsWithPiece(native, pieces_.back().path)) {
+            pieces_.pop_back();
+        }
+        std::size_t done = pieces_.empty() ? 0 : pieces_.back().path.size() + 1;
+        while (native.size() - done > pathPieceLength) {
+            const std::size_t end = native.rfind('/', done + pathPieceLength);
+            if (end == std::string_view::npos || end <= done) {
+                break;
+            }
+            const std::string piece(native.substr(done, end - done));
+            Descriptor opened(::openat(start(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+            if (!opened.isOpen()) {
+                return opened;
+            }
+            pieces_.push_back({std::string(native.substr(0, end)), std::move(opened)});
+            done = end + 1;
+        }
+        rest_.assign(native.substr(done));
+        return openFolder(start(), rest_.c_str(), flags);
+    }
+
+private:
+    struct Piece {
+        std::string path;
+        Descriptor folder;
+    };
+
+    static bool startsWithPiece(std::string_view path, std::string_view piece) {
+        return path.size() > piece.size() && path[piece.size()] == '/' && path.starts_with(piece);
+    }
+
+    [[nodiscard]] int start() const { return pieces_.empty() ? AT_FDCWD : pieces_.back().folder.get(); }
+
+    std::vector<Piece> pieces_;
+    std::string rest_;
+};
+
+// Calls `take(name, kernel's type)` for each entry of an open folder.
+template <class Take> bool forEachEntry(int folder, char* buffer, Take take) {
+    for (;;) {
+        const long count = ::syscall(SYS_getdents64, folder, buffer, readBufferSize);
+        if (count <= 0) {
+            return count == 0;
+        }
+        for (long position = 0; position < count;) {
+            const char* record = buffer + position;
+            unsigned short length = 0;
+            std::memcpy(&length, record + offsetof(KernelEntry, length), sizeof length);
+            const char* name = record + offsetof(KernelEntry, name);
+            if (!isSelfOrParent(name)) {
+                take(name, static_cast<unsigned char>(record[offsetof(KernelEntry, type)]));
+            }
+            position += length;
+        }
+    }
+}
+
+} // namespace
+
+FolderEntry FolderListing::operator[](std::size_t index) const {
+    const Item& item = items_[index];
+    return {item, std::string_view(names_).substr(item.nameStart, item.nameLength)};
+}
+
+void FolderListing::clear() noexcept {
+    constexpr std::size_t worthKeeping = 1 << 20;
+    if (names_.capacity() > worthKeeping) {
+        std::string().swap(names_);
+        std::vector<Item>().swap(items_);
+    }
+    names_.clear();
+    items_.clear();
+}
+
+struct FolderReader::Implementation {
+    LongPathOpener opener;
+    std::string native;
+    alignas(KernelEntry) std::array<char, readBufferSize> buffer;
+
+    Descriptor open(std::string_view internalFolder, bool followLink) {
+        native = toNative(internalFolder);
+        return opener.open(native, followLink ? 0 : O_NOFOLLOW);
+    }
+};
+
+FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
+FolderReader::~FolderReader() = default;
+
+bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool followLink) {
+    listing.clear();
+    const Descriptor folder = implementation_->open(internalFolder, followLink);
+    return folder.isOpen() &&
+           forEachEntry(folder.get(), implementation_->buffer.data(), [&](const char* name, unsigned char type) {
+               FolderListing::Item item;
+               struct stat status {};
+               if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+                   static_cast<EntryFacts&>(item) = factsOf(status);
+               } else if (errno == ENOENT) {
+                   return; // vanished since the folder was read
+               } else {
+                   item.isFolder = type == DT_DIR;
+               }
+               item.nameStart = listing.names_.size();
+               appendInternalName(listing.names_, name);
+               item.nameLength = listing.names_.size() - item.nameStart;
+               listing.items_.push_back(item);
+           });
+}
+
+bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
+    listing.clear();
+    const Descriptor folder = implementation_->open(internalFolder, true);
+    return folder.isOpen() &&
+           forEachEntry(folder.get(), implementation_->buffer.data(), [&](const char* name, unsigned char type) {
+               FolderListing::Item item;
+               struct stat status {};
+               item.isFolder = type == DT_DIR;
+               if (type == DT_UNKNOWN && ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+                   item.isFolder = S_ISDIR(status.st_mode);
+               }
+               item.nameStart = listing.names_.size();
+               appendInternalName(listing.names_, name);
+               item.nameLength = listing.names_.size() - item.nameStart;
+               listing.items_.push_back(item);
+           });
+}
+
+bool folderExists(std::string_view internalPath) {
+    return folderFacts(internalPath).has_value();
+}
+
+std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
+    // Opened rather than asked for by name, so that a path of any length will do.
+    const Descriptor folder = LongPathOpener().open(toNative(internalFolder), O_PATH);
+    struct stat status {};
+    if (!folder.isOpen() || ::fstat(folder.get(), &status) != 0) {
+        return std::nullopt;
+    }
+    return factsOf(status);
+}
+
+std::string whyUnreadable(std::string_view internalFolder) {
+    const Descriptor folder = LongPathOpener().open(toNative(internalFolder), 0);
+    return folder.isOpen() ? std::string() : std::generic_category().message(errno);
+}
+
+std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder) {
+    std::unordered_set<std::string> result;
+    char* resolved = ::realpath(toNative(internalFolder).c_str(), nullptr);
+    if (resolved == nullptr) {
+        return result;
+    }
+    std::string start(resolved);
+    std::free(resolved); // NOLINT: given by the C library
+    if (start != "/") {
+        start += '/';
+    }
+    for (const Mount& mount : MountTable::read().mounts()) {
+        if (!mount.mountPoint.starts_with(start)) {
+            continue;
+        }
+        std::string path(internalFolder);
+        if (!path.ends_with('\\')) {
+            path += '\\';
+        }
+        for (std::string_view rest = std::string_view(mount.mountPoint).substr(start.size()); !rest.empty();) {
+            const std::size_t end = std::min(rest.find('/'), rest.size());
+            appendInternalName(path, rest.substr(0, end));
+            rest.remove_prefix(end);
+            if (!rest.empty()) {
+                path += '\\';
+                rest.remove_prefix(1);
+            }
+        }
+        result.insert(std::move(path));
+    }
+    return result;
+}
+
+} // namespace platform

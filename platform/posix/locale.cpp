@@ -1,0 +1,90 @@
+#include "platform/locale.h"
+
+#include <langinfo.h>
+#include <locale.h>
+#include <wctype.h>
+
+#include <cstdlib>
+
+#include "platform/text.h"
+
+namespace platform {
+
+namespace {
+
+// The name of the region that numbers follow, by the order in which the C library asks.
+std::string_view numericRegion() {
+    for (const char* variable : {"LC_ALL", "LC_NUMERIC", "LANG"}) {
+        const char* value = std::getenv(variable);
+        if (value != nullptr && *value != '\0') {
+            return value;
+        }
+    }
+    return "C";
+}
+
+NumberSeparators readSeparators() {
+    NumberSeparators separators{",", "."};
+    const std::string_view region = numericRegion();
+    if (region == "C" || region == "POSIX" || region.starts_with("C.")) {
+        return separators;
+    }
+    if (const locale_t locale = ::newlocale(LC_NUMERIC_MASK | LC_CTYPE_MASK, "", nullptr)) {
+        separators.grouping = ::nl_langinfo_l(THOUSEP, locale);
+        separators.decimal = ::nl_langinfo_l(RADIXCHAR, locale);
+        ::freelocale(locale);
+    }
+    return separators;
+}
+
+char32_t lowered(char32_t letter) {
+    static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale == nullptr ? letter : static_cast<char32_t>(::towlower_l(static_cast<wint_t>(letter), locale));
+}
+
+} // namespace
+
+const NumberSeparators& numberSeparators() {
+    static const NumberSeparators separators = readSeparators();
+    return separators;
+}
+
+void appendLowerCase(std::string& result, std::string_view text) {
+    for (std::size_t position = 0; position < text.size();) {
+        const char c = text[position];
+        if (static_cast<unsigned char>(c) < 0x80) {
+            result.push_back(asciiLower(c));
+            ++position;
+            continue;
+        }
+        const std::size_t start = position;
+        const char32_t letter = decodeCodePoint(text, position);
+        if (letter == invalidCodePoint) {
+            result.append(text.substr(start, position - start));
+        } else {
+            appendCodePoint(result, lowered(letter));
+        }
+    }
+}
+
+std::string lowerCase(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    appendLowerCase(result, text);
+    return result;
+}
+
+PlainNumbers::PlainNumbers() : previous_(nullptr) {
+    static const locale_t plain = ::newlocale(LC_NUMERIC_MASK, "C", ::duplocale(LC_GLOBAL_LOCALE));
+    if (plain != nullptr) {
+        previous_ = ::uselocale(plain);
+    }
+}
+
+PlainNumbers::~PlainNumbers() {
+    if (previous_ != nullptr) {
+        ::uselocale(static_cast<locale_t>(previous_));
+    }
+}
+
+} // namespace platform

@@ -1,0 +1,246 @@
+#include "platform/paths.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <climits>
+#include <vector>
+
+#include "platform/environment.h"
+#include "platform/posix/mountTable.h"
+#include "platform/text.h"
+
+namespace platform {
+
+namespace {
+
+// A character that a path cannot hold is moved to U+F000 + its code, a byte that is no text to U+EF00 + the
+// byte. Names that already hold such a character have its bytes moved, so nothing is ever taken for another.
+constexpr char32_t movedCharacters = 0xF000;
+constexpr char32_t movedBytes = 0xEF00;
+
+constexpr bool isMovedByte(char32_t c) {
+    return c >= movedBytes && c <= movedBytes + 0xFF;
+}
+constexpr bool isMovedCharacter(char32_t c) {
+    return c >= movedCharacters && c <= movedCharacters + 0xFF;
+}
+
+constexpr std::array<bool, 256> plainBytes = [] {
+    std::array<bool, 256> plain{};
+    for (std::size_t byte = 0x20; byte < 0x7F; ++byte) {
+        plain[byte] = true;
+    }
+    for (const char special : {'\\', '"', '|', '*', '?', '<', '>'}) {
+        plain[static_cast<unsigned char>(special)] = false;
+    }
+    return plain;
+}();
+
+bool isPlain(std::string_view name) {
+    for (const char c : name) {
+        if (!plainBytes[static_cast<unsigned char>(c)]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+constexpr bool startsUnc(std::string_view path) {
+    return path.starts_with("\\\\");
+}
+
+// The length of the drive part: up to and with the first "\", or the third one behind `\\server\share`.
+std::size_t driveLength(std::string_view path) {
+    std::size_t end = path.find('\\', startsUnc(path) ? 2 : 0);
+    if (startsUnc(path) && end != std::string_view::npos) {
+        const std::size_t shareEnd = path.find('\\', end + 1);
+        end = shareEnd == std::string_view::npos ? path.size() - 1 : shareEnd;
+    }
+    return end == std::string_view::npos ? 0 : end + 1;
+}
+
+// The absolute form of a typed native path, "." and ".." resolved by the text; "/" at the end is kept.
+std::string absoluteNative(std::string_view typed) {
+    std::string text;
+    if (typed.front() == '~' && (typed.size() == 1 || typed[1] == '/')) {
+        text = environmentVariable("HOME").value_or("/");
+        typed.remove_prefix(1);
+    } else if (typed.front() != '/') {
+        std::array<char, PATH_MAX> current{};
+        text = ::getcwd(current.data(), current.size()) != nullptr ? current.data() : "/";
+        text += '/';
+    }
+    text += typed;
+
+    std::vector<std::string_view> names;
+    std::string_view rest = text;
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('/'), rest.size());
+        const std::string_view name = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (name == "..") {
+            if (!names.empty()) {
+                names.pop_back();
+            }
+        } else if (!name.empty() && name != ".") {
+            names.push_back(name);
+        }
+    }
+    std::string result;
+    for (const std::string_view name : names) {
+        result.append("/").append(name);
+    }
+    const bool namesFolder = text.ends_with('/') || text.ends_with("/.") || text.ends_with("/..");
+    return namesFolder || result.empty() ? result + '/' : result;
+}
+
+// The internal path of an absolute native one: the longest mount point it lies under is its drive.
+std::string internalOfNative(const std::string& native, const MountTable& mounts) {
+    const Mount* mount = mounts.volumeOf(native);
+    std::string result = mount != nullptr ? mount->driveRoot() : "/\\";
+    std::string_view rest = native;
+    rest.remove_prefix(mount != nullptr ? mount->mountPoint.size() : 0);
+    while (!rest.empty()) {
+        const std::size_t end = std::min(rest.find('/'), rest.size());
+        appendInternalName(result, rest.substr(0, end));
+        rest.remove_prefix(end);
+        if (!rest.empty()) {
+            rest.remove_prefix(1);
+            if (result.back() != '\\') {
+                result += '\\';
+            }
+        }
+    }
+    return result;
+}
+
+bool isInternal(std::string_view path, const MountTable& mounts) {
+    if (startsUnc(path)) {
+        return true;
+    }
+    const std::size_t end = path.find('\\');
+    if (end == std::string_view::npos || path.front() != '/') {
+        return false;
+    }
+    std::string mountPoint;
+    appendNativeName(mountPoint, path.substr(0, end));
+    return mountPoint == "/" || mounts.hasVolumeAt(mountPoint);
+}
+
+} // namespace
+
+void appendInternalName(std::string& result, std::string_view nativeName) {
+    if (isPlain(nativeName)) {
+        result.append(nativeName);
+        return;
+    }
+    for (std::size_t position = 0; position < nativeName.size();) {
+        const std::size_t start = position;
+        const char32_t c = decodeCodePoint(nativeName, position);
+        const std::string_view bytes = nativeName.substr(start, position - start);
+        const bool illegalText = c == invalidCodePoint || c == 0xFFFE || c == 0xFFFF;
+        if (illegalText || isMovedByte(c) || isMovedCharacter(c)) {
+            for (const char byte : bytes) {
+                appendCodePoint(result, movedBytes + static_cast<unsigned char>(byte));
+            }
+        } else if (c < 0x80 && !plainBytes[c]) {
+            appendCodePoint(result, movedCharacters + c);
+        } else {
+            result.append(bytes);
+        }
+    }
+}
+
+std::string internalName(std::string_view nativeName) {
+    std::string result;
+    appendInternalName(result, nativeName);
+    return result;
+}
+
+void appendNativeName(std::string& result, std::string_view internalName) {
+    for (std::size_t position = 0; position < internalName.size();) {
+        const std::size_t start = position;
+        if (static_cast<unsigned char>(internalName[position]) < 0x80) {
+            result.push_back(internalName[position] == '\\' ? '/' : internalName[position]);
+            ++position;
+            continue;
+        }
+        const char32_t c = decodeCodePoint(internalName, position);
+        if (isMovedByte(c)) {
+            result.push_back(static_cast<char>(c - movedBytes));
+        } else if (isMovedCharacter(c)) {
+            result.push_back(static_cast<char>(c - movedCharacters));
+        } else {
+            result.append(internalName.substr(start, position - start));
+        }
+    }
+}
+
+std::string toInternal(std::string_view typedPath) {
+    if (typedPath.empty()) {
+        return {};
+    }
+    const bool plain = typedPath.find('\\') == std::string_view::npos;
+    const MountTable mounts = MountTable::read();
+    if (!plain && isInternal(typedPath, mounts)) {
+        return std::string(typedPath);
+    }
+    return internalOfNative(absoluteNative(typedPath), mounts);
+}
+
+std::string toNative(std::string_view internalPath) {
+    std::string result;
+    const std::size_t driveEnd = driveLength(internalPath);
+    if (startsUnc(internalPath)) {
+        const MountTable mounts = MountTable::read();
+        const Mount* share = mounts.shareAt(internalPath.substr(0, driveEnd));
+        if (share == nullptr) {
+            return {};
+        }
+        result = share->mountPoint;
+    } else if (driveEnd > 0) {
+        appendNativeName(result, internalPath.substr(0, driveEnd - 1));
+    }
+    std::string_view rest = internalPath.substr(driveEnd);
+    if (rest.ends_with('\\')) {
+        rest.remove_suffix(1);
+    }
+    if (!rest.empty()) {
+        if (driveEnd > 0 && !result.ends_with('/')) {
+            result += '/';
+        }
+        appendNativeName(result, rest);
+    }
+    return result;
+}
+
+void appendDisplayPath(std::string& result, std::string_view internalPath) {
+    const std::size_t driveEnd = startsUnc(internalPath) ? 0 : driveLength(internalPath);
+    std::string_view drive = internalPath.substr(0, driveEnd);
+    std::string_view rest = internalPath.substr(driveEnd);
+    if (drive == "/\\") {
+        drive.remove_suffix(1);
+    }
+    for (const std::string_view part : {drive, rest}) {
+        const std::size_t start = result.size();
+        result.append(part);
+        for (std::size_t i = start; i < result.size(); ++i) {
+            if (result[i] == '\\') {
+                result[i] = '/';
+            }
+        }
+    }
+}
+
+std::string displayPath(std::string_view internalPath) {
+    std::string result;
+    appendDisplayPath(result, internalPath);
+    return result;
+}
+
+bool sameName(std::string_view left, std::string_view right) {
+    return left == right;
+}
+
+} // namespace platform

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+// The terminal that a console program may stand in.
+namespace platform {
+
+enum class Stream { input, output, error };
+
+[[nodiscard]] bool isTerminal(Stream stream);
+
+// Columns of the terminal behind standard output or error; the fallback when there is none.
+[[nodiscard]] std::size_t terminalWidth(Stream stream, std::size_t fallback = 80);
+
+// True when the terminal or locale takes UTF-8.
+[[nodiscard]] bool writesUnicode();
+
+// Writes to standard output or error. False when the bytes could not be taken (a full disk, a closed pipe).
+bool writeTo(Stream stream, std::string_view text);
+
+// The reason of the last failed writeTo; empty when the reader merely went away.
+[[nodiscard]] std::string lastWriteFailure();
+
+// A line from standard input; nothing at its end.
+[[nodiscard]] std::optional<std::string> readLine();
+
+// From here on the first Ctrl-C only sets a flag, the second ends the program; a reader of standard output
+// that goes away does not end it.
+void catchInterruption();
+[[nodiscard]] bool wasInterrupted();
+
+} // namespace platform
