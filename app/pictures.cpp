@@ -75,6 +75,9 @@ public:
         }
     }
 
+    Digits(const Digits&) = delete;
+    Digits& operator=(const Digits&) = delete;
+
     [[nodiscard]] std::string_view whole() const { return {first_, point_}; }
     [[nodiscard]] std::string_view fraction() const { return {point_ == last_ ? last_ : point_ + 1, last_}; }
     [[nodiscard]] bool isZero() const {
@@ -207,12 +210,11 @@ void appendFormattedNumber(std::string& result, double number, std::string_view 
         return;
     }
     const NumberPicture parsed = parsePicture(picture);
-    const double size = std::fabs(number);
     if (std::isinf(number)) {
         result.append(number < 0 ? "-" : "").append(parsed.prefix).append("inf").append(parsed.suffix);
         return;
     }
-    const Digits digits(size, parsed.decimals);
+    const Digits digits(std::fabs(number), parsed.decimals);
     if (number < 0 && !digits.isZero()) {
         result.push_back('-');
     }

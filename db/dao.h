@@ -5,26 +5,28 @@
 #include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
 // The database engine's objects, shaped after DAO, over SQLite. Statements are in the Jet dialect
 // (db/jetTranslator.h). Every failure throws RuntimeError with one of the engine's numbers below.
 
 namespace databaseError {
-inline constexpr int objectClosed = 3420;     // the object was closed, or never opened
-inline constexpr int noCurrentRecord = 3021;  // a value was read at the end of a recordset
-inline constexpr int duplicateKey = 3022;     // a row's key is already there
-inline constexpr int fileMissing = 3024;      // the database file does not exist
-inline constexpr int diskFull = 3026;         // no room for the change
-inline constexpr int readOnly = 3027;         // the database or its folder cannot be written
-inline constexpr int inUse = 3045;            // another program has the file
-inline constexpr int damaged = 3049;          // the file's content is not sound
-inline constexpr int cannotOpen = 3051;       // no permission, or not a file
-inline constexpr int missingValue = 3061;     // a name in the statement is no column
-inline constexpr int syntax = 3075;           // the text is no statement
+inline constexpr int objectClosed = 3420;    // the object was closed, or never opened
+inline constexpr int noCurrentRecord = 3021; // a value was read at the end of a recordset
+inline constexpr int duplicateKey = 3022;    // a row's key is already there
+inline constexpr int fileMissing = 3024;     // the database file does not exist
+inline constexpr int diskFull = 3026;        // no room for the change
+inline constexpr int readOnly = 3027;        // the database or its folder cannot be written
+inline constexpr int inUse = 3045;           // another program has the file
+inline constexpr int damaged = 3049;         // the file's content is not sound
+inline constexpr int cannotOpen = 3051;      // no permission, or not a file
+inline constexpr int missingValue = 3061;    // a name in the statement is no column
+inline constexpr int syntax = 3075;          // the text is no statement
 inline constexpr int noSuchTable = 3078;
 inline constexpr int notADatabase = 3343;
+inline constexpr int unknownTargetField = 3127; // an appended row has a column that the table lacks
 inline constexpr int noSuchField = 3265;
-inline constexpr int engine = 3000;           // anything else the engine reports
+inline constexpr int engine = 3000; // anything else the engine reports
 } // namespace databaseError
 
 // A value that may be absent: NULL, a whole number, a real number or text.
@@ -63,6 +65,7 @@ private:
     Recordset* recordset_;
     std::string name_;
     int index_;
+    mutable std::string digits_; // the text of a number
 };
 
 // The rows of a query, read forward one at a time as the engine finds them; or, opened on a table's name, a
@@ -98,6 +101,9 @@ private:
     friend class Field;
     struct Implementation;
     explicit Recordset(std::unique_ptr<Implementation> implementation);
+    [[nodiscard]] Implementation& open() const;
+    [[nodiscard]] class Statement& current() const; // at the row being read
+    [[nodiscard]] class Statement& fresh() const;   // for the row being appended
 
     std::unique_ptr<Implementation> implementation_;
 };
@@ -123,6 +129,11 @@ public:
     void CommitTrans();
     [[nodiscard]] bool InTransaction() const;
 
+    // Takes the table's indexes away, so that many rows can be appended fast, and returns what
+    // RestoreIndexes makes them of again.
+    [[nodiscard]] std::vector<std::string> TakeIndexes(std::string_view table);
+    void RestoreIndexes(const std::vector<std::string>& definitions);
+
     void Close() noexcept;
     [[nodiscard]] bool IsOpen() const noexcept;
 
@@ -131,6 +142,7 @@ private:
     friend class Recordset;
     struct Implementation;
     explicit Database(std::unique_ptr<Implementation> implementation);
+    [[nodiscard]] Implementation& open() const;
 
     std::unique_ptr<Implementation> implementation_;
 };

@@ -13,6 +13,9 @@ namespace platform {
 // True when a regular file is there (links are followed): something that can be overwritten.
 [[nodiscard]] bool fileExists(std::string_view path) noexcept;
 
+// True when both paths lead to one existing file.
+[[nodiscard]] bool isSameFile(std::string_view left, std::string_view right) noexcept;
+
 // Throws 53 when there is none, 75 for what is no regular file (a link, a device).
 void deleteFile(std::string_view path);
 

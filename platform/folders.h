@@ -57,7 +57,8 @@ public:
     FolderReader& operator=(const FolderReader&) = delete;
 
     // Fills the listing with the folder's entries. False when it cannot be read (no permission, vanished, no
-    // folder); the listing then holds what was read so far. `followLink`: the path may be a link to the folder.
+    // folder); the listing then holds what was read so far. `followLink`: the path may be a link to the
+    // folder.
     bool read(std::string_view internalFolder, FolderListing& listing, bool followLink = false);
 
     // The names alone with their isFolder, which is cheaper.
@@ -70,6 +71,9 @@ private:
 
 // True when the path names a folder, or a link to one.
 [[nodiscard]] bool folderExists(std::string_view internalPath);
+
+// An entry's own facts, links not followed; `known` is false when there is none.
+[[nodiscard]] EntryFacts entryFacts(std::string_view internalPath);
 
 // The folder's own facts, links followed; nothing when there is none.
 [[nodiscard]] std::optional<EntryFacts> folderFacts(std::string_view internalFolder);

@@ -27,9 +27,19 @@ bool writeTo(Stream stream, std::string_view text);
 // A line from standard input; nothing at its end.
 [[nodiscard]] std::optional<std::string> readLine();
 
-// From here on the first Ctrl-C only sets a flag, the second ends the program; a reader of standard output
-// that goes away does not end it.
-void catchInterruption();
+// While one lives, the first Ctrl-C only sets a flag; a second one ends the program.
+class InterruptionWatch {
+public:
+    InterruptionWatch();
+    ~InterruptionWatch();
+    InterruptionWatch(const InterruptionWatch&) = delete;
+    InterruptionWatch& operator=(const InterruptionWatch&) = delete;
+};
+
+// True once Ctrl-C was pressed under a watch.
 [[nodiscard]] bool wasInterrupted();
+
+// From here on a reader of standard output that goes away does not end the program.
+void ignoreBrokenPipes();
 
 } // namespace platform

@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <optional>
 #include <vector>
 
 #include "platform/paths.h"
@@ -26,6 +27,18 @@ std::string nativeOf(std::string_view path) {
         throw systemError(ENOENT, path);
     }
     return native;
+}
+
+// What is at the path, links followed; nothing when it cannot be told.
+std::optional<struct stat> statusOf(std::string_view path) noexcept {
+    try {
+        struct stat status {};
+        if (::stat(nativeOf(path).c_str(), &status) == 0) {
+            return status;
+        }
+    } catch (...) { // a path that names nothing
+    }
+    return std::nullopt;
 }
 
 Descriptor openOrThrow(std::string_view path, const std::string& native, int flags) {
@@ -117,7 +130,8 @@ private:
 };
 
 // Calls `take` with each block of the open file's content.
-template <class Take> void readBlocks(int descriptor, std::string_view path, Take take) {
+template <class Take>
+void readBlocks(int descriptor, std::string_view path, Take take) {
     std::vector<char> buffer(bufferSize);
     for (;;) {
         const ssize_t count = ::read(descriptor, buffer.data(), buffer.size());
@@ -147,12 +161,14 @@ Descriptor openRegularFile(std::string_view path) {
 } // namespace
 
 bool fileExists(std::string_view path) noexcept {
-    try {
-        struct stat status {};
-        return ::stat(nativeOf(path).c_str(), &status) == 0 && S_ISREG(status.st_mode);
-    } catch (...) {
-        return false;
-    }
+    const std::optional<struct stat> status = statusOf(path);
+    return status && S_ISREG(status->st_mode);
+}
+
+bool isSameFile(std::string_view left, std::string_view right) noexcept {
+    const std::optional<struct stat> one = statusOf(left);
+    const std::optional<struct stat> other = statusOf(right);
+    return one && other && one->st_dev == other->st_dev && one->st_ino == other->st_ino;
 }
 
 void deleteFile(std::string_view path) {
@@ -172,8 +188,7 @@ void deleteFile(std::string_view path) {
 void copyFile(std::string_view from, std::string_view to) {
     const Descriptor source = openRegularFile(from);
     Replacement target(to, nativeOf(to));
-    readBlocks(source.get(), from,
-               [&](std::string_view block) { writeAll(target.descriptor(), block, to); });
+    readBlocks(source.get(), from, [&](std::string_view block) { writeAll(target.descriptor(), block, to); });
     target.putInPlace();
 }
 

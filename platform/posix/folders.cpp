@@ -39,7 +39,7 @@ bool isSelfOrParent(const char* name) {
 }
 
 EntryFacts factsOf(const struct stat& status) {
-    return {S_ISDIR(status.st_mode), true,           status.st_size, status.st_atim.tv_sec,
+    return {S_ISDIR(status.st_mode), true,         status.st_size, status.st_atim.tv_sec,
             status.st_mtim.tv_sec,   status.st_uid};
 }
 
@@ -96,7 +96,8 @@ private:
 };
 
 // Calls `take(name, kernel's type)` for each entry of an open folder.
-template <class Take> bool forEachEntry(int folder, char* buffer, Take take) {
+template <class Take>
+bool forEachEntry(int folder, char* buffer, Take take) {
     for (;;) {
         const long count = ::syscall(SYS_getdents64, folder, buffer, readBufferSize);
         if (count <= 0) {
@@ -150,43 +151,52 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
     listing.clear();
     const Descriptor folder = implementation_->open(internalFolder, followLink);
     return folder.isOpen() &&
-           forEachEntry(folder.get(), implementation_->buffer.data(), [&](const char* name, unsigned char type) {
-               FolderListing::Item item;
-               struct stat status {};
-               if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-                   static_cast<EntryFacts&>(item) = factsOf(status);
-               } else if (errno == ENOENT) {
-                   return; // vanished since the folder was read
-               } else {
-                   item.isFolder = type == DT_DIR;
-               }
-               item.nameStart = listing.names_.size();
-               appendInternalName(listing.names_, name);
-               item.nameLength = listing.names_.size() - item.nameStart;
-               listing.items_.push_back(item);
-           });
+           forEachEntry(folder.get(), implementation_->buffer.data(),
+                        [&](const char* name, unsigned char type) {
+                            FolderListing::Item item;
+                            struct stat status {};
+                            if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+                                static_cast<EntryFacts&>(item) = factsOf(status);
+                            } else if (errno == ENOENT) {
+                                return; // vanished since the folder was read
+                            } else {
+                                item.isFolder = type == DT_DIR;
+                            }
+                            item.nameStart = listing.names_.size();
+                            appendInternalName(listing.names_, name);
+                            item.nameLength = listing.names_.size() - item.nameStart;
+                            listing.items_.push_back(item);
+                        });
 }
 
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     listing.clear();
     const Descriptor folder = implementation_->open(internalFolder, true);
     return folder.isOpen() &&
-           forEachEntry(folder.get(), implementation_->buffer.data(), [&](const char* name, unsigned char type) {
-               FolderListing::Item item;
-               struct stat status {};
-               item.isFolder = type == DT_DIR;
-               if (type == DT_UNKNOWN && ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-                   item.isFolder = S_ISDIR(status.st_mode);
-               }
-               item.nameStart = listing.names_.size();
-               appendInternalName(listing.names_, name);
-               item.nameLength = listing.names_.size() - item.nameStart;
-               listing.items_.push_back(item);
-           });
+           forEachEntry(folder.get(), implementation_->buffer.data(),
+                        [&](const char* name, unsigned char type) {
+                            FolderListing::Item item;
+                            struct stat status {};
+                            item.isFolder = type == DT_DIR;
+                            if (type == DT_UNKNOWN &&
+                                ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+                                item.isFolder = S_ISDIR(status.st_mode);
+                            }
+                            item.nameStart = listing.names_.size();
+                            appendInternalName(listing.names_, name);
+                            item.nameLength = listing.names_.size() - item.nameStart;
+                            listing.items_.push_back(item);
+                        });
 }
 
 bool folderExists(std::string_view internalPath) {
     return folderFacts(internalPath).has_value();
+}
+
+EntryFacts entryFacts(std::string_view internalPath) {
+    struct stat status {};
+    const bool known = ::lstat(toNative(internalPath).c_str(), &status) == 0;
+    return known ? factsOf(status) : EntryFacts();
 }
 
 std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
@@ -215,7 +225,8 @@ std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder
     if (start != "/") {
         start += '/';
     }
-    for (const Mount& mount : MountTable::read().mounts()) {
+    const MountTable table = MountTable::read();
+    for (const Mount& mount : table.mounts()) {
         if (!mount.mountPoint.starts_with(start)) {
             continue;
         }
@@ -223,7 +234,8 @@ std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder
         if (!path.ends_with('\\')) {
             path += '\\';
         }
-        for (std::string_view rest = std::string_view(mount.mountPoint).substr(start.size()); !rest.empty();) {
+        for (std::string_view rest = std::string_view(mount.mountPoint).substr(start.size());
+             !rest.empty();) {
             const std::size_t end = std::min(rest.find('/'), rest.size());
             appendInternalName(path, rest.substr(0, end));
             rest.remove_prefix(end);

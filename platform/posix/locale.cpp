@@ -39,7 +39,8 @@ NumberSeparators readSeparators() {
 
 char32_t lowered(char32_t letter) {
     static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    return locale == nullptr ? letter : static_cast<char32_t>(::towlower_l(static_cast<wint_t>(letter), locale));
+    return locale == nullptr ? letter
+                             : static_cast<char32_t>(::towlower_l(static_cast<wint_t>(letter), locale));
 }
 
 } // namespace

@@ -12,10 +12,9 @@ namespace platform {
 namespace {
 
 constexpr std::array<std::string_view, 23> kernelFileSystems{
-    "autofs",    "binfmt_misc", "bpf",        "cgroup",  "cgroup2",    "configfs",
-    "debugfs",   "devpts",      "devtmpfs",   "efivarfs", "fusectl",   "hugetlbfs",
-    "mqueue",    "nfsd",        "nsfs",       "pipefs",  "proc",       "pstore",
-    "rpc_pipefs",  "securityfs", "selinuxfs", "sysfs",    "tracefs"};
+    "autofs",   "binfmt_misc", "bpf",        "cgroup",     "cgroup2",   "configfs", "debugfs", "devpts",
+    "devtmpfs", "efivarfs",    "fusectl",    "hugetlbfs",  "mqueue",    "nfsd",     "nsfs",    "pipefs",
+    "proc",     "pstore",      "rpc_pipefs", "securityfs", "selinuxfs", "sysfs",    "tracefs"};
 
 // The table writes blanks, tabs, line feeds and backslashes in names as \ and three octal digits.
 std::string unescaped(std::string_view field) {
@@ -123,7 +122,8 @@ MountTable MountTable::parse(std::string_view text) {
         if (mount.mountPoint == "/") {
             mount.mountPoint.clear();
         }
-        std::erase_if(table.mounts_, [&](const Mount& lower) { return lower.mountPoint == mount.mountPoint; });
+        std::erase_if(table.mounts_,
+                      [&](const Mount& lower) { return lower.mountPoint == mount.mountPoint; });
         table.mounts_.push_back(std::move(mount));
     }
     return table;

@@ -79,16 +79,23 @@ std::optional<std::string> readLine() {
     return line;
 }
 
-void catchInterruption() {
+InterruptionWatch::InterruptionWatch() {
     struct sigaction action {};
     action.sa_handler = onInterruption;
     action.sa_flags = static_cast<int>(SA_RESETHAND);
     ::sigaction(SIGINT, &action, nullptr);
-    ::signal(SIGPIPE, SIG_IGN);
+}
+
+InterruptionWatch::~InterruptionWatch() {
+    ::signal(SIGINT, SIG_DFL);
 }
 
 bool wasInterrupted() {
     return interrupted != 0;
+}
+
+void ignoreBrokenPipes() {
+    ::signal(SIGPIPE, SIG_IGN);
 }
 
 } // namespace platform

@@ -1,0 +1,122 @@
+#include "app/console/consoleInterface.h"
+
+#include "db/dao.h"
+#include "platform/clock.h"
+#include "platform/terminal.h"
+#include "platform/text.h"
+#include "scan/clsSearch.h"
+
+namespace {
+
+constexpr std::int64_t millisecondsPerRefresh = 100;
+
+// On one line, and without what could command a terminal.
+std::string oneLine(std::string_view text) {
+    std::string result;
+    for (const char c : text) {
+        if (static_cast<unsigned char>(c) >= ' ') {
+            result.push_back(c);
+        } else if (!result.ends_with(' ')) {
+            result.push_back(' ');
+        }
+    }
+    return result;
+}
+
+} // namespace
+
+ConsoleInterface::ConsoleInterface(bool force)
+    : force_(force), showsProgress_(platform::isTerminal(platform::Stream::error)) {}
+
+void ConsoleInterface::message(std::string_view text) {
+    ++messageCount_;
+    clearProgress();
+    const std::string subject = subject_.empty() ? "" : subject_ + ": ";
+    platform::writeTo(platform::Stream::error,
+                      "spannory-scan: " + oneLine(subject + std::string(text)) + "\n");
+}
+
+bool ConsoleInterface::ask(Question question, std::string_view text) {
+    if (question == Question::openLargeReport) {
+        return false; // nothing is ever opened
+    }
+    if (force_) {
+        return true;
+    }
+    if (!platform::isTerminal(platform::Stream::input) || !platform::isTerminal(platform::Stream::error)) {
+        message(std::string(text) + " No: there is no terminal to ask at (--force answers yes)");
+        return false;
+    }
+    clearProgress();
+    platform::writeTo(platform::Stream::error, oneLine(subject_ + ": " + std::string(text)) + " [y/N] ");
+    const std::string answer = platform::readLine().value_or("");
+    return !answer.empty() && platform::asciiLower(answer.front()) == 'y';
+}
+
+void ConsoleInterface::setBusy(bool busy) {
+    if (!busy) {
+        clearProgress();
+    }
+}
+
+void ConsoleInterface::progressStart(std::int64_t maximum) {
+    progressMaximum_ = maximum;
+    progressValue_ = 0;
+}
+
+void ConsoleInterface::progressStep() {
+    ++progressValue_;
+    constexpr std::int64_t stepsPerLook = 4096; // at the clock
+    if (showsProgress_ && progressValue_ % stepsPerLook == 0) {
+        showProgress(subject_ + ": " + std::to_string(progressValue_) + " of " +
+                     std::to_string(progressMaximum_));
+    }
+}
+
+void ConsoleInterface::progressHide() {
+    clearProgress();
+}
+
+void ConsoleInterface::status(StatusPanel panel, std::string_view text) {
+    if (panel == StatusPanel::throughput) {
+        throughput_ = text;
+    } else if (panel == StatusPanel::folder) {
+        folder_ = text;
+    }
+}
+
+void ConsoleInterface::yieldToEvents() {
+    if (search_ == nullptr) {
+        return;
+    }
+    if (platform::wasInterrupted()) {
+        search_->CancelScan = true;
+    }
+    if (showsProgress_) {
+        std::string text;
+        appendNumber(text, search_->filesSeen);
+        showProgress(text + " files, " + (throughput_.empty() ? "0 files/sec" : throughput_) + "  " +
+                     folder_);
+    }
+}
+
+void ConsoleInterface::openFile(std::string_view /*path*/) {}
+
+void ConsoleInterface::showProgress(const std::string& text) {
+    const std::int64_t tick = platform::tickCount();
+    if (progressOnScreen_ && tick - lastShown_ < millisecondsPerRefresh) {
+        return;
+    }
+    lastShown_ = tick;
+    progressOnScreen_ = true;
+    const std::size_t width = platform::terminalWidth(platform::Stream::error);
+    platform::writeTo(platform::Stream::error,
+                      "\r\x1b[K" + std::string(platform::firstCharacters(oneLine(text), width - 1)));
+}
+
+void ConsoleInterface::clearProgress() {
+    if (progressOnScreen_) {
+        platform::writeTo(platform::Stream::error, "\r\x1b[K");
+        progressOnScreen_ = false;
+    }
+}

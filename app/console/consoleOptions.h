@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// What the command line asks for.
+struct ConsoleOptions {
+    std::vector<std::string> paths; // as typed
+    std::string htmlFile;
+    std::string textFile;
+    std::string xmlFile;
+    std::string excelFile;
+    std::string databaseFile;
+    std::string loadFile;
+    std::string applicationFolder;
+    std::optional<bool> owners; // overrides the setting
+    bool summary = false;
+    bool fullSizes = false;
+    bool force = false;
+    bool quiet = false;
+    std::size_t top = 20; // rows per printed table, 0 for all
+};
+
+// Reads the command line. What is to be printed at once (help, version, what is wrong) is printed, and the
+// result is then the exit status: 0, or 2 for wrong usage.
+struct ParsedCommandLine {
+    ConsoleOptions options;
+    std::optional<int> exitStatus;
+};
+[[nodiscard]] ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments);

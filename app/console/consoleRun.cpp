@@ -1,0 +1,228 @@
+#include "app/console/consoleRun.h"
+
+#include <utility>
+
+#include "app/applicationFolder.h"
+#include "app/console/figureTables.h"
+#include "app/console/savedScan.h"
+#include "app/errorLog.h"
+#include "app/modGlobal.h"
+#include "export/clsExport.h"
+#include "export/databaseFile.h"
+#include "export/excelReport.h"
+#include "export/htmlReport.h"
+#include "export/textReport.h"
+#include "export/xmlReport.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
+#include "platform/terminal.h"
+#include "scan/modProcessFiles.h"
+#include "views/folderFigures.h"
+
+namespace {
+
+constexpr int statusDone = 0;
+constexpr int statusFailed = 1;
+constexpr int statusCancelled = 130;
+
+} // namespace
+
+ConsoleRun::ConsoleRun(ConsoleOptions options)
+    : options_(std::move(options)), userInterface_(options_.force) {}
+
+int ConsoleRun::run() {
+    platform::ignoreBrokenPipes();
+    if (!start()) {
+        return statusFailed;
+    }
+    if (options_.loadFile.empty()) {
+        scanPaths();
+        writeReports();
+    } else if (loadSaved()) {
+        showLoaded();
+        writeReports();
+    }
+    if (cancelled_) {
+        return statusCancelled;
+    }
+    return failed_ || outputLost_ ? statusFailed : statusDone;
+}
+
+bool ConsoleRun::start() {
+    try {
+        const std::string folder = findApplicationFolder(options_.applicationFolder);
+        modGlobal::setErrorLogSurroundings(folder, &store_, &userInterface_);
+        settings_.load(store_, folder);
+        if (options_.owners) {
+            settings_.setGetOwnerInfo(*options_.owners);
+        }
+        if (options_.fullSizes) {
+            settings_.setFullFileSizes(true);
+        }
+        const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
+        working_ = modDatabase::prepareDatabase(folder, settings_.databasePath(), userInterface_, keep);
+        return true;
+    } catch (const RuntimeError& error) {
+        modGlobal::logCurrentException("spannory-scan", "start", true);
+        fail({}, error.what());
+        return false;
+    }
+}
+
+void ConsoleRun::scanPaths() {
+    clsSearch search(working_, settings_);
+    userInterface_.watch(search);
+    const platform::InterruptionWatch watch;
+    for (const std::string& typed : options_.paths) {
+        userInterface_.setSubject(typed);
+        const std::string path = modGlobal::addBackslash(platform::toInternal(typed));
+        if (path.empty() || !platform::folderExists(path)) {
+            fail(typed, "Directory not found.");
+            continue;
+        }
+        const std::int64_t messagesBefore = userInterface_.messageCount();
+        const auto result = modProcessFiles::processMain(path, {search, settings_, userInterface_});
+        failed_ = failed_ || !result.stored || userInterface_.messageCount() != messagesBefore;
+        if (result.firstUnreadable == path) {
+            fail(typed, platform::whyUnreadable(path));
+        } else if (result.unreadableFolders > 0) {
+            userInterface_.message(
+                "folders that could not be read: " + std::to_string(result.unreadableFolders) +
+                ", the first of them " + platform::displayPath(result.firstUnreadable));
+        }
+        if (result.stored) {
+            showFolder(path, modProcessFiles::finishedText(result.seconds));
+        }
+        if (result.cancelled) {
+            cancelled_ = true;
+            return;
+        }
+    }
+}
+
+bool ConsoleRun::loadSaved() {
+    try {
+        modExport::loadDatabase(working_, options_.loadFile);
+        return true;
+    } catch (const RuntimeError& error) {
+        modGlobal::logCurrentException("spannory-scan", "load", true);
+        fail({}, error.what());
+        return false;
+    }
+}
+
+void ConsoleRun::showLoaded() {
+    modGlobal::trapped("spannory-scan", "showLoaded", [&] {
+        if (options_.paths.empty()) {
+            for (const std::string& key : modSavedScan::topFolders(*working_.database)) {
+                showFolder(key, {});
+            }
+        }
+        for (const std::string& typed : options_.paths) {
+            const std::string key = modSavedScan::findFolder(*working_.database, typed);
+            if (key.empty()) {
+                fail(typed, "Directory not found in " + options_.loadFile + ".");
+            } else {
+                showFolder(key, {});
+            }
+        }
+    });
+}
+
+void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
+    if (options_.quiet) {
+        return;
+    }
+    modGlobal::trapped("spannory-scan", "showFolder", [&] {
+        Database& database = *working_.database;
+        const std::size_t width = platform::terminalWidth(platform::Stream::output);
+        std::string text = platform::displayPath(key) + "\n\n";
+        text += barChart(modFigures::chartEntries(database, key), options_.top, width) + "\n";
+        text += groupTable("Extension", modFigures::fileTypes(database, key), options_.top) + "\n";
+        text += groupTable("Owner", modFigures::owners(database, key), options_.top) + "\n";
+        text += modFigures::itemsText(database) + "\n";
+        if (!finished.empty()) {
+            text.append(finished).append("\n");
+        }
+        print(text + "\n");
+    });
+}
+
+void ConsoleRun::writeReports() {
+    using modExport::ReportFormat;
+    writeReport(ReportFormat::html, options_.htmlFile);
+    writeReport(ReportFormat::text, options_.textFile);
+    writeReport(ReportFormat::xml, options_.xmlFile);
+    writeReport(ReportFormat::excel, options_.excelFile);
+    if (!options_.databaseFile.empty()) {
+        writeDatabase();
+    }
+}
+
+void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& file) {
+    using modExport::ReportFormat;
+    if (file.empty()) {
+        return;
+    }
+    userInterface_.setSubject(file);
+    if (!modExport::confirmOverwrite(userInterface_, file)) {
+        failed_ = true;
+        return;
+    }
+    clsExport exportOptions;
+    exportOptions.detail = options_.summary || format == ReportFormat::xml ? 2 : 1;
+    const std::string query = modExport::reportQuery(format, exportOptions.detail);
+    const modExport::ReportContext context{*working_.database, userInterface_, settings_, exportOptions};
+    bool written = false;
+    switch (format) {
+    case ReportFormat::html:
+        written = modGlobal::exportHTMLSizeReport(context, query, file);
+        break;
+    case ReportFormat::text:
+        written = modGlobal::exportTextSizeReport(context, query, file, ",", "\"");
+        break;
+    case ReportFormat::xml:
+        written = modGlobal::exportXMLSizeReport(context, query, file);
+        break;
+    case ReportFormat::excel:
+        written = modGlobal::exportXLSSizeReport(context, query, file);
+        break;
+    }
+    failed_ = failed_ || !written;
+}
+
+void ConsoleRun::writeDatabase() {
+    const std::string& file = options_.databaseFile;
+    userInterface_.setSubject(file);
+    if (!modExport::confirmOverwrite(userInterface_, file)) {
+        failed_ = true;
+        return;
+    }
+    if (platform::isSameFile(file, working_.path())) {
+        fail(file, "this is the working database itself");
+        return;
+    }
+    try {
+        if (const auto failure = modExport::copyDatabase(working_, file)) {
+            fail({}, failure->what());
+        }
+    } catch (const RuntimeError& error) {
+        fail({}, error.what());
+    }
+}
+
+void ConsoleRun::print(const std::string& text) {
+    if (!outputLost_ && !platform::writeTo(platform::Stream::output, text)) {
+        const std::string reason = platform::lastWriteFailure();
+        outputLost_ = true;
+        if (!reason.empty()) {
+            fail("standard output", reason);
+        }
+    }
+}
+
+void ConsoleRun::fail(std::string_view subject, std::string_view reason) {
+    failed_ = true;
+    userInterface_.setSubject(subject);
+    userInterface_.message(reason);
+}

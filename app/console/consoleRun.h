@@ -1,0 +1,42 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/clsRegSettings.h"
+#include "app/clsSettings.h"
+#include "app/console/consoleInterface.h"
+#include "app/console/consoleOptions.h"
+#include "db/modDatabase.h"
+#include "export/exportQueries.h"
+
+// One run of the console program, from the options to the exit status.
+class ConsoleRun {
+public:
+    explicit ConsoleRun(ConsoleOptions options);
+
+    // 0 done, 1 something asked for could not be done (each told in a line), 130 cancelled.
+    [[nodiscard]] int run();
+
+private:
+    bool start();
+    void scanPaths();
+    bool loadSaved();
+    void showLoaded();
+    void showFolder(std::string_view key, std::string_view finished);
+    void writeReports();
+    void writeReport(modExport::ReportFormat format, const std::string& file);
+    void writeDatabase();
+    void print(const std::string& text);
+    void fail(std::string_view subject, std::string_view reason);
+
+    ConsoleOptions options_;
+    ConsoleInterface userInterface_;
+    clsRegSettings store_;
+    clsSettings settings_;
+    WorkingDatabase working_;
+    bool failed_ = false;
+    bool cancelled_ = false;
+    bool outputLost_ = false;
+};

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "views/folderFigures.h"
+#include "views/quickSort.h"
+
+// The views of a folder as tables of characters. `top` rows at most, 0 for all; the rows left out are counted
+// in a last line. Control characters in names are replaced, for names may come from a file of anybody's.
+
+// One bar per entry, largest first, within `width` columns.
+[[nodiscard]] std::string barChart(const std::vector<ChartEntry>& entries, std::size_t top,
+                                   std::size_t width);
+
+// Largest first.
+[[nodiscard]] std::string groupTable(const std::string& nameHeader, std::vector<modFigures::FileGroup> groups,
+                                     std::size_t top);

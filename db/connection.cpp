@@ -1,0 +1,310 @@
+#include "db/connection.h"
+
+#include <sqlite3.h>
+
+#include <array>
+#include <utility>
+
+#include "db/jetLike.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace {
+
+// Scratch data: whatever a crash leaves is replaced at the next start.
+constexpr std::array scratchSettings{"pragma journal_mode = off", "pragma synchronous = off",
+                                     "pragma locking_mode = exclusive", "pragma cache_size = -32768"};
+
+constexpr std::array readOnlySettings{"pragma trusted_schema = off", "pragma cell_size_check = on",
+                                      "pragma cache_size = -16384"};
+
+constexpr int longestForeignText = 1 << 20;
+constexpr int waitForOtherProgram = 1000; // milliseconds
+
+struct EngineError {
+    int code;
+    int number;
+    const char* description;
+};
+
+constexpr std::array<EngineError, 12> engineErrors{{
+    {SQLITE_FULL, databaseError::diskFull, "Not enough space on disk"},
+    {SQLITE_READONLY, databaseError::readOnly, "Cannot update; database is read-only"},
+    {SQLITE_BUSY, databaseError::inUse, "Could not use the database; it is already in use"},
+    {SQLITE_LOCKED, databaseError::inUse, "Could not use the database; it is already in use"},
+    {SQLITE_CORRUPT, databaseError::damaged, "The database is damaged"},
+    {SQLITE_NOTADB, databaseError::notADatabase, "Unrecognized database format"},
+    {SQLITE_CANTOPEN, databaseError::cannotOpen, "Cannot open the database"},
+    {SQLITE_PERM, databaseError::cannotOpen, "Cannot open the database"},
+    {SQLITE_AUTH, databaseError::cannotOpen, "Cannot open the database"},
+    {SQLITE_CONSTRAINT, databaseError::duplicateKey, "The key is already in the table"},
+    {SQLITE_IOERR, databaseError::engine, "Disk or network error"},
+    {SQLITE_TOOBIG, databaseError::damaged, "A value in the database is too long"},
+}};
+
+RuntimeError errorOfMessage(std::string_view message) {
+    int number = databaseError::engine;
+    if (message.starts_with("no such table")) {
+        number = databaseError::noSuchTable;
+    } else if (message.starts_with("no such column") ||
+               message.find("has no column") != std::string_view::npos) {
+        number = databaseError::missingValue;
+    } else if (message.find("syntax error") != std::string_view::npos ||
+               message.starts_with("incomplete input")) {
+        number = databaseError::syntax;
+    }
+    return {number, "The statement failed: " + std::string(message)};
+}
+
+std::string_view textOf(sqlite3_value* value) {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value)); // NOLINT
+    return text == nullptr ? std::string_view()
+                           : std::string_view(text, static_cast<std::size_t>(sqlite3_value_bytes(value)));
+}
+
+bool isNull(sqlite3_value* value) {
+    return sqlite3_value_type(value) == SQLITE_NULL;
+}
+
+// Left(text, count): the first characters; NULL stays NULL.
+void leftFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    if (isNull(arguments[0]) || isNull(arguments[1])) {
+        return;
+    }
+    const int count = sqlite3_value_int(arguments[1]);
+    if (count < 0) {
+        sqlite3_result_error(context, "Invalid procedure call: Left with a negative count", -1);
+        return;
+    }
+    const std::string_view result =
+        platform::firstCharacters(textOf(arguments[0]), static_cast<std::size_t>(count));
+    sqlite3_result_text(context, result.data(), static_cast<int>(result.size()), SQLITE_TRANSIENT);
+}
+
+// What SQLite calls for `text like pattern`: the pattern comes first.
+void likeFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
+    if (!isNull(arguments[0]) && !isNull(arguments[1])) {
+        sqlite3_result_int(context, jetLike(textOf(arguments[1]), textOf(arguments[0])) ? 1 : 0);
+    }
+}
+
+} // namespace
+
+Statement::~Statement() {
+    giveBack();
+}
+
+Statement::Statement(Statement&& other) noexcept
+    : connection_(other.connection_), handle_(std::exchange(other.handle_, nullptr)), home_(other.home_) {}
+
+Statement& Statement::operator=(Statement&& other) noexcept {
+    if (this != &other) {
+        giveBack();
+        connection_ = other.connection_;
+        handle_ = std::exchange(other.handle_, nullptr);
+        home_ = other.home_;
+    }
+    return *this;
+}
+
+void Statement::giveBack() noexcept {
+    if (handle_ != nullptr) {
+        sqlite3_reset(handle_);
+        sqlite3_clear_bindings(handle_);
+        home_->push_back(std::exchange(handle_, nullptr));
+    }
+}
+
+void Statement::bindNull(int position) {
+    sqlite3_bind_null(handle_, position);
+}
+
+void Statement::bindInteger(int position, std::int64_t number) {
+    sqlite3_bind_int64(handle_, position, number);
+}
+
+void Statement::bindNumber(int position, double number) {
+    sqlite3_bind_double(handle_, position, number);
+}
+
+void Statement::bindText(int position, std::string_view text) {
+    sqlite3_bind_text(handle_, position, text.data(), static_cast<int>(text.size()), SQLITE_TRANSIENT);
+}
+
+void Statement::bindBorrowedText(int position, std::string_view text) {
+    sqlite3_bind_text(handle_, position, text.data(), static_cast<int>(text.size()), SQLITE_STATIC);
+}
+
+void Statement::bindValue(int position, const Value& value) {
+    if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+        bindInteger(position, *whole);
+    } else if (const auto* real = std::get_if<double>(&value)) {
+        bindNumber(position, *real);
+    } else if (const auto* text = std::get_if<std::string>(&value)) {
+        bindText(position, *text);
+    } else {
+        bindNull(position);
+    }
+}
+
+void Statement::unbindAll() {
+    sqlite3_clear_bindings(handle_);
+}
+
+bool Statement::step() {
+    const int result = sqlite3_step(handle_);
+    if (result != SQLITE_ROW && result != SQLITE_DONE) {
+        const RuntimeError error = connection_->lastError();
+        sqlite3_reset(handle_);
+        throw error;
+    }
+    return result == SQLITE_ROW;
+}
+
+void Statement::reset() {
+    sqlite3_reset(handle_);
+}
+
+void Statement::run() {
+    while (step()) {
+    }
+    reset();
+}
+
+int Statement::columnCount() const {
+    return sqlite3_column_count(handle_);
+}
+
+const char* Statement::columnName(int column) const {
+    return sqlite3_column_name(handle_, column);
+}
+
+bool Statement::isNull(int column) const {
+    return sqlite3_column_type(handle_, column) == SQLITE_NULL;
+}
+
+bool Statement::isReal(int column) const {
+    return sqlite3_column_type(handle_, column) == SQLITE_FLOAT;
+}
+
+std::string_view Statement::text(int column) const {
+    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column)); // NOLINT
+    return text == nullptr
+               ? std::string_view()
+               : std::string_view(text, static_cast<std::size_t>(sqlite3_column_bytes(handle_, column)));
+}
+
+double Statement::number(int column) const {
+    return sqlite3_column_double(handle_, column);
+}
+
+Value Statement::value(int column) const {
+    switch (sqlite3_column_type(handle_, column)) {
+    case SQLITE_NULL:
+        return std::monostate();
+    case SQLITE_INTEGER:
+        return static_cast<std::int64_t>(sqlite3_column_int64(handle_, column));
+    case SQLITE_FLOAT:
+        return number(column);
+    default:
+        return std::string(text(column));
+    }
+}
+
+Connection::Connection(std::string_view path, OpenMode mode) : path_(path) {
+    try {
+        open(mode);
+    } catch (...) {
+        sqlite3_close_v2(handle_);
+        throw;
+    }
+}
+
+void Connection::open(OpenMode mode) {
+    const std::string shown = platform::displayPath(path_);
+    const std::string native = platform::toNative(path_);
+    if (!platform::fileExists(path_)) { // also keeps the engine from waiting at a pipe
+        throw RuntimeError(databaseError::fileMissing, "Could not find file: " + shown);
+    }
+    const bool readOnly = mode == OpenMode::readOnly;
+    const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
+                      (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+    if (sqlite3_open_v2(native.c_str(), &handle_, flags, nullptr) != SQLITE_OK) {
+        throw lastError();
+    }
+    if (readOnly) {
+        sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, longestForeignText);
+        sqlite3_busy_timeout(handle_, waitForOtherProgram);
+        for (const char* setting : readOnlySettings) {
+            run(setting);
+        }
+    } else {
+        if (sqlite3_db_readonly(handle_, "main") == 1) {
+            throw RuntimeError(databaseError::readOnly, "Cannot update; database is read-only: " + shown);
+        }
+        for (const char* setting : scratchSettings) {
+            run(setting);
+        }
+    }
+    addFunctions();
+    run("select 1 from sqlite_master"); // the first look at the file: is it one of ours at all?
+}
+
+void Connection::addFunctions() {
+    const int flags = SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS;
+    sqlite3_create_function_v2(handle_, "jetLeft", 2, flags, nullptr, leftFunction, nullptr, nullptr,
+                               nullptr);
+    sqlite3_create_function_v2(handle_, "like", 2, flags, nullptr, likeFunction, nullptr, nullptr, nullptr);
+}
+
+Connection::~Connection() {
+    for (auto& [text, handles] : idle_) {
+        for (sqlite3_stmt* handle : handles) {
+            sqlite3_finalize(handle);
+        }
+    }
+    sqlite3_close_v2(handle_);
+}
+
+Statement Connection::prepare(const std::string& text) {
+    std::vector<sqlite3_stmt*>& home = idle_[text];
+    sqlite3_stmt* handle = nullptr;
+    if (!home.empty()) {
+        handle = home.back();
+        home.pop_back();
+    } else if (sqlite3_prepare_v3(handle_, text.c_str(), static_cast<int>(text.size()) + 1,
+                                  SQLITE_PREPARE_PERSISTENT, &handle, nullptr) != SQLITE_OK) {
+        const RuntimeError error = lastError();
+        if (home.empty()) {
+            idle_.erase(text);
+        }
+        throw error;
+    }
+    return {*this, handle, home};
+}
+
+void Connection::run(const std::string& text) {
+    if (sqlite3_exec(handle_, text.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+        throw lastError();
+    }
+}
+
+bool Connection::inTransaction() const {
+    return sqlite3_get_autocommit(handle_) == 0;
+}
+
+std::int64_t Connection::changedRows() const {
+    return sqlite3_changes64(handle_);
+}
+
+RuntimeError Connection::lastError() const {
+    const int code = sqlite3_errcode(handle_) & 0xFF;
+    for (const EngineError& known : engineErrors) {
+        if (known.code == code) {
+            return {known.number, std::string(known.description) + ": " + platform::displayPath(path_)};
+        }
+    }
+    return errorOfMessage(sqlite3_errmsg(handle_));
+}

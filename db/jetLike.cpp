@@ -1,0 +1,89 @@
+#include "db/jetLike.h"
+
+#include <cstddef>
+
+#include "platform/text.h"
+
+namespace {
+
+using platform::decodeCodePoint;
+
+// A position in a text or pattern.
+struct Cursor {
+    std::string_view text;
+    std::size_t position = 0;
+
+    [[nodiscard]] bool atEnd() const { return position >= text.size(); }
+    char32_t next() { return decodeCodePoint(text, position); }
+};
+
+// Matches one character against the class whose "[" was read; `pattern` is left behind its "]".
+bool matchesClass(char32_t c, Cursor& pattern) {
+    const bool negated = !pattern.atEnd() && pattern.text[pattern.position] == '!';
+    pattern.position += negated ? 1 : 0;
+    bool found = false;
+    while (pattern.text[pattern.position] != ']') {
+        const char32_t first = pattern.next();
+        char32_t last = first;
+        const bool range = pattern.text[pattern.position] == '-' && pattern.text[pattern.position + 1] != ']';
+        if (range) {
+            ++pattern.position;
+            last = pattern.next();
+        }
+        found = found || (c >= first && c <= last);
+    }
+    ++pattern.position;
+    return found != negated;
+}
+
+// Matches one character against the pattern's next element, which is not "*".
+bool matchesElement(char32_t c, Cursor& pattern) {
+    const char32_t element = pattern.next();
+    switch (element) {
+    case '?':
+        return true;
+    case '#':
+        return c >= '0' && c <= '9';
+    case '[':
+        if (pattern.text.find(']', pattern.position) != std::string_view::npos) {
+            return matchesClass(c, pattern);
+        }
+        break;
+    default:
+        break;
+    }
+    return c == element;
+}
+
+} // namespace
+
+bool jetLike(std::string_view text, std::string_view pattern) {
+    Cursor in{text};
+    Cursor by{pattern};
+    // Where to go on after the last "*" should the attempt fail: it then takes one character more.
+    std::size_t retryPattern = std::string_view::npos;
+    std::size_t retryText = 0;
+    for (;;) {
+        if (!by.atEnd() && by.text[by.position] == '*') {
+            if (++by.position == pattern.size()) {
+                return true;
+            }
+            retryPattern = by.position;
+            retryText = in.position;
+            continue;
+        }
+        if (in.atEnd() && by.atEnd()) {
+            return true;
+        }
+        if (!in.atEnd() && !by.atEnd() && matchesElement(in.next(), by)) {
+            continue;
+        }
+        if (retryPattern == std::string_view::npos || retryText >= text.size()) {
+            return false;
+        }
+        in.position = retryText;
+        in.next();
+        retryText = in.position;
+        by.position = retryPattern;
+    }
+}

@@ -1,0 +1,77 @@
+#include "export/databaseFile.h"
+
+#include <string>
+#include <vector>
+
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace {
+
+// A view or a virtual table of the same name could run anything while it is read.
+void requireTable(Database& source, std::string_view table) {
+    const auto rows = source.OpenRecordset("select type, name, sql from sqlite_master");
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        const std::string_view definition = rows->Fields("sql").text();
+        constexpr std::string_view plainTable = "create table";
+        if (platform::equalIgnoringAsciiCase(rows->Fields("name").text(), table) &&
+            rows->Fields("type").text() == "table" &&
+            platform::equalIgnoringAsciiCase(definition.substr(0, plainTable.size()), plainTable)) {
+            return;
+        }
+    }
+    throw RuntimeError(databaseError::noSuchTable, "The database has no table '" + std::string(table) + "'");
+}
+
+void appendTable(Database& source, const WorkingDatabase& working, const std::string& table) {
+    requireTable(source, table);
+    source.Execute("Insert into " + table + " in '" + working.path() + "' select * from " + table);
+}
+
+void replaceDetails(Database& source, WorkingDatabase& working) {
+    Database& database = *working.database;
+    database.BeginTrans();
+    const std::vector<std::string> indexes = database.TakeIndexes("details");
+    database.Execute("delete * from details");
+    try {
+        appendTable(source, working, "details");
+    } catch (const RuntimeError&) {
+        database.Execute("delete * from details");
+        database.RestoreIndexes(indexes);
+        database.CommitTrans();
+        throw;
+    }
+    database.RestoreIndexes(indexes);
+    database.CommitTrans();
+}
+
+} // namespace
+
+std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, std::string_view path) {
+    std::optional<RuntimeError> failure;
+    const std::string source = working.path();
+    working.close();
+    try {
+        platform::copyFile(source, path);
+    } catch (const RuntimeError& error) {
+        failure = error;
+    }
+    working.reopen();
+    return failure;
+}
+
+void modExport::loadDatabase(WorkingDatabase& working, std::string_view path) {
+    const std::string file = platform::toInternal(path);
+    try {
+        const auto source = DBEngine::OpenDatabase(file, OpenMode::readOnly);
+        requireTable(*source, "details");
+        replaceDetails(*source, working);
+        appendTable(*source, working, "nodes");
+    } catch (const RuntimeError& error) {
+        const std::string shown = platform::displayPath(file);
+        const std::string description = error.what();
+        throw RuntimeError(error.number(), description.find(shown) == std::string::npos
+                                               ? description + ": " + shown
+                                               : description);
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "db/modDatabase.h"
+#include "platform/runtimeError.h"
+
+// A scan kept as a database file of its own, and brought back.
+namespace modExport {
+
+// Copies the working database's file to the path, replacing what is there; the database is closed meanwhile
+// and open again afterwards, whether or not the copy worked. The reason when it did not; throws only when
+// the working database cannot be opened again.
+[[nodiscard]] std::optional<RuntimeError> copyDatabase(WorkingDatabase& working, std::string_view path);
+
+// Replaces the rows of the working database by those of such a file (a path as typed) and appends its saved
+// tree nodes. The file is not trusted: it is only read, and refused unless it holds the table. Throws with
+// the file's displayed path; the working database then keeps its rows if the file was refused, and has none
+// if reading it failed half-way.
+void loadDatabase(WorkingDatabase& working, std::string_view path);
+
+} // namespace modExport

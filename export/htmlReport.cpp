@@ -1,0 +1,101 @@
+#include "export/htmlReport.h"
+
+#include "app/pictures.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace {
+
+using platform::lineEnd;
+
+constexpr std::size_t pathWidth = 55;
+
+void appendHtmlPath(std::string& result, std::string_view text, std::size_t width) {
+    while (width > 0 && text.size() > width) {
+        const std::string_view piece = platform::firstCharacters(text, width);
+        if (piece.size() == text.size()) {
+            break;
+        }
+        result.append(piece).append("<BR>");
+        text.remove_prefix(piece.size());
+    }
+    result.append(text);
+}
+
+std::string pageHead(const std::string& title, bool withOwner) {
+    std::string head;
+    const auto line = [&head](const auto&... pieces) { (head.append(pieces), ...).append(lineEnd); };
+    const auto headerCell = [&line](std::string_view name) {
+        line("    <td><FONT color=midnightblue face=Arial size=2><STRONG>", name, "</STRONG></FONT></td>");
+    };
+    // The second <HEAD> in place of a closing tag is deliberate.
+    line("<HTML><HEAD><TITLE>", title, "</TITLE><HEAD><BODY><P align=center>");
+    line("<TABLE cellSpacing=0 cellPadding=1 align=left border=1 style='BORDER-TOP: 0px; BORDER-LEFT-WIDTH: "
+         "0px; FONT-SIZE: smaller; BORDER-BOTTOM-WIDTH: 0px; WIDTH: 800px; BORDER-RIGHT-WIDTH: 0px' "
+         "borderColor=gainsboro bgColor=whitesmoke background=''>");
+    line("  <TR><TD colspan=", withOwner ? "7" : "6", "><P align=center><FONT face=Arial size=2><br><STRONG>",
+         title, "</STRONG></FONT></P><br></TD></TR>");
+    line("  <TR>");
+    // The trailing non-breaking blanks widen the columns.
+    headerCell("Path");
+    headerCell("Size&nbsp;(Bytes)");
+    headerCell("Size&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;");
+    headerCell("Date&nbsp;Accessed&nbsp;&nbsp;&nbsp;");
+    headerCell("Date&nbsp;Modified&nbsp;&nbsp;&nbsp;");
+    if (withOwner) {
+        headerCell("Owner");
+    }
+    headerCell("Type&nbsp;&nbsp;&nbsp;");
+    line("  </TR>");
+    return head;
+}
+
+} // namespace
+
+bool modGlobal::exportHTMLSizeReport(const modExport::ReportContext& context, std::string_view query,
+                                     std::string_view fileName) {
+    return modExport::exportReport(context, {"exportHTMLSizeReport"}, query, fileName,
+                                   [fileName](modExport::ReportRows& rows) {
+                                       modExport::writeStreamed(fileName, [&rows](platform::Sink& sink) {
+                                           modExport::writeHtmlReport(rows, sink);
+                                       });
+                                   });
+}
+
+std::string modGlobal::htmlPathString(std::string_view text, std::size_t width) {
+    std::string result;
+    appendHtmlPath(result, text, width);
+    return result;
+}
+
+void modExport::writeHtmlReport(ReportRows& rows, platform::Sink& sink) {
+    sink.write(pageHead(rows.title(), rows.withOwner()));
+    std::string path;
+    std::string cells;
+    const auto date = [&cells](std::string_view stored) {
+        cells.append("    <td> ");
+        modFormat::appendReformattedDate(cells, stored, modFormat::reportDatePicture);
+        cells.append(" </td>").append(lineEnd);
+    };
+    for (; !rows.atEnd(); rows.next()) {
+        path.clear();
+        rows.appendPath(path);
+        cells.assign("  <TR>").append(lineEnd).append("    <td>");
+        appendHtmlPath(cells, path, pathWidth);
+        cells.append("</td>").append(lineEnd).append("    <td> ");
+        cells.append(rows.storedSize()).append(" </td>").append(lineEnd).append("    <td>");
+        rows.appendShownSize(cells);
+        cells.append("</td>").append(lineEnd);
+        date(rows.dateAccessed());
+        date(rows.dateModified());
+        if (rows.withOwner()) {
+            cells.append("    <td>").append(rows.owner()).append("&nbsp;</td>").append(lineEnd);
+        }
+        cells.append("    <td>").append(rows.type()).append("</td>").append(lineEnd);
+        cells.append("  </TR>").append(lineEnd);
+        sink.write(cells);
+    }
+    cells.assign("</TABLE>").append(lineEnd).append("</P></BODY></HTML>").append(lineEnd);
+    sink.write(cells);
+}

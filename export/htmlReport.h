@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "export/reportFrame.h"
+
+namespace modGlobal {
+
+// Writes the query's rows as one page with a table, row by row, and opens it. Values are deliberately not
+// escaped. True when the page was written; errors are logged and a partly written file stays.
+bool exportHTMLSizeReport(const modExport::ReportContext& context, std::string_view query,
+                          std::string_view fileName);
+
+// The text in pieces of at most `width` characters joined by "<BR>". A width of 0 leaves it whole.
+[[nodiscard]] std::string htmlPathString(std::string_view text, std::size_t width);
+
+} // namespace modGlobal
+
+namespace modExport {
+
+void writeHtmlReport(ReportRows& rows, platform::Sink& sink);
+
+} // namespace modExport

@@ -1,0 +1,112 @@
+#include "export/reportFrame.h"
+
+#include "app/clsSettings.h"
+#include "app/clsUserInterface.h"
+#include "app/errorLog.h"
+#include "app/pictures.h"
+#include "export/clsExport.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+#include "views/formatSize.h"
+
+namespace modExport {
+
+namespace {
+
+constexpr std::int64_t largeReport = 10000; // more rows than this
+
+void openReport(clsUserInterface& userInterface, std::string_view fileName, bool asks) {
+    if (!asks ||
+        userInterface.ask(Question::openLargeReport,
+                          "The file was saved successfully, but it may take a while to open.  Do you "
+                          "want to open the file?")) {
+        userInterface.openFile(fileName);
+    }
+}
+
+} // namespace
+
+std::string reportTitle(std::int32_t detail, const platform::LocalTime& time) {
+    std::string title(detail == 1 ? "Spannory - Detail Report (" : "Spannory - Summary Report (");
+    modFormat::appendFormattedDate(title, time, modFormat::reportDatePicture);
+    return title.append(") ");
+}
+
+ReportRows::ReportRows(const ReportContext& context, std::string_view query)
+    : context_(context), records_(context.database.OpenRecordset(query)),
+      title_(reportTitle(context.options.detail, platform::localTime(platform::now()))),
+      drive_(records_->Fields("drive")), fullPath_(records_->Fields("fullPath")),
+      size_(records_->Fields("size")), dateAccessed_(records_->Fields("dateAccessed")),
+      dateModified_(records_->Fields("dateModified")), owner_(records_->Fields("owner")),
+      isFolder_(records_->Fields("isFolder")) {
+    count_ = atEnd() ? 0 : records_->RecordCount();
+}
+
+ReportRows::~ReportRows() {
+    if (showsProgress_) {
+        context_.userInterface.progressHide();
+    }
+}
+
+bool ReportRows::withOwner() const {
+    return context_.settings.getOwnerInfo();
+}
+
+void ReportRows::begin() {
+    showsProgress_ = true;
+    context_.userInterface.progressStart(count_);
+}
+
+void ReportRows::next() {
+    context_.userInterface.progressStep();
+    records_->MoveNext();
+}
+
+void ReportRows::appendPath(std::string& result) {
+    path_.assign(drive_.text()).append(fullPath_.text());
+    platform::appendDisplayPath(result, path_);
+}
+
+void ReportRows::appendShownSize(std::string& result) const {
+    if (hasSize()) {
+        modLvw::appendSize(result, size());
+    }
+}
+
+bool exportReport(const ReportContext& context, const ReportCourse& course, std::string_view query,
+                  std::string_view fileName, const std::function<void(ReportRows&)>& write) {
+    return modGlobal::trapped("modGlobal", course.procedure, [&] {
+        clsUserInterface& userInterface = context.userInterface;
+        bool large = false;
+        {
+            const BusyPointer busy(userInterface);
+            ReportRows rows(context, query);
+            if (rows.atEnd()) {
+                userInterface.message("No data to export.");
+                return false;
+            }
+            if (course.accepts != nullptr && !course.accepts(userInterface, rows.count())) {
+                return false;
+            }
+            large = rows.count() > largeReport;
+            rows.begin();
+            write(rows);
+        }
+        openReport(userInterface, fileName, large && course.asksBeforeOpening);
+        return true;
+    });
+}
+
+void writeStreamed(std::string_view fileName, const std::function<void(platform::Sink&)>& write) {
+    try {
+        platform::deleteFile(fileName);
+    } catch (const RuntimeError&) {
+        // None there, or a link or device, which is written to as it stands. What forbids that too is
+        // reported by the opening.
+    }
+    platform::FileSink sink(fileName);
+    write(sink);
+    sink.close();
+}
+
+} // namespace modExport

@@ -1,0 +1,147 @@
+#include "scan/clsSearch.h"
+
+#include "platform/locale.h"
+#include "platform/text.h"
+
+namespace {
+
+constexpr std::size_t longestStoredPath = 255;
+constexpr std::string_view detailsTable = "details";
+
+// Empty texts are stored as NULL.
+void setText(Field& field, std::string_view text) {
+    if (!text.empty()) {
+        field.setText(text);
+    }
+}
+
+// True for what befalls the file rather than the row: no further row would fare better.
+bool endsStoring(const RuntimeError& error) {
+    return error.number() != databaseError::duplicateKey && error.number() != errorNumber::overflow &&
+           error.number() != errorNumber::invalidCall;
+}
+
+} // namespace
+
+void clsSearch::updateDetail(std::string_view path, std::string_view description, double size,
+                             std::string_view dateAccessed, std::string_view dateModified,
+                             std::string_view owner) {
+    appendRow(path, description, size, dateAccessed, dateModified, owner, {});
+}
+
+void clsSearch::appendRow(std::string_view path, std::string_view description, double size,
+                          std::string_view dateAccessed, std::string_view dateModified,
+                          std::string_view owner, std::string_view stamp) {
+    try {
+        DetailsTable& row = *database_.details;
+        file_.setFullPath(path);
+        const bool isFolder = path.ends_with('\\');
+        const std::string_view parent = file_.parentFolder();
+        row.rows->AddNew();
+        setText(row.fullPath, platform::firstCharacters(file_.fullPathNoDrive(), longestStoredPath));
+        setText(row.drive, file_.drive());
+        // A folder's own name and the "\" behind it are what its path has over its parent's.
+        setText(row.folder, isFolder ? parent : file_.folder());
+        setText(row.fileName,
+                isFolder ? std::string_view(file_.fullPath()).substr(parent.size()) : file_.FileName());
+        std::string_view extension = file_.fileExtension();
+        if (!settings_.caseSensitiveExt()) {
+            extension_.clear();
+            platform::appendLowerCase(extension_, extension);
+            extension = extension_;
+        }
+        setText(row.extension, extension);
+        setText(row.description, description);
+        row.size.setNumber(size);
+        setText(row.dateAccessed, dateAccessed);
+        setText(row.dateModified, dateModified);
+        setText(row.owner, owner);
+        setText(row.dateInserted, currentDate_.of(platform::now()));
+        setText(row.parentFolder, parent);
+        row.isFolder.setInteger(isFolder ? 1 : 0);
+        setText(row.scanCompleteTime, stamp);
+        row.rows->Update();
+    } catch (const RuntimeError& error) {
+        if (!storageFailure_ && endsStoring(error)) {
+            storageFailure_ = error;
+        }
+    }
+}
+
+void clsSearch::recordFolder(std::string_view path, double size, std::string_view dateAccessed,
+                             std::string_view dateModified, std::string_view owner) {
+    constexpr std::string_view description = "File Folder";
+    file_.setFullPath(path);
+    const std::size_t length = platform::characterCount(file_.fullPathNoDrive());
+    const std::string stamp(CancelScan ? std::string_view() : currentDate_.of(platform::now()));
+    // The stamp goes to the rows whose stored path is the folder's whole one: never to one that was cut, and
+    // of a path that just fits also to the rows below it, whose paths were cut to the same text.
+    const bool stampsItself = bulkLoad_ && length < longestStoredPath;
+    if (length > 0) {
+        appendRow(path, description, size, dateAccessed, dateModified, owner,
+                  stampsItself ? stamp : std::string_view());
+    }
+    if (stamp.empty() || stampsItself) {
+        return;
+    }
+    if (!bulkLoad_) {
+        stampFolder(path, stamp);
+    } else if (length == longestStoredPath) {
+        lateStamps_.emplace_back(path, stamp);
+    }
+}
+
+std::string clsSearch::locationCondition(std::string_view path) {
+    file_.setFullPath(path);
+    return "fullPath=\"" + std::string(file_.fullPathNoDrive()) + "\" and drive=\"" +
+           std::string(file_.drive()) + "\"";
+}
+
+std::string clsSearch::getLastScanStopTimeByLocationKey(std::string_view path) {
+    if (bulkLoad_) {
+        return {};
+    }
+    const auto rows = database_.database->OpenRecordset("select scanCompleteTime from details where " +
+                                                        locationCondition(path));
+    return rows->EndOfFile() ? std::string() : std::string(rows->Fields(0).text());
+}
+
+void clsSearch::resetScanCompleteTime(std::string_view path) {
+    database_.database->Execute("delete * from details where (" + locationCondition(path) +
+                                ") or parentFolder=\"" + std::string(path) + "\"");
+}
+
+double clsSearch::folderSum(std::string_view path) {
+    const auto rows = database_.database->OpenRecordset(
+        "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=\"" +
+        std::string(path) + "\"));");
+    return rows->EndOfFile() ? 0 : rows->Fields("sumofsize").number();
+}
+
+void clsSearch::stampFolder(std::string_view path, std::string_view stamp) {
+    database_.database->Execute("update details set scanCompleteTime='" + std::string(stamp) + "' where " +
+                                locationCondition(path));
+}
+
+void clsSearch::beginScan() {
+    storageFailure_.reset();
+    lateStamps_.clear();
+    takenIndexes_.clear();
+    filesSeen = 0;
+    Database& database = *database_.database;
+    database.BeginTrans();
+    bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
+    if (bulkLoad_) {
+        takenIndexes_ = database.TakeIndexes(detailsTable);
+    }
+}
+
+void clsSearch::endScan() {
+    Database& database = *database_.database;
+    bulkLoad_ = false;
+    database.RestoreIndexes(takenIndexes_);
+    for (const auto& [folder, stamp] : lateStamps_) {
+        stampFolder(folder, stamp);
+    }
+    database.CommitTrans();
+}

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+#include "platform/clock.h"
+
+// Moments as local-time texts in the stored form, each formatted once as long as it is remembered: the files
+// of a tree share far fewer seconds than there are files.
+class DateTexts {
+public:
+    // Valid until the next call. Empty for a moment beyond the calendar.
+    [[nodiscard]] std::string_view of(platform::Seconds moment);
+
+private:
+    struct Entry {
+        platform::Seconds moment = 0;
+        std::string text;
+        bool filled = false;
+    };
+    static constexpr std::size_t remembered = 1024; // a power of two
+    std::array<Entry, remembered> entries_;
+};

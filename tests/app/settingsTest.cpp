@@ -1,0 +1,136 @@
+#include "app/clsSettings.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <utility>
+#include <vector>
+
+#include "app/clsRegSettings.h"
+#include "app/errorLog.h"
+#include "support/recordingInterface.h"
+#include "support/temporaryFolder.h"
+
+namespace {
+
+class Settings : public testing::Test {
+public:
+    Settings() { modGlobal::setErrorLogSurroundings(folder.internal(), &store, &person); }
+    ~Settings() override { modGlobal::setErrorLogSurroundings({}, nullptr, nullptr); }
+
+protected:
+    clsSettings loaded() {
+        clsSettings settings;
+        settings.load(store, folder.internal());
+        return settings;
+    }
+
+    TemporaryFolder folder;
+    clsRegSettings store;
+    RecordingInterface person;
+};
+
+TEST_F(Settings, iniStore) {
+    ::setenv("SPANNORY_TEST_SET", "value", 1);
+    ::setenv("SPANNORY_TEST_EMPTY", "", 1);
+    store.setINIPath(folder.internal("settings.ini"));
+    EXPECT_EQ(store.GetSetting("s", "*", "SPANNORY_TEST_SET", stpIni), "value") << "the default too";
+    for (const auto& [text, read] : std::initializer_list<std::pair<std::string, std::string>>{
+             {"v", "v"},
+             {"SPANNORY_TEST_SET", "value"},
+             {"SPANNORY_TEST_EMPTY", "SPANNORY_TEST_EMPTY"},
+             {"x SPANNORY_TEST_SET", "x SPANNORY_TEST_SET"}}) {
+        EXPECT_FALSE(store.SaveSetting("s", "*", text, stpIni)) << "deliberately not told";
+        EXPECT_EQ(store.GetSetting("S", "*", "d", stpIni), read);
+    }
+    EXPECT_TRUE(store.DeleteSetting("s", "*", stpIni));
+    EXPECT_EQ(folder.read("settings.ini"), "[s]\r\n");
+    EXPECT_TRUE(store.DeleteSetting("s", "", stpIni));
+    EXPECT_EQ(folder.read("settings.ini"), "");
+}
+
+TEST_F(Settings, registryStoreAndUnknownStores) {
+    EXPECT_FALSE(store.SaveSetting("s", "k", "v", stpRegistry)) << "no INIPath yet";
+    const std::string company = store.Company();
+    store.setCompany(" Other ");
+    EXPECT_EQ(store.Company(), "Other");
+    store.setCompany("  "); // restores the initial name, as an empty AppName does
+    store.setAppName("");
+    store.setINIPath(folder.typed("settings.ini"));
+    ::setenv("SPANNORY_TEST_SET", "value", 1);
+    EXPECT_TRUE(store.SaveSetting("s", "k", "SPANNORY_TEST_SET", stpRegistry));
+    EXPECT_TRUE(store.SaveSetting("", "*", "unnamed", stpRegistry));
+    EXPECT_EQ(store.GetSetting("s", "k", "d", stpRegistry), "SPANNORY_TEST_SET") << "not expanded";
+    EXPECT_EQ(store.GetSetting("", "*", "d", stpRegistry), "unnamed");
+    EXPECT_FALSE(store.DeleteSetting("s", "k", stpRegistry)) << "deletes go to the other root";
+    const std::string user = "[HKEY_CURRENT_USER\\Software\\" + company + "\\Spannory\\s]\n";
+    folder.write("registry.ini", user + "@=1\nk=2\n");
+    EXPECT_TRUE(store.DeleteSetting("s", "*", stpRegistry));
+    EXPECT_EQ(folder.read("registry.ini"), user + "k=2\n");
+    EXPECT_TRUE(store.DeleteSetting("s", "", stpRegistry));
+    EXPECT_EQ(folder.read("registry.ini"), "");
+
+    EXPECT_FALSE(store.SaveSetting("s", "k", "v", 1));
+    EXPECT_TRUE(store.DeleteSetting("s", "k", 1));
+    EXPECT_EQ(store.GetSetting("s", "k", "d", 1), "d");
+}
+
+TEST_F(Settings, defaultsAndRoundTrip) {
+    clsSettings settings = loaded();
+    EXPECT_FALSE(settings.caseSensitiveExt());
+    EXPECT_TRUE(settings.getOwnerInfo());
+    EXPECT_TRUE(settings.getExtensionInfo());
+    EXPECT_FALSE(settings.fullFileSizes());
+    EXPECT_EQ(settings.databasePath(), folder.internal("main.dat"));
+    EXPECT_FALSE(std::filesystem::exists(folder / "settings.ini"));
+    settings.setGetOwnerInfo(false);
+    settings.setLvwTSortOrder(-1);
+    settings.save(store);
+    EXPECT_EQ(folder.read("settings.ini"),
+              "[User_Settings]\r\nDetailListSortColumn=2\r\nDetailListSortOrder=1\r\n"
+              "FileTypeListSortColumn=3\r\nFileTypeListSortOrder=-1\r\n"
+              "UserListSortColumn=2\r\nUserListSortOrder=1\r\n[Application_Settings]\r\ngetOwnerInfo=0\r\n");
+    EXPECT_FALSE(loaded().getOwnerInfo());
+    EXPECT_EQ(loaded().lvwTSortOrder(), -1);
+}
+
+TEST_F(Settings, conversions) {
+    const std::string overflow = "6 Overflow: UserListSortColumn=";
+    const std::string mismatch = "13 Type mismatch: UserListSortColumn=";
+    struct Case {
+        std::string text;
+        bool isTrue; // for fullFileSizes, False by default
+        int number;  // for UserListSortColumn, 2 by default
+        std::size_t errors;
+        std::string firstError;
+    };
+    const std::vector<Case> cases = {
+        {" -1 ", true, -1, 0, ""},         {"+0.5", true, 0, 0, ""},       {"1.5", true, 2, 0, ""},
+        {"0.0", false, 0, 0, ""},          {"1e2", true, 100, 0, ""},      {"-32768.5", true, -32768, 0, ""},
+        {"32767.5", true, 2, 1, overflow}, {"tRuE", true, 2, 1, mismatch}, {"1x", false, 2, 2, mismatch},
+        {"", false, 2, 2, mismatch},       {"inf", false, 2, 2, mismatch}, {"1e999", false, 2, 2, overflow},
+    };
+    for (const auto& c : cases) {
+        folder.write("settings.ini", "[User_Settings]\nUserListSortColumn='" + c.text +
+                                         "'\n[application_settings]\nfullFileSizes='" + c.text + "'\n");
+        const clsSettings settings = loaded();
+        EXPECT_EQ(settings.fullFileSizes(), c.isTrue) << c.text;
+        EXPECT_EQ(settings.lvwUSortColumn(), c.number) << c.text;
+        const auto messages = std::exchange(person.messages, {});
+        ASSERT_EQ(messages.size(), c.errors) << c.text;
+        if (c.errors > 0) {
+            EXPECT_EQ(messages[0], c.firstError + c.text + "\r\n[frmMain.form_load]");
+        }
+    }
+}
+
+TEST_F(Settings, networkIsUsedOnlyForAnExactZero) {
+    store.setINIPath(folder.internal("settings.ini"));
+    EXPECT_FALSE(dontUseNetwork(store));
+    for (const std::string text : {"0", "1", "00", "yes", ""}) {
+        store.SaveSetting("startup", "dontUseNetwork", text, stpIni);
+        EXPECT_EQ(dontUseNetwork(store), text != "0") << text;
+    }
+}
+
+} // namespace

@@ -1,0 +1,256 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <filesystem>
+
+#include "app/errorLog.h"
+#include "export/excelReport.h"
+#include "export/exportQueries.h"
+#include "export/htmlReport.h"
+#include "export/textReport.h"
+#include "export/xmlReport.h"
+#include "support/reportFixture.h"
+
+using modExport::ReportFormat;
+using modExport::reportQuery;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+constexpr std::array allFormats{ReportFormat::html, ReportFormat::text, ReportFormat::xml,
+                                ReportFormat::excel};
+
+class Reports : public testing::Test {
+protected:
+    void addSample() {
+        fixture.add({"usr\\", 5368709120, "03/14/2004 09:05:07 PM", "02/29/2024 12:00:00 AM", "root", true});
+        fixture.add({"usr\\a,\"b<&>.txt", 1536, "never", "", "", false});
+    }
+
+    bool run(ReportFormat format, std::string_view fileName) {
+        const std::string query = reportQuery(format, fixture.options.detail);
+        switch (format) {
+        case ReportFormat::html:
+            return modGlobal::exportHTMLSizeReport(fixture.context(), query, fileName);
+        case ReportFormat::text:
+            return modGlobal::exportTextSizeReport(fixture.context(), query, fileName, ",", "\"");
+        case ReportFormat::xml:
+            return modGlobal::exportXMLSizeReport(fixture.context(), query, fileName);
+        default:
+            return modGlobal::exportXLSSizeReport(fixture.context(), query, fileName);
+        }
+    }
+
+    bool run(ReportFormat format) { return run(format, fixture.folder.internal("report")); }
+
+    void expectAtRest() {
+        EXPECT_EQ(fixture.userInterface.busyDepth, 0);
+        EXPECT_FALSE(fixture.userInterface.progressVisible);
+    }
+
+    ReportFixture fixture;
+};
+
+std::string html(ReportFixture& fixture) {
+    return fixture.written(reportQuery(ReportFormat::html, 1), modExport::writeHtmlReport);
+}
+
+// One part of a workbook, unpacked by the system's tool.
+std::string unpacked(const std::string& workbook, const std::string& part) {
+    std::string content;
+    const std::string command = "unzip -p '" + workbook + "' " + part + " 2>&1";
+    if (std::FILE* pipe = ::popen(command.c_str(), "r")) {
+        for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
+            content.push_back(static_cast<char>(c));
+        }
+        ::pclose(pipe);
+    }
+    return content;
+}
+
+} // namespace
+
+TEST_F(Reports, HtmlPageIsWrittenAsTheTemplateSays) {
+    addSample();
+    const auto page = [this](const char* columns, const char* ownerHead, const char* owner,
+                             const char* noOwner) {
+        const std::string cell = "    <td><FONT color=midnightblue face=Arial size=2><STRONG>";
+        const std::string end = "</STRONG></FONT></td>\n";
+        return "<HTML><HEAD><TITLE>" + fixture.title +
+               "</TITLE><HEAD><BODY><P align=center>\n<TABLE cellSpacing=0 cellPadding=1 align=left border=1 "
+               "style='BORDER-TOP: 0px; BORDER-LEFT-WIDTH: 0px; FONT-SIZE: smaller; BORDER-BOTTOM-WIDTH: "
+               "0px; "
+               "WIDTH: 800px; BORDER-RIGHT-WIDTH: 0px' borderColor=gainsboro bgColor=whitesmoke "
+               "background=''>\n  <TR><TD colspan=" +
+               columns + "><P align=center><FONT face=Arial size=2><br><STRONG>" + fixture.title +
+               "</STRONG></FONT></P><br></TD></TR>\n  <TR>\n" + cell + "Path" + end + cell +
+               "Size&nbsp;(Bytes)" + end + cell + "Size&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;" +
+               end + cell + "Date&nbsp;Accessed&nbsp;&nbsp;&nbsp;" + end + cell +
+               "Date&nbsp;Modified&nbsp;&nbsp;&nbsp;" + end + ownerHead + cell + "Type&nbsp;&nbsp;&nbsp;" +
+               end +
+               "  </TR>\n  <TR>\n    <td>/usr/</td>\n    <td> 5368709120 </td>\n    <td>5.0 Gb</td>\n"
+               "    <td> 03/14/04 09:05 PM </td>\n    <td> 02/29/24 12:00 AM </td>\n" +
+               owner +
+               "    <td>Folder</td>\n  </TR>\n  <TR>\n    <td>/usr/a,\"b<&>.txt</td>\n    <td> 1536 </td>\n"
+               "    <td>1.5 Kb</td>\n    <td> never </td>\n    <td>  </td>\n" +
+               noOwner + "    <td>File</td>\n  </TR>\n</TABLE>\n</P></BODY></HTML>\n";
+    };
+    const std::string plain = html(fixture);
+    EXPECT_EQ(plain, page("6", "", "", ""));
+    fixture.settings.setGetOwnerInfo(true);
+    const std::string withOwner = html(fixture);
+    EXPECT_EQ(withOwner, page("7",
+                              "    <td><FONT color=midnightblue face=Arial "
+                              "size=2><STRONG>Owner</STRONG></FONT></td>\n",
+                              "    <td>root&nbsp;</td>\n", "    <td>&nbsp;</td>\n"));
+}
+
+TEST_F(Reports, PathsAreCutIntoPieces) {
+    using modGlobal::htmlPathString;
+    const auto piece = [](std::size_t length) { return std::string(length, 'x'); };
+    EXPECT_EQ(htmlPathString("", 55), "");
+    EXPECT_EQ(htmlPathString(piece(55), 55), piece(55));
+    EXPECT_EQ(htmlPathString(piece(56), 55), piece(55) + "<BR>x");
+    EXPECT_EQ(htmlPathString(piece(110), 55), piece(55) + "<BR>" + piece(55));
+    EXPECT_EQ(htmlPathString(piece(120), 55), piece(55) + "<BR>" + piece(55) + "<BR>" + piece(10));
+    EXPECT_EQ(htmlPathString("äöüß", 2), "äö<BR>üß");
+    EXPECT_EQ(htmlPathString("äöü", 3), "äöü");
+    fixture.add({piece(60)});
+    EXPECT_THAT(html(fixture), HasSubstr("<td>/" + piece(54) + "<BR>" + piece(6) + "</td>"));
+}
+
+TEST_F(Reports, TextHasSevenUnescapedFieldsWhateverTheSettings) {
+    addSample();
+    EXPECT_EQ(fixture.written(reportQuery(ReportFormat::text, 1),
+                              [](modExport::ReportRows& rows, platform::Sink& sink) {
+                                  modExport::writeTextReport(rows, sink, ";", "'");
+                              }),
+              "'Path';'Size (Bytes)';'Size';'Date Accessed';'Date Modified';'Owner';'Type'\n"
+              "'/usr/';'5368709120';'5.0 Gb';'03/14/04 09:05 PM';'02/29/24 12:00 AM';'root';'Folder'\n"
+              "'/usr/a,\"b<&>.txt';'1536';'1.5 Kb';'never';'';'';'File'\n");
+}
+
+TEST_F(Reports, WorkbookHoldsRealValuesAndSurvivesAnyText) {
+    addSample();
+    fixture.add({"=1+1", 3, "", "",
+                 "a\x01"
+                 "b\xFF_x0041_",
+                 false});
+    fixture.add({"long", 2, "", "", std::string(40000, 'y'), false});
+    ASSERT_TRUE(run(ReportFormat::excel));
+    EXPECT_THAT(fixture.userInterface.opened, ElementsAre(fixture.folder.internal("report")));
+    const std::string sheet = unpacked(fixture.folder.typed("report"), "xl/worksheets/sheet1.xml");
+    if (sheet.find("<worksheet") == std::string::npos) {
+        GTEST_SKIP() << "cannot look into the workbook: " << sheet;
+    }
+    for (const char* part :
+         {"<pane ySplit=\"2\" topLeftCell=\"A3\"", "<t>Size (bytes)</t>", "<c r=\"B3\"><v>5368709120</v></c>",
+          "<c r=\"D3\" s=\"2\"><v>38060.87855324074</v></c>", "<t>5.0 Gb</t>", "<t>Folder</t>",
+          "<t>never</t>", "<t>/usr/a,\"b&lt;&amp;&gt;.txt</t>", "<t>/=1+1</t>",
+          "<t>a\xEF\xBF\xBD"
+          "b\xEF\xBF\xBD_x005F_x0041_</t>"}) {
+        EXPECT_THAT(sheet, HasSubstr(part));
+    }
+    EXPECT_THAT(sheet, HasSubstr("<t>" + std::string(32767, 'y') + "</t>"));
+    EXPECT_THAT(unpacked(fixture.folder.typed("report"), "xl/styles.xml"), HasSubstr("mm/dd/yy hh:mm AM/PM"));
+}
+
+TEST_F(Reports, EmptyResultTouchesNoFile) {
+    for (const ReportFormat format : allFormats) {
+        fixture.folder.write("report", "old");
+        EXPECT_FALSE(run(format));
+        EXPECT_EQ(fixture.folder.read("report"), "old");
+        expectAtRest();
+    }
+    EXPECT_EQ(fixture.userInterface.messages, std::vector<std::string>(4, "No data to export."));
+    EXPECT_THAT(fixture.userInterface.opened, IsEmpty());
+}
+
+TEST_F(Reports, OnlyLargeReportsAskBeforeOpening) {
+    fixture.addMany(10000);
+    for (const ReportFormat format : allFormats) {
+        fixture.folder.write("report", std::string(5'000'000, ' ')); // a longer one is replaced whole
+        EXPECT_TRUE(run(format));
+        EXPECT_LT(fixture.folder.read("report").size(), 5'000'000U);
+        EXPECT_EQ(fixture.userInterface.progressMaximum, 10000);
+        EXPECT_EQ(fixture.userInterface.progressValue, 10000);
+        expectAtRest();
+    }
+    EXPECT_THAT(fixture.userInterface.questions, IsEmpty());
+    EXPECT_EQ(fixture.userInterface.opened.size(), 4U);
+
+    fixture.addMany(1);
+    fixture.userInterface.answer = false;
+    for (const ReportFormat format : {ReportFormat::html, ReportFormat::text, ReportFormat::xml}) {
+        EXPECT_TRUE(run(format));
+        EXPECT_EQ(fixture.userInterface.questions.back().first, Question::openLargeReport);
+    }
+    EXPECT_FALSE(run(ReportFormat::excel)); // not even begun
+    EXPECT_EQ(fixture.userInterface.questions.back().first, Question::largeExcelReport);
+    EXPECT_EQ(fixture.userInterface.opened.size(), 4U);
+    fixture.userInterface.answer = true;
+    EXPECT_TRUE(run(ReportFormat::excel));
+    EXPECT_EQ(fixture.userInterface.questions.size(), 5U);
+    EXPECT_EQ(fixture.userInterface.opened.size(), 5U);
+}
+
+TEST_F(Reports, WorkbookRefusesTooManyRows) {
+    fixture.addMany(65500);
+    EXPECT_TRUE(run(ReportFormat::excel));
+    fixture.addMany(1);
+    EXPECT_FALSE(run(ReportFormat::excel));
+    EXPECT_THAT(fixture.userInterface.messages,
+                ElementsAre("There is too much data to export.  Please choose a different format."));
+    expectAtRest();
+}
+
+TEST_F(Reports, FailuresAreLoggedUnderTheRoutinesName) {
+    addSample();
+    modGlobal::setErrorLogSurroundings(fixture.folder.internal(), nullptr, &fixture.userInterface);
+    struct Case {
+        ReportFormat format;
+        const char* procedure;
+    };
+    for (const auto& [format, procedure] :
+         {Case{ReportFormat::html, "exportHTMLSizeReport"}, Case{ReportFormat::text, "exportTextSizeReport"},
+          Case{ReportFormat::xml, "exportXMLSizeReport"}, Case{ReportFormat::excel, "exportXLSSizeReport"}}) {
+        const std::string place = "\r\n[modGlobal." + std::string(procedure) + "]";
+        EXPECT_FALSE(run(format, fixture.folder.typed("no-folder/report")));
+        EXPECT_THAT(fixture.userInterface.messages.back(),
+                    HasSubstr(" not found: " + fixture.folder.typed("no-folder/report") + place));
+        EXPECT_FALSE(run(format, "/dev/full"));
+        EXPECT_EQ(fixture.userInterface.messages.back(), "61 Disk full: /dev/full" + place);
+        expectAtRest();
+    }
+    EXPECT_FALSE(modGlobal::exportHTMLSizeReport(fixture.context(), "SELECT", fixture.folder.internal("x")));
+    EXPECT_THAT(fixture.userInterface.opened, IsEmpty());
+    modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
+}
+
+TEST_F(Reports, TitlesQueriesAndNames) {
+    const platform::LocalTime evening{2004, 3, 14, 21, 5, 7};
+    EXPECT_EQ(modExport::reportTitle(1, evening), "Spannory - Detail Report (03/14/04 09:05 PM) ");
+    EXPECT_EQ(modExport::reportTitle(2, evening), "Spannory - Summary Report (03/14/04 09:05 PM) ");
+    EXPECT_EQ(
+        reportQuery(ReportFormat::text, 0),
+        "SELECT [drive],[fullpath], size, dateAccessed, dateModified, owner,isfolder From details ORDER "
+        "BY details.size DESC;");
+    EXPECT_EQ(reportQuery(ReportFormat::xml, 2),
+              "SELECT [drive],[fullpath], size, dateAccessed, dateModified, owner,isfolder,parentFolder From "
+              "details  where isFolder=1 ORDER BY parentFolder;");
+    EXPECT_EQ(reportQuery(ReportFormat::excel, 1).substr(0, 27), "SELECT [drive] , [fullpath]");
+    EXPECT_EQ(reportQuery(ReportFormat::excel, 2).substr(0, 26), "SELECT [drive], [fullpath]");
+    EXPECT_EQ(modExport::defaultFileName(ReportFormat::text, evening), "03-14-2004-21-05-07.csv");
+    EXPECT_EQ(modExport::saveDialogFilter(ReportFormat::html),
+              "HTML Files (*.html)|*.html|All Files (*.*)|*.*");
+
+    EXPECT_TRUE(modExport::confirmOverwrite(fixture.userInterface, fixture.folder.typed("new")));
+    EXPECT_THAT(fixture.userInterface.questions, IsEmpty());
+    fixture.userInterface.answer = false;
+    EXPECT_FALSE(modExport::confirmOverwrite(fixture.userInterface, fixture.folder.typed("main.dat")));
+    EXPECT_EQ(fixture.userInterface.questions.back().second, "Overwrite existing file?");
+}

@@ -1,0 +1,140 @@
+#include "export/xmlReport.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <pugixml.hpp>
+#include <random>
+#include <vector>
+
+#include "export/exportQueries.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "support/reportFixture.h"
+
+namespace {
+
+const std::string query = modExport::reportQuery(modExport::ReportFormat::xml, 2);
+
+std::string xml(ReportFixture& fixture) {
+    return fixture.written(query, modExport::writeXmlReport);
+}
+
+std::string lowered(std::string text) {
+    std::transform(text.begin(), text.end(), text.begin(), platform::asciiLower);
+    return text;
+}
+
+// The nesting alone, found by searching the document for every row's parent.
+std::string nestedBySearching(ReportFixture& fixture) {
+    pugi::xml_document document;
+    document.append_child("root");
+    pugi::xml_node parent;
+    std::string previous;
+    const auto rows = fixture.database->OpenRecordset(query);
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        if (previous.empty()) {
+            parent = document.child("root");
+        }
+        const std::string folder(rows->Fields("parentFolder").text());
+        if (folder != previous) {
+            const std::string search = "//path[translate(pathName, 'ABCDEFGHIJKLMNOPQRSTUVWXYZ', "
+                                       "'abcdefghijklmnopqrstuvwxyz') = \"" +
+                                       lowered(platform::displayPath(folder)) + "\"]";
+            parent = document.select_node(search.c_str()).node();
+            parent = parent ? parent : document.child("root");
+        }
+        previous = folder;
+        pugi::xml_node element = parent.append_child("path");
+        const std::string path =
+            std::string(rows->Fields("drive").text()) + std::string(rows->Fields("fullPath").text());
+        element.append_child("pathName").text().set(platform::displayPath(path).c_str());
+        element.append_child("sizeBytes").text().set(std::string(rows->Fields("size").text()).c_str());
+    }
+    std::ostringstream text;
+    document.save(text, "", pugi::format_raw | pugi::format_no_declaration);
+    return text.str();
+}
+
+// What is left of a report when each element keeps its path and size only.
+std::string nestingOf(const std::string& report) {
+    pugi::xml_document document;
+    EXPECT_TRUE(document.load_string(report.c_str()));
+    for (const char* name : {"//size", "//dateAccessed", "//dateModified", "//type"}) {
+        for (const pugi::xpath_node& found : document.select_nodes(name)) {
+            found.node().parent().remove_child(found.node());
+        }
+    }
+    std::ostringstream text;
+    document.save(text, "", pugi::format_raw | pugi::format_no_declaration);
+    return text.str();
+}
+
+} // namespace
+
+TEST(XmlReport, ElementsAndTextsAreThose) {
+    ReportFixture fixture;
+    fixture.options.detail = 2;
+    fixture.settings.setGetOwnerInfo(true);
+    fixture.add({"A\\", 2048, "03/14/2004 09:05:07 PM", "never", "<R&D>\x02\xFF\xEF\xBF\xBE\t", true, "/\\"});
+    fixture.add({"A\\b\\", 1, "", "", "", true, "/\\a\\"});
+    const std::string report = xml(fixture);
+    EXPECT_EQ(report, "<!--" + fixture.title +
+                          "--><root><path><pathName>/A/</pathName><sizeBytes>2048</sizeBytes><size>2.0 "
+                          "Kb</size><dateAccessed>03/14/2004 09:05:07 "
+                          "PM</dateAccessed><dateModified>never</dateModified><dateModified>&lt;R&amp;D"
+                          "&gt;\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\t</dateModified><type>Folder</type>"
+                          "<path><pathName>/A/b/</pathName><sizeBytes>1</sizeBytes><size>1 "
+                          "bytes</size><dateAccessed></dateAccessed><dateModified></dateModified>"
+                          "<dateModified></dateModified><type>Folder</type></path></path></root>");
+    fixture.settings.setGetOwnerInfo(false);
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(xml(fixture).c_str()));
+    EXPECT_EQ(document.select_nodes("/root/path/dateModified").size(), 1U);
+}
+
+TEST(XmlReport, NestsAsASearchThroughTheWholeDocumentWould) {
+    std::mt19937 random(11);
+    const std::array names{"a", "A", "b", "B", "\xC3\x84", "\xC3\xA4"};
+    for (int round = 0; round < 60; ++round) {
+        ReportFixture fixture;
+        std::vector<std::string> paths{"/\\"};
+        for (int i = 0; i < 60; ++i) {
+            const std::string parent = paths[random() % paths.size()];
+            const std::string path = parent + names[random() % names.size()] + "\\";
+            paths.push_back(path);
+            // Some rows name a parent of other case, one that is missing, or none.
+            const std::array parents{parent, parent, parent, lowered(parent), parent + "x\\", std::string()};
+            const std::string named = parents[random() % parents.size()];
+            const std::string stored = i % 20 == 7 ? "q\"\\" : path.substr(2);
+            fixture.add({stored, static_cast<double>(i), "", "", "", true, i % 20 == 8 ? "" : named});
+        }
+        const std::string report = xml(fixture);
+        ASSERT_EQ(nestingOf(report), nestedBySearching(fixture)) << round;
+    }
+}
+
+TEST(XmlReport, AQuoteInAParentsNameFindsNothing) {
+    ReportFixture fixture;
+    fixture.add({"q\"\\", 1, "", "", "", true, "/\\"});
+    fixture.add({"q\"\\r\\", 1, "", "", "", true, "/\\q\"\\"});
+    pugi::xml_document document;
+    ASSERT_TRUE(document.load_string(xml(fixture).c_str()));
+    EXPECT_EQ(document.select_nodes("/root/path").size(), 2U);
+}
+
+TEST(XmlReport, DeepNestingDoesNotExhaustTheStack) {
+    ReportFixture fixture;
+    constexpr int levels = 5000;
+    for (int level = 0; level < levels; ++level) {
+        char name[16];
+        std::snprintf(name, sizeof name, "%05d\\", level);
+        const std::string parent = level == 0 ? "/\\" : "/\\" + std::string(name, 6);
+        std::snprintf(name, sizeof name, "%05d\\", level + 1);
+        fixture.add({name, 1, "", "", "", true, parent});
+    }
+    const std::string report = xml(fixture);
+    EXPECT_THAT(report, testing::EndsWith(std::string("</path></path></path></root>")));
+    EXPECT_EQ(report.find("</path>"), report.rfind("<type>") + std::string("<type>Folder</type>").size());
+}

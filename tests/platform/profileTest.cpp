@@ -1,0 +1,146 @@
+#include "platform/profile.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <functional>
+#include <vector>
+
+#include "platform/registry.h"
+#include "support/temporaryFolder.h"
+
+using namespace std::string_literals;
+
+namespace {
+
+TEST(Profile, readsAsWindowsDoes) {
+    const std::string many(300, 'x');
+    struct Case {
+        std::string name;
+        std::string file;
+        std::string expected;
+    };
+    const std::vector<Case> cases = {
+        {"names ignore case and blanks", " [ A ] rest\r\n\t K \t= two words \r\n", "two words"},
+        {"first section only", "[a]\nj=1\n[b]\nk=2\n[A]\nk=3\n", "?"},
+        {"first key wins", "[a]\nk=1\nK=2\n", "1"},
+        {"a key without =", "[a]\nk\nk=2\n", "?"},
+        {"empty value", "[a]\nk=\n", ""},
+        {"one pair of quotes", "[a]\nk=\"' x '\"\n", "' x '"},
+        {"unmatched quotes stay", "[a]\nk='\n", "'"},
+        {"= in the value", "[a]\nk=b=c;d\n", "b=c;d"},
+        {"unclosed header", "[a]\n[b\nk=1\n", "1"},
+        {"byte order mark", "\xEF\xBB\xBF[a]\nk=ü\n", "ü"},
+        {"UTF-16", "\xFF\xFE[\0a\0]\0\n\0k\0=\0\x3D\xD8\x0A\xDE"s, "😊"},
+        {"broken UTF-16", "\xFF\xFE[\0a\0]\0\n\0k\0=\0\x0A\xDE\x0A\xDE"s, "?"},
+        {"no UTF-8", "[a]\nk=\xFC\n", "ü"},
+        {"cut at 254 characters", "[a]\nk=ü" + many, "ü" + many.substr(0, 253)},
+        {"NULs", "[a]\nk=1\n\0"s, "?"},
+    };
+    const TemporaryFolder folder;
+    for (const auto& c : cases) {
+        folder.write("x.ini", c.file);
+        EXPECT_EQ(platform::readProfileValue("a", " k ", "?", folder.typed("x.ini")), c.expected) << c.name;
+    }
+    EXPECT_EQ(platform::readProfileValue("a", "k", many, "/nowhere/x.ini"), many) << "the default is not cut";
+}
+
+using Edit = std::function<bool(const std::string&)>;
+
+Edit writing(const std::string& section, const std::string& key, const std::string& value) {
+    return [=](const std::string& file) { return platform::writeProfileValue(section, key, value, file); };
+}
+
+TEST(Profile, editsKeepAllOtherBytes) {
+    const Edit write = writing("a", "k", "v");
+    const Edit deleteKey = [](const std::string& file) { return platform::deleteProfileKey("A", "K", file); };
+    const Edit deleteSection = [](const std::string& file) {
+        return platform::deleteProfileSection("A", file);
+    };
+    struct Case {
+        std::string before;
+        Edit edit;
+        std::string after;
+    };
+    const std::vector<Case> cases = {
+        {"", write, "[a]\r\nk=v\r\n"},
+        {"; hi\n[A] x\n K  =  old \nj=1\n", write, "; hi\n[A] x\n K  =  v\nj=1\n"},
+        {"[a]\r\nk='old'", write, "[a]\r\nk=v"},
+        {"[a]\nk \n", write, "[a]\nk=v\n"},
+        {"[a]\nj = 1\n;c\n\n\t\n[b]\nk=2\n", write, "[a]\nj = 1\n;c\nk=v\n\n\t\n[b]\nk=2\n"},
+        {"[a]\r\nj=1", write, "[a]\r\nj=1\r\nk=v\r\n"},
+        {"\xEF\xBB\xBFjunk\n\n[b]\n\xFFq", write, "\xEF\xBB\xBFjunk\n\n[b]\n\xFFq\n[a]\nk=v\n"},
+        {"\xFF\xFE[\0a\0]\0\n\0"s, writing("a", "k", "ü😊"),
+         "\xFF\xFE[\0a\0]\0\n\0k\0=\0\xFC\0\x3D\xD8\x0A\xDE\n\0"s},
+        {"[a]\nk=1\nk=2\n[A]\nk=3\n", deleteKey, "[a]\nk=2\n[A]\nk=3\n"},
+        {"x\n[a]\nk=1\n;c\n\n[b]\n[a]\n", deleteSection, "x\n[b]\n[a]\n"},
+    };
+    const TemporaryFolder folder;
+    for (const auto& c : cases) {
+        folder.write("x.ini", c.before);
+        EXPECT_TRUE(c.edit(folder.typed("x.ini"))) << c.before;
+        EXPECT_EQ(folder.read("x.ini"), c.after) << c.before;
+    }
+}
+
+TEST(Profile, whatCannotBeWrittenIsLost) {
+    struct Case {
+        std::string before;
+        Edit edit;
+    };
+    const std::vector<Case> cases = {
+        {"[a]\nk=1\n\0"s, writing("a", "k", "2")},
+        {"\xFF\xFE[\0a\0]\0\n"s, writing("a", "k", "2")},
+        {"[a]\n" + std::string(10U << 20, '\x9F'), writing("a", "k", "2")},
+        {"[a]\nk=1\n", writing("a", "k", "2\n[b]")},
+        {"[a]\nk=1\n", writing("a", "k=j", "2")},
+    };
+    const TemporaryFolder folder;
+    for (const auto& c : cases) {
+        folder.write("x.ini", c.before);
+        EXPECT_FALSE(c.edit(folder.typed("x.ini"))) << c.before.substr(0, 20);
+        EXPECT_EQ(folder.read("x.ini"), c.before) << c.before.substr(0, 20);
+    }
+    EXPECT_FALSE(writing("a", "k", "2")(folder.typed())) << "a folder";
+    EXPECT_FALSE(writing("a", "k", "2")(folder.typed("missing/x.ini")));
+    EXPECT_TRUE(platform::deleteProfileKey("a", "k", folder.typed("new.ini")));
+    EXPECT_FALSE(std::filesystem::exists(folder / "new.ini"));
+}
+
+TEST(Profile, respectsReadOnly) {
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "the superuser may write everywhere";
+    }
+    const TemporaryFolder folder;
+    const Edit edit = writing("a", "k", "2");
+    namespace fs = std::filesystem;
+    folder.write("x.ini", "[a]\nk=1\n");
+    fs::permissions(folder / "x.ini", fs::perms::owner_read);
+    EXPECT_FALSE(edit(folder.typed("x.ini")));
+    fs::permissions(folder / "x.ini", fs::perms::owner_all);
+    fs::permissions(folder.path(), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_FALSE(edit(folder.typed("x.ini")));
+    EXPECT_EQ(folder.read("x.ini"), "[a]\nk=1\n");
+}
+
+TEST(Registry, standInFileHoldsEveryText) {
+    using enum platform::RegistryRoot;
+    const TemporaryFolder folder;
+    const platform::Registry registry(folder.internal() + "\\");
+    folder.write("registry.ini", "[HKEY_LOCAL_MACHINE\\Software\\X]\nempty=\n");
+    EXPECT_EQ(registry.readText(localMachine, "Software\\X", "empty"), std::nullopt);
+    EXPECT_TRUE(registry.writeText(localMachine, "Software\\X", "", "default"));
+    for (const std::string& text : {R"( "blanks" )"s, "'"s, ""s, std::string(1000, 'x')}) {
+        EXPECT_TRUE(registry.writeText(localMachine, "Software\\X", "name", text));
+        EXPECT_EQ(registry.readText(localMachine, "software\\x", "NAME"), text);
+    }
+    EXPECT_EQ(registry.readText(localMachine, "Software\\X", ""), "default");
+    EXPECT_FALSE(registry.writeText(localMachine, "Software\\X", "name", "a\nb"));
+    EXPECT_FALSE(registry.writeText(localMachine, "Software\\X", "@", "other"));
+    EXPECT_FALSE(registry.deleteValue(localMachine, "Software\\X", "none"));
+    EXPECT_TRUE(registry.deleteValue(localMachine, "Software\\X", ""));
+    EXPECT_EQ(registry.readText(localMachine, "Software\\X", ""), std::nullopt);
+    EXPECT_TRUE(registry.deleteSubkey(localMachine, "Software", "X"));
+}
+
+} // namespace

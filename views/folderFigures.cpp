@@ -1,0 +1,81 @@
+#include "views/folderFigures.h"
+
+#include <utility>
+
+#include "platform/text.h"
+#include "scan/clsFile.h"
+
+namespace {
+
+std::string quoted(std::string_view text) {
+    return '"' + std::string(text) + '"';
+}
+
+std::vector<modFigures::FileGroup> groups(Database& database, const std::string& query,
+                                          std::string_view nameColumn) {
+    std::vector<modFigures::FileGroup> result;
+    const auto rows = database.OpenRecordset(query);
+    const Field& name = rows->Fields(nameColumn);
+    const Field& size = rows->Fields("TotalSize");
+    const Field& count = rows->Fields("totalcount");
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        result.push_back({std::string(name.text()), size.number(), std::string(count.text())});
+    }
+    return result;
+}
+
+} // namespace
+
+std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string_view key) {
+    std::vector<ChartEntry> entries;
+    const auto files = database.OpenRecordset("select sum(details.size) as total from details "
+                                              " where isFolder=0 and parentfolder=" +
+                                              quoted(key));
+    if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
+        entries.push_back({"|Files|", files->Fields("Total").number()});
+    }
+    const auto folders = database.OpenRecordset(
+        "select distinct drive,fullPath,size from details where parentFolder =" + quoted(key) +
+        " and isFolder=1");
+    const Field& drive = folders->Fields("drive");
+    const Field& path = folders->Fields("fullPath");
+    const Field& size = folders->Fields("size");
+    clsFile folder;
+    for (; !folders->EndOfFile(); folders->MoveNext()) {
+        folder.setFullPath(std::string(drive.text()).append(path.text()));
+        entries.push_back({std::string(folder.lastFolder()), size.number()});
+    }
+    if (!entries.empty()) {
+        modQuickSort::quickSortUDT(entries, 0, static_cast<std::ptrdiff_t>(entries.size()) - 1);
+    }
+    return entries;
+}
+
+std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std::string_view key) {
+    return groups(database,
+                  "SELECT details.extension, details.description, Sum(details.size) AS totalSize, "
+                  "Count(details.extension) AS totalCount "
+                  "From details "
+                  "WHERE Left([drive] & [fullPath]," +
+                      std::to_string(platform::characterCount(key)) + ")=" + quoted(key) +
+                      " AND isFolder=0 "
+                      "GROUP BY details.extension, details.description;",
+                  "extension");
+}
+
+std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::string_view key) {
+    return groups(
+        database,
+        "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
+        "From details "
+        "WHERE (details.drive & details.fullPath) Like " +
+            quoted(std::string(key) + "*") +
+            " AND isFolder=0 "
+            "GROUP BY details.owner;",
+        "owner");
+}
+
+std::string modFigures::itemsText(Database& database) {
+    const auto rows = database.OpenRecordset("select count(*) as total from details");
+    return (rows->EndOfFile() ? "0" : std::string(rows->Fields("Total").text())) + " items.";
+}

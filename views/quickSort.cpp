@@ -1,0 +1,64 @@
+#include "views/quickSort.h"
+
+#include <utility>
+
+#include "app/errorLog.h"
+
+namespace modQuickSort {
+
+namespace {
+
+constexpr int subscriptOutOfRange = 9;
+
+// Half of the sum, with halves rounded to even.
+std::size_t middle(std::ptrdiff_t low, std::ptrdiff_t high) {
+    const auto sum = static_cast<std::size_t>(low + high);
+    const std::size_t half = sum / 2;
+    return sum % 2 == 0 ? half : half + half % 2;
+}
+
+void sortRange(std::span<ChartEntry> entries, std::ptrdiff_t low, std::ptrdiff_t high) {
+    const auto at = [entries](std::ptrdiff_t index) -> ChartEntry& {
+        return entries[static_cast<std::size_t>(index)];
+    };
+    while (low < high) {
+        const double pivot = entries[middle(low, high)].size;
+        std::ptrdiff_t left = low;
+        std::ptrdiff_t right = high;
+        while (left <= right) {
+            while (at(left).size < pivot) {
+                ++left;
+            }
+            while (at(right).size > pivot) {
+                --right;
+            }
+            if (left <= right) {
+                std::swap(at(left++), at(right--));
+            }
+        }
+        // Recursing into the smaller side only keeps the stack shallow whatever the order of the entries.
+        if (right - low < high - left) {
+            sortRange(entries, low, right);
+            low = left;
+        } else {
+            sortRange(entries, left, high);
+            high = right;
+        }
+    }
+}
+
+} // namespace
+
+void quickSortUDT(std::span<ChartEntry> entries, std::ptrdiff_t low, std::ptrdiff_t high) {
+    modGlobal::trapped("modQuickSort", "quickSortUDT", [&] {
+        if (low >= high) {
+            return;
+        }
+        if (low < 0 || high >= std::ssize(entries)) {
+            throw RuntimeError(subscriptOutOfRange, "Subscript out of range");
+        }
+        sortRange(entries, low, high);
+    });
+}
+
+} // namespace modQuickSort
