@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
 #include <limits>
+#include <utility>
 
 using platform::LocalTime;
 
@@ -44,41 +46,22 @@ TEST(Pictures, StoredDatesAreReadBackAndNothingElseIs) {
 }
 
 TEST(Pictures, NumbersFollowTheDigits) {
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    struct Case {
-        double number;
-        const char* picture;
-        const char* expected;
+    using limits = std::numeric_limits<double>;
+    const auto expect = [](const char* picture, std::initializer_list<std::pair<double, const char*>> cases) {
+        for (const auto& [number, expected] : cases) {
+            EXPECT_EQ(modFormat::formatNumber(number, picture), expected) << number << ' ' << picture;
+        }
     };
-    for (const Case& c : {
-             Case{0, "#,##0", "0"},
-             Case{0, "###,###,###.0", ".0"},
-             Case{999, "#,##0", "999"},
-             Case{1234567, "#,##0", "1,234,567"},
-             Case{1234567890123, "###,###,###.0", "1,234,567,890,123.0"},
-             Case{1234567, "0", "1234567"},
-             Case{0.5, "0", "1"},
-             Case{2.5, "0", "3"},
-             Case{-2.5, "0", "-3"},
-             Case{-0.04, "0.0", "0.0"},
-             Case{1.005, "0.00", "1.01"},
-             Case{0.149, "0.0", "0.1"},
-             Case{9.96, "0.0", "10.0"},
-             Case{999.95, "#,##0.0", "1,000.0"},
-             Case{0.999, "#.00", "1.00"},
-             Case{1.5, "0.000", "1.500"},
-             Case{1.5, "#,##0.###Mb", "1.5Mb"},
-             Case{2, "#,##0.###Mb", "2Mb"},
-             Case{1.00049, "#,##0.###Mb", "1Mb"},
-             Case{1.5, "0.00Gb", "1.50Gb"},
-             Case{42, "0000000000000000000", "0000000000000000042"},
-             Case{9223372036854775808.0, "0000000000000000000", "9223372036854775808"},
-             Case{5, "0,000", "0,005"},
-             Case{std::numeric_limits<double>::denorm_min(), "0.0", "0.0"},
-             Case{std::numeric_limits<double>::quiet_NaN(), "0.0", ""},
-             Case{-infinity, "0.0", "-inf"},
-         }) {
-        EXPECT_EQ(modFormat::formatNumber(c.number, c.picture), c.expected) << c.number << ' ' << c.picture;
-    }
-    EXPECT_EQ(modFormat::formatNumber(std::numeric_limits<double>::max(), "0").size(), 309U);
+    expect("#,##0", {{0, "0"}, {999, "999"}, {1234567, "1,234,567"}});
+    expect("###,###,###.0", {{0, ".0"}, {1234567890123, "1,234,567,890,123.0"}, {999.95, "1,000.0"}});
+    expect("0", {{1234567, "1234567"}, {0.5, "1"}, {2.5, "3"}, {-2.5, "-3"}});
+    expect("0.0", {{-0.04, "0.0"}, {0.149, "0.1"}, {9.96, "10.0"}, {limits::denorm_min(), "0.0"}});
+    expect("0.0", {{limits::quiet_NaN(), ""}, {-limits::infinity(), "-inf"}});
+    expect("0.00Gb", {{1.5, "1.50Gb"}, {1.005, "1.01Gb"}});
+    expect("#,##0.###Mb", {{1.5, "1.5Mb"}, {2, "2Mb"}, {1.00049, "1Mb"}});
+    expect("#.00", {{0.994, ".99"}, {0.999, "1.00"}});
+    expect("0,000", {{5, "0,005"}});
+    expect("0000000000000000000",
+           {{42, "0000000000000000042"}, {9223372036854775808.0, "9223372036854775808"}});
+    EXPECT_EQ(modFormat::formatNumber(limits::max(), "0").size(), 309U);
 }

@@ -62,13 +62,11 @@ std::string html(ReportFixture& fixture) {
 // One part of a workbook, unpacked by the system's tool.
 std::string unpacked(const std::string& workbook, const std::string& part) {
     std::string content;
-    const std::string command = "unzip -p '" + workbook + "' " + part + " 2>&1";
-    if (std::FILE* pipe = ::popen(command.c_str(), "r")) {
-        for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-            content.push_back(static_cast<char>(c));
-        }
-        ::pclose(pipe);
+    std::FILE* const pipe = ::popen(("unzip -p '" + workbook + "' " + part).c_str(), "r");
+    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
+        content.push_back(static_cast<char>(c));
     }
+    ::pclose(pipe);
     return content;
 }
 
@@ -76,37 +74,57 @@ std::string unpacked(const std::string& workbook, const std::string& part) {
 
 TEST_F(Reports, HtmlPageIsWrittenAsTheTemplateSays) {
     addSample();
-    const auto page = [this](const char* columns, const char* ownerHead, const char* owner,
-                             const char* noOwner) {
-        const std::string cell = "    <td><FONT color=midnightblue face=Arial size=2><STRONG>";
-        const std::string end = "</STRONG></FONT></td>\n";
-        return "<HTML><HEAD><TITLE>" + fixture.title +
-               "</TITLE><HEAD><BODY><P align=center>\n<TABLE cellSpacing=0 cellPadding=1 align=left border=1 "
-               "style='BORDER-TOP: 0px; BORDER-LEFT-WIDTH: 0px; FONT-SIZE: smaller; BORDER-BOTTOM-WIDTH: "
-               "0px; "
-               "WIDTH: 800px; BORDER-RIGHT-WIDTH: 0px' borderColor=gainsboro bgColor=whitesmoke "
-               "background=''>\n  <TR><TD colspan=" +
-               columns + "><P align=center><FONT face=Arial size=2><br><STRONG>" + fixture.title +
-               "</STRONG></FONT></P><br></TD></TR>\n  <TR>\n" + cell + "Path" + end + cell +
-               "Size&nbsp;(Bytes)" + end + cell + "Size&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;" +
-               end + cell + "Date&nbsp;Accessed&nbsp;&nbsp;&nbsp;" + end + cell +
-               "Date&nbsp;Modified&nbsp;&nbsp;&nbsp;" + end + ownerHead + cell + "Type&nbsp;&nbsp;&nbsp;" +
-               end +
-               "  </TR>\n  <TR>\n    <td>/usr/</td>\n    <td> 5368709120 </td>\n    <td>5.0 Gb</td>\n"
-               "    <td> 03/14/04 09:05 PM </td>\n    <td> 02/29/24 12:00 AM </td>\n" +
-               owner +
-               "    <td>Folder</td>\n  </TR>\n  <TR>\n    <td>/usr/a,\"b<&>.txt</td>\n    <td> 1536 </td>\n"
-               "    <td>1.5 Kb</td>\n    <td> never </td>\n    <td>  </td>\n" +
-               noOwner + "    <td>File</td>\n  </TR>\n</TABLE>\n</P></BODY></HTML>\n";
+    // "T" stands for the title.
+    std::string expected = R"(<HTML><HEAD><TITLE>T</TITLE><HEAD><BODY><P align=center>
+<TABLE cellSpacing=0 cellPadding=1 align=left border=1 style='BORDER-TOP: 0px; BORDER-LEFT-WIDTH: 0px; FONT-SIZE: smaller; BORDER-BOTTOM-WIDTH: 0px; WIDTH: 800px; BORDER-RIGHT-WIDTH: 0px' borderColor=gainsboro bgColor=whitesmoke background=''>
+  <TR><TD colspan=7><P align=center><FONT face=Arial size=2><br><STRONG>T</STRONG></FONT></P><br></TD></TR>
+  <TR>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Path</STRONG></FONT></td>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Size&nbsp;(Bytes)</STRONG></FONT></td>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Size&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;</STRONG></FONT></td>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Date&nbsp;Accessed&nbsp;&nbsp;&nbsp;</STRONG></FONT></td>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Date&nbsp;Modified&nbsp;&nbsp;&nbsp;</STRONG></FONT></td>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Owner</STRONG></FONT></td>
+    <td><FONT color=midnightblue face=Arial size=2><STRONG>Type&nbsp;&nbsp;&nbsp;</STRONG></FONT></td>
+  </TR>
+  <TR>
+    <td>/usr/</td>
+    <td> 5368709120 </td>
+    <td>5.0 Gb</td>
+    <td> 03/14/04 09:05 PM </td>
+    <td> 02/29/24 12:00 AM </td>
+    <td>root&nbsp;</td>
+    <td>Folder</td>
+  </TR>
+  <TR>
+    <td>/usr/a,"b<&>.txt</td>
+    <td> 1536 </td>
+    <td>1.5 Kb</td>
+    <td> never </td>
+    <td>  </td>
+    <td>&nbsp;</td>
+    <td>File</td>
+  </TR>
+</TABLE>
+</P></BODY></HTML>
+)";
+    const auto replace = [&expected](std::string_view text, std::string_view by) {
+        const std::size_t at = expected.find(text);
+        ASSERT_NE(at, std::string::npos) << text;
+        expected.replace(at, text.size(), by);
     };
-    const std::string plain = html(fixture);
-    EXPECT_EQ(plain, page("6", "", "", ""));
     fixture.settings.setGetOwnerInfo(true);
     const std::string withOwner = html(fixture);
-    EXPECT_EQ(withOwner, page("7",
-                              "    <td><FONT color=midnightblue face=Arial "
-                              "size=2><STRONG>Owner</STRONG></FONT></td>\n",
-                              "    <td>root&nbsp;</td>\n", "    <td>&nbsp;</td>\n"));
+    replace(">T<", ">" + fixture.title + "<");
+    replace(">T<", ">" + fixture.title + "<");
+    EXPECT_EQ(withOwner, expected);
+
+    fixture.settings.setGetOwnerInfo(false);
+    replace("colspan=7", "colspan=6");
+    replace("    <td><FONT color=midnightblue face=Arial size=2><STRONG>Owner</STRONG></FONT></td>\n", "");
+    replace("    <td>root&nbsp;</td>\n", "");
+    replace("    <td>&nbsp;</td>\n", "");
+    EXPECT_EQ(html(fixture), expected);
 }
 
 TEST_F(Reports, PathsAreCutIntoPieces) {
@@ -136,23 +154,19 @@ TEST_F(Reports, TextHasSevenUnescapedFieldsWhateverTheSettings) {
 
 TEST_F(Reports, WorkbookHoldsRealValuesAndSurvivesAnyText) {
     addSample();
-    fixture.add({"=1+1", 3, "", "",
-                 "a\x01"
-                 "b\xFF_x0041_",
-                 false});
+    fixture.add({"=1+1", 3, "", "", "q\x01r\xFF_x0041_", false});
     fixture.add({"long", 2, "", "", std::string(40000, 'y'), false});
     ASSERT_TRUE(run(ReportFormat::excel));
     EXPECT_THAT(fixture.userInterface.opened, ElementsAre(fixture.folder.internal("report")));
     const std::string sheet = unpacked(fixture.folder.typed("report"), "xl/worksheets/sheet1.xml");
     if (sheet.find("<worksheet") == std::string::npos) {
-        GTEST_SKIP() << "cannot look into the workbook: " << sheet;
+        GTEST_SKIP() << "unzip is missing: the workbook was not looked into";
     }
     for (const char* part :
          {"<pane ySplit=\"2\" topLeftCell=\"A3\"", "<t>Size (bytes)</t>", "<c r=\"B3\"><v>5368709120</v></c>",
           "<c r=\"D3\" s=\"2\"><v>38060.87855324074</v></c>", "<t>5.0 Gb</t>", "<t>Folder</t>",
           "<t>never</t>", "<t>/usr/a,\"b&lt;&amp;&gt;.txt</t>", "<t>/=1+1</t>",
-          "<t>a\xEF\xBF\xBD"
-          "b\xEF\xBF\xBD_x005F_x0041_</t>"}) {
+          "<t>q\xEF\xBF\xBDr\xEF\xBF\xBD_x005F_x0041_</t>"}) {
         EXPECT_THAT(sheet, HasSubstr(part));
     }
     EXPECT_THAT(sheet, HasSubstr("<t>" + std::string(32767, 'y') + "</t>"));
@@ -211,13 +225,10 @@ TEST_F(Reports, WorkbookRefusesTooManyRows) {
 TEST_F(Reports, FailuresAreLoggedUnderTheRoutinesName) {
     addSample();
     modGlobal::setErrorLogSurroundings(fixture.folder.internal(), nullptr, &fixture.userInterface);
-    struct Case {
-        ReportFormat format;
-        const char* procedure;
-    };
-    for (const auto& [format, procedure] :
-         {Case{ReportFormat::html, "exportHTMLSizeReport"}, Case{ReportFormat::text, "exportTextSizeReport"},
-          Case{ReportFormat::xml, "exportXMLSizeReport"}, Case{ReportFormat::excel, "exportXLSSizeReport"}}) {
+    constexpr std::array procedures{"exportHTMLSizeReport", "exportTextSizeReport", "exportXMLSizeReport",
+                                    "exportXLSSizeReport"};
+    for (const ReportFormat format : allFormats) {
+        const char* procedure = procedures[static_cast<std::size_t>(format)];
         const std::string place = "\r\n[modGlobal." + std::string(procedure) + "]";
         EXPECT_FALSE(run(format, fixture.folder.typed("no-folder/report")));
         EXPECT_THAT(fixture.userInterface.messages.back(),

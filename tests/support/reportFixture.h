@@ -36,17 +36,17 @@ public:
 
     void add(const ReportRow& row) {
         details_->AddNew();
-        const auto put = [this](const char* field, std::string_view text) {
+        const std::pair<const char*, std::string_view> texts[]{{"drive", "/\\"},
+                                                               {"fullPath", row.path},
+                                                               {"dateAccessed", row.accessed},
+                                                               {"dateModified", row.modified},
+                                                               {"owner", row.owner},
+                                                               {"parentFolder", row.parentFolder}};
+        for (const auto& [field, text] : texts) {
             if (!text.empty()) {
                 details_->Fields(field).setText(text);
             }
-        };
-        put("drive", "/\\");
-        put("fullPath", row.path);
-        put("dateAccessed", row.accessed);
-        put("dateModified", row.modified);
-        put("owner", row.owner);
-        put("parentFolder", row.parentFolder);
+        }
         details_->Fields("size").setNumber(row.size);
         details_->Fields("isFolder").setInteger(row.isFolder ? 1 : 0);
         details_->Update();

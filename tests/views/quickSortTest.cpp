@@ -3,21 +3,17 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <numeric>
 #include <random>
 #include <vector>
 
 namespace {
 
-std::vector<ChartEntry> entriesOf(const std::vector<double>& sizes) {
+void expectSorted(std::vector<double> sizes) {
     std::vector<ChartEntry> entries;
     for (const double size : sizes) {
         entries.push_back({std::to_string(size), size});
     }
-    return entries;
-}
-
-void expectSorted(std::vector<double> sizes) {
-    std::vector<ChartEntry> entries = entriesOf(sizes);
     modQuickSort::quickSortUDT(entries, 0, std::ssize(entries) - 1);
     std::sort(sizes.begin(), sizes.end());
     ASSERT_EQ(entries.size(), sizes.size());
@@ -52,9 +48,7 @@ TEST(QuickSort, ManyEntriesDoNotExhaustTheStack) {
     // Each pivot is the smallest entry left, so that every step takes off a single one.
     std::vector<double> worst(20000);
     std::vector<std::size_t> places(worst.size());
-    for (std::size_t i = 0; i < places.size(); ++i) {
-        places[i] = i;
-    }
+    std::iota(places.begin(), places.end(), 0U);
     for (std::size_t low = 0; low < worst.size(); ++low) {
         const std::size_t sum = low + worst.size() - 1;
         const std::size_t middle = sum / 2 + (sum % 2) * (sum / 2 % 2);
@@ -65,13 +59,11 @@ TEST(QuickSort, ManyEntriesDoNotExhaustTheStack) {
 }
 
 TEST(QuickSort, SortsWithinItsBoundsOnly) {
-    std::vector<ChartEntry> entries = entriesOf({5, 4, 3, 2, 1});
+    std::vector<ChartEntry> entries{{"", 5}, {"", 4}, {"", 3}, {"", 2}, {"", 1}};
     modQuickSort::quickSortUDT(entries, 1, 3);
     modQuickSort::quickSortUDT(entries, 0, 5);
     modQuickSort::quickSortUDT(entries, -1, 4);
-    std::vector<double> sizes;
-    for (const ChartEntry& entry : entries) {
-        sizes.push_back(entry.size);
+    for (std::size_t i = 0; const double size : {5, 2, 3, 4, 1}) {
+        EXPECT_EQ(entries[i++].size, size);
     }
-    EXPECT_EQ(sizes, (std::vector<double>{5, 2, 3, 4, 1}));
 }

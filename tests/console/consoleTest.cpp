@@ -1,0 +1,208 @@
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <cstdlib>
+
+#include "support/temporaryFolder.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Outcome {
+    int status = 0;
+    std::string output;
+    std::string errors;
+};
+
+// Runs the real program as a shell user would.
+class Console : public testing::Test {
+protected:
+    Console() {
+        for (const char* file : {"tree/a/one.TXT", "tree/a/two.txt", "tree/b/c/three"}) {
+            folder.write(file, std::string(2048, 'x'));
+        }
+        folder.write("tree/direct.txt", "12345");
+    }
+
+    // Arguments are shell words; %T is the tree, %F the folder round it.
+    Outcome run(std::string arguments, const std::string& prefix = "") {
+        for (const auto& [mark, path] :
+             {std::pair("%T", folder.typed("tree")), std::pair("%F", folder.typed())}) {
+            for (std::size_t at = 0; (at = arguments.find(mark)) != std::string::npos;) {
+                arguments.replace(at, 2, path);
+            }
+        }
+        const std::string command = prefix + " " SPANNORY_SCAN " --app-folder '" + folder.typed("app") +
+                                    "' " + arguments + " >'" + folder.typed("out") + "' 2>'" +
+                                    folder.typed("err") + "' </dev/null";
+        const int status = std::system(command.c_str());
+        return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), folder.read("out"),
+                folder.read("err")};
+    }
+
+    static bool holds(const std::string& text, const std::string& part) {
+        return text.find(part) != std::string::npos;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(Console, printsTheFiguresOfEachPath) {
+    const Outcome outcome = run("%T %T/b", "LC_ALL=C TZ=UTC");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    const std::string out = outcome.output;
+    const std::size_t a = out.find("  a  ");
+    const std::size_t b = out.find("  b  ");
+    const std::size_t files = out.find("  |Files|  ");
+    EXPECT_TRUE(a < b && b < files && files != std::string::npos) << out;
+    EXPECT_TRUE(holds(out, "4.0 Kb\n")) << out;
+    EXPECT_TRUE(holds(out, "  txt                 4.0 Kb           3\n")) << out;
+    EXPECT_TRUE(holds(out, "  (no extension)      2.0 Kb           1\n")) << out;
+    EXPECT_TRUE(holds(out, "\n8 items.\nFinished in ")) << out;
+    EXPECT_TRUE(holds(out, folder.typed("tree/b") + "/\n")) << "the second path";
+    EXPECT_TRUE(holds(run("--top 1 %T").output, "  (2 more)\n"));
+    EXPECT_EQ(run("--quiet %T").output, "");
+}
+
+TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
+    folder.write("garbage.dat", "this is no database");
+    folder.write("exists.html", "precious");
+    ::mkfifo(folder.typed("pipe").c_str(), 0600);
+    struct Case {
+        const char* arguments;
+        int status;
+        const char* error; // part of its line; null for none
+    };
+    const Case cases[] = {
+        {"", 2, "PATH"},
+        {"--nonsense %T", 2, "nonsense"},
+        {"--owners --no-owners %T", 2, "excludes"},
+        {"--top many %T", 2, "top"},
+        {"--html", 2, "html"},
+        {"--help", 0, nullptr},
+        {"--version", 0, nullptr},
+        {"%F/missing", 1, "missing: Directory not found."},
+        {"%T/direct.txt", 1, "direct.txt: Directory not found."},
+        {"''", 1, "Directory not found."},
+        {"%F/missing %T", 1, "missing"},
+        {"--load %F/missing", 1, "missing"},
+        {"--load %F", 1, "Could not find file"},
+        {"--load %F/pipe", 1, "pipe"},
+        {"--load %F/garbage.dat", 1, "Unrecognized database format"},
+        {"--html %F/exists.html %T", 1, "exists.html: Overwrite existing file?"},
+        {"--html %F/no/where.html %T", 1, "where.html"},
+        {"--text %F %T", 1, "Is a directory"},
+        {"--text /dev/full %T", 1, "Disk full: /dev/full"},
+        {"--xml /dev/full %T", 1, "Disk full: /dev/full"},
+        {"--excel %F/no/where.xlsx %T", 1, "where.xlsx"},
+        {"--database %F/no/where.mdb %T", 1, "where.mdb"},
+        {"--database %F/app/main.dat --force %T", 1, "working database itself"},
+        {"--app-folder /dev/null/x %T", 2, "app-folder"},
+        {"--force --html %F/exists.html --quiet %T", 0, nullptr},
+    };
+    for (const Case& c : cases) {
+        const Outcome outcome = run(c.arguments);
+        EXPECT_EQ(outcome.status, c.status) << c.arguments << "\n" << outcome.errors;
+        if (c.error == nullptr) {
+            EXPECT_EQ(outcome.errors, "") << c.arguments;
+        } else {
+            EXPECT_TRUE(holds(outcome.errors, c.error)) << c.arguments << "\n" << outcome.errors;
+        }
+        if (c.status == 1) {
+            EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+        }
+        if (std::string(c.arguments).starts_with("--html %F/exists")) {
+            EXPECT_EQ(folder.read("exists.html"), "precious");
+        }
+    }
+    EXPECT_TRUE(holds(folder.read("exists.html"), "<TITLE>Spannory - Detail Report"));
+    EXPECT_EQ(run("%T >/dev/full").status, 1);
+}
+
+TEST_F(Console, writesTheSameReportsFromASavedScan) {
+    EXPECT_EQ(run("--quiet --text %F/1.csv --xml %F/1.xml --html %F/1.html --excel %F/1.xlsx --database "
+                  "%F/1.mdb %T")
+                  .errors,
+              "");
+    fs::copy_file(folder / "app/main.dat", folder / "saved.mdb");
+    EXPECT_EQ(folder.read("saved.mdb"), folder.read("1.mdb"));
+    const Outcome loaded = run("--load %F/1.mdb --text %F/2.csv --xml %F/2.xml %T/b");
+    EXPECT_EQ(loaded.errors, "");
+    EXPECT_TRUE(holds(loaded.output, folder.typed("tree/b"))) << loaded.output;
+    EXPECT_FALSE(holds(loaded.output, "Finished in"));
+    EXPECT_EQ(folder.read("1.csv"), folder.read("2.csv"));
+    const auto body = [&](const char* file) {
+        return folder.read(file).substr(folder.read(file).find("-->"));
+    };
+    EXPECT_EQ(body("1.xml"), body("2.xml"));
+    EXPECT_EQ(run("--load %F/1.mdb %T/nothing").status, 1);
+    // The working database of the last run is not made anew when it is what is to be loaded.
+    const Outcome own = run("--load %F/app/main.dat --text %F/3.csv");
+    EXPECT_EQ(own.status, 0) << own.errors;
+    EXPECT_TRUE(holds(own.errors, "main-2.dat"));
+    EXPECT_EQ(folder.read("1.csv"), folder.read("3.csv"));
+    const Outcome summary = run("--quiet --summary --text %F/4.csv %T");
+    EXPECT_EQ(summary.errors, "");
+    EXPECT_FALSE(holds(folder.read("4.csv"), "\"File\""));
+}
+
+TEST_F(Console, survivesGarbageInItsFolder) {
+    folder.write("app/settings.ini", "[APPLICATION_SETTINGS]\r\ngetOwnerInfo=perhaps\r\n\0\xFF[[[\r\n");
+    folder.write("app/main.dat", "garbage");
+    const Outcome outcome = run("%T");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.errors, "getOwnerInfo")) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.output, "8 items."));
+}
+
+// Starts the program on a tree large enough to be interrupted.
+class ConsoleSignals : public Console {
+protected:
+    ConsoleSignals() {
+        for (int i = 0; i < 3000; ++i) {
+            fs::create_directories(folder /
+                                   ("tree/many/" + std::to_string(i % 50) + "/" + std::to_string(i)));
+        }
+    }
+    // Interrupts a run as soon as it has begun scanning; the exit status as a shell sees it.
+    int signalled(int signal) {
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::freopen("/dev/null", "w", stdout); // NOLINT
+            const std::string app = folder.typed("app");
+            const std::string tree = folder.typed("tree");
+            const std::string report = folder.typed("cancelled.csv");
+            ::execl(SPANNORY_SCAN, "spannory-scan", "--app-folder", app.c_str(), "--text", report.c_str(),
+                    "--force", tree.c_str(), tree.c_str(), nullptr); // NOLINT
+            ::_exit(127);
+        }
+        while (!fs::exists(folder / "app/main.dat") || fs::file_size(folder / "app/main.dat") == 0) {
+            ::usleep(200);
+        }
+        ::kill(child, signal);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+};
+
+TEST_F(ConsoleSignals, endAScanWithoutHarmToTheNext) {
+    const int killed = signalled(SIGKILL);
+    EXPECT_TRUE(killed == 128 + SIGKILL || killed == 0);
+    EXPECT_EQ(run("%T").status, 0);
+    fs::remove(folder / "app/main.dat");
+    const int interrupted = signalled(SIGINT);
+    // Ctrl-C may come before the scan's watch or after its end on a fast machine; under it, it cancels.
+    EXPECT_TRUE(interrupted == 130 || interrupted == 0) << interrupted;
+    const Outcome after = run("%T");
+    EXPECT_EQ(after.status, 0);
+    EXPECT_EQ(after.errors, "");
+}
+
+} // namespace

@@ -1,0 +1,163 @@
+#include "db/dao.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <functional>
+
+#include "db/values.h"
+#include "platform/files.h"
+#include "platform/runtimeError.h"
+#include "support/temporaryFolder.h"
+
+namespace {
+
+int numberOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return error.number();
+    }
+    return 0;
+}
+
+std::unique_ptr<Database> openTemplateCopy(const TemporaryFolder& folder, const char* name = "x.dat") {
+    platform::copyFile(SPANNORY_TEMPLATE, folder.typed(name));
+    return DBEngine::OpenDatabase(folder.typed(name));
+}
+
+void append(Database& database, const char* name, double size) {
+    const auto table = database.OpenRecordset("details");
+    table->AddNew();
+    table->Fields("FILENAME").set(std::string(name));
+    table->Fields("size").setNumber(size);
+    table->Update();
+}
+
+TEST(Dao, appendsAndReadsRows) {
+    const TemporaryFolder folder;
+    const auto database = openTemplateCopy(folder);
+    append(*database, "a \"quoted\" one", 1.5);
+    append(*database, "b", 5e9);
+    const auto rows =
+        database->OpenRecordset("select idx, fileName, size, owner from details order by size desc");
+    EXPECT_EQ(rows->RecordCount(), 2);
+    EXPECT_EQ(rows->Fields("filename").text(), "b");
+    EXPECT_EQ(rows->Fields("size").text(), "5000000000");
+    EXPECT_TRUE(rows->Fields("owner").isNull());
+    EXPECT_EQ(rows->Fields("owner").text(), "");
+    rows->MoveNext();
+    EXPECT_EQ(rows->Fields(0).value(), Value(std::int64_t{1}));
+    EXPECT_EQ(rows->Fields("size").text(), "1.5");
+    rows->MoveNext();
+    EXPECT_TRUE(rows->EndOfFile());
+    rows->MoveFirst();
+    EXPECT_EQ(rows->Fields("fileName").text(), "b");
+    rows->MoveLast();
+    EXPECT_EQ(rows->Fields("fileName").text(), "a \"quoted\" one");
+    EXPECT_EQ(database->Execute("update details set owner=\"me\" where size>2"), 1);
+    const auto joined = database->OpenRecordset(
+        "select fileName & owner as both from details where Left(fileName & owner, 2)=\"bm\"");
+    ASSERT_FALSE(joined->EndOfFile());
+    EXPECT_EQ(joined->Fields("both").text(), "bme") << "NULL counts as empty";
+}
+
+TEST(Dao, failsWithTheEnginesNumbers) {
+    const TemporaryFolder folder;
+    const auto database = openTemplateCopy(folder);
+    append(*database, "a", 1);
+    folder.write("text", "this is no database, however long it may be");
+    folder.write("cut", folder.read("x.dat").substr(0, 20000));
+    ::mkfifo(folder.typed("pipe").c_str(), 0600);
+    const auto open = [&](const char* name) {
+        return [&folder, name] {
+            const auto opened = DBEngine::OpenDatabase(folder.typed(name), OpenMode::readOnly);
+            const auto rows = opened->OpenRecordset("select * from details");
+        };
+    };
+    const std::pair<int, std::function<void()>> cases[] = {
+        {databaseError::fileMissing, open("nothing")},
+        {databaseError::fileMissing, open("pipe")},
+        {databaseError::fileMissing, open("")},
+        {databaseError::notADatabase, open("text")},
+        {databaseError::damaged, open("cut")},
+        {databaseError::inUse, open("x.dat")},
+        {databaseError::syntax, [&] { database->Execute("delete from details where"); }},
+        {databaseError::noSuchTable, [&] { database->Execute("delete from nothing"); }},
+        {databaseError::missingValue, [&] { database->Execute("delete from details where nothing=1"); }},
+        {databaseError::duplicateKey, [&] { database->Execute("insert into details (idx) values (1)"); }},
+        {databaseError::noSuchField,
+         [&] { static_cast<void>(database->OpenRecordset("select idx from details")->Fields("size")); }},
+        {databaseError::noCurrentRecord,
+         [&] {
+             static_cast<void>(
+                 database->OpenRecordset("select idx from details where 0=1")->Fields(0).text());
+         }},
+        {databaseError::noCurrentRecord,
+         [&] { database->OpenRecordset("select idx from details where 0=1")->MoveNext(); }},
+        {databaseError::readOnly, [&] { database->OpenRecordset("select idx from details")->AddNew(); }},
+    };
+    int index = 0;
+    for (const auto& [number, action] : cases) {
+        EXPECT_EQ(numberOf(action), number) << "case " << index;
+        ++index;
+    }
+    database->Close();
+    EXPECT_EQ(numberOf([&] { database->Execute("delete * from details"); }), databaseError::objectClosed);
+}
+
+TEST(Dao, insertsIntoAnotherOpenFileByColumnName) {
+    const TemporaryFolder folder;
+    const auto target = openTemplateCopy(folder, "target.dat");
+    const auto source = openTemplateCopy(folder, "source.dat");
+    append(*source, "a", 1);
+    append(*source, "b", 2);
+    const std::string into = "Insert into details in '" + target->Name() + "' select ";
+    EXPECT_EQ(source->Execute(into + "* from details where size=2"), 1);
+    EXPECT_EQ(source->Execute(into + "size, fileName from details where size=1"), 1);
+    const auto rows = target->OpenRecordset("select fileName, size from details order by fileName");
+    EXPECT_EQ(rows->Fields(0).text(), "a");
+    EXPECT_EQ(rows->Fields(1).number(), 1);
+    EXPECT_EQ(numberOf([&] { source->Execute(into + "size as other from details"); }),
+              databaseError::unknownTargetField);
+    EXPECT_EQ(numberOf([&] { source->Execute("Insert into details in 'it's' select * from details"); }),
+              databaseError::syntax);
+}
+
+TEST(Values, becomeSqlTextAndFieldValuesByKind) {
+    const Value null;
+    const Value empty = std::string();
+    const Value name = std::string("O'Brien");
+    const Value zero = std::int64_t{0};
+    const Value real = 4096.0;
+    struct Case {
+        Value value;
+        int kind;
+        const char* sql;
+        Value field;
+    };
+    const Case cases[] = {
+        {null, 5, "NULL", null},
+        {empty, 1, "NULL", null},
+        {name, 1, "'O'Brien'", name}, // deliberately not doubled
+        {zero, 2, "NULL", empty},
+        {real, 2, "4096", empty},
+        {empty, 3, "NULL", null},
+        {real, 3, "4096", std::string("4096")},
+        {zero, 4, "0", std::string("0")},
+        {empty, 5, "\"\"", empty},
+        {name, 5, "\"O'Brien\"", name},
+        {empty, 6, "NULL", null},
+        {name, 6, "\"O'Brien\"", name},
+        {name, 7, "", empty},
+        {name, 0, "", empty},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(modGlobal::vtsSQL(c.value, c.kind), c.sql) << c.kind;
+        EXPECT_EQ(modGlobal::vts(c.value, c.kind), c.field) << c.kind;
+    }
+    EXPECT_EQ(valueText(9007199254740993.0 * 1000), "9007199254740992000");
+    EXPECT_EQ(valueText(-0.5), "-0.5");
+}
+
+} // namespace

@@ -1,0 +1,326 @@
+#include <gtest/gtest.h>
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "scan/clsFileSearch.h"
+#include "scan/modOwner.h"
+#include "support/scanFixture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string textOf(time_t moment) {
+    tm parts{};
+    ::localtime_r(&moment, &parts);
+    char text[64]; // NOLINT
+    return std::string(text, std::strftime(text, sizeof text, "%m/%d/%Y %I:%M:%S %p", &parts));
+}
+
+// The rows that a scan of the folder is to give, by a walk of its own: path, size, dates, owner, extension,
+// isFolder, joined by "|". Returns the folder's total.
+double expectRows(const fs::path& folder, const std::string& key, const std::string& owner,
+                  std::vector<std::string>& rows) {
+    double total = 0;
+    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+        struct stat status {};
+        ::lstat(entry.path().c_str(), &status);
+        const std::string name = platform::internalName(entry.path().filename().string());
+        const std::string dates =
+            textOf(status.st_atim.tv_sec) + "|" + textOf(status.st_mtim.tv_sec) + "|" + owner;
+        if (S_ISDIR(status.st_mode)) {
+            const double size = expectRows(entry.path(), key + name + "\\", owner, rows);
+            rows.push_back(key + name + "\\|" + std::to_string(static_cast<long long>(size)) + "|" + dates +
+                           "|(no extension)|1");
+            total += size;
+            continue;
+        }
+        const auto size = static_cast<std::int32_t>(static_cast<std::uint32_t>(status.st_size));
+        const std::size_t dot = name.rfind('.');
+        std::string extension = dot == std::string::npos ? "(no extension)" : name.substr(dot + 1);
+        std::transform(extension.begin(), extension.end(), extension.begin(), platform::asciiLower);
+        rows.push_back(key + name + "|" + std::to_string(size) + "|" + dates + "|" +
+                       (extension.empty() ? "~" : extension) + "|0");
+        total += size;
+    }
+    return total;
+}
+
+class Scan : public testing::Test, protected ScanFixture {
+protected:
+    std::string recordedRows() {
+        auto found =
+            rows("select drive & fullPath, size, dateAccessed, dateModified, owner, extension, isFolder "
+                 "from details order by drive, fullPath, size");
+        std::sort(found.begin(), found.end());
+        return joined(found);
+    }
+    static std::string joined(const std::vector<std::string>& lines) {
+        std::string text;
+        for (const std::string& line : lines) {
+            text += line + "\n";
+        }
+        return text;
+    }
+    std::string count(const std::string& condition = "1=1") {
+        return cell("select count(*) from details where " + condition);
+    }
+    std::string sizeOf(std::string_view folder) {
+        return cell("select size from details where isFolder=1 and fileName=\"" + std::string(folder) +
+                    "\\\"");
+    }
+};
+
+void makeHostileTree(const TemporaryFolder& tree) {
+    for (int byte = 1; byte < 256; ++byte) {
+        if (byte != '/') {
+            tree.write(std::string("bytes/n") + static_cast<char>(byte) + ".T" + static_cast<char>(byte),
+                       "xy");
+        }
+    }
+    tree.write("docs/Report.TXT", std::string(1000, 'x'));
+    tree.write("docs/.profile", "p");
+    tree.write("docs/dot.", "d");
+    tree.write("docs.old/README", "readme");
+    tree.write("docs/deep/er/file.tar.gz", std::string(2000, 'x'));
+    fs::create_directories(tree / "empty");
+    fs::create_directories(tree / "trailing. ");
+    fs::create_directory_symlink(tree / "docs", tree / "linked");
+    fs::create_symlink("nowhere", tree / "dangling");
+    ::mkfifo((tree / "pipe").c_str(), 0600);
+    const std::pair<const char*, std::uintmax_t> sparse[] = {
+        {"2GiB", 1ULL << 31}, {"3GiB", 3ULL << 30}, {"4GiB", 1ULL << 32}, {"5GiB+1", (5ULL << 30) + 1}};
+    for (const auto& [name, size] : sparse) {
+        tree.write(std::string("sparse/") + name, "");
+        fs::resize_file(tree / (std::string("sparse/") + name), size);
+    }
+}
+
+TEST_F(Scan, recordsWhatAnIndependentWalkFinds) {
+    makeHostileTree(tree);
+    std::vector<std::string> expected;
+    const double total = expectRows(tree.path(), key(), modOwner::fileOwner(key()), expected);
+    const auto result = scan();
+    EXPECT_TRUE(result.stored);
+    const std::string ownKey = key();
+    std::string ownRow = cell("select size from details where drive & fullPath=\"" + ownKey + "\"");
+    EXPECT_EQ(ownRow, std::to_string(static_cast<long long>(total)));
+    auto found = rows("select drive & fullPath, size, dateAccessed, dateModified, owner, extension, isFolder "
+                      "from details where drive & fullPath<>\"" +
+                      ownKey + "\"");
+    std::sort(found.begin(), found.end());
+    std::sort(expected.begin(), expected.end());
+    EXPECT_EQ(joined(found), joined(expected));
+    EXPECT_EQ(count("isFolder=1 and scanCompleteTime is null"), "0");
+    EXPECT_EQ(sizeOf("sparse"), std::to_string(-2147483648LL - 1073741824LL + 0 + 1073741825LL));
+    // An independent look at two rows' other columns.
+    EXPECT_EQ(rows("select folder, fileName, description, parentFolder, dateInserted is null from details "
+                   "where fileName=\"er\\\" or fileName=\"Report.TXT\" order by fileName"),
+              (std::vector<std::string>{
+                  ownKey + "docs\\|Report.TXT|~|" + ownKey + "docs\\|0",
+                  ownKey + "docs\\deep\\|er\\|File Folder|" + ownKey + "docs\\deep\\|0",
+              }));
+}
+
+TEST_F(Scan, followsTheSettings) {
+    tree.write("docs/Report.TXT", "x");
+    tree.write("big", "");
+    fs::resize_file(tree / "big", 3ULL << 30);
+    settings.setGetOwnerInfo(false);
+    settings.setCaseSensitiveExt(true);
+    settings.setFullFileSizes(true);
+    scan();
+    EXPECT_EQ(count("owner is null"), "4");
+    EXPECT_EQ(count("extension=\"TXT\""), "1");
+    EXPECT_EQ(cell("select size from details where fileName=\"big\""), "3221225472");
+    const passwd* account = ::getpwuid(::geteuid());
+    ASSERT_NE(account, nullptr);
+    const std::string owner = modOwner::fileOwner(key());
+    EXPECT_EQ(owner.substr(owner.find('\\')), std::string("\\") + account->pw_name);
+    EXPECT_EQ(modOwner::fileOwner(key("missing")), "unknown");
+}
+
+TEST_F(Scan, skipsWhatIsCompleteAndRefreshesNarrowly) {
+    tree.write("a/b/c/file", "123");
+    tree.write("a/direct", "12345");
+    tree.write("a/b/inner", "1234567");
+    scan("a");
+    EXPECT_EQ(count(), "6");
+    EXPECT_EQ(sizeOf("a"), "15");
+    scan("a");
+    EXPECT_EQ(count(), "6") << "a stamped folder is skipped with all below it";
+    scan();
+    EXPECT_EQ(count(), "7") << "only the folder above is added";
+    EXPECT_EQ(cell("select size from details where fileName=\"" +
+                   platform::internalName(tree.path().filename().string()) + "\\\""),
+              "15");
+
+    search.resetScanCompleteTime(key("a"));
+    EXPECT_EQ(count(), "4") << "the folder's own row and its direct children are gone";
+    scan("a");
+    // b's row was gone, so b is scanned again and its file recorded twice; c's row was not, so c is skipped.
+    EXPECT_EQ(count("fileName=\"inner\""), "2");
+    EXPECT_EQ(count("fileName=\"file\""), "1");
+    EXPECT_EQ(sizeOf("b"), "17");
+    EXPECT_EQ(sizeOf("a"), "22");
+}
+
+TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
+    makeHostileTree(tree);
+    const std::string longName(100, 'n');
+    tree.write(longName + "/" + longName + "/" + longName + "/" + longName + "/file", "x");
+    scan();
+    const auto columns =
+        "select fullPath, drive, folder, fileName, extension, description, size, dateAccessed, "
+        "dateModified, owner, parentFolder, isFolder, scanCompleteTime is null from details "
+        "where drive<>\"Z:\\\" order by idx";
+    const auto bulk = rows(columns);
+    working.database->Execute("delete * from details");
+    working.database->Execute("insert into details (drive, fullPath) values (\"Z:\\\", \"x\")");
+    scan();
+    EXPECT_EQ(joined(rows(columns)), joined(bulk));
+    EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2") << "the indexes are back";
+}
+
+TEST_F(Scan, cutsStoredPathsAt255CharactersAndStampsByWhatIsStored) {
+    // A folder whose path without its drive is just 255 characters long, with multi-byte names.
+    const std::string base(platform::displayPath(key()).substr(1));
+    std::string path;
+    while (platform::characterCount(base + path) < 200) {
+        path += "\xC3\xA9\xC3\xA9\xC3\xA9/";
+    }
+    path += std::string(254 - platform::characterCount(base + path), 'f');
+    tree.write(path + "/below.txt", "x");
+    tree.write(path + "y/file", "x");
+    scan();
+    EXPECT_EQ(
+        cell("select Left(fileName, 5) & scanCompleteTime is null from details where fileName=\"below.txt\""),
+        "0")
+        << "its cut path is the folder's own, so it is stamped with it";
+    EXPECT_EQ(count("scanCompleteTime is null and isFolder=1"), "1")
+        << "the longer folder's cut path never matches";
+    for (const std::string& stored : rows("select fullPath from details")) {
+        EXPECT_LE(platform::characterCount(stored), 255U);
+    }
+    EXPECT_EQ(cell("select parentFolder from details where fileName=\"below.txt\""), key(path));
+}
+
+TEST_F(Scan, stopsAtTheNextFolderWhenCancelled) {
+    for (const char* name : {"a/1", "b/2", "c/3", "file"}) {
+        tree.write(name, "x");
+    }
+    userInterface.onYield = [&] { search.CancelScan = userInterface.yields == 2; };
+    std::string handled;
+    search.nextNode = "queued";
+    const auto result = modProcessFiles::processMain(
+        key(), {search, settings, userInterface, [&](const std::string& node) { handled = node; }});
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(rows("select fileName from details where isFolder=0"), std::vector<std::string>{"file"});
+    EXPECT_EQ(rows("select size, scanCompleteTime is null from details where isFolder=1"),
+              std::vector<std::string>{"1|1"})
+        << "the folder itself is recorded but not stamped";
+    EXPECT_FALSE(search.CancelScan);
+    EXPECT_FALSE(search.processing);
+    EXPECT_EQ(handled, "queued");
+    EXPECT_EQ(userInterface.busyDepth, 0);
+    userInterface.onYield = nullptr;
+    search.resetScanCompleteTime(key());
+    scan();
+    EXPECT_EQ(count("isFolder=0"), "4") << "a later scan finds everything";
+}
+
+TEST_F(Scan, tellsHowItGoes) {
+    tree.write("a/file", "x");
+    scan();
+    EXPECT_EQ(userInterface.yields, 2);
+    const auto& statuses = userInterface.statuses;
+    const auto shows = [&](StatusPanel panel, const std::string& text) {
+        return std::find(statuses.begin(), statuses.end(), std::pair(panel, text)) != statuses.end();
+    };
+    EXPECT_TRUE(shows(StatusPanel::folder, platform::displayPath(key("a"))));
+    EXPECT_TRUE(statuses.back().second.starts_with("Finished in "));
+    EXPECT_TRUE(statuses.back().second.ends_with(" seconds."));
+    EXPECT_EQ(modProcessFiles::finishedText(59.94), "Finished in 59.9 seconds.");
+    EXPECT_EQ(modProcessFiles::finishedText(3), "Finished in 3 seconds.");
+    EXPECT_EQ(modProcessFiles::finishedText(60), "Finished in 1 minutes.");
+    EXPECT_EQ(modProcessFiles::finishedText(135), "Finished in 2.3 minutes.");
+}
+
+TEST_F(Scan, reachesDepthsThatNoSingleCallDoes) {
+    // Made one folder at a time from within, for their paths are longer than the system takes.
+    constexpr int levels = 3000;
+    const fs::path before = fs::current_path();
+    fs::current_path(tree.path());
+    for (int level = 0; level < levels; ++level) {
+        ASSERT_EQ(::mkdir("deep", 0700), 0);
+        ASSERT_EQ(::chdir("deep"), 0);
+    }
+    fs::resize_file(([] {
+                        std::fclose(std::fopen("bottom", "w"));
+                        return fs::path("bottom");
+                    })(),
+                    7);
+    fs::current_path(before);
+    EXPECT_TRUE(scan().stored);
+    EXPECT_EQ(count(), std::to_string(levels + 2));
+    EXPECT_EQ(count("size=7"), std::to_string(levels + 2));
+    EXPECT_TRUE(userInterface.messages.empty());
+    ASSERT_EQ(std::system(("rm -rf '" + tree.typed("deep") + "'").c_str()), 0);
+}
+
+TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
+    if (::geteuid() == 0) {
+        GTEST_SKIP() << "root reads everything";
+    }
+    tree.write("closed/file", "x");
+    tree.write("open/file", "x");
+    fs::permissions(tree / "closed", fs::perms::none);
+    const auto result = scan();
+    EXPECT_EQ(result.unreadableFolders, 1);
+    EXPECT_EQ(result.firstUnreadable, key("closed"));
+    EXPECT_EQ(sizeOf("closed"), "0");
+    EXPECT_EQ(count("scanCompleteTime is not null"), "3");
+    EXPECT_TRUE(userInterface.messages.empty());
+}
+
+TEST_F(Scan, startsAtAFolderThatIsALink) {
+    tree.write("real/file", "xyz");
+    fs::create_directory_symlink("real", tree / "link");
+    scan("link");
+    EXPECT_EQ(cell("select size from details where isFolder=1"), "3");
+    EXPECT_EQ(count(), "2");
+    const auto gone = scan("missing");
+    EXPECT_EQ(gone.unreadableFolders, 1);
+}
+
+TEST_F(Scan, listsSubfoldersJoinedByBars) {
+    tree.write("a/x", "");
+    tree.write("b.c/x", "");
+    tree.write("file", "");
+    fs::create_directory_symlink("a", tree / "link");
+    clsFileSearch lister(userInterface);
+    for (const std::string& start : {tree.internal(), key()}) {
+        lister.setStartstr(start);
+        lister.getFolders();
+        const std::string either = key("a").substr(0, key("a").size() - 1);
+        const std::string other = key("b.c").substr(0, key("b.c").size() - 1);
+        EXPECT_TRUE(lister.folders() == either + "|" + other || lister.folders() == other + "|" + either);
+    }
+    lister.setStartstr(key("missing"));
+    lister.getFolders();
+    EXPECT_EQ(lister.folders(), "");
+    lister.setStartstr(key());
+    lister.setCancel(true);
+    lister.getFolders();
+    EXPECT_EQ(lister.folders(), "");
+    EXPECT_EQ(clsFileSearch::TrimNull(std::string_view("ab\0cd", 5)), "ab");
+}
+
+} // namespace

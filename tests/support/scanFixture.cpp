@@ -1,0 +1,45 @@
+#include "support/scanFixture.h"
+
+#include "app/modGlobal.h"
+#include "platform/files.h"
+
+namespace {
+
+WorkingDatabase prepare(const TemporaryFolder& application, clsUserInterface& userInterface) {
+    platform::copyFile(SPANNORY_TEMPLATE, application.internal("001.dat"));
+    return modDatabase::prepareDatabase(application.internal(), application.internal("main.dat"),
+                                        userInterface);
+}
+
+} // namespace
+
+ScanFixture::ScanFixture() : working(prepare(application, userInterface)), search(working, settings) {
+    settings.setGetOwnerInfo(true);
+}
+
+modProcessFiles::ScanResult ScanFixture::scan(std::string_view name) {
+    return modProcessFiles::processMain(key(name), {search, settings, userInterface});
+}
+
+std::string ScanFixture::key(std::string_view name) const {
+    return modGlobal::addBackslash(tree.internal(name));
+}
+
+std::vector<std::string> ScanFixture::rows(std::string_view statement) {
+    std::vector<std::string> result;
+    const auto records = working.database->OpenRecordset(statement);
+    for (; !records->EndOfFile(); records->MoveNext()) {
+        std::string line;
+        for (int i = 0; i < records->FieldCount(); ++i) {
+            const Field& field = records->Fields(i);
+            line += (i == 0 ? "" : "|") + (field.isNull() ? "~" : std::string(field.text()));
+        }
+        result.push_back(std::move(line));
+    }
+    return result;
+}
+
+std::string ScanFixture::cell(std::string_view statement) {
+    const auto all = rows(statement);
+    return all.empty() ? std::string() : all.front().substr(0, all.front().find('|'));
+}

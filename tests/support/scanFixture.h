@@ -1,0 +1,36 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/clsSettings.h"
+#include "db/modDatabase.h"
+#include "scan/clsSearch.h"
+#include "scan/modProcessFiles.h"
+#include "support/recordingInterface.h"
+#include "support/temporaryFolder.h"
+
+// A program without its window: settings, an empty working database, and a tree to scan.
+class ScanFixture {
+public:
+    ScanFixture();
+
+    // Scans a folder of the tree (the whole tree for the empty name).
+    modProcessFiles::ScanResult scan(std::string_view name = {});
+
+    // The internal path of a folder of the tree, with trailing "\".
+    [[nodiscard]] std::string key(std::string_view name = {}) const;
+
+    // A query's rows, the cells of each joined by "|" (NULL as "~").
+    [[nodiscard]] std::vector<std::string> rows(std::string_view statement);
+    // The first cell of the first row.
+    [[nodiscard]] std::string cell(std::string_view statement);
+
+    TemporaryFolder application;
+    TemporaryFolder tree;
+    RecordingInterface userInterface;
+    clsSettings settings;
+    WorkingDatabase working;
+    clsSearch search;
+};
