@@ -233,6 +233,7 @@ void Connection::open(OpenMode mode) {
     if (sqlite3_open_v2(native.c_str(), &handle_, flags, nullptr) != SQLITE_OK) {
         throw lastError();
     }
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // an unknown [name] is an error, no text
     if (readOnly) {
         sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
         sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, longestForeignText);

@@ -44,7 +44,8 @@ std::optional<struct stat> statusOf(std::string_view path) noexcept {
 Descriptor openOrThrow(std::string_view path, const std::string& native, int flags) {
     Descriptor file(::open(native.c_str(), flags | O_CLOEXEC, newFileMode));
     if (!file.isOpen()) {
-        throw systemError(errno, path);
+        const bool folderIsMissing = errno == ENOENT && (flags & O_CREAT) != 0;
+        throw systemError(folderIsMissing ? ENOTDIR : errno, path);
     }
     return file;
 }
@@ -219,7 +220,7 @@ void makeFolders(std::string_view path) {
     const std::string native = nativeOf(path);
     for (std::size_t end = native.find('/', 1);; end = native.find('/', end + 1)) {
         const std::string folder = native.substr(0, end);
-        if (::mkdir(folder.c_str(), 0777) != 0 && errno != EEXIST && errno != EISDIR) {
+        if (::mkdir(folder.c_str(), 0777) != 0) {
             const int cause = errno;
             struct stat status {};
             if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {

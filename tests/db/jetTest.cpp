@@ -19,11 +19,11 @@ TEST(JetTranslator, givesShapesWithTheLiteralsTakenOut) {
         {"select a & \"x\" & b+c from t",
          " select ( ifnull( a, '') || ifnull( ?1, '') || ifnull( b + c, '')) from t", "x"},
         {"select x from t where (a & b) Like \"c:\\*\" and -d & e = 7",
-         " select x from t where ( ( ifnull( a, '') || ifnull( b, ''))) Like ?1 and"
+         " select x from t where ( ( ifnull( a, '') || ifnull( b, '')) ) Like ?1 and"
          " ( ifnull( - d, '') || ifnull( e, '')) = ?2",
          "c:\\*,7"},
         {"SELECT Left(a,12)=\"x\" FROM t left join u on t.a=u.a",
-         " SELECT jetLeft( a , ?1 ) = ?2 FROM t left join u on t. a = u. a", "12,x"},
+         " SELECT jetLeft ( a , ?1 ) = ?2 FROM t left join u on t. a = u. a", "12,x"},
         {"select a from t where b=\"say \"\"hi\"\"\" or b='it''s'", " select a from t where b = ?1 or b = ?2",
          "say \"hi\",it's"},
         {"select x from t where fullPath=\"a\\b\\\" and drive=\"/\\\"",

@@ -59,7 +59,7 @@ TEST_F(ModDatabase, saysWhatIsMissing) {
     elsewhere.write("file", "");
     const std::pair<std::string, int> cases[] = {
         {elsewhere.internal("file") + "\\main.dat", 76},
-        {elsewhere.internal("no\\where\\main.dat"), 53},
+        {elsewhere.internal("no") + "\\where\\main.dat", 76},
         {"/\\dev\\full\\main.dat", 76},
     };
     for (const auto& [path, number] : cases) {

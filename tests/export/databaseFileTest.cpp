@@ -49,7 +49,7 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
 
     const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"));
     ASSERT_TRUE(failure);
-    EXPECT_EQ(failure->number(), 53);
+    EXPECT_EQ(failure->number(), 76);
     EXPECT_EQ(rows("select * from details"), before) << "the program goes on with its database";
 }
 

@@ -36,7 +36,7 @@ TEST(Files, failWithTheNumberOfTheCause) {
         {75, [&] { static_cast<void>(platform::readFile("/dev/zero")); }},
         {6, [&] { static_cast<void>(platform::readFile(folder.typed("there"), 0)); }},
         {53, [&] { platform::appendToFile(missing, "x"); }},
-        {53, [&] { platform::replaceFile(folder.typed("no/where"), "x"); }},
+        {76, [&] { platform::replaceFile(folder.typed("no/where"), "x"); }},
         {61, [&] { platform::replaceFile("/dev/full", "x"); }},
         {75, [&] { platform::FileSink(folder.typed()); }},
         {75, [&] { platform::FileSink(folder.typed("pipe")); }}, // nobody reads it: no endless wait
