@@ -15,7 +15,7 @@ bool isZero(const Value& value) {
     if (const auto* real = std::get_if<double>(&value)) {
         return *real == 0;
     }
-    const std::string& text = std::get<std::string>(value);
+    const auto& text = std::get<std::string>(value);
     return text == "0" || text.empty();
 }
 
@@ -23,11 +23,11 @@ bool isZero(const Value& value) {
 
 std::string modGlobal::vtsSQL(const Value& value, int kind) {
     return trapped("modGlobal", "vtsSQL", [&]() -> std::string {
-        const std::string null = "NULL";
+        const char* const null = "NULL";
         if (isAbsent(value)) {
             return null;
         }
-        const std::string text = valueText(value);
+        std::string text = valueText(value);
         switch (kind) {
         case 1:
             return text.empty() ? null : "'" + text + "'";
@@ -52,7 +52,7 @@ Value modGlobal::vts(const Value& value, int kind) {
         if (isAbsent(value)) {
             return std::monostate();
         }
-        const std::string text = valueText(value);
+        std::string text = valueText(value);
         switch (kind) {
         case 1:
         case 6:

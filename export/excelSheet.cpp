@@ -68,7 +68,7 @@ void escapeCharacterCodes(std::string& text) {
 // sheet did, and would make a broken workbook on a full disk. So before it is completed the rows must be
 // there, and room for the sheet and the workbook, which is never larger.
 bool rowsAreSafe(std::FILE* rows, const std::string& folder) {
-    constexpr std::uintmax_t otherParts = 256 * 1024;
+    constexpr std::uintmax_t otherParts = std::uintmax_t{256} << 10;
     const bool written = std::fflush(rows) == 0 && std::ferror(rows) == 0;
     const long size = std::ftell(rows);
     std::error_code unknown;

@@ -69,7 +69,7 @@ private:
 
     std::string path_;
     std::string buffer_;
-    std::intptr_t handle_;
+    std::intptr_t handle_ = -1;
 };
 
 // A lock between programs: held while the object lives, released by the system when the process dies.

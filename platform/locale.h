@@ -28,7 +28,7 @@ public:
     PlainNumbers& operator=(const PlainNumbers&) = delete;
 
 private:
-    void* previous_;
+    void* previous_ = nullptr;
 };
 
 } // namespace platform

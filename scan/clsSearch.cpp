@@ -111,7 +111,7 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
                                 ") or parentFolder=\"" + std::string(path) + "\"");
 }
 
-double clsSearch::folderSum(std::string_view path) {
+double clsSearch::folderSum(std::string_view path) const {
     const auto rows = database_.database->OpenRecordset(
         "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=\"" +
         std::string(path) + "\"));");

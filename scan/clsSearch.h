@@ -39,7 +39,7 @@ public:
     void resetScanCompleteTime(std::string_view path);
 
     // The total size of the rows whose parent is the folder; 0 when there are none.
-    [[nodiscard]] double folderSum(std::string_view path);
+    [[nodiscard]] double folderSum(std::string_view path) const;
 
     // Appends a folder's own row (a drive's root has none) and, unless the scan is cancelled, stamps the
     // folder as completely scanned.

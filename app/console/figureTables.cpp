@@ -25,7 +25,7 @@ std::string shown(std::string_view name) {
     return result;
 }
 
-std::string padded(std::string text, std::size_t width, bool toTheRight = false) {
+std::string padded(const std::string& text, std::size_t width, bool toTheRight = false) {
     const std::size_t length = platform::characterCount(text);
     const std::string blanks(width > length ? width - length : 0, ' ');
     return toTheRight ? blanks + text : text + blanks;

@@ -18,11 +18,11 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t bufferSize = 256 * 1024;
+constexpr std::size_t bufferSize = std::size_t{256} << 10;
 constexpr mode_t newFileMode = 0666; // less the umask
 
 std::string nativeOf(std::string_view path) {
-    const std::string native = toNative(toInternal(path));
+    std::string native = toNative(toInternal(path));
     if (native.empty()) {
         throw systemError(ENOENT, path);
     }
@@ -233,7 +233,7 @@ void makeFolders(std::string_view path) {
     }
 }
 
-FileSink::FileSink(std::string_view path) : path_(path), handle_(-1) {
+FileSink::FileSink(std::string_view path) : path_(path) {
     buffer_.reserve(bufferSize + bufferSize / 4);
     handle_ = openForWriting(path, nativeOf(path)).release();
 }

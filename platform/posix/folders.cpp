@@ -20,7 +20,7 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t readBufferSize = 64 * 1024;
+constexpr std::size_t readBufferSize = std::size_t{64} << 10;
 
 // Kept well below PATH_MAX, so that a path's last names always fit behind it.
 constexpr std::size_t pathPieceLength = 3000;
@@ -120,7 +120,8 @@ bool forEachEntry(int folder, char* buffer, Take take) {
 
 FolderEntry FolderListing::operator[](std::size_t index) const {
     const Item& item = items_[index];
-    return {item, std::string_view(names_).substr(item.nameStart, item.nameLength)};
+    return {static_cast<const EntryFacts&>(item),
+            std::string_view(names_).substr(item.nameStart, item.nameLength)};
 }
 
 void FolderListing::clear() noexcept {

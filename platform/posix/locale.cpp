@@ -75,7 +75,7 @@ std::string lowerCase(std::string_view text) {
     return result;
 }
 
-PlainNumbers::PlainNumbers() : previous_(nullptr) {
+PlainNumbers::PlainNumbers() {
     static const locale_t plain = ::newlocale(LC_NUMERIC_MASK, "C", ::duplocale(LC_GLOBAL_LOCALE));
     if (plain != nullptr) {
         previous_ = ::uselocale(plain);

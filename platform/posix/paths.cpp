@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <climits>
 #include <vector>
@@ -38,12 +39,8 @@ constexpr std::array<bool, 256> plainBytes = [] {
 }();
 
 bool isPlain(std::string_view name) {
-    for (const char c : name) {
-        if (!plainBytes[static_cast<unsigned char>(c)]) {
-            return false;
-        }
-    }
-    return true;
+    return std::all_of(name.begin(), name.end(),
+                       [](char c) { return plainBytes[static_cast<unsigned char>(c)]; });
 }
 
 constexpr bool startsUnc(std::string_view path) {

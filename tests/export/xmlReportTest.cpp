@@ -109,7 +109,7 @@ TEST(XmlReport, NestsAsASearchThroughTheWholeDocumentWould) {
             paths.push_back(path);
             // Some rows name a parent of other case, one that is missing, or none.
             const std::array parents{parent, parent, parent, lowered(parent), parent + "x\\", std::string()};
-            const std::string named = parents[random() % parents.size()];
+            const std::string& named = parents[random() % parents.size()];
             const std::string stored = i % 20 == 7 ? "q\"\\" : path.substr(2);
             fixture.add({stored, static_cast<double>(i), "", "", "", true, i % 20 == 8 ? "" : named});
         }

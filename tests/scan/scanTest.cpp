@@ -21,7 +21,7 @@ std::string textOf(time_t moment) {
     tm parts{};
     ::localtime_r(&moment, &parts);
     char text[64]; // NOLINT
-    return std::string(text, std::strftime(text, sizeof text, "%m/%d/%Y %I:%M:%S %p", &parts));
+    return {text, std::strftime(text, sizeof text, "%m/%d/%Y %I:%M:%S %p", &parts)};
 }
 
 // The rows that a scan of the folder is to give, by a walk of its own: path, size, dates, owner, extension,
@@ -177,7 +177,7 @@ TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
     const std::string longName(100, 'n');
     tree.write(longName + "/" + longName + "/" + longName + "/" + longName + "/file", "x");
     scan();
-    const auto columns =
+    const auto* const columns =
         "select fullPath, drive, folder, fileName, extension, description, size, dateAccessed, "
         "dateModified, owner, parentFolder, isFolder, scanCompleteTime is null from details "
         "where drive<>\"Z:\\\" order by idx";

@@ -25,7 +25,7 @@ std::string ScanFixture::key(std::string_view name) const {
     return modGlobal::addBackslash(tree.internal(name));
 }
 
-std::vector<std::string> ScanFixture::rows(std::string_view statement) {
+std::vector<std::string> ScanFixture::rows(std::string_view statement) const {
     std::vector<std::string> result;
     const auto records = working.database->OpenRecordset(statement);
     for (; !records->EndOfFile(); records->MoveNext()) {
@@ -39,7 +39,7 @@ std::vector<std::string> ScanFixture::rows(std::string_view statement) {
     return result;
 }
 
-std::string ScanFixture::cell(std::string_view statement) {
+std::string ScanFixture::cell(std::string_view statement) const {
     const auto all = rows(statement);
     return all.empty() ? std::string() : all.front().substr(0, all.front().find('|'));
 }

@@ -23,9 +23,9 @@ public:
     [[nodiscard]] std::string key(std::string_view name = {}) const;
 
     // A query's rows, the cells of each joined by "|" (NULL as "~").
-    [[nodiscard]] std::vector<std::string> rows(std::string_view statement);
+    [[nodiscard]] std::vector<std::string> rows(std::string_view statement) const;
     // The first cell of the first row.
-    [[nodiscard]] std::string cell(std::string_view statement);
+    [[nodiscard]] std::string cell(std::string_view statement) const;
 
     TemporaryFolder application;
     TemporaryFolder tree;
