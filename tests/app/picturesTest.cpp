@@ -8,7 +8,7 @@
 
 using platform::LocalTime;
 
-TEST(Pictures, DatesFollowTheLetters) {
+TEST(Pictures, datesFollowTheLetters) {
     const LocalTime evening{2004, 3, 14, 21, 5, 7};
     struct Case {
         LocalTime time;
@@ -25,7 +25,7 @@ TEST(Pictures, DatesFollowTheLetters) {
     }
 }
 
-TEST(Pictures, StoredDatesAreReadBackAndNothingElseIs) {
+TEST(Pictures, storedDatesAreReadBackAndNothingElseIs) {
     for (int hour = 0; hour < 24; ++hour) {
         const LocalTime time{2024, 2, 29, hour, 59, 58};
         EXPECT_EQ(modFormat::parseDate(modFormat::formatDate(time, modFormat::storedDatePicture)), time)
@@ -45,7 +45,7 @@ TEST(Pictures, StoredDatesAreReadBackAndNothingElseIs) {
     EXPECT_EQ(shown, "<03/14/04 12:05 AM");
 }
 
-TEST(Pictures, NumbersFollowTheDigits) {
+TEST(Pictures, numbersFollowTheDigits) {
     using limits = std::numeric_limits<double>;
     const auto expect = [](const char* picture, std::initializer_list<std::pair<double, const char*>> cases) {
         for (const auto& [number, expected] : cases) {

@@ -72,7 +72,7 @@ std::string unpacked(const std::string& workbook, const std::string& part) {
 
 } // namespace
 
-TEST_F(Reports, HtmlPageIsWrittenAsTheTemplateSays) {
+TEST_F(Reports, htmlPageIsWrittenAsTheTemplateSays) {
     addSample();
     // "T" stands for the title.
     std::string expected = R"(<HTML><HEAD><TITLE>T</TITLE><HEAD><BODY><P align=center>
@@ -127,7 +127,7 @@ TEST_F(Reports, HtmlPageIsWrittenAsTheTemplateSays) {
     EXPECT_EQ(html(fixture), expected);
 }
 
-TEST_F(Reports, PathsAreCutIntoPieces) {
+TEST_F(Reports, pathsAreCutIntoPieces) {
     using modGlobal::htmlPathString;
     const auto piece = [](std::size_t length) { return std::string(length, 'x'); };
     EXPECT_EQ(htmlPathString("", 55), "");
@@ -141,7 +141,7 @@ TEST_F(Reports, PathsAreCutIntoPieces) {
     EXPECT_THAT(html(fixture), HasSubstr("<td>/" + piece(54) + "<BR>" + piece(6) + "</td>"));
 }
 
-TEST_F(Reports, TextHasSevenUnescapedFieldsWhateverTheSettings) {
+TEST_F(Reports, textHasSevenUnescapedFieldsWhateverTheSettings) {
     addSample();
     EXPECT_EQ(fixture.written(reportQuery(ReportFormat::text, 1),
                               [](modExport::ReportRows& rows, platform::Sink& sink) {
@@ -152,7 +152,7 @@ TEST_F(Reports, TextHasSevenUnescapedFieldsWhateverTheSettings) {
               "'/usr/a,\"b<&>.txt';'1536';'1.5 Kb';'never';'';'';'File'\n");
 }
 
-TEST_F(Reports, WorkbookHoldsRealValuesAndSurvivesAnyText) {
+TEST_F(Reports, workbookHoldsRealValuesAndSurvivesAnyText) {
     addSample();
     fixture.add({"=1+1", 3, "", "", "q\x01r\xFF_x0041_", false});
     fixture.add({"long", 2, "", "", std::string(40000, 'y'), false});
@@ -173,7 +173,7 @@ TEST_F(Reports, WorkbookHoldsRealValuesAndSurvivesAnyText) {
     EXPECT_THAT(unpacked(fixture.folder.typed("report"), "xl/styles.xml"), HasSubstr("mm/dd/yy hh:mm AM/PM"));
 }
 
-TEST_F(Reports, EmptyResultTouchesNoFile) {
+TEST_F(Reports, emptyResultTouchesNoFile) {
     for (const ReportFormat format : allFormats) {
         fixture.folder.write("report", "old");
         EXPECT_FALSE(run(format));
@@ -184,7 +184,7 @@ TEST_F(Reports, EmptyResultTouchesNoFile) {
     EXPECT_THAT(fixture.userInterface.opened, IsEmpty());
 }
 
-TEST_F(Reports, OnlyLargeReportsAskBeforeOpening) {
+TEST_F(Reports, onlyLargeReportsAskBeforeOpening) {
     fixture.addMany(10000);
     for (const ReportFormat format : allFormats) {
         fixture.folder.write("report", std::string(5'000'000, ' ')); // a longer one is replaced whole
@@ -212,7 +212,7 @@ TEST_F(Reports, OnlyLargeReportsAskBeforeOpening) {
     EXPECT_EQ(fixture.userInterface.opened.size(), 5U);
 }
 
-TEST_F(Reports, WorkbookRefusesTooManyRows) {
+TEST_F(Reports, workbookRefusesTooManyRows) {
     fixture.addMany(65500);
     EXPECT_TRUE(run(ReportFormat::excel));
     fixture.addMany(1);
@@ -222,7 +222,7 @@ TEST_F(Reports, WorkbookRefusesTooManyRows) {
     expectAtRest();
 }
 
-TEST_F(Reports, FailuresAreLoggedUnderTheRoutinesName) {
+TEST_F(Reports, failuresAreLoggedUnderTheRoutinesName) {
     addSample();
     modGlobal::setErrorLogSurroundings(fixture.folder.internal(), nullptr, &fixture.userInterface);
     constexpr std::array procedures{"exportHTMLSizeReport", "exportTextSizeReport", "exportXMLSizeReport",
@@ -242,7 +242,7 @@ TEST_F(Reports, FailuresAreLoggedUnderTheRoutinesName) {
     modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
 }
 
-TEST_F(Reports, TitlesQueriesAndNames) {
+TEST_F(Reports, titlesQueriesAndNames) {
     const platform::LocalTime evening{2004, 3, 14, 21, 5, 7};
     EXPECT_EQ(modExport::reportTitle(1, evening), "Spannory - Detail Report (03/14/04 09:05 PM) ");
     EXPECT_EQ(modExport::reportTitle(2, evening), "Spannory - Summary Report (03/14/04 09:05 PM) ");

@@ -68,7 +68,7 @@ std::string nestedBySearching(ReportFixture& fixture) {
 
 } // namespace
 
-TEST(XmlReport, ElementsAndTextsAreThose) {
+TEST(XmlReport, elementsAndTextsAreThose) {
     ReportFixture fixture;
     fixture.options.detail = 2;
     fixture.settings.setGetOwnerInfo(true);
@@ -97,7 +97,7 @@ TEST(XmlReport, ElementsAndTextsAreThose) {
     EXPECT_EQ(document.select_nodes("/root/path/dateModified").size(), 3U);
 }
 
-TEST(XmlReport, NestsAsASearchThroughTheWholeDocumentWould) {
+TEST(XmlReport, nestsAsASearchThroughTheWholeDocumentWould) {
     std::mt19937 random(11);
     const std::array names{"a", "A", "b", "B", "\xC3\x84", "\xC3\xA4"};
     for (int round = 0; round < 60; ++round) {
@@ -119,7 +119,7 @@ TEST(XmlReport, NestsAsASearchThroughTheWholeDocumentWould) {
     }
 }
 
-TEST(XmlReport, DeepNestingDoesNotExhaustTheStack) {
+TEST(XmlReport, deepNestingDoesNotExhaustTheStack) {
     ReportFixture fixture;
     for (int level = 100001; level < 105001; ++level) {
         fixture.add(

@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-TEST(FormatSize, ChoosesTheUnitBeforeRounding) {
+TEST(FormatSize, choosesTheUnitBeforeRounding) {
     struct Case {
         double bytes;
         const char* expected;

@@ -25,7 +25,7 @@ void expectSorted(std::vector<double> sizes) {
 
 } // namespace
 
-TEST(QuickSort, SortsWhateverTheOrder) {
+TEST(QuickSort, sortsWhateverTheOrder) {
     expectSorted({});
     expectSorted({1});
     expectSorted({2, 1});
@@ -37,7 +37,7 @@ TEST(QuickSort, SortsWhateverTheOrder) {
     }
 }
 
-TEST(QuickSort, ManyEntriesDoNotExhaustTheStack) {
+TEST(QuickSort, manyEntriesDoNotExhaustTheStack) {
     std::vector<double> sizes(200000, 1);
     expectSorted(sizes);
     for (std::size_t i = 0; i < sizes.size(); ++i) {
@@ -58,7 +58,7 @@ TEST(QuickSort, ManyEntriesDoNotExhaustTheStack) {
     expectSorted(worst);
 }
 
-TEST(QuickSort, SortsWithinItsBoundsOnly) {
+TEST(QuickSort, sortsWithinItsBoundsOnly) {
     std::vector<ChartEntry> entries{{"", 5}, {"", 4}, {"", 3}, {"", 2}, {"", 1}};
     modQuickSort::quickSortUDT(entries, 1, 3);
     modQuickSort::quickSortUDT(entries, 0, 5);
