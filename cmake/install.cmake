@@ -17,6 +17,7 @@ set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXE
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "shows what takes the room on a disk")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "shows what takes the room on a disk\n Walks a folder, records every file and folder in an SQLite database and\n shows what its subfolders, the file types and the owners take. Writes HTML,\n text, XML and Excel reports.")
+    "Walks a folder, records every file and folder in an SQLite database and\nshows what its subfolders, the file types and the owners take. Writes HTML,\ntext, XML and Excel reports.")
 include(CPack)
