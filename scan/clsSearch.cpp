@@ -1,5 +1,6 @@
 #include "scan/clsSearch.h"
 
+#include "db/values.h"
 #include "platform/locale.h"
 #include "platform/text.h"
 
@@ -66,6 +67,25 @@ void clsSearch::appendRow(std::string_view path, std::string_view description, d
             storageFailure_ = error;
         }
     }
+}
+
+void clsSearch::updateDetailSQLMETHOD(std::string_view path, std::string_view description, double size,
+                                      std::string_view dateAccessed, std::string_view dateModified,
+                                      std::string_view owner) {
+    file_.setFullPath(path);
+    std::string statement =
+        "insert into details (fullPath,folder,filename,extension,description,size,dateAccessed,"
+        "dateModified,owner,dateInserted) values (";
+    for (const std::string_view text :
+         {file_.fullPathNoDrive(), file_.folder(), file_.FileName(), file_.fileExtension(), description}) {
+        statement += modGlobal::vtsSQL(std::string(text), 6) + ",";
+    }
+    statement += modGlobal::vtsSQL(size, 3);
+    for (const std::string_view text :
+         {dateAccessed, dateModified, owner, currentDate_.of(platform::now())}) {
+        statement += "," + modGlobal::vtsSQL(std::string(text), 6);
+    }
+    database_.database->Execute(statement + ")");
 }
 
 void clsSearch::recordFolder(std::string_view path, double size, std::string_view dateAccessed,

@@ -43,7 +43,7 @@ packagesOf() {
 # installMissing GROUP...: the packages of these groups that are not there yet, with apt-get.
 installMissing() {
     local wanted installed package missing=()
-    read -r -d '' -a wanted < <(packagesOf "$@") || true
+    read -r -d '' -a wanted <<<"$(packagesOf "$@")" || true # status 1: the end of the text
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
         say "no apt-get here; this needs what Debian calls: ${wanted[*]}"
         return

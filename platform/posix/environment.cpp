@@ -1,5 +1,6 @@
 #include "platform/environment.h"
 
+#include <fcntl.h>
 #include <spawn.h>
 #include <sys/auxv.h>
 #include <sys/wait.h>
@@ -58,7 +59,7 @@ std::string temporaryFolder() {
 }
 
 bool folderIsWritable(std::string_view path) {
-    return ::access(toNative(path).c_str(), W_OK | X_OK) == 0;
+    return ::faccessat(AT_FDCWD, toNative(path).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
 bool openInAssociatedProgram(std::string_view path) {

@@ -1,5 +1,6 @@
 #include "platform/posix/iniFile.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -300,7 +301,7 @@ bool editIniFile(std::string_view path, const std::function<bool(IniText&)>& edi
         try {
             before = readFile(path, largestFile);
             // Putting a new file in its place would not notice that the user made this one read-only.
-            if (::access(toNative(toInternal(path)).c_str(), W_OK) != 0) {
+            if (::faccessat(AT_FDCWD, toNative(toInternal(path)).c_str(), W_OK, AT_EACCESS) != 0) {
                 return false;
             }
         } catch (const RuntimeError& error) {

@@ -12,6 +12,7 @@
 #include "scan/clsFileSearch.h"
 #include "scan/modOwner.h"
 #include "support/scanFixture.h"
+#include "support/unprivileged.h"
 
 namespace fs = std::filesystem;
 
@@ -147,6 +148,15 @@ TEST_F(Scan, followsTheSettings) {
     EXPECT_EQ(modOwner::fileOwner(key("missing")), "unknown");
 }
 
+TEST_F(Scan, canAppendARowByStatement) {
+    search.updateDetailSQLMETHOD("/\\a\\b.TXT", "", 5, "x", "", "me");
+    EXPECT_EQ(rows("select fullPath, folder, fileName, extension, description, size, dateAccessed, "
+                   "dateModified, owner, "
+                   "drive, dateInserted is null from details"),
+              std::vector<std::string>{"a\\b.TXT|/\\a\\|b.TXT|TXT|~|5|x|~|me|~|0"});
+    EXPECT_THROW(search.updateDetailSQLMETHOD("/\\a", "say \"x\"", 5, "", "", ""), RuntimeError);
+}
+
 TEST_F(Scan, skipsWhatIsCompleteAndRefreshesNarrowly) {
     tree.write("a/b/c/file", "123");
     tree.write("a/direct", "12345");
@@ -274,18 +284,6 @@ TEST_F(Scan, reachesDepthsThatNoSingleCallDoes) {
     EXPECT_TRUE(userInterface.messages.empty());
     ASSERT_EQ(std::system(("rm -rf '" + tree.typed("deep") + "'").c_str()), 0);
 }
-
-// Root reads everything; for the length of a scope it is somebody else.
-class Unprivileged {
-public:
-    Unprivileged() { is_ = ::geteuid() != 0 || ::seteuid(nobody) == 0; }
-    ~Unprivileged() { is_ = ::seteuid(::getuid()) == 0; }
-    [[nodiscard]] bool is() const { return is_; }
-
-private:
-    static constexpr uid_t nobody = 65534;
-    bool is_ = false;
-};
 
 TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
     tree.write("closed/file", "x");
