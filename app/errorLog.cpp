@@ -1,5 +1,7 @@
 #include "app/errorLog.h"
 
+#include <new>
+
 #include "app/clsRegSettings.h"
 #include "app/clsUserInterface.h"
 #include "app/modGlobal.h"
@@ -45,6 +47,11 @@ void writeEntry(std::string_view entry) {
 
 void setErrorLogSurroundings(std::string applicationFolder, clsRegSettings* settings,
                              clsUserInterface* userInterface) {
+    // Without its trailing "\", which a drive's root alone keeps: the second default depends on it.
+    const bool isRoot = applicationFolder.find('\\') + 1 == applicationFolder.size();
+    if (applicationFolder.ends_with('\\') && !isRoot) {
+        applicationFolder.pop_back();
+    }
     surroundings = {std::move(applicationFolder), settings, userInterface};
 }
 
@@ -77,6 +84,8 @@ void logCurrentException(std::string_view moduleName, std::string_view procedure
         throw;
     } catch (const RuntimeError& error) {
         logError(error.number(), error.what(), moduleName, procedureName, quiet);
+    } catch (const std::bad_alloc&) {
+        logError(errorNumber::outOfMemory, "Out of memory", moduleName, procedureName, quiet);
     } catch (const std::exception& error) {
         logError(errorNumber::invalidCall, error.what(), moduleName, procedureName, quiet);
     } catch (...) {

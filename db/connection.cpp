@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <new>
 #include <utility>
 
 #include "db/jetLike.h"
@@ -109,11 +110,17 @@ Statement& Statement::operator=(Statement&& other) noexcept {
 }
 
 void Statement::giveBack() noexcept {
-    if (handle_ != nullptr) {
-        sqlite3_reset(handle_);
-        sqlite3_clear_bindings(handle_);
-        home_->push_back(std::exchange(handle_, nullptr));
+    if (handle_ == nullptr) {
+        return;
     }
+    sqlite3_reset(handle_);
+    sqlite3_clear_bindings(handle_);
+    try {
+        home_->push_back(handle_);
+    } catch (const std::bad_alloc&) {
+        sqlite3_finalize(handle_);
+    }
+    handle_ = nullptr;
 }
 
 void Statement::bindNull(int position) {
@@ -270,18 +277,17 @@ Connection::~Connection() {
 }
 
 Statement Connection::prepare(const std::string& text) {
-    std::vector<sqlite3_stmt*>& home = idle_[text];
+    std::vector<sqlite3_stmt*>& home = idle_[text]; // stays where it is, however many texts are added
     sqlite3_stmt* handle = nullptr;
-    if (!home.empty()) {
+    if (home.empty()) {
+        const int length = static_cast<int>(text.size()) + 1;
+        if (sqlite3_prepare_v3(handle_, text.c_str(), length, SQLITE_PREPARE_PERSISTENT, &handle, nullptr) !=
+            SQLITE_OK) {
+            throw lastError();
+        }
+    } else {
         handle = home.back();
         home.pop_back();
-    } else if (sqlite3_prepare_v3(handle_, text.c_str(), static_cast<int>(text.size()) + 1,
-                                  SQLITE_PREPARE_PERSISTENT, &handle, nullptr) != SQLITE_OK) {
-        const RuntimeError error = lastError();
-        if (home.empty()) {
-            idle_.erase(text);
-        }
-        throw error;
     }
     return {*this, handle, home};
 }
@@ -290,10 +296,6 @@ void Connection::run(const std::string& text) {
     if (sqlite3_exec(handle_, text.c_str(), nullptr, nullptr, nullptr) != SQLITE_OK) {
         throw lastError();
     }
-}
-
-bool Connection::inTransaction() const {
-    return sqlite3_get_autocommit(handle_) == 0;
 }
 
 std::int64_t Connection::changedRows() const {

@@ -72,7 +72,6 @@ public:
     // Runs SQLite's own text that gives no rows.
     void run(const std::string& text);
 
-    [[nodiscard]] bool inTransaction() const;
     [[nodiscard]] std::int64_t changedRows() const;
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }

@@ -52,7 +52,6 @@ public:
 
     // --- filling the row begun with AddNew -------------------------------------------------------------
     void set(const Value& value);
-    void setNull();
     void setNumber(double number);
     void setInteger(std::int64_t number);
     void setText(std::string_view text); // not copied: must live until Update
@@ -126,8 +125,8 @@ public:
 
     // Between the two, changes are gathered in memory and written as the page cache fills.
     void BeginTrans();
+    // After a failure the content of a scratch file cannot be relied on.
     void CommitTrans();
-    [[nodiscard]] bool InTransaction() const;
 
     // Takes the table's indexes away, so that many rows can be appended fast, and returns what
     // RestoreIndexes makes them of again.
@@ -135,7 +134,6 @@ public:
     void RestoreIndexes(const std::vector<std::string>& definitions);
 
     void Close() noexcept;
-    [[nodiscard]] bool IsOpen() const noexcept;
 
 private:
     friend struct DBEngine;

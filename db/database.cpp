@@ -192,19 +192,7 @@ void Database::BeginTrans() {
 }
 
 void Database::CommitTrans() {
-    Connection& connection = open().connection;
-    try {
-        connection.run("commit");
-    } catch (const RuntimeError&) {
-        if (connection.inTransaction()) {
-            connection.run("rollback"); // nothing can be kept, but the next transaction can begin
-        }
-        throw;
-    }
-}
-
-bool Database::InTransaction() const {
-    return open().connection.inTransaction();
+    open().connection.run("commit");
 }
 
 std::vector<std::string> Database::TakeIndexes(std::string_view table) {
@@ -235,10 +223,6 @@ void Database::RestoreIndexes(const std::vector<std::string>& definitions) {
 void Database::Close() noexcept {
     std::erase(openDatabases(), this);
     implementation_.reset();
-}
-
-bool Database::IsOpen() const noexcept {
-    return implementation_ != nullptr;
 }
 
 std::unique_ptr<Database> DBEngine::OpenDatabase(std::string_view path, OpenMode mode) {

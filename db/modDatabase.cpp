@@ -1,13 +1,15 @@
 #include "db/modDatabase.h"
 
-#include "app/errorLog.h"
+#include <string>
+#include <utility>
+
 #include "app/modGlobal.h"
 #include "platform/environment.h"
 #include "platform/paths.h"
+#include "platform/runtimeError.h"
 
 namespace {
 
-constexpr std::string_view moduleName = "modDatabase";
 constexpr std::string_view templateName = "001.dat";
 constexpr int mostProgramsAtOnce = 100;
 
@@ -35,67 +37,44 @@ std::string templatePath(std::string_view applicationFolder) {
     return modGlobal::addBackslash(applicationFolder) + std::string(templateName);
 }
 
-// Finds a path that no other program works in, and locks it.
-std::string lockWorkingPath(std::string_view wanted, std::string_view keep,
-                            std::unique_ptr<platform::FileLock>& lock) {
-    for (int number = 1; number <= mostProgramsAtOnce; ++number) {
-        std::string path = platform::toInternal(numberedPath(wanted, number));
-        if (!keep.empty() && platform::isSameFile(path, keep)) {
-            continue;
-        }
-        try {
-            lock = platform::FileLock::tryAcquire(path + ".lock");
-        } catch (const RuntimeError& error) {
-            throw RuntimeError::about(error.number(), platform::displayPath(path));
-        }
-        if (lock) {
-            return path;
-        }
+// A file that cannot be made anew must not be written over: a device, a pipe.
+void requireReplaceable(const std::string& path) {
+    if (platform::somethingExists(path) && !platform::fileExists(path)) {
+        throw RuntimeError::about(errorNumber::pathFileAccess, platform::displayPath(path));
     }
-    throw RuntimeError(databaseError::inUse, "Could not use the database; it is already in use: " +
-                                                 platform::displayPath(platform::toInternal(wanted)));
+}
+
+std::unique_ptr<platform::FileLock> tryLock(const std::string& path) {
+    try {
+        return platform::FileLock::tryAcquire(path + ".lock");
+    } catch (const RuntimeError& error) {
+        throw RuntimeError::about(error.number(), platform::displayPath(path));
+    }
 }
 
 } // namespace
 
-void WorkingDatabase::close() {
-    closedPath_ = path();
-    details.reset();
-    database.reset();
-}
-
-void WorkingDatabase::reopen() {
-    database = DBEngine::OpenDatabase(closedPath_);
-    details = std::make_unique<DetailsTable>(*database);
-}
-
 WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
                                              std::string_view databasePath, clsUserInterface& userInterface,
                                              std::string_view keep) {
-    WorkingDatabase working;
-    const std::string path = lockWorkingPath(databasePath, keep, working.lock);
-    if (path != platform::toInternal(databasePath)) {
-        userInterface.message("The database " + platform::displayPath(platform::toInternal(databasePath)) +
-                              " is in use; this program works in " + platform::displayPath(path) + ".");
+    const std::string wanted = platform::resolveLinks(databasePath);
+    requireReplaceable(wanted);
+    for (int number = 1; number <= mostProgramsAtOnce; ++number) {
+        const std::string path = numberedPath(wanted, number);
+        if (!keep.empty() && platform::isSameFile(path, keep)) {
+            continue;
+        }
+        if (auto lock = tryLock(path)) {
+            if (number > 1) {
+                userInterface.message("The database " + platform::displayPath(wanted) +
+                                      " is in use; this program works in " + platform::displayPath(path) +
+                                      ".");
+            }
+            WorkingDatabase working(std::move(lock), path, templatePath(applicationFolder));
+            working.startAnew();
+            return working;
+        }
     }
-    // On a first start there is none to delete, which the log may know but nobody needs to be told.
-    modGlobal::trapped(
-        moduleName, "prepareDatabase", [&] { platform::deleteFile(path); }, modGlobal::Logging::quiet);
-    // A copy that fails shows when the file is opened; the reason is then told with it.
-    std::string copyFailure;
-    try {
-        platform::copyFile(templatePath(applicationFolder), path);
-    } catch (const RuntimeError& error) {
-        copyFailure = error.what();
-    }
-    try {
-        working.database = DBEngine::OpenDatabase(path);
-    } catch (const RuntimeError& error) {
-        throw copyFailure.empty()
-            ? error
-            : RuntimeError(error.number(), std::string(error.what()) + " (" + copyFailure + ")");
-    }
-    working.database->Execute("delete * from details");
-    working.details = std::make_unique<DetailsTable>(*working.database);
-    return working;
+    throw RuntimeError(databaseError::inUse,
+                       "Could not use the database; it is already in use: " + platform::displayPath(wanted));
 }

@@ -39,10 +39,6 @@ void Field::set(const Value& value) {
     recordset_->fresh().bindValue(index_ + 1, value);
 }
 
-void Field::setNull() {
-    recordset_->fresh().bindNull(index_ + 1);
-}
-
 void Field::setNumber(double number) {
     recordset_->fresh().bindNumber(index_ + 1, number);
 }
@@ -108,6 +104,9 @@ void Recordset::MoveNext() {
 
 void Recordset::MoveFirst() {
     Implementation& self = open();
+    if (!self.columns.empty()) {
+        failWith(databaseError::noCurrentRecord, "No current record");
+    }
     self.statement.reset();
     self.atEnd = true;
     self.atEnd = !self.statement.step();

@@ -52,19 +52,31 @@ Value modGlobal::vts(const Value& value, int kind) {
         if (isAbsent(value)) {
             return std::monostate();
         }
-        std::string text = valueText(value);
-        switch (kind) {
-        case 1:
-        case 6:
-            return text.empty() ? Value() : value;
-        case 3:
-            return text.empty() ? Value() : Value(text);
-        case 4:
-            return text;
-        case 5:
-            return value;
-        default:
-            return std::string();
+        const std::string text = valueText(value);
+        const auto result = vts(std::string_view(text), kind);
+        if (!result) {
+            return std::monostate();
         }
+        const bool unchanged = kind == 1 || kind == 5 || kind == 6;
+        return unchanged ? value : Value(std::string(*result));
     });
+}
+
+std::optional<std::string_view> modGlobal::vts(std::string_view text, int kind) {
+    switch (kind) {
+    case 1:
+    case 3:
+    case 6:
+        return text.empty() ? std::nullopt : std::optional(text);
+    case 4:
+    case 5:
+        return text;
+    default:
+        return std::string_view();
+    }
+}
+
+std::string modGlobal::quoted(std::string_view text) {
+    constexpr int inDoubleQuotes = 5;
+    return vtsSQL(std::string(text), inDoubleQuotes);
 }

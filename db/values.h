@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include "db/dao.h"
 
@@ -16,5 +18,11 @@ namespace modGlobal {
 // A value to write into a field: NULL stays NULL; 1 and 6 as it is (NULL when empty), 3 as text (NULL when
 // empty), 4 as text, 5 as it is. Any other kind gives the empty text, 2 deliberately included.
 [[nodiscard]] Value vts(const Value& value, int kind);
+
+// The same for a text that is at hand, without a copy of it; nothing stands for NULL.
+[[nodiscard]] std::optional<std::string_view> vts(std::string_view text, int kind);
+
+// vtsSQL of a text by kind 5: how paths stand in statements.
+[[nodiscard]] std::string quoted(std::string_view text);
 
 } // namespace modGlobal

@@ -29,30 +29,27 @@ void appendTable(Database& source, const WorkingDatabase& working, const std::st
 }
 
 void replaceDetails(Database& source, WorkingDatabase& working) {
-    Database& database = *working.database;
-    database.BeginTrans();
-    const std::vector<std::string> indexes = database.TakeIndexes("details");
-    database.Execute("delete * from details");
+    Database& database = working.database();
     try {
-        appendTable(source, working, "details");
-    } catch (const RuntimeError&) {
+        database.BeginTrans();
+        const std::vector<std::string> indexes = database.TakeIndexes("details");
         database.Execute("delete * from details");
+        appendTable(source, working, "details");
         database.RestoreIndexes(indexes);
         database.CommitTrans();
+    } catch (const RuntimeError&) {
+        working.startAnew(); // without a journal nothing of a failed transaction can be relied on
         throw;
     }
-    database.RestoreIndexes(indexes);
-    database.CommitTrans();
 }
 
 } // namespace
 
 std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, std::string_view path) {
     std::optional<RuntimeError> failure;
-    const std::string source = working.path();
     working.close();
     try {
-        platform::copyFile(source, path);
+        platform::copyFile(working.path(), path);
     } catch (const RuntimeError& error) {
         failure = error;
     }
@@ -64,7 +61,7 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path) {
     const std::string file = platform::toInternal(path);
     try {
         const auto source = DBEngine::OpenDatabase(file, OpenMode::readOnly);
-        requireTable(*source, "details");
+        requireTable(*source, "details"); // before the rows there are given up
         replaceDetails(*source, working);
         appendTable(*source, working, "nodes");
     } catch (const RuntimeError& error) {

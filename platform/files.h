@@ -13,6 +13,13 @@ namespace platform {
 // True when a regular file is there (links are followed): something that can be overwritten.
 [[nodiscard]] bool fileExists(std::string_view path) noexcept;
 
+// True when anything at all is there, be it a link that leads nowhere.
+[[nodiscard]] bool somethingExists(std::string_view path) noexcept;
+
+// The internal path of the file that a path leads to, links followed; of one that does not exist yet, in the
+// folder that its own leads to.
+[[nodiscard]] std::string resolveLinks(std::string_view path);
+
 // True when both paths lead to one existing file.
 [[nodiscard]] bool isSameFile(std::string_view left, std::string_view right) noexcept;
 

@@ -43,6 +43,8 @@ private:
         std::size_t nameStart = 0;
         std::size_t nameLength = 0;
     };
+    void append(const EntryFacts& facts, std::string_view nativeName);
+
     std::string names_;
     std::vector<Item> items_;
 };

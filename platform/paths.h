@@ -38,9 +38,6 @@ void appendNativeName(std::string& result, std::string_view internalName);
 void appendDisplayPath(std::string& result, std::string_view internalPath);
 [[nodiscard]] std::string displayPath(std::string_view internalPath);
 
-// True when two names differ only in what the system's file names ignore: exact on Linux.
-[[nodiscard]] bool sameName(std::string_view left, std::string_view right);
-
 // What ends a line of a text file on this system.
 inline constexpr std::string_view lineEnd = "\n";
 

@@ -5,9 +5,11 @@
 
 namespace {
 
-constexpr std::array<std::pair<int, const char*>, 12> descriptions{{
+constexpr std::array<std::pair<int, const char*>, 14> descriptions{{
     {errorNumber::invalidCall, "Invalid procedure call or argument"},
     {errorNumber::overflow, "Overflow"},
+    {errorNumber::outOfMemory, "Out of memory"},
+    {errorNumber::subscriptOutOfRange, "Subscript out of range"},
     {errorNumber::typeMismatch, "Type mismatch"},
     {errorNumber::fileNotFound, "File not found"},
     {errorNumber::inputOutput, "Device I/O error"},

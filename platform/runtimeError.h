@@ -8,6 +8,8 @@
 namespace errorNumber {
 inline constexpr int invalidCall = 5;
 inline constexpr int overflow = 6;
+inline constexpr int outOfMemory = 7;
+inline constexpr int subscriptOutOfRange = 9;
 inline constexpr int typeMismatch = 13;
 inline constexpr int fileNotFound = 53;
 inline constexpr int inputOutput = 57;

@@ -27,13 +27,17 @@ bool writeTo(Stream stream, std::string_view text);
 // A line from standard input; nothing at its end.
 [[nodiscard]] std::optional<std::string> readLine();
 
-// While one lives, the first Ctrl-C only sets a flag; a second one ends the program.
+// While one lives, the first Ctrl-C only sets a flag; a second one ends the program. A program that was
+// started with Ctrl-C ignored goes on ignoring it.
 class InterruptionWatch {
 public:
     InterruptionWatch();
     ~InterruptionWatch();
     InterruptionWatch(const InterruptionWatch&) = delete;
     InterruptionWatch& operator=(const InterruptionWatch&) = delete;
+
+private:
+    bool replaced_ = false;
 };
 
 // True once Ctrl-C was pressed under a watch.

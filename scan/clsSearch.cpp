@@ -9,10 +9,12 @@ namespace {
 constexpr std::size_t longestStoredPath = 255;
 constexpr std::string_view detailsTable = "details";
 
-// Empty texts are stored as NULL.
+constexpr int textKind = 6;
+
+// Of a new row, whose fields are NULL. Empty texts are stored so.
 void setText(Field& field, std::string_view text) {
-    if (!text.empty()) {
-        field.setText(text);
+    if (const auto value = modGlobal::vts(text, textKind)) {
+        field.setText(*value);
     }
 }
 
@@ -24,17 +26,17 @@ bool endsStoring(const RuntimeError& error) {
 
 } // namespace
 
-void clsSearch::updateDetail(std::string_view path, std::string_view description, double size,
+bool clsSearch::updateDetail(std::string_view path, std::string_view description, double size,
                              std::string_view dateAccessed, std::string_view dateModified,
                              std::string_view owner) {
-    appendRow(path, description, size, dateAccessed, dateModified, owner, {});
+    return appendRow(path, description, size, dateAccessed, dateModified, owner, {});
 }
 
-void clsSearch::appendRow(std::string_view path, std::string_view description, double size,
+bool clsSearch::appendRow(std::string_view path, std::string_view description, double size,
                           std::string_view dateAccessed, std::string_view dateModified,
                           std::string_view owner, std::string_view stamp) {
     try {
-        DetailsTable& row = *database_.details;
+        DetailsTable& row = database_.details();
         file_.setFullPath(path);
         const bool isFolder = path.ends_with('\\');
         const std::string_view parent = file_.parentFolder();
@@ -62,10 +64,12 @@ void clsSearch::appendRow(std::string_view path, std::string_view description, d
         row.isFolder.setInteger(isFolder ? 1 : 0);
         setText(row.scanCompleteTime, stamp);
         row.rows->Update();
+        return true;
     } catch (const RuntimeError& error) {
         if (!storageFailure_ && endsStoring(error)) {
             storageFailure_ = error;
         }
+        return false;
     }
 }
 
@@ -85,62 +89,62 @@ void clsSearch::updateDetailSQLMETHOD(std::string_view path, std::string_view de
          {dateAccessed, dateModified, owner, currentDate_.of(platform::now())}) {
         statement += "," + modGlobal::vtsSQL(std::string(text), 6);
     }
-    database_.database->Execute(statement + ")");
+    database_.database().Execute(statement + ")");
 }
 
-void clsSearch::recordFolder(std::string_view path, double size, std::string_view dateAccessed,
+bool clsSearch::recordFolder(std::string_view path, double size, std::string_view dateAccessed,
                              std::string_view dateModified, std::string_view owner) {
     constexpr std::string_view description = "File Folder";
     file_.setFullPath(path);
     const std::size_t length = platform::characterCount(file_.fullPathNoDrive());
-    const std::string stamp(CancelScan ? std::string_view() : currentDate_.of(platform::now()));
+    stamp_ = CancelScan ? std::string_view() : currentDate_.of(platform::now());
     // The stamp goes to the rows whose stored path is the folder's whole one: never to one that was cut, and
     // of a path that just fits also to the rows below it, whose paths were cut to the same text.
     const bool stampsItself = bulkLoad_ && length < longestStoredPath;
-    if (length > 0) {
-        appendRow(path, description, size, dateAccessed, dateModified, owner,
-                  stampsItself ? stamp : std::string_view());
-    }
-    if (stamp.empty() || stampsItself) {
-        return;
+    const bool isRoot = length == 0;
+    const bool stored = !isRoot && appendRow(path, description, size, dateAccessed, dateModified, owner,
+                                             stampsItself ? std::string_view(stamp_) : std::string_view());
+    if (stamp_.empty() || stampsItself) {
+        return stored;
     }
     if (!bulkLoad_) {
-        stampFolder(path, stamp);
+        stampFolder(path, stamp_);
     } else if (length == longestStoredPath) {
-        lateStamps_.emplace_back(path, stamp);
+        lateStamps_.emplace_back(path, stamp_);
     }
+    return stored;
 }
 
 std::string clsSearch::locationCondition(std::string_view path) {
     file_.setFullPath(path);
-    return "fullPath=\"" + std::string(file_.fullPathNoDrive()) + "\" and drive=\"" +
-           std::string(file_.drive()) + "\"";
+    return "fullPath=" + modGlobal::quoted(file_.fullPathNoDrive()) +
+           " and drive=" + modGlobal::quoted(file_.drive());
 }
 
 std::string clsSearch::getLastScanStopTimeByLocationKey(std::string_view path) {
     if (bulkLoad_) {
         return {};
     }
-    const auto rows = database_.database->OpenRecordset("select scanCompleteTime from details where " +
-                                                        locationCondition(path));
+    const auto rows = database_.database().OpenRecordset("select scanCompleteTime from details where " +
+                                                         locationCondition(path));
     return rows->EndOfFile() ? std::string() : std::string(rows->Fields(0).text());
 }
 
 void clsSearch::resetScanCompleteTime(std::string_view path) {
-    database_.database->Execute("delete * from details where (" + locationCondition(path) +
-                                ") or parentFolder=\"" + std::string(path) + "\"");
+    database_.database().Execute("delete * from details where (" + locationCondition(path) +
+                                 ") or parentFolder=" + modGlobal::quoted(path));
 }
 
 double clsSearch::folderSum(std::string_view path) const {
-    const auto rows = database_.database->OpenRecordset(
-        "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=\"" +
-        std::string(path) + "\"));");
+    const auto rows = database_.database().OpenRecordset(
+        "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=" +
+        modGlobal::quoted(path) + "));");
     return rows->EndOfFile() ? 0 : rows->Fields("sumofsize").number();
 }
 
 void clsSearch::stampFolder(std::string_view path, std::string_view stamp) {
-    database_.database->Execute("update details set scanCompleteTime='" + std::string(stamp) + "' where " +
-                                locationCondition(path));
+    database_.database().Execute("update details set scanCompleteTime='" + std::string(stamp) + "' where " +
+                                 locationCondition(path));
 }
 
 void clsSearch::beginScan() {
@@ -148,7 +152,7 @@ void clsSearch::beginScan() {
     lateStamps_.clear();
     takenIndexes_.clear();
     filesSeen = 0;
-    Database& database = *database_.database;
+    Database& database = database_.database();
     database.BeginTrans();
     bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
     if (bulkLoad_) {
@@ -157,11 +161,16 @@ void clsSearch::beginScan() {
 }
 
 void clsSearch::endScan() {
-    Database& database = *database_.database;
+    Database& database = database_.database();
     bulkLoad_ = false;
     database.RestoreIndexes(takenIndexes_);
     for (const auto& [folder, stamp] : lateStamps_) {
         stampFolder(folder, stamp);
     }
     database.CommitTrans();
+}
+
+void clsSearch::abandonScan() {
+    bulkLoad_ = false;
+    database_.startAnew();
 }

@@ -28,8 +28,8 @@ public:
     double filesSeen = 0;    // by the running scan
 
     // Appends one row. Size in bytes, dates as mm/dd/yyyy hh:nn:ss AMPM; an empty text is stored as NULL.
-    // A row that cannot be stored is not reported, and the scan goes on.
-    void updateDetail(std::string_view path, std::string_view description, double size,
+    // A row that cannot be stored is not reported, and the scan goes on; the result tells.
+    bool updateDetail(std::string_view path, std::string_view description, double size,
                       std::string_view dateAccessed, std::string_view dateModified, std::string_view owner);
 
     // Another way to append a row, as one statement and with fewer columns; nothing uses it. Its errors are
@@ -48,8 +48,8 @@ public:
     [[nodiscard]] double folderSum(std::string_view path) const;
 
     // Appends a folder's own row (a drive's root has none) and, unless the scan is cancelled, stamps the
-    // folder as completely scanned.
-    void recordFolder(std::string_view path, double size, std::string_view dateAccessed,
+    // folder as completely scanned. True when a row was stored.
+    bool recordFolder(std::string_view path, double size, std::string_view dateAccessed,
                       std::string_view dateModified, std::string_view owner);
 
     // --- one scan ----------------------------------------------------------------------------------------
@@ -58,6 +58,9 @@ public:
     // indexes are made when all is there.
     void beginScan();
     void endScan();
+    // After either has failed, or storing has: nothing in the file can be relied on any more, for it has no
+    // journal, so it is made anew and empty. Throws when not even that can be done.
+    void abandonScan();
     [[nodiscard]] bool isBulkLoad() const noexcept { return bulkLoad_; }
 
     // Why the database takes no more rows: a full disk, a lost file. Nothing as long as all is well.
@@ -66,7 +69,7 @@ public:
     }
 
 private:
-    void appendRow(std::string_view path, std::string_view description, double size,
+    bool appendRow(std::string_view path, std::string_view description, double size,
                    std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
                    std::string_view stamp);
     void stampFolder(std::string_view path, std::string_view stamp);
@@ -76,6 +79,7 @@ private:
     const clsSettings& settings_;
     clsFile file_;
     std::string extension_;
+    std::string stamp_;
     DateTexts currentDate_;
 
     bool bulkLoad_ = false;

@@ -6,6 +6,7 @@
 #include "app/errorLog.h"
 #include "platform/clock.h"
 #include "platform/paths.h"
+#include "platform/text.h"
 
 namespace {
 
@@ -53,8 +54,7 @@ void FolderWalk::enterFolder(const platform::EntryFacts& facts) {
     if (search_.CancelScan || search_.storageFailure()) {
         return;
     }
-    file_.setFullPath(path_);
-    static_cast<void>(file_.drive()); // a path that is too long to be recorded fails here
+    requireRecordable();
     if (!search_.getLastScanStopTimeByLocationKey(path_).empty()) {
         return; // was scanned completely before, with all below it
     }
@@ -72,6 +72,20 @@ void FolderWalk::enterFolder(const platform::EntryFacts& facts) {
     }
 }
 
+// Fails for a path that is longer than the path model takes; what lies below cannot be recorded.
+void FolderWalk::requireRecordable() {
+    try {
+        file_.setFullPath(path_);
+        static_cast<void>(file_.drive());
+    } catch (const RuntimeError& error) {
+        constexpr std::size_t shownCharacters = 100;
+        throw RuntimeError(error.number(),
+                           std::string(error.what()) + ": " +
+                               platform::displayPath(platform::firstCharacters(path_, shownCharacters)) +
+                               "...");
+    }
+}
+
 void FolderWalk::recordEntry(Level& level) {
     const platform::FolderEntry entry = level.entries[level.next++];
     path_.append(entry.name);
@@ -83,17 +97,18 @@ void FolderWalk::recordEntry(Level& level) {
     }
     const double size = recordedSize(entry.size, settings_.fullFileSizes());
     search_.filesSeen += 1;
-    level.size += size;
-    search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry));
+    if (search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry))) {
+        level.size += size;
+    }
 }
 
 // Records the folder itself, whose contents are all recorded.
 void FolderWalk::leaveFolder(Level& level) {
     level.entries.clear();
     const double size = search_.isBulkLoad() ? level.size : search_.folderSum(path_);
-    search_.recordFolder(path_, size, accessedText(level.facts), modifiedText(level.facts),
-                         ownerOf(level.facts));
-    if (depth_ > 0) {
+    const bool stored = search_.recordFolder(path_, size, accessedText(level.facts),
+                                             modifiedText(level.facts), ownerOf(level.facts));
+    if (stored && depth_ > 0) {
         levels_[depth_ - 1]->size += size;
     }
 }

@@ -41,6 +41,7 @@ private:
     };
 
     void enterFolder(const platform::EntryFacts& facts);
+    void requireRecordable();
     void recordEntry(Level& level);
     void leaveFolder(Level& level);
     void showProgress();

@@ -17,23 +17,28 @@ using modProcessFiles::Surroundings;
 constexpr std::string_view moduleName = "modProcessFiles";
 constexpr std::string_view procedureName = "processMain";
 
-// The walk with the transaction round it.
-ScanResult scan(const std::string& path, const Surroundings& surroundings, std::int64_t startTick) {
-    clsSearch& search = surroundings.search;
-    FolderWalk walk(search, surroundings.settings, surroundings.userInterface, startTick);
+void walkAndStore(FolderWalk& walk, clsSearch& search, const std::string& path) {
     search.beginScan();
     walk.run(path, platform::folderFacts(path).value_or(platform::EntryFacts{}));
-    ScanResult result;
-    result.unreadableFolders = walk.unreadableFolders();
-    result.firstUnreadable = walk.firstUnreadable();
-    try {
-        search.endScan();
-    } catch (const RuntimeError& error) {
-        throw search.storageFailure().value_or(error); // what went wrong first tells more
-    }
     if (search.storageFailure()) {
         throw *search.storageFailure();
     }
+    search.endScan();
+}
+
+// The walk as one transaction.
+ScanResult scan(const std::string& path, const Surroundings& surroundings, std::int64_t startTick) {
+    clsSearch& search = surroundings.search;
+    FolderWalk walk(search, surroundings.settings, surroundings.userInterface, startTick);
+    try {
+        walkAndStore(walk, search, path);
+    } catch (...) {
+        modGlobal::trapped(moduleName, procedureName, [&] { search.abandonScan(); });
+        throw;
+    }
+    ScanResult result;
+    result.unreadableFolders = walk.unreadableFolders();
+    result.firstUnreadable = walk.firstUnreadable();
     result.stored = true;
     return result;
 }

@@ -1,16 +1,15 @@
 #include "views/folderFigures.h"
 
+#include <unordered_map>
 #include <utility>
 
+#include "db/values.h"
 #include "platform/text.h"
 #include "scan/clsFile.h"
 
 namespace {
 
-std::string quoted(std::string_view text) {
-    return '"' + std::string(text) + '"';
-}
-
+// Groups of one name share a row of the list, which holds what the last of them said, deliberately.
 std::vector<modFigures::FileGroup> groups(Database& database, const std::string& query,
                                           std::string_view nameColumn) {
     std::vector<modFigures::FileGroup> result;
@@ -18,8 +17,13 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
     const Field& name = rows->Fields(nameColumn);
     const Field& size = rows->Fields("TotalSize");
     const Field& count = rows->Fields("totalcount");
+    std::unordered_map<std::string, std::size_t> indexes;
     for (; !rows->EndOfFile(); rows->MoveNext()) {
-        result.push_back({std::string(name.text()), size.number(), std::string(count.text())});
+        const auto [known, isNew] = indexes.try_emplace(std::string(name.text()), result.size());
+        if (isNew) {
+            result.emplace_back();
+        }
+        result[known->second] = {known->first, size.number(), std::string(count.text())};
     }
     return result;
 }
@@ -30,12 +34,12 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
     std::vector<ChartEntry> entries;
     const auto files = database.OpenRecordset("select sum(details.size) as total from details "
                                               " where isFolder=0 and parentfolder=" +
-                                              quoted(key));
+                                              modGlobal::quoted(key));
     if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
         entries.push_back({"|Files|", files->Fields("Total").number()});
     }
     const auto folders = database.OpenRecordset(
-        "select distinct drive,fullPath,size from details where parentFolder =" + quoted(key) +
+        "select distinct drive,fullPath,size from details where parentFolder =" + modGlobal::quoted(key) +
         " and isFolder=1");
     const Field& drive = folders->Fields("drive");
     const Field& path = folders->Fields("fullPath");
@@ -57,7 +61,7 @@ std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std
                   "Count(details.extension) AS totalCount "
                   "From details "
                   "WHERE Left([drive] & [fullPath]," +
-                      std::to_string(platform::characterCount(key)) + ")=" + quoted(key) +
+                      std::to_string(platform::characterCount(key)) + ")=" + modGlobal::quoted(key) +
                       " AND isFolder=0 "
                       "GROUP BY details.extension, details.description;",
                   "extension");
@@ -69,7 +73,7 @@ std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::s
         "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
         "From details "
         "WHERE (details.drive & details.fullPath) Like " +
-            quoted(std::string(key) + "*") +
+            modGlobal::quoted(std::string(key) + "*") +
             " AND isFolder=0 "
             "GROUP BY details.owner;",
         "owner");

@@ -8,8 +8,6 @@ namespace modQuickSort {
 
 namespace {
 
-constexpr int subscriptOutOfRange = 9;
-
 // Half of the sum, with halves rounded to even.
 std::size_t middle(std::ptrdiff_t low, std::ptrdiff_t high) {
     const auto sum = static_cast<std::size_t>(low + high);
@@ -55,7 +53,7 @@ void quickSortUDT(std::span<ChartEntry> entries, std::ptrdiff_t low, std::ptrdif
             return;
         }
         if (low < 0 || high >= std::ssize(entries)) {
-            throw RuntimeError(subscriptOutOfRange, "Subscript out of range");
+            throw RuntimeError(errorNumber::subscriptOutOfRange);
         }
         sortRange(entries, low, high);
     });

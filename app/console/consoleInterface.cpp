@@ -1,5 +1,6 @@
 #include "app/console/consoleInterface.h"
 
+#include "app/console/terminalText.h"
 #include "db/dao.h"
 #include "platform/clock.h"
 #include "platform/terminal.h"
@@ -10,17 +11,13 @@ namespace {
 
 constexpr std::int64_t millisecondsPerRefresh = 100;
 
-// On one line, and without what could command a terminal.
+// The lines of a message as one.
 std::string oneLine(std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-        if (static_cast<unsigned char>(c) >= ' ') {
-            result.push_back(c);
-        } else if (!result.ends_with(' ')) {
-            result.push_back(' ');
-        }
+    std::string result(text);
+    for (std::size_t at = 0; (at = result.find("\r\n", at)) != std::string::npos;) {
+        result.replace(at, 2, " ");
     }
-    return result;
+    return forTerminal(result);
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "app/applicationFolder.h"
 #include "app/console/figureTables.h"
 #include "app/console/savedScan.h"
+#include "app/console/terminalText.h"
 #include "app/errorLog.h"
 #include "app/modGlobal.h"
 #include "export/clsExport.h"
@@ -74,30 +75,37 @@ void ConsoleRun::scanPaths() {
     userInterface_.watch(search);
     const platform::InterruptionWatch watch;
     for (const std::string& typed : options_.paths) {
-        userInterface_.setSubject(typed);
-        const std::string path = modGlobal::addBackslash(platform::toInternal(typed));
-        if (path.empty() || !platform::folderExists(path)) {
-            fail(typed, "Directory not found.");
-            continue;
-        }
-        const std::int64_t messagesBefore = userInterface_.messageCount();
-        const auto result = modProcessFiles::processMain(path, {search, settings_, userInterface_});
-        failed_ = failed_ || !result.stored || userInterface_.messageCount() != messagesBefore;
-        if (result.firstUnreadable == path) {
-            fail(typed, platform::whyUnreadable(path));
-        } else if (result.unreadableFolders > 0) {
-            userInterface_.message(
-                "folders that could not be read: " + std::to_string(result.unreadableFolders) +
-                ", the first of them " + platform::displayPath(result.firstUnreadable));
-        }
-        if (result.stored) {
-            showFolder(path, modProcessFiles::finishedText(result.seconds));
-        }
-        if (result.cancelled) {
-            cancelled_ = true;
-            return;
+        if (lost_) {
+            fail(typed, "not scanned");
+        } else if (!cancelled_) {
+            scanPath(search, typed);
         }
     }
+}
+
+void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
+    userInterface_.setSubject(typed);
+    const std::string path = modGlobal::addBackslash(platform::toInternal(typed));
+    if (path.empty() || !platform::folderExists(path)) {
+        fail(typed, "Directory not found.");
+        return;
+    }
+    const std::int64_t messagesBefore = userInterface_.messageCount();
+    const auto result = modProcessFiles::processMain(path, {search, settings_, userInterface_});
+    failed_ = failed_ || userInterface_.messageCount() != messagesBefore;
+    cancelled_ = result.cancelled || platform::wasInterrupted();
+    lost_ = !result.stored;
+    if (lost_) {
+        return;
+    }
+    if (result.firstUnreadable == path) {
+        const std::string reason = platform::whyUnreadable(path);
+        fail(typed, reason.empty() ? "could not be read" : reason);
+    } else if (result.unreadableFolders > 0) {
+        userInterface_.message("folders that could not be read: " + std::to_string(result.unreadableFolders) +
+                               ", the first of them " + platform::displayPath(result.firstUnreadable));
+    }
+    showFolder(path, modProcessFiles::finishedText(result.seconds));
 }
 
 bool ConsoleRun::loadSaved() {
@@ -112,31 +120,33 @@ bool ConsoleRun::loadSaved() {
 }
 
 void ConsoleRun::showLoaded() {
-    modGlobal::trapped("spannory-scan", "showLoaded", [&] {
-        if (options_.paths.empty()) {
-            for (const std::string& key : modSavedScan::topFolders(*working_.database)) {
+    const bool shown = modGlobal::trapped("spannory-scan", "showLoaded", [&] {
+        if (options_.paths.empty() && !options_.quiet) {
+            for (const std::string& key : modSavedScan::topFolders(working_.database())) {
                 showFolder(key, {});
             }
         }
         for (const std::string& typed : options_.paths) {
-            const std::string key = modSavedScan::findFolder(*working_.database, typed);
+            const std::string key = modSavedScan::findFolder(working_.database(), typed);
             if (key.empty()) {
                 fail(typed, "Directory not found in " + options_.loadFile + ".");
             } else {
                 showFolder(key, {});
             }
         }
+        return true;
     });
+    failed_ = failed_ || !shown;
 }
 
 void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
     if (options_.quiet) {
         return;
     }
-    modGlobal::trapped("spannory-scan", "showFolder", [&] {
-        Database& database = *working_.database;
+    const bool shown = modGlobal::trapped("spannory-scan", "showFolder", [&] {
+        Database& database = working_.database();
         const std::size_t width = platform::terminalWidth(platform::Stream::output);
-        std::string text = platform::displayPath(key) + "\n\n";
+        std::string text = forTerminal(platform::displayPath(key)) + "\n\n";
         text += barChart(modFigures::chartEntries(database, key), options_.top, width) + "\n";
         text += groupTable("Extension", modFigures::fileTypes(database, key), options_.top) + "\n";
         text += groupTable("Owner", modFigures::owners(database, key), options_.top) + "\n";
@@ -145,7 +155,9 @@ void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
             text.append(finished).append("\n");
         }
         print(text + "\n");
+        return true;
     });
+    failed_ = failed_ || !shown;
 }
 
 void ConsoleRun::writeReports() {
@@ -154,25 +166,34 @@ void ConsoleRun::writeReports() {
     writeReport(ReportFormat::text, options_.textFile);
     writeReport(ReportFormat::xml, options_.xmlFile);
     writeReport(ReportFormat::excel, options_.excelFile);
-    if (!options_.databaseFile.empty()) {
-        writeDatabase();
+    writeDatabase();
+}
+
+// Whether the file that was asked for may be written; says why when not.
+bool ConsoleRun::mayWrite(const std::string& file) {
+    userInterface_.setSubject(file);
+    if (lost_) {
+        fail(file, "not written, for the scan could not be stored");
+        return false;
     }
+    if (platform::isSameFile(file, working_.path())) {
+        fail(file, "this is the working database itself");
+        return false;
+    }
+    const bool agreed = modExport::confirmOverwrite(userInterface_, file);
+    failed_ = failed_ || !agreed;
+    return agreed;
 }
 
 void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& file) {
     using modExport::ReportFormat;
-    if (file.empty()) {
-        return;
-    }
-    userInterface_.setSubject(file);
-    if (!modExport::confirmOverwrite(userInterface_, file)) {
-        failed_ = true;
+    if (file.empty() || !mayWrite(file)) {
         return;
     }
     clsExport exportOptions;
     exportOptions.detail = options_.summary || format == ReportFormat::xml ? 2 : 1;
     const std::string query = modExport::reportQuery(format, exportOptions.detail);
-    const modExport::ReportContext context{*working_.database, userInterface_, settings_, exportOptions};
+    const modExport::ReportContext context{working_.database(), userInterface_, settings_, exportOptions};
     bool written = false;
     switch (format) {
     case ReportFormat::html:
@@ -193,13 +214,7 @@ void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& 
 
 void ConsoleRun::writeDatabase() {
     const std::string& file = options_.databaseFile;
-    userInterface_.setSubject(file);
-    if (!modExport::confirmOverwrite(userInterface_, file)) {
-        failed_ = true;
-        return;
-    }
-    if (platform::isSameFile(file, working_.path())) {
-        fail(file, "this is the working database itself");
+    if (file.empty() || !mayWrite(file)) {
         return;
     }
     try {

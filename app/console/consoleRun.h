@@ -10,6 +10,7 @@
 #include "app/console/consoleOptions.h"
 #include "db/modDatabase.h"
 #include "export/exportQueries.h"
+#include "scan/clsSearch.h"
 
 // One run of the console program, from the options to the exit status.
 class ConsoleRun {
@@ -22,10 +23,12 @@ public:
 private:
     bool start();
     void scanPaths();
+    void scanPath(clsSearch& search, const std::string& typed);
     bool loadSaved();
     void showLoaded();
     void showFolder(std::string_view key, std::string_view finished);
     void writeReports();
+    bool mayWrite(const std::string& file);
     void writeReport(modExport::ReportFormat format, const std::string& file);
     void writeDatabase();
     void print(const std::string& text);
@@ -38,5 +41,6 @@ private:
     WorkingDatabase working_;
     bool failed_ = false;
     bool cancelled_ = false;
+    bool lost_ = false; // the database could not take the scan
     bool outputLost_ = false;
 };

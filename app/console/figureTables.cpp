@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "app/console/terminalText.h"
 #include "platform/locale.h"
 #include "platform/terminal.h"
 #include "platform/text.h"
@@ -13,16 +14,11 @@ namespace {
 
 constexpr std::size_t widestName = 40;
 
-// For a terminal: no control characters, and no wider than a table's first column.
+// For a terminal, and no wider than a table's first column.
 std::string shown(std::string_view name) {
-    std::string result(platform::firstCharacters(name, widestName));
-    if (result.size() < name.size()) {
-        result = std::string(platform::firstCharacters(name, widestName - 3)) + "...";
-    }
-    for (char& c : result) {
-        c = static_cast<unsigned char>(c) < ' ' || c == '\x7f' ? '?' : c;
-    }
-    return result;
+    const std::string_view cut = platform::firstCharacters(name, widestName);
+    return cut.size() == name.size() ? forTerminal(name)
+                                     : forTerminal(platform::firstCharacters(name, widestName - 3)) + "...";
 }
 
 std::string padded(const std::string& text, std::size_t width, bool toTheRight = false) {

@@ -8,7 +8,7 @@
 #include "views/quickSort.h"
 
 // The views of a folder as tables of characters. `top` rows at most, 0 for all; the rows left out are counted
-// in a last line. Control characters in names are replaced, for names may come from a file of anybody's.
+// in a last line. Names are fit for a terminal (terminalText.h).
 
 // One bar per entry, largest first, within `width` columns.
 [[nodiscard]] std::string barChart(const std::vector<ChartEntry>& entries, std::size_t top,

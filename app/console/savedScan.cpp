@@ -5,6 +5,7 @@
 #include <unordered_set>
 
 #include "app/modGlobal.h"
+#include "db/values.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "scan/clsFile.h"
@@ -13,17 +14,14 @@ namespace {
 
 constexpr std::size_t longestStoredPath = 255;
 
-std::string quoted(std::string_view text) {
-    return '"' + std::string(text) + '"';
-}
-
 bool holdsRows(Database& database, const std::string& key) {
     const clsFile folder(key);
-    return !database.OpenRecordset("select idx from details where parentFolder=" + quoted(key))
+    return !database.OpenRecordset("select idx from details where parentFolder=" + modGlobal::quoted(key))
                 ->EndOfFile() ||
            !database
-                .OpenRecordset("select idx from details where fullPath=" + quoted(folder.fullPathNoDrive()) +
-                               " and drive=" + quoted(folder.drive()))
+                .OpenRecordset(
+                    "select idx from details where fullPath=" + modGlobal::quoted(folder.fullPathNoDrive()) +
+                    " and drive=" + modGlobal::quoted(folder.drive()))
                 ->EndOfFile();
 }
 

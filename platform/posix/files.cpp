@@ -41,11 +41,16 @@ std::optional<struct stat> statusOf(std::string_view path) noexcept {
     return std::nullopt;
 }
 
+bool folderIsThere(const std::string& nativeFile) {
+    struct stat status {};
+    return ::stat(nativeFile.substr(0, nativeFile.rfind('/') + 1).c_str(), &status) == 0;
+}
+
 Descriptor openOrThrow(std::string_view path, const std::string& native, int flags) {
     Descriptor file(::open(native.c_str(), flags | O_CLOEXEC, newFileMode));
     if (!file.isOpen()) {
-        const bool folderIsMissing = errno == ENOENT && (flags & O_CREAT) != 0;
-        throw systemError(folderIsMissing ? ENOTDIR : errno, path);
+        const int cause = errno;
+        throw systemError(cause == ENOENT && !folderIsThere(native) ? ENOTDIR : cause, path);
     }
     return file;
 }
@@ -93,9 +98,13 @@ public:
             target_ = resolved;
             std::free(resolved);
         }
-        temporary_ = target_ + ".new-" + std::to_string(::getpid());
-        file_ = openOrThrow(path, temporary_, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW);
-        if (exists) {
+        // Never through a file that somebody else has put there.
+        const std::string name = target_ + ".new-" + std::to_string(::getpid());
+        ::unlink(name.c_str());
+        file_ = openOrThrow(path, name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
+        temporary_ = name;
+        if (exists) { // best effort: the owner is kept where the system allows it
+            static_cast<void>(::fchown(file_.get(), existing.st_uid, existing.st_gid) == 0);
             ::fchmod(file_.get(), existing.st_mode & 07777);
         }
     }
@@ -164,6 +173,35 @@ Descriptor openRegularFile(std::string_view path) {
 bool fileExists(std::string_view path) noexcept {
     const std::optional<struct stat> status = statusOf(path);
     return status && S_ISREG(status->st_mode);
+}
+
+bool somethingExists(std::string_view path) noexcept {
+    try {
+        struct stat status {};
+        return ::lstat(nativeOf(path).c_str(), &status) == 0;
+    } catch (...) {
+        return false;
+    }
+}
+
+std::string resolveLinks(std::string_view path) {
+    const std::string native = nativeOf(path);
+    std::string name;
+    std::string existing = native;
+    for (char* resolved = nullptr; !existing.empty();) {
+        resolved = ::realpath(existing.c_str(), nullptr);
+        if (resolved != nullptr) {
+            existing = resolved;
+            std::free(resolved); // NOLINT: given by the C library
+            return toInternal(name.empty() ? existing : existing + (existing == "/" ? "" : "/") + name);
+        }
+        if (!name.empty()) {
+            break; // the folder is missing too
+        }
+        name = existing.substr(existing.rfind('/') + 1);
+        existing.resize(std::max<std::size_t>(existing.rfind('/'), 1));
+    }
+    return toInternal(native);
 }
 
 bool isSameFile(std::string_view left, std::string_view right) noexcept {

@@ -124,6 +124,15 @@ FolderEntry FolderListing::operator[](std::size_t index) const {
             std::string_view(names_).substr(item.nameStart, item.nameLength)};
 }
 
+void FolderListing::append(const EntryFacts& facts, std::string_view nativeName) {
+    Item item;
+    static_cast<EntryFacts&>(item) = facts;
+    item.nameStart = names_.size();
+    appendInternalName(names_, nativeName);
+    item.nameLength = names_.size() - item.nameStart;
+    items_.push_back(item);
+}
+
 void FolderListing::clear() noexcept {
     constexpr std::size_t worthKeeping = 1 << 20;
     if (names_.capacity() > worthKeeping) {
@@ -137,10 +146,29 @@ void FolderListing::clear() noexcept {
 struct FolderReader::Implementation {
     LongPathOpener opener;
     std::string native;
+    std::string share; // the last one, and where it is mounted
+    std::string shareNative;
     alignas(KernelEntry) std::array<char, readBufferSize> buffer;
 
+    // A share's mount point is looked up when the share changes, not for every folder.
+    void findNative(std::string_view internalFolder) {
+        if (share.empty() || !internalFolder.starts_with(share)) {
+            native = toNative(internalFolder);
+            const std::size_t server = internalFolder.starts_with("\\\\") ? internalFolder.find('\\', 2) : 0;
+            share = internalFolder.substr(0, server == 0 ? 0 : internalFolder.find('\\', server + 1) + 1);
+            shareNative = share.empty() ? std::string() : toNative(share);
+            return;
+        }
+        native = shareNative;
+        const std::string_view names = internalFolder.substr(share.size());
+        if (!names.empty()) {
+            native += '/';
+            appendNativeName(native, names.ends_with('\\') ? names.substr(0, names.size() - 1) : names);
+        }
+    }
+
     Descriptor open(std::string_view internalFolder, bool followLink) {
-        native = toNative(internalFolder);
+        findNative(internalFolder);
         return opener.open(native, followLink ? 0 : O_NOFOLLOW);
     }
 };
@@ -151,43 +179,34 @@ FolderReader::~FolderReader() = default;
 bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool followLink) {
     listing.clear();
     const Descriptor folder = implementation_->open(internalFolder, followLink);
-    return folder.isOpen() &&
-           forEachEntry(folder.get(), implementation_->buffer.data(),
-                        [&](const char* name, unsigned char type) {
-                            FolderListing::Item item;
-                            struct stat status {};
-                            if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-                                static_cast<EntryFacts&>(item) = factsOf(status);
-                            } else if (errno == ENOENT) {
-                                return; // vanished since the folder was read
-                            } else {
-                                item.isFolder = type == DT_DIR;
-                            }
-                            item.nameStart = listing.names_.size();
-                            appendInternalName(listing.names_, name);
-                            item.nameLength = listing.names_.size() - item.nameStart;
-                            listing.items_.push_back(item);
-                        });
+    const auto take = [&](const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts = factsOf(status);
+        } else if (errno == ENOENT) {
+            return; // vanished since the folder was read
+        } else {
+            facts.isFolder = type == DT_DIR;
+        }
+        listing.append(facts, name);
+    };
+    return folder.isOpen() && forEachEntry(folder.get(), implementation_->buffer.data(), take);
 }
 
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     listing.clear();
     const Descriptor folder = implementation_->open(internalFolder, true);
-    return folder.isOpen() &&
-           forEachEntry(folder.get(), implementation_->buffer.data(),
-                        [&](const char* name, unsigned char type) {
-                            FolderListing::Item item;
-                            struct stat status {};
-                            item.isFolder = type == DT_DIR;
-                            if (type == DT_UNKNOWN &&
-                                ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-                                item.isFolder = S_ISDIR(status.st_mode);
-                            }
-                            item.nameStart = listing.names_.size();
-                            appendInternalName(listing.names_, name);
-                            item.nameLength = listing.names_.size() - item.nameStart;
-                            listing.items_.push_back(item);
-                        });
+    const auto take = [&](const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        facts.isFolder = type == DT_DIR;
+        if (type == DT_UNKNOWN && ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts.isFolder = S_ISDIR(status.st_mode);
+        }
+        listing.append(facts, name);
+    };
+    return folder.isOpen() && forEachEntry(folder.get(), implementation_->buffer.data(), take);
 }
 
 bool folderExists(std::string_view internalPath) {

@@ -23,6 +23,17 @@ std::string_view numericRegion() {
     return "C";
 }
 
+// A separator of a region that does not write UTF-8 is a single byte, mostly a hard blank.
+std::string asUtf8(std::string_view separator, std::string_view substitute) {
+    std::size_t position = 0;
+    while (position < separator.size()) {
+        if (decodeCodePoint(separator, position) == invalidCodePoint) {
+            return std::string(substitute);
+        }
+    }
+    return std::string(separator);
+}
+
 NumberSeparators readSeparators() {
     NumberSeparators separators{",", "."};
     const std::string_view region = numericRegion();
@@ -30,8 +41,8 @@ NumberSeparators readSeparators() {
         return separators;
     }
     if (const locale_t locale = ::newlocale(LC_NUMERIC_MASK | LC_CTYPE_MASK, "", nullptr)) {
-        separators.grouping = ::nl_langinfo_l(THOUSEP, locale);
-        separators.decimal = ::nl_langinfo_l(RADIXCHAR, locale);
+        separators.grouping = asUtf8(::nl_langinfo_l(THOUSEP, locale), " ");
+        separators.decimal = asUtf8(::nl_langinfo_l(RADIXCHAR, locale), ".");
         ::freelocale(locale);
     }
     return separators;

@@ -236,8 +236,4 @@ std::string displayPath(std::string_view internalPath) {
     return result;
 }
 
-bool sameName(std::string_view left, std::string_view right) {
-    return left == right;
-}
-
 } // namespace platform

@@ -81,13 +81,20 @@ std::optional<std::string> readLine() {
 
 InterruptionWatch::InterruptionWatch() {
     struct sigaction action {};
-    action.sa_handler = onInterruption;
-    action.sa_flags = static_cast<int>(SA_RESETHAND);
-    ::sigaction(SIGINT, &action, nullptr);
+    ::sigaction(SIGINT, nullptr, &action);
+    replaced_ = action.sa_handler != SIG_IGN; // a background job is not to be interrupted
+    if (replaced_) {
+        action = {};
+        action.sa_handler = onInterruption;
+        action.sa_flags = static_cast<int>(SA_RESETHAND | SA_RESTART);
+        ::sigaction(SIGINT, &action, nullptr);
+    }
 }
 
 InterruptionWatch::~InterruptionWatch() {
-    ::signal(SIGINT, SIG_DFL);
+    if (replaced_) {
+        ::signal(SIGINT, SIG_DFL);
+    }
 }
 
 bool wasInterrupted() {

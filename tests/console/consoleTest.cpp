@@ -1,11 +1,15 @@
+#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <array>
 #include <csignal>
 #include <cstdlib>
+#include <fstream>
 
 #include "support/temporaryFolder.h"
 
@@ -103,7 +107,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--excel %F/no/where.xlsx %T", 1, "where.xlsx"},
         {"--database %F/no/where.mdb %T", 1, "where.mdb"},
         {"--database %F/app/main.dat --force %T", 1, "working database itself"},
-        {"--app-folder /dev/null/x %T", 2, "app-folder"},
+        {"--html %F/app/main.dat --force %T", 1, "working database itself"},
         {"--force --html %F/exists.html --quiet %T", 0, nullptr},
     };
     for (const Case& c : cases) {
@@ -153,7 +157,8 @@ TEST_F(Console, writesTheSameReportsFromASavedScan) {
 }
 
 TEST_F(Console, survivesGarbageInItsFolder) {
-    folder.write("app/settings.ini", "[APPLICATION_SETTINGS]\r\ngetOwnerInfo=perhaps\r\n\0\xFF[[[\r\n");
+    folder.write("app/settings.ini",
+                 "[APPLICATION_SETTINGS]\r\ngetOwnerInfo=perhaps\r\n[[[\r\n\xFF=\xFE\r\n");
     folder.write("app/main.dat", "garbage");
     const Outcome outcome = run("%T");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
@@ -161,45 +166,98 @@ TEST_F(Console, survivesGarbageInItsFolder) {
     EXPECT_TRUE(holds(outcome.output, "8 items."));
 }
 
-// Starts the program on a tree large enough to be interrupted.
+TEST_F(Console, needsAnApplicationFolder) {
+    folder.write("app", "a file where the folder should be");
+    const Outcome outcome = run("%T");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(holds(outcome.errors, folder.typed("app"))) << outcome.errors;
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+}
+
+TEST_F(Console, isNotFooledByWhatADatabaseHolds) {
+    folder.write(
+        "make.sql",
+        "create table details (drive, fullPath, parentFolder, size, isFolder, owner);"
+        "create table nodes (nodeKey);"
+        "insert into details values ('/\\', char(27) || '[31mred', '/\\x' || char(155) || '\\', 'big',"
+        " 0, char(10) || 'me'), ('/\\', 'q', '/\\say \"x\"\\', 9e999, 0, x'00ff');");
+    ASSERT_EQ(std::system(
+                  ("sqlite3 -bail '" + folder.typed("hostile.dat") + "' < '" + folder.typed("make.sql") + "'")
+                      .c_str()),
+              0);
+    const Outcome outcome = run("--load %F/hostile.dat --xml %F/x.xml --text %F/x.csv --html %F/x.html");
+    EXPECT_EQ(outcome.status, 1) << "a quote in a path makes statements that fail";
+    EXPECT_TRUE(holds(outcome.errors, "3075")) << outcome.errors;
+    EXPECT_EQ((outcome.output + outcome.errors).find_first_of("\x1b\x9b"), std::string::npos)
+        << outcome.output;
+}
+
+// A scan that takes more than the database may grow to, as on a full disk.
+TEST_F(Console, tellsWhenTheScanCannotBeStored) {
+    for (int i = 0; i < 2000; ++i) {
+        folder.write("tree/many/" + std::string(200, 'n') + std::to_string(i), "");
+    }
+    const Outcome outcome =
+        run("--html %F/x.html --database %F/x.mdb %T %T/a", "trap '' XFSZ; ulimit -f 400;");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 4) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.errors, "main.dat")) << outcome.errors;
+    for (const char* left : {"tree/a: not scanned", "x.html: not written", "x.mdb: not written"}) {
+        EXPECT_TRUE(holds(outcome.errors, left)) << outcome.errors;
+    }
+    EXPECT_EQ(run("%T").status, 0);
+}
+
+// The program as a child whose output is a pipe that is full at first, so that it waits with its first table.
 class ConsoleSignals : public Console {
 protected:
-    ConsoleSignals() {
-        for (int i = 0; i < 3000; ++i) {
-            fs::create_directories(folder /
-                                   ("tree/many/" + std::to_string(i % 50) + "/" + std::to_string(i)));
-        }
-    }
-    // Interrupts a run as soon as it has begun scanning; the exit status as a shell sees it.
+    // Sends the signal while the child prints its first path's tables; the exit status as a shell sees it.
     int signalled(int signal) {
+        std::array<int, 2> pipe{};
+        EXPECT_EQ(::pipe(pipe.data()), 0);
+        const int capacity = ::fcntl(pipe[1], F_GETPIPE_SZ);
+        const std::string filling(static_cast<std::size_t>(capacity), ' ');
+        EXPECT_EQ(::write(pipe[1], filling.data(), filling.size()), capacity);
         const pid_t child = ::fork();
         if (child == 0) {
-            ::freopen("/dev/null", "w", stdout); // NOLINT
+            ::dup2(pipe[1], STDOUT_FILENO);
             const std::string app = folder.typed("app");
-            const std::string tree = folder.typed("tree");
+            const std::string first = folder.typed("tree/a");
+            const std::string second = folder.typed("tree");
             const std::string report = folder.typed("cancelled.csv");
             ::execl(SPANNORY_SCAN, "spannory-scan", "--app-folder", app.c_str(), "--text", report.c_str(),
-                    "--force", tree.c_str(), tree.c_str(), nullptr); // NOLINT
+                    first.c_str(), second.c_str(), nullptr); // NOLINT
             ::_exit(127);
         }
-        while (!fs::exists(folder / "app/main.dat") || fs::file_size(folder / "app/main.dat") == 0) {
-            ::usleep(200);
+        ::close(pipe[1]);
+        for (int waits = 0; !sleepsInWrite(child) && waits < 5000; ++waits) {
+            ::usleep(1000);
         }
         ::kill(child, signal);
+        std::string taken(filling.size(), ' ');
+        while (::read(pipe[0], taken.data(), taken.size()) > 0) {
+        }
+        ::close(pipe[0]);
         int status = 0;
         ::waitpid(child, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
+
+    // True once the child waits for room in the pipe: it is in a write call to its standard output.
+    static bool sleepsInWrite(pid_t child) {
+        std::ifstream call("/proc/" + std::to_string(child) + "/syscall");
+        int number = -1;
+        std::string first;
+        return call >> number >> first && number == SYS_write && first == "0x1";
+    }
 };
 
 TEST_F(ConsoleSignals, endAScanWithoutHarmToTheNext) {
-    const int killed = signalled(SIGKILL);
-    EXPECT_TRUE(killed == 128 + SIGKILL || killed == 0);
-    EXPECT_EQ(run("%T").status, 0);
-    fs::remove(folder / "app/main.dat");
-    const int interrupted = signalled(SIGINT);
-    // Ctrl-C may come before the scan's watch or after its end on a fast machine; under it, it cancels.
-    EXPECT_TRUE(interrupted == 130 || interrupted == 0) << interrupted;
+    EXPECT_EQ(signalled(SIGINT), 130);
+    const std::string report = folder.read("cancelled.csv");
+    EXPECT_TRUE(holds(report, "tree/a/one.TXT")) << "what was recorded is written";
+    EXPECT_FALSE(holds(report, "tree/b/c/three")) << "the second path was cancelled";
+    EXPECT_EQ(signalled(SIGKILL), 128 + SIGKILL);
     const Outcome after = run("%T");
     EXPECT_EQ(after.status, 0);
     EXPECT_EQ(after.errors, "");

@@ -7,19 +7,10 @@
 
 #include "db/values.h"
 #include "platform/files.h"
-#include "platform/runtimeError.h"
+#include "support/errorNumberOf.h"
 #include "support/temporaryFolder.h"
 
 namespace {
-
-int numberOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 std::unique_ptr<Database> openTemplateCopy(const TemporaryFolder& folder, const char* name = "x.dat") {
     platform::copyFile(SPANNORY_TEMPLATE, folder.typed(name));
@@ -95,15 +86,17 @@ TEST(Dao, failsWithTheEnginesNumbers) {
          }},
         {databaseError::noCurrentRecord,
          [&] { database->OpenRecordset("select idx from details where 0=1")->MoveNext(); }},
+        {databaseError::noCurrentRecord, [&] { database->OpenRecordset("details")->MoveFirst(); }},
         {databaseError::readOnly, [&] { database->OpenRecordset("select idx from details")->AddNew(); }},
     };
     int index = 0;
     for (const auto& [number, action] : cases) {
-        EXPECT_EQ(numberOf(action), number) << "case " << index;
+        EXPECT_EQ(errorNumberOf(action), number) << "case " << index;
         ++index;
     }
     database->Close();
-    EXPECT_EQ(numberOf([&] { database->Execute("delete * from details"); }), databaseError::objectClosed);
+    EXPECT_EQ(errorNumberOf([&] { database->Execute("delete * from details"); }),
+              databaseError::objectClosed);
 }
 
 TEST(Dao, insertsIntoAnotherOpenFileByColumnName) {
@@ -118,9 +111,9 @@ TEST(Dao, insertsIntoAnotherOpenFileByColumnName) {
     const auto rows = target->OpenRecordset("select fileName, size from details order by fileName");
     EXPECT_EQ(rows->Fields(0).text(), "a");
     EXPECT_EQ(rows->Fields(1).number(), 1);
-    EXPECT_EQ(numberOf([&] { source->Execute(into + "size as other from details"); }),
+    EXPECT_EQ(errorNumberOf([&] { source->Execute(into + "size as other from details"); }),
               databaseError::unknownTargetField);
-    EXPECT_EQ(numberOf([&] { source->Execute("Insert into details in 'it's' select * from details"); }),
+    EXPECT_EQ(errorNumberOf([&] { source->Execute("Insert into details in 'it's' select * from details"); }),
               databaseError::syntax);
 }
 

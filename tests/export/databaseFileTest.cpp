@@ -36,12 +36,12 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     tree.write("a/file \"q\" 'a'.txt", "123");
     tree.write("b", "");
     scan();
-    working.database->Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");
+    working.database().Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");
     const auto before = rows("select * from details");
     const std::string copy = application.typed("copy.mdb");
     EXPECT_FALSE(modExport::copyDatabase(working, copy));
     EXPECT_EQ(application.read("copy.mdb").substr(0, 15), "SQLite format 3");
-    working.database->Execute("delete * from details where isFolder=1");
+    working.database().Execute("delete * from details where isFolder=1");
     EXPECT_EQ(load(copy), 0);
     EXPECT_EQ(rows("select * from details"), before);
     EXPECT_EQ(cell("select count(*) from nodes"), "2") << "saved nodes are appended to those there";

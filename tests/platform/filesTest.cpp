@@ -5,21 +5,12 @@
 
 #include <functional>
 
-#include "platform/runtimeError.h"
+#include "support/errorNumberOf.h"
 #include "support/temporaryFolder.h"
 
 namespace fs = std::filesystem;
 
 namespace {
-
-int numberOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const RuntimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
 
 TEST(Files, failWithTheNumberOfTheCause) {
     const TemporaryFolder folder;
@@ -57,7 +48,7 @@ TEST(Files, failWithTheNumberOfTheCause) {
     };
     int index = 0;
     for (const auto& [number, action] : cases) {
-        EXPECT_EQ(numberOf(action), number) << "case " << index;
+        EXPECT_EQ(errorNumberOf(action), number) << "case " << index;
         ++index;
     }
     EXPECT_FALSE(fs::exists(folder / "missing")) << "appending makes no file";

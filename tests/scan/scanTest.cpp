@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 #include <map>
 
 #include "platform/paths.h"
@@ -192,8 +193,8 @@ TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
         "dateModified, owner, parentFolder, isFolder, scanCompleteTime is null from details "
         "where drive<>\"Z:\\\" order by idx";
     const auto bulk = rows(columns);
-    working.database->Execute("delete * from details");
-    working.database->Execute("insert into details (drive, fullPath) values (\"Z:\\\", \"x\")");
+    working.database().Execute("delete * from details");
+    working.database().Execute("insert into details (drive, fullPath) values (\"Z:\\\", \"x\")");
     scan();
     EXPECT_EQ(joined(rows(columns)), joined(bulk));
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2") << "the indexes are back";
@@ -257,6 +258,8 @@ TEST_F(Scan, tellsHowItGoes) {
     EXPECT_TRUE(shows(StatusPanel::folder, platform::displayPath(key("a"))));
     EXPECT_TRUE(statuses.back().second.starts_with("Finished in "));
     EXPECT_TRUE(statuses.back().second.ends_with(" seconds."));
+    EXPECT_EQ(modProcessFiles::getFolderFileDate(1079296517), textOf(1079296517));
+    EXPECT_EQ(modProcessFiles::getFolderFileDate(std::numeric_limits<std::int64_t>::max()), "");
     EXPECT_EQ(modProcessFiles::finishedText(59.94), "Finished in 59.9 seconds.");
     EXPECT_EQ(modProcessFiles::finishedText(3), "Finished in 3 seconds.");
     EXPECT_EQ(modProcessFiles::finishedText(60), "Finished in 1 minutes.");

@@ -27,7 +27,7 @@ std::string ScanFixture::key(std::string_view name) const {
 
 std::vector<std::string> ScanFixture::rows(std::string_view statement) const {
     std::vector<std::string> result;
-    const auto records = working.database->OpenRecordset(statement);
+    const auto records = working.database().OpenRecordset(statement);
     for (; !records->EndOfFile(); records->MoveNext()) {
         std::string line;
         for (int i = 0; i < records->FieldCount(); ++i) {
