@@ -14,7 +14,7 @@ create table details (
     dateAccessed varchar(255),    -- mm/dd/yyyy hh:nn:ss AMPM, local time
     dateModified varchar(255),
     owner varchar(255),
-    dateInserted datetime,
+    dateInserted datetime,        -- in the same form
     parentFolder varchar(255),    -- with its drive, whole
     isFolder smallint,            -- 1 or 0
     scanCompleteTime varchar(255)
