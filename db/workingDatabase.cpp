@@ -36,7 +36,10 @@ void WorkingDatabase::startAnew() {
     // A copy that fails shows when the file is opened; the reason is then told with it.
     std::string copyFailure;
     try {
-        platform::copyFile(templatePath_, path_);
+        const std::string content = platform::readFile(templatePath_);
+        platform::FileSink file(path_); // in place, and never synced: whatever a crash leaves is made anew
+        file.write(content);
+        file.close();
     } catch (const RuntimeError& error) {
         copyFailure = std::string(" (") + error.what() + ")";
     }

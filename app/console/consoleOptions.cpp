@@ -16,7 +16,8 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.set_help_flag("-h,--help", "Print this help and exit");
 
     app.add_option("PATH", options.paths,
-                   "Folders to scan: native paths, or drives and shares in the program's form");
+                   "Folders to scan: native paths, or drives and shares in the program's form")
+        ->type_name("");
     app.add_option("--html", options.htmlFile, "Write an HTML report")->type_name("FILE");
     app.add_option("--text", options.textFile, "Write a text report (comma-separated)")->type_name("FILE");
     app.add_option("--xml", options.xmlFile, "Write an XML report of the folders")->type_name("FILE");
