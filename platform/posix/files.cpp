@@ -6,12 +6,12 @@
 
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <optional>
 #include <vector>
 
 #include "platform/paths.h"
 #include "platform/posix/descriptor.h"
+#include "platform/posix/realPath.h"
 #include "platform/posix/systemError.h"
 
 namespace platform {
@@ -94,10 +94,7 @@ public:
             file_ = openForWriting(path, native);
             return;
         }
-        if (char* resolved = ::realpath(native.c_str(), nullptr)) {
-            target_ = resolved;
-            std::free(resolved);
-        }
+        target_ = realPath(native).value_or(native);
         // Never through a file that somebody else has put there.
         const std::string name = target_ + ".new-" + std::to_string(::getpid());
         ::unlink(name.c_str());
@@ -186,20 +183,12 @@ bool somethingExists(std::string_view path) noexcept {
 
 std::string resolveLinks(std::string_view path) {
     const std::string native = nativeOf(path);
-    std::string name;
-    std::string existing = native;
-    for (char* resolved = nullptr; !existing.empty();) {
-        resolved = ::realpath(existing.c_str(), nullptr);
-        if (resolved != nullptr) {
-            existing = resolved;
-            std::free(resolved); // NOLINT: given by the C library
-            return toInternal(name.empty() ? existing : existing + (existing == "/" ? "" : "/") + name);
-        }
-        if (!name.empty()) {
-            break; // the folder is missing too
-        }
-        name = existing.substr(existing.rfind('/') + 1);
-        existing.resize(std::max<std::size_t>(existing.rfind('/'), 1));
+    if (const auto whole = realPath(native)) {
+        return toInternal(*whole);
+    }
+    const std::size_t nameStart = native.rfind('/') + 1;
+    if (auto folder = realPath(native.substr(0, nameStart))) {
+        return toInternal(folder->append("/").append(native, nameStart));
     }
     return toInternal(native);
 }

@@ -8,13 +8,13 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdlib>
 #include <cstring>
 #include <system_error>
 
 #include "platform/paths.h"
 #include "platform/posix/descriptor.h"
 #include "platform/posix/mountTable.h"
+#include "platform/posix/realPath.h"
 
 namespace platform {
 
@@ -236,12 +236,11 @@ std::string whyUnreadable(std::string_view internalFolder) {
 
 std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder) {
     std::unordered_set<std::string> result;
-    char* resolved = ::realpath(toNative(internalFolder).c_str(), nullptr);
-    if (resolved == nullptr) {
+    const auto resolved = realPath(toNative(internalFolder));
+    if (!resolved) {
         return result;
     }
-    std::string start(resolved);
-    std::free(resolved); // NOLINT: given by the C library
+    std::string start = *resolved;
     if (start != "/") {
         start += '/';
     }
