@@ -4,6 +4,7 @@
 
 #include <array>
 #include <new>
+#include <system_error>
 #include <utility>
 
 #include "db/jetLike.h"
@@ -31,7 +32,7 @@ struct EngineError {
 
 constexpr std::array<EngineError, 12> engineErrors{{
     {SQLITE_FULL, databaseError::diskFull, "Not enough space on disk"},
-    {SQLITE_READONLY, databaseError::readOnly, "Cannot update; database is read-only"},
+    {SQLITE_READONLY, databaseError::readOnly, "The database or its folder cannot be written"},
     {SQLITE_BUSY, databaseError::inUse, "Could not use the database; it is already in use"},
     {SQLITE_LOCKED, databaseError::inUse, "Could not use the database; it is already in use"},
     {SQLITE_CORRUPT, databaseError::damaged, "The database is damaged"},
@@ -250,7 +251,8 @@ void Connection::open(OpenMode mode) {
         }
     } else {
         if (sqlite3_db_readonly(handle_, "main") == 1) {
-            throw RuntimeError(databaseError::readOnly, "Cannot update; database is read-only: " + shown);
+            throw RuntimeError(databaseError::readOnly,
+                               "The database or its folder cannot be written: " + shown);
         }
         for (const char* setting : scratchSettings) {
             run(setting);
@@ -258,6 +260,19 @@ void Connection::open(OpenMode mode) {
     }
     addFunctions();
     run("select 1 from sqlite_master"); // the first look at the file: is it one of ours at all?
+    if (readOnly) {
+        requireWhole();
+    }
+}
+
+// The engine takes a last page that was cut short for a page of zeros.
+void Connection::requireWhole() {
+    Statement sizes = prepare("select page_count * page_size from pragma_page_count, pragma_page_size");
+    sizes.step();
+    if (platform::fileSize(path_) < static_cast<std::uint64_t>(sizes.number(0))) {
+        throw RuntimeError(databaseError::damaged,
+                           "The database is damaged; a part is missing: " + platform::displayPath(path_));
+    }
 }
 
 void Connection::addFunctions() {
@@ -304,9 +319,14 @@ std::int64_t Connection::changedRows() const {
 
 RuntimeError Connection::lastError() const {
     const int code = sqlite3_errcode(handle_) & 0xFF;
+    const int reason = sqlite3_system_errno(handle_);
     for (const EngineError& known : engineErrors) {
         if (known.code == code) {
-            return {known.number, std::string(known.description) + ": " + platform::displayPath(path_)};
+            std::string description = std::string(known.description) + ": " + platform::displayPath(path_);
+            if (known.number == databaseError::cannotOpen && reason != 0) {
+                description += " (" + std::system_category().message(reason) + ")";
+            }
+            return {known.number, description};
         }
     }
     return errorOfMessage(sqlite3_errmsg(handle_));

@@ -82,6 +82,7 @@ public:
 private:
     void open(OpenMode mode);
     void addFunctions();
+    void requireWhole();
 
     std::string path_;
     sqlite3* handle_ = nullptr;

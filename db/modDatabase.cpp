@@ -57,6 +57,9 @@ std::unique_ptr<platform::FileLock> tryLock(const std::string& path) {
 WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
                                              std::string_view databasePath, clsUserInterface& userInterface,
                                              std::string_view keep) {
+    if (databasePath.empty()) {
+        throw RuntimeError::about(errorNumber::pathFileAccess, "the setting databasePath is empty");
+    }
     const std::string wanted = platform::resolveLinks(databasePath);
     requireReplaceable(wanted);
     for (int number = 1; number <= mostProgramsAtOnce; ++number) {
@@ -65,12 +68,13 @@ WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
             continue;
         }
         if (auto lock = tryLock(path)) {
-            if (number > 1) {
-                userInterface.message("The database " + platform::displayPath(wanted) +
-                                      " is in use; this program works in " + platform::displayPath(path) +
-                                      ".");
-            }
             WorkingDatabase working(std::move(lock), path, templatePath(applicationFolder));
+            if (number > 1) {
+                working.removeAtEnd();
+                userInterface.message("The database " + platform::displayPath(wanted) +
+                                      " is in use; until it ends this program works in " +
+                                      platform::displayPath(path) + ".");
+            }
             working.startAnew();
             return working;
         }

@@ -16,9 +16,20 @@ Part& opened(const std::unique_ptr<Part>& part) {
 
 } // namespace
 
+FileRemoval::~FileRemoval() {
+    try {
+        platform::deleteFile(path_);
+    } catch (...) { // it is gone already, or stays
+    }
+}
+
 WorkingDatabase::WorkingDatabase(std::unique_ptr<platform::FileLock> lock, std::string path,
                                  std::string templatePath)
     : lock_(std::move(lock)), path_(std::move(path)), templatePath_(std::move(templatePath)) {}
+
+void WorkingDatabase::removeAtEnd() {
+    removal_ = std::make_unique<FileRemoval>(path_);
+}
 
 Database& WorkingDatabase::database() const {
     return opened(database_);

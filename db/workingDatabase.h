@@ -2,10 +2,23 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "db/dao.h"
 #include "db/detailsTable.h"
 #include "platform/files.h"
+
+// Removes a file when it goes.
+class FileRemoval {
+public:
+    explicit FileRemoval(std::string path) : path_(std::move(path)) {}
+    ~FileRemoval();
+    FileRemoval(const FileRemoval&) = delete;
+    FileRemoval& operator=(const FileRemoval&) = delete;
+
+private:
+    std::string path_;
+};
 
 // The working database: scratch storage, one file that only this program works in, made anew from the empty
 // template at every start. Obtained from modDatabase::prepareDatabase.
@@ -16,6 +29,9 @@ public:
 
     // The file at `path`, whose lock is held, and the template that it is made from; not open yet.
     WorkingDatabase(std::unique_ptr<platform::FileLock> lock, std::string path, std::string templatePath);
+
+    // The file goes with the object.
+    void removeAtEnd();
 
     // Both throw 3420 when the file is not open.
     [[nodiscard]] Database& database() const;
@@ -33,7 +49,9 @@ public:
     void reopen();
 
 private:
-    std::unique_ptr<platform::FileLock> lock_; // declared first: the file is closed before it is let go
+    // Declared in this order: the file is closed, then removed, then let go.
+    std::unique_ptr<platform::FileLock> lock_;
+    std::unique_ptr<FileRemoval> removal_;
     std::string path_;
     std::string templatePath_;
     std::unique_ptr<Database> database_;

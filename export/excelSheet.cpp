@@ -94,6 +94,7 @@ void ExcelSheet::Discard::operator()(lxw_workbook* workbook) const noexcept {
 ExcelSheet::ExcelSheet()
     : path_(platform::temporaryFolder() + temporaryName()), nativePath_(platform::toNative(path_)),
       nativeFolder_(platform::toNative(platform::temporaryFolder())) {
+    platform::FileSink(path_).close(); // fails here with its reason; the library would only print one
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
     options.tmpdir = nativeFolder_.data();

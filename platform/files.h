@@ -13,6 +13,9 @@ namespace platform {
 // True when a regular file is there (links are followed): something that can be overwritten.
 [[nodiscard]] bool fileExists(std::string_view path) noexcept;
 
+// The file's size in bytes; 0 when there is none.
+[[nodiscard]] std::uint64_t fileSize(std::string_view path) noexcept;
+
 // True when anything at all is there, be it a link that leads nowhere.
 [[nodiscard]] bool somethingExists(std::string_view path) noexcept;
 

@@ -80,6 +80,9 @@ private:
 // The folder's own facts, links followed; nothing when there is none.
 [[nodiscard]] std::optional<EntryFacts> folderFacts(std::string_view internalFolder);
 
+// True when what is at the path cannot be told, for a folder above it may not be entered.
+[[nodiscard]] bool mayNotEnter(std::string_view internalPath);
+
 // Why the folder cannot be read now, for people ("Permission denied"); empty when it can be.
 [[nodiscard]] std::string whyUnreadable(std::string_view internalFolder);
 

@@ -22,8 +22,8 @@ std::string oneLine(std::string_view text) {
 
 } // namespace
 
-ConsoleInterface::ConsoleInterface(bool force)
-    : force_(force), showsProgress_(platform::isTerminal(platform::Stream::error)) {}
+ConsoleInterface::ConsoleInterface(bool force, bool quiet)
+    : force_(force), showsProgress_(!quiet && platform::isTerminal(platform::Stream::error)) {}
 
 void ConsoleInterface::message(std::string_view text) {
     ++messageCount_;

@@ -12,8 +12,8 @@ class clsSearch;
 // there is a terminal to answer them.
 class ConsoleInterface final : public clsUserInterface {
 public:
-    // `force` answers yes to overwriting and to large Excel reports.
-    explicit ConsoleInterface(bool force);
+    // `force` answers yes to overwriting and to large Excel reports; `quiet` shows no progress.
+    ConsoleInterface(bool force, bool quiet);
 
     // The scan that progress is shown of and that Ctrl-C cancels; not owned.
     void watch(clsSearch& search) { search_ = &search; }

@@ -5,6 +5,7 @@
 namespace {
 
 constexpr int wrongUsage = 2;
+constexpr std::int64_t mostRows = 1'000'000'000;
 
 } // namespace
 
@@ -37,8 +38,8 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                    "Where 001.dat, settings.ini, main.dat and errorLog.txt live")
         ->type_name("DIR");
     app.add_option("--top", options.top, "Rows per printed table, 0 for all")
-        ->type_name("N")
-        ->capture_default_str();
+        ->option_text("N=" + std::to_string(options.top))
+        ->check(CLI::Range(std::int64_t{0}, mostRows));
     app.add_flag("--force", options.force, "Answer yes to overwriting and to large Excel reports");
     app.add_flag("--quiet", options.quiet, "Print nothing but errors");
 

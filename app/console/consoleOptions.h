@@ -20,7 +20,7 @@ struct ConsoleOptions {
     bool fullSizes = false;
     bool force = false;
     bool quiet = false;
-    std::size_t top = 20; // rows per printed table, 0 for all
+    std::int64_t top = 20; // rows per printed table, 0 for all
 };
 
 // Reads the command line. What is to be printed at once (help, version, what is wrong) is printed, and the

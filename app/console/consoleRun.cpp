@@ -29,7 +29,7 @@ constexpr int statusCancelled = 130;
 } // namespace
 
 ConsoleRun::ConsoleRun(ConsoleOptions options)
-    : options_(std::move(options)), userInterface_(options_.force) {}
+    : options_(std::move(options)), userInterface_(options_.force, options_.quiet) {}
 
 int ConsoleRun::run() {
     platform::ignoreBrokenPipes();
@@ -83,11 +83,24 @@ void ConsoleRun::scanPaths() {
     }
 }
 
+// The internal path of a folder that is there; empty, after saying why, when it is not.
+std::string ConsoleRun::findFolder(const std::string& typed) {
+    try {
+        std::string path = modGlobal::addBackslash(platform::toInternal(typed));
+        if (!path.empty() && platform::folderExists(path)) {
+            return path;
+        }
+        fail(typed, platform::mayNotEnter(path) ? "Permission denied." : "Directory not found.");
+    } catch (const RuntimeError& error) {
+        fail(typed, error.what());
+    }
+    return {};
+}
+
 void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     userInterface_.setSubject(typed);
-    const std::string path = modGlobal::addBackslash(platform::toInternal(typed));
-    if (path.empty() || !platform::folderExists(path)) {
-        fail(typed, "Directory not found.");
+    const std::string path = findFolder(typed);
+    if (path.empty()) {
         return;
     }
     const std::int64_t messagesBefore = userInterface_.messageCount();
@@ -145,11 +158,12 @@ void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
     }
     const bool shown = modGlobal::trapped("spannory-scan", "showFolder", [&] {
         Database& database = working_.database();
+        const auto top = static_cast<std::size_t>(options_.top);
         const std::size_t width = platform::terminalWidth(platform::Stream::output);
         std::string text = forTerminal(platform::displayPath(key)) + "\n\n";
-        text += barChart(modFigures::chartEntries(database, key), options_.top, width) + "\n";
-        text += groupTable("Extension", modFigures::fileTypes(database, key), options_.top) + "\n";
-        text += groupTable("Owner", modFigures::owners(database, key), options_.top) + "\n";
+        text += barChart(modFigures::chartEntries(database, key), top, width) + "\n";
+        text += groupTable("Extension", modFigures::fileTypes(database, key), top) + "\n";
+        text += groupTable("Owner", modFigures::owners(database, key), top) + "\n";
         text += modFigures::itemsText(database) + "\n";
         if (!finished.empty()) {
             text.append(finished).append("\n");

@@ -24,6 +24,7 @@ private:
     bool start();
     void scanPaths();
     void scanPath(clsSearch& search, const std::string& typed);
+    [[nodiscard]] std::string findFolder(const std::string& typed);
     bool loadSaved();
     void showLoaded();
     void showFolder(std::string_view key, std::string_view finished);

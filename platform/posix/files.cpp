@@ -172,6 +172,11 @@ bool fileExists(std::string_view path) noexcept {
     return status && S_ISREG(status->st_mode);
 }
 
+std::uint64_t fileSize(std::string_view path) noexcept {
+    const std::optional<struct stat> status = statusOf(path);
+    return status ? static_cast<std::uint64_t>(status->st_size) : 0;
+}
+
 bool somethingExists(std::string_view path) noexcept {
     try {
         struct stat status {};

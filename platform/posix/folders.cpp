@@ -229,6 +229,10 @@ std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
     return factsOf(status);
 }
 
+bool mayNotEnter(std::string_view internalPath) {
+    return !LongPathOpener().open(toNative(internalPath), O_PATH).isOpen() && errno == EACCES;
+}
+
 std::string whyUnreadable(std::string_view internalFolder) {
     const Descriptor folder = LongPathOpener().open(toNative(internalFolder), 0);
     return folder.isOpen() ? std::string() : std::generic_category().message(errno);

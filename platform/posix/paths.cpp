@@ -1,14 +1,17 @@
 #include "platform/paths.h"
 
+#include <pwd.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
-#include <climits>
-#include <vector>
+#include <cstdlib>
+#include <memory>
 
 #include "platform/environment.h"
 #include "platform/posix/mountTable.h"
+#include "platform/posix/realPath.h"
+#include "platform/runtimeError.h"
 #include "platform/text.h"
 
 namespace platform {
@@ -57,36 +60,45 @@ std::size_t driveLength(std::string_view path) {
     return end == std::string_view::npos ? 0 : end + 1;
 }
 
-// The absolute form of a typed native path, "." and ".." resolved by the text; "/" at the end is kept.
+std::string currentFolder() {
+    const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), &std::free);
+    if (!folder || *folder != '/') {
+        throw RuntimeError::about(errorNumber::pathNotFound, "the current folder");
+    }
+    return folder.get();
+}
+
+std::string homeFolder() {
+    const std::string named = environmentVariable("HOME").value_or("");
+    const passwd* account = named.starts_with('/') ? nullptr : ::getpwuid(::geteuid());
+    return account != nullptr && account->pw_dir != nullptr ? account->pw_dir : named;
+}
+
+// The absolute form of a typed native path without "." and "..", which leads out of where a link before it
+// leads to;
+// "/" at the end is kept.
 std::string absoluteNative(std::string_view typed) {
     std::string text;
     if (typed.front() == '~' && (typed.size() == 1 || typed[1] == '/')) {
-        text = environmentVariable("HOME").value_or("/");
+        text = homeFolder();
         typed.remove_prefix(1);
     } else if (typed.front() != '/') {
-        std::array<char, PATH_MAX> current{};
-        text = ::getcwd(current.data(), current.size()) != nullptr ? current.data() : "/";
-        text += '/';
+        text = currentFolder() + '/';
     }
     text += typed;
 
-    std::vector<std::string_view> names;
+    std::string result;
     std::string_view rest = text;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find('/'), rest.size());
         const std::string_view name = rest.substr(0, end);
         rest.remove_prefix(std::min(end + 1, rest.size()));
         if (name == "..") {
-            if (!names.empty()) {
-                names.pop_back();
-            }
+            result = realPath(result).value_or(result);
+            result.resize(std::min(result.rfind('/'), result.size()));
         } else if (!name.empty() && name != ".") {
-            names.push_back(name);
+            result.append("/").append(name);
         }
-    }
-    std::string result;
-    for (const std::string_view name : names) {
-        result.append("/").append(name);
     }
     const bool namesFolder = text.ends_with('/') || text.ends_with("/.") || text.ends_with("/..");
     return namesFolder || result.empty() ? result + '/' : result;
@@ -122,7 +134,7 @@ bool isInternal(std::string_view path, const MountTable& mounts) {
     }
     std::string mountPoint;
     appendNativeName(mountPoint, path.substr(0, end));
-    return mountPoint == "/" || mounts.hasVolumeAt(mountPoint);
+    return mounts.hasVolumeAt(mountPoint);
 }
 
 } // namespace
@@ -175,12 +187,11 @@ void appendNativeName(std::string& result, std::string_view internalName) {
 }
 
 std::string toInternal(std::string_view typedPath) {
-    if (typedPath.empty()) {
-        return {};
+    if (typedPath.empty() || typedPath.starts_with("/\\")) { // the root volume's need no look at the mounts
+        return std::string(typedPath);
     }
-    const bool plain = typedPath.find('\\') == std::string_view::npos;
     const MountTable mounts = MountTable::read();
-    if (!plain && isInternal(typedPath, mounts)) {
+    if (isInternal(typedPath, mounts)) {
         return std::string(typedPath);
     }
     return internalOfNative(absoluteNative(typedPath), mounts);

@@ -88,6 +88,8 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--nonsense %T", 2, "nonsense"},
         {"--owners --no-owners %T", 2, "excludes"},
         {"--top many %T", 2, "top"},
+        {"--top -1 %T", 2, "top"},
+        {"--top 99999999999999999999 %T", 2, "top"},
         {"--html", 2, "html"},
         {"--help", 0, nullptr},
         {"--version", 0, nullptr},
@@ -154,6 +156,14 @@ TEST_F(Console, writesTheSameReportsFromASavedScan) {
     const Outcome summary = run("--quiet --summary --text %F/4.csv %T");
     EXPECT_EQ(summary.errors, "");
     EXPECT_FALSE(holds(folder.read("4.csv"), "\"File\""));
+}
+
+TEST_F(Console, takesNoOtherFolderForOneThatIsGone) {
+    const Outcome outcome = run(". --text report.csv --quiet",
+                                "cd '" + folder.typed() + "' && mkdir gone && cd gone && rmdir ../gone;");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(holds(outcome.errors, "Path not found: the current folder")) << outcome.errors;
+    EXPECT_FALSE(fs::exists("/report.csv"));
 }
 
 TEST_F(Console, survivesGarbageInItsFolder) {

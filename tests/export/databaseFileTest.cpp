@@ -65,11 +65,13 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
                      "create table nodes (nodeKey text);"
                      "insert into details values ('x', 1, 'p'), ('y', 2, 'p');");
     application.write("cut", application.read("good").substr(0, 6000));
+    application.write("short", application.read("good").substr(0, application.read("good").size() - 1));
     const std::pair<std::string, int> refused[] = {
         {application.typed("missing"), databaseError::fileMissing},
         {application.typed(), databaseError::fileMissing},
         {application.typed("garbage"), databaseError::notADatabase},
         {application.typed("cut"), databaseError::damaged},
+        {application.typed("short"), databaseError::damaged},
         {make("none", "create table other (x);"), databaseError::noSuchTable},
         {make("view", "create view details as with recursive r(x) as (select 1 union all select x+1 from r) "
                       "select x as size from r; create table nodes (nodeKey text);"),

@@ -54,6 +54,8 @@ TEST(Paths, understandWhatAUserTypes) {
     namespace fs = std::filesystem;
     const TemporaryFolder folder;
     const fs::path before = fs::current_path();
+    fs::create_directories(folder / "sub/target");
+    fs::create_directory_symlink("sub/target", folder / "link");
     fs::current_path(folder.path());
     const std::string here = folder.internal();
     const std::pair<std::string, std::string> table[] = {
@@ -64,6 +66,7 @@ TEST(Paths, understandWhatAUserTypes) {
         {"/opt", "/\\opt"},
         {"/opt/", "/\\opt\\"},
         {"/opt//x/./y/../z", "/\\opt\\x\\z"},
+        {"link/../x", here + "\\sub\\x"}, // out of where the link leads to
         {"/../..", "/\\"},
         {"/\\opt\\x\\", "/\\opt\\x\\"},
         {"\\\\server\\share\\x", "\\\\server\\share\\x"},
