@@ -224,7 +224,7 @@ Connection::Connection(std::string_view path, OpenMode mode) : path_(path) {
     try {
         open(mode);
     } catch (...) {
-        sqlite3_close_v2(handle_);
+        close();
         throw;
     }
 }
@@ -283,6 +283,10 @@ void Connection::addFunctions() {
 }
 
 Connection::~Connection() {
+    close();
+}
+
+void Connection::close() noexcept {
     for (auto& [text, handles] : idle_) {
         for (sqlite3_stmt* handle : handles) {
             sqlite3_finalize(handle);

@@ -81,6 +81,7 @@ public:
 
 private:
     void open(OpenMode mode);
+    void close() noexcept;
     void addFunctions();
     void requireWhole();
 
