@@ -9,7 +9,9 @@ namespace {
 constexpr std::size_t longestStoredPath = 255;
 constexpr std::string_view detailsTable = "details";
 
+// Kinds of values, as vts and vtsSQL count them.
 constexpr int textKind = 6;
+constexpr int numberKind = 3;
 
 // Of a new row, whose fields are NULL. Empty texts are stored so.
 void setText(Field& field, std::string_view text) {
@@ -82,12 +84,12 @@ void clsSearch::updateDetailSQLMETHOD(std::string_view path, std::string_view de
         "dateModified,owner,dateInserted) values (";
     for (const std::string_view text :
          {file_.fullPathNoDrive(), file_.folder(), file_.FileName(), file_.fileExtension(), description}) {
-        statement += modGlobal::vtsSQL(std::string(text), 6) + ",";
+        statement += modGlobal::vtsSQL(std::string(text), textKind) + ",";
     }
-    statement += modGlobal::vtsSQL(size, 3);
+    statement += modGlobal::vtsSQL(size, numberKind);
     for (const std::string_view text :
          {dateAccessed, dateModified, owner, currentDate_.of(platform::now())}) {
-        statement += "," + modGlobal::vtsSQL(std::string(text), 6);
+        statement += "," + modGlobal::vtsSQL(std::string(text), textKind);
     }
     database_.database().Execute(statement + ")");
 }

@@ -74,9 +74,8 @@ std::string homeFolder() {
     return account != nullptr && account->pw_dir != nullptr ? account->pw_dir : named;
 }
 
-// The absolute form of a typed native path without "." and "..", which leads out of where a link before it
-// leads to;
-// "/" at the end is kept.
+// The absolute form of a typed native path; "/" at the end is kept. "." and ".." are gone from it, the latter
+// leading out of where a link before it leads to.
 std::string absoluteNative(std::string_view typed) {
     std::string text;
     if (typed.front() == '~' && (typed.size() == 1 || typed[1] == '/')) {
