@@ -133,6 +133,7 @@ std::string clsSearch::getLastScanStopTimeByLocationKey(std::string_view path) {
 }
 
 void clsSearch::resetScanCompleteTime(std::string_view path) {
+    leaveBulkLoad(); // what it relies on ends when a person refreshes a folder in the midst of it
     database_.database().Execute("delete * from details where (" + locationCondition(path) +
                                  ") or parentFolder=" + modGlobal::quoted(path));
 }
@@ -162,14 +163,20 @@ void clsSearch::beginScan() {
     }
 }
 
-void clsSearch::endScan() {
-    Database& database = database_.database();
+void clsSearch::leaveBulkLoad() {
+    if (!bulkLoad_) {
+        return;
+    }
     bulkLoad_ = false;
-    database.RestoreIndexes(takenIndexes_);
+    database_.database().RestoreIndexes(takenIndexes_);
     for (const auto& [folder, stamp] : lateStamps_) {
         stampFolder(folder, stamp);
     }
-    database.CommitTrans();
+}
+
+void clsSearch::endScan() {
+    leaveBulkLoad();
+    database_.database().CommitTrans();
 }
 
 void clsSearch::abandonScan() {

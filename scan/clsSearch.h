@@ -72,6 +72,7 @@ private:
     bool appendRow(std::string_view path, std::string_view description, double size,
                    std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
                    std::string_view stamp);
+    void leaveBulkLoad();
     void stampFolder(std::string_view path, std::string_view stamp);
     [[nodiscard]] std::string locationCondition(std::string_view path);
 

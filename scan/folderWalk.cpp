@@ -28,7 +28,8 @@ void trapped(Body&& body) {
 
 FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserInterface& userInterface,
                        std::int64_t startTick)
-    : search_(search), settings_(settings), userInterface_(userInterface), startTick_(startTick) {}
+    : search_(search), userInterface_(userInterface), withOwners_(settings.getOwnerInfo()),
+      wholeSizes_(settings.fullFileSizes()), startTick_(startTick) {}
 
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
@@ -95,7 +96,7 @@ void FolderWalk::recordEntry(Level& level) {
         enterFolder(entry);
         return;
     }
-    const double size = recordedSize(entry.size, settings_.fullFileSizes());
+    const double size = recordedSize(entry.size, wholeSizes_);
     search_.filesSeen += 1;
     if (search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry))) {
         level.size += size;
@@ -137,5 +138,5 @@ std::string_view FolderWalk::modifiedText(const platform::EntryFacts& facts) {
 }
 
 std::string_view FolderWalk::ownerOf(const platform::EntryFacts& facts) {
-    return settings_.getOwnerInfo() ? owners_.ownerOf(path_, facts) : std::string_view();
+    return withOwners_ ? owners_.ownerOf(path_, facts) : std::string_view();
 }

@@ -50,9 +50,10 @@ private:
     [[nodiscard]] std::string_view ownerOf(const platform::EntryFacts& facts);
 
     clsSearch& search_;
-    const clsSettings& settings_;
     clsUserInterface& userInterface_;
-    std::int64_t startTick_;
+    const bool withOwners_; // as set when the scan began, whatever is chosen while it runs
+    const bool wholeSizes_;
+    const std::int64_t startTick_;
 
     std::string path_;                           // of the folder on top, or of its entry being recorded
     std::vector<std::unique_ptr<Level>> levels_; // those beyond depth_ are kept for their memory

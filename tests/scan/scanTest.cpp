@@ -184,6 +184,26 @@ TEST_F(Scan, skipsWhatIsCompleteAndRefreshesNarrowly) {
     EXPECT_EQ(sizeOf("a"), "22");
 }
 
+TEST_F(Scan, takesARefreshInItsMidst) {
+    tree.write("a/b/inner", "1234567");
+    tree.write("a/direct", "12345");
+    tree.write("z/last", "123");
+    userInterface.onYield = [&] {
+        if (userInterface.yields == 4) { // both a and b, or z and one of them, are recorded by now
+            search.resetScanCompleteTime(key("a"));
+        }
+    };
+    scan();
+    const auto folders =
+        rows("select drive & fullPath, size, scanCompleteTime is null from details where isFolder=1");
+    EXPECT_GE(folders.size(), 2U);
+    for (const std::string& folder : folders) {
+        const std::string path = folder.substr(0, folder.find('|'));
+        EXPECT_EQ(folder, path + "|" + valueText(search.folderSum(path)) + "|0");
+    }
+    EXPECT_EQ(cell("select count(*) from details where scanCompleteTime is null and isFolder=1"), "0");
+}
+
 TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
     makeHostileTree(tree);
     const std::string longName(100, 'n');
