@@ -1,5 +1,115 @@
 #include "views/widgets/systemIcons.h"
 
-QString modSystemIcons::getIcon(std::string_view, ImageList&, SizeFlag) {
-    return {};
+#include <QApplication>
+#include <QFileInfo>
+#include <QMimeDatabase>
+#include <QStyle>
+
+#include "app/errorLog.h"
+#include "platform/paths.h"
+#include "scan/clsFile.h"
+
+namespace {
+
+QString toQString(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+// An icon and what tells it from others.
+struct SystemIcon {
+    QString name;
+    QIcon icon;
+};
+
+// The first of these that the desktop's icon theme has, else the style's own.
+SystemIcon firstIcon(const QStringList& names, QStyle::StandardPixmap standard) {
+    for (const QString& name : names) {
+        const QIcon icon = QIcon::fromTheme(name);
+        if (!icon.pixmap(16).isNull()) { // a theme may name pictures of a format that cannot be read
+            return {name, icon};
+        }
+    }
+    return {QStringLiteral("standard%1").arg(static_cast<int>(standard)), QApplication::style()->standardIcon(standard)};
+}
+
+SystemIcon folderIcon(modSystemIcons::SizeFlag flag) {
+    if (flag == modSystemIcons::SizeFlag::openFolder) {
+        return firstIcon({QStringLiteral("folder-open")}, QStyle::SP_DirOpenIcon);
+    }
+    return firstIcon({QStringLiteral("folder"), QStringLiteral("inode-directory")}, QStyle::SP_DirClosedIcon);
+}
+
+bool isProgram(std::string_view path) {
+    const std::string native = platform::toNative(path);
+    const QFileInfo file(QFile::decodeName(QByteArray::fromStdString(native)));
+    return !native.empty() && file.isFile() && file.isExecutable();
+}
+
+SystemIcon fileIcon(const QString& name, std::string_view path, bool hasExtension) {
+    static const QMimeDatabase types;
+    const QMimeType type = types.mimeTypeForFile(name, QMimeDatabase::MatchExtension);
+    QStringList names;
+    if (!type.isDefault()) {
+        names << type.iconName() << type.genericIconName();
+    } else if (!hasExtension && isProgram(path)) {
+        names << QStringLiteral("application-x-executable");
+    }
+    names << QStringLiteral("text-x-generic") << QStringLiteral("unknown");
+    return firstIcon(names, QStyle::SP_FileIcon);
+}
+
+// Which system index each icon has, and which icon each kind of path.
+class IconCache {
+public:
+    QString key(std::string_view path, ImageList& images, modSystemIcons::SizeFlag flag) {
+        if (path.ends_with('\\')) {
+            const bool open = flag == modSystemIcons::SizeFlag::openFolder;
+            return remembered(open ? QStringLiteral("\\open") : QStringLiteral("\\"), images,
+                              [flag] { return folderIcon(flag); });
+        }
+        const clsFile file(path);
+        const QString name = toQString(file.lastFolder());
+        const QString extension =
+            name.section(QLatin1Char('.'), 1).isEmpty() ? QString() : name.section(QLatin1Char('.'), -1);
+        if (extension.isEmpty()) {
+            return held(fileIcon(name, path, false), images);
+        }
+        return remembered(extension, images, [&] { return fileIcon(name, path, true); });
+    }
+
+private:
+    template <class Find>
+    QString remembered(const QString& kind, ImageList& images, Find find) {
+        const auto known = kinds_.constFind(kind);
+        if (known != kinds_.constEnd() && images.contains(*known)) {
+            return *known;
+        }
+        return kinds_[kind] = held(find(), images);
+    }
+
+    QString held(const SystemIcon& icon, ImageList& images) {
+        const auto index = indexes_.constFind(icon.name);
+        const qsizetype number = index == indexes_.constEnd() ? indexes_.size() : *index;
+        indexes_.insert(icon.name, number);
+        QString key = QString::number(number) + QStringLiteral("ICON");
+        if (!images.contains(key)) {
+            images.add(key, icon.icon);
+        }
+        return key;
+    }
+
+    QHash<QString, qsizetype> indexes_; // by the icon's name
+    QHash<QString, QString> kinds_;     // image keys by extension; folders by "\"
+};
+
+} // namespace
+
+QString modSystemIcons::getIcon(std::string_view path, ImageList& images, SizeFlag flag) {
+    return modGlobal::trapped(
+        "modSystemIcons", "getIcon",
+        [&] {
+            static IconCache cache;
+            return cache.key(path, images, flag);
+        },
+        modGlobal::Logging::quiet);
 }

@@ -1,0 +1,78 @@
+#include "views/widgets/groupLists.h"
+
+#include <array>
+#include <utility>
+
+#include "app/errorLog.h"
+#include "platform/locale.h"
+#include "views/formatSize.h"
+#include "views/widgets/listView.h"
+#include "views/widgets/lvsort.h"
+
+namespace {
+
+constexpr ListColumn totalSizeColumn{"Total Size", "SIZE", true, "1,023.9 bytes"};
+constexpr ListColumn fileCountColumn{"File Count", "NUMBER", true, "1000000000"};
+
+constexpr std::array<ListColumn, 3> typesColumns{
+    {{"Extension", "", false, "An extension or a little more"}, totalSizeColumn, fileCountColumn}};
+constexpr std::array<ListColumn, 3> ownersColumns{
+    {{"Owner", "", false, "An owner's name or a little more"}, totalSizeColumn, fileCountColumn}};
+
+} // namespace
+
+std::span<const ListColumn> GroupLists::fileTypeColumns() noexcept {
+    return typesColumns;
+}
+
+std::span<const ListColumn> GroupLists::ownerColumns() noexcept {
+    return ownersColumns;
+}
+
+void GroupLists::updateFileTypeListview(Database& database, std::string_view selectedKey) {
+    modGlobal::trapped("frmMain", "updateFileTypeListview",
+                       [&] { update(fileTypes_, database, selectedKey, modFigures::fileTypes); });
+}
+
+void GroupLists::updateUserListview(Database& database, std::string_view selectedKey) {
+    modGlobal::trapped("frmMain", "updateUserListview",
+                       [&] { update(owners_, database, selectedKey, modFigures::owners); });
+}
+
+void GroupLists::update(Shown& shown, Database& database, std::string_view selectedKey, Query query) {
+    if (selectedKey.empty() || selectedKey == "ROOT") {
+        return;
+    }
+    ListModel& rows = shown.list.rows();
+    if (selectedKey != shown.key) {
+        rows.clear();
+        shown.key = selectedKey;
+    }
+    // All are looked up before any is changed, since a change costs the model its index of keys.
+    std::vector<std::pair<int, ListRow>> changedRows;
+    std::vector<ListRow> newRows;
+    for (const modFigures::FileGroup& group : query(database, selectedKey)) {
+        const std::string key = "KEY_" + group.name;
+        const std::string name = platform::lowerCase(group.name);
+        const std::string size = modLvw::formatSize(group.size);
+        const std::array<ListCell, 3> cells{{{name, {}}, {size, group.size}, {group.count, group.count}}};
+        ListRow row(key, {}, cells);
+        const int index = modLvw::itemIndex(key, shown.list);
+        if (index > -1) {
+            changedRows.emplace_back(index, std::move(row));
+        } else {
+            newRows.push_back(std::move(row));
+        }
+    }
+    for (auto& [index, row] : changedRows) {
+        rows.setRow(index, std::move(row));
+    }
+    rows.append(std::move(newRows));
+}
+
+void GroupLists::clear() {
+    for (Shown* shown : {&fileTypes_, &owners_}) {
+        shown->list.rows().clear();
+        shown->key.clear();
+    }
+}

@@ -1,0 +1,139 @@
+#include "views/widgets/listView.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <algorithm>
+
+namespace {
+
+class RowDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        const auto* list = qobject_cast<const ListView*>(option->widget);
+        if (index.column() != 0 || list == nullptr || !list->rows().hasIcons()) {
+            return;
+        }
+        // Icons come late; the names make room for them from the beginning and do not jump.
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->decorationSize = list->iconSize();
+        option->textElideMode = Qt::ElideMiddle; // a file's name says what it is at its end
+    }
+};
+
+} // namespace
+
+ListView::ListView(std::span<const ListColumn> columns, const ImageList* images, QWidget* parent)
+    : QTreeView(parent), rows_(columns, images) {
+    setModel(&rows_);
+    setItemDelegate(new RowDelegate(this)); // NOLINT(cppcoreguidelines-owning-memory): owned by the list
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    const int iconSide = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize({iconSide, iconSide});
+    setUpHeader();
+    connect(this, &QAbstractItemView::activated, this, [this](const QModelIndex& index) {
+        if (index.row() == selectedRow()) {
+            const ListRow& row = rows_.row(index.row());
+            Q_EMIT itemActivated(std::string(row.key()), std::string(row.tag()));
+        }
+    });
+}
+
+// The view lets go of the model, which is destroyed first.
+ListView::~ListView() {
+    setModel(nullptr);
+}
+
+void ListView::setUpHeader() {
+    QHeaderView& bar = *header();
+    bar.setStretchLastSection(false);
+    bar.setSectionsMovable(false);
+    bar.setSectionsClickable(true);
+    bar.setHighlightSections(false);
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    for (int i = 0; i < rows_.columnCount(); ++i) {
+        const std::string_view widest = rows_.columns()[static_cast<std::size_t>(i)].widest;
+        const int text = fontMetrics().horizontalAdvance(
+            QString::fromUtf8(widest.data(), static_cast<qsizetype>(widest.size())));
+        const int icon = i == 0 && rows_.hasIcons() ? iconSize().width() + margin : 0;
+        bar.resizeSection(i, std::max(text + icon + 2 * margin, bar.sectionSizeHint(i)));
+    }
+    connect(&bar, &QHeaderView::sectionClicked, this,
+            [this](int section) { Q_EMIT columnClicked(section + 1); });
+}
+
+int ListView::selectedRow() const {
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.front().row();
+}
+
+void ListView::selectRow(int row) {
+    setCurrentIndex(rows_.index(row, 0));
+    scrollTo(rows_.index(row, 0));
+}
+
+std::pair<int, int> ListView::rowsInView() const {
+    const QModelIndex top = indexAt({0, 0});
+    if (!top.isValid()) {
+        return {0, -1};
+    }
+    const QModelIndex bottom = indexAt({0, viewport()->height() - 1});
+    return {top.row(), bottom.isValid() ? bottom.row() : rows_.rowCount() - 1};
+}
+
+void ListView::setSort(const ListSort& sort) {
+    sort_ = sort;
+    header()->setSortIndicatorShown(sort.sorted);
+    header()->setSortIndicator(sort.key, sort.order == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void ListView::keyboardSearch(const QString& search) {
+    // Whichever cell was clicked, the letters are those of the first column.
+    if (currentIndex().column() > 0) {
+        selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+    }
+    QTreeView::keyboardSearch(search);
+}
+
+void ListView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int left = horizontalScrollBar()->value();
+    QTreeView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(left);
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    Q_EMIT menuRequested(event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : menuPlace());
+    event->accept();
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        Q_EMIT menuRequested(menuPlace());
+        event->accept();
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+// Below the selected row while it is in view, else the list's upper left corner.
+QPoint ListView::menuPlace() const {
+    const int row = selectedRow();
+    const QRect place = row < 0 ? QRect() : visualRect(rows_.index(row, 0));
+    const bool inView = viewport()->rect().contains(place.bottomLeft());
+    return viewport()->mapToGlobal(inView ? place.bottomLeft() : QPoint());
+}

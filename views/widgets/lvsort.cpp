@@ -1,0 +1,197 @@
+#include "views/widgets/lvsort.h"
+
+#include <QCollator>
+#include <QHeaderView>
+#include <QLocale>
+#include <algorithm>
+#include <charconv>
+#include <numeric>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "app/errorLog.h"
+#include "app/pictures.h"
+#include "db/dao.h"
+#include "platform/text.h"
+#include "views/formatSize.h"
+#include "views/widgets/listView.h"
+
+namespace modLvw {
+
+namespace {
+
+constexpr int toggle = -1;
+constexpr int indexOutOfBounds = 35600;
+
+enum class KeyKind { text, size, date, number };
+
+KeyKind keyKind(std::string_view tag) {
+    const auto is = [tag](std::string_view name) { return platform::equalIgnoringAsciiCase(tag, name); };
+    return is("SIZE")     ? KeyKind::size
+           : is("DATE")   ? KeyKind::date
+           : is("NUMBER") ? KeyKind::number
+                          : KeyKind::text;
+}
+
+// The rows of the list are not drawn while one lives.
+class RedrawLock {
+public:
+    explicit RedrawLock(QWidget& widget) : widget_(widget), wasDrawn_(widget.updatesEnabled()) {
+        widget_.setUpdatesEnabled(false);
+    }
+    ~RedrawLock() { widget_.setUpdatesEnabled(wasDrawn_); }
+    RedrawLock(const RedrawLock&) = delete;
+    RedrawLock& operator=(const RedrawLock&) = delete;
+
+private:
+    QWidget& widget_;
+    bool wasDrawn_;
+};
+
+std::optional<double> number(const CellTag& tag) {
+    if (const double* number = std::get_if<double>(&tag)) {
+        return *number;
+    }
+    if (const std::string_view* text = std::get_if<std::string_view>(&tag)) {
+        double result = 0;
+        const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), result);
+        if (error == std::errc() && end == text->data() + text->size()) {
+            return result;
+        }
+    }
+    return {};
+}
+
+std::string tagText(const CellTag& tag) {
+    std::string result;
+    if (const double* number = std::get_if<double>(&tag)) {
+        appendNumber(result, *number);
+    } else if (const std::string_view* text = std::get_if<std::string_view>(&tag)) {
+        result = *text;
+    }
+    return result;
+}
+
+// A date as it was stored, or as sorting by a date column left it.
+std::string reformattedDate(std::string_view text, std::string_view picture) {
+    const std::string midnight = std::string(text) + " 12:00:00 AM";
+    std::string result;
+    modFormat::appendReformattedDate(result, modFormat::parseDate(midnight) ? midnight : text, picture);
+    return result;
+}
+
+// The key of a cell in a column that is not sorted as text.
+std::string sortKey(const ListCell& cell, KeyKind kind) {
+    if (kind == KeyKind::date) {
+        return reformattedDate(cell.text, "yyyy/mm/dd");
+    }
+    std::string result;
+    if (const auto value = number(cell.tag)) {
+        modFormat::appendFormattedNumber(result, *value, "0000000000000000000");
+        return result;
+    }
+    return tagText(cell.tag);
+}
+
+// What such a cell shows after sorting.
+std::string restoredText(const ListCell& cell, KeyKind kind) {
+    if (kind == KeyKind::date) {
+        return reformattedDate(cell.text, "mm/dd/yyyy");
+    }
+    const auto value = kind == KeyKind::size ? number(cell.tag) : std::nullopt;
+    return value ? formatSize(*value) : tagText(cell.tag);
+}
+
+template <class Key>
+std::vector<int> orderOf(const std::vector<Key>& keys, bool descending) {
+    std::vector<int> order(keys.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::stable_sort(order.begin(), order.end(), [&keys, descending](int left, int right) {
+        const Key& leftKey = keys[static_cast<std::size_t>(left)];
+        const Key& rightKey = keys[static_cast<std::size_t>(right)];
+        return descending ? rightKey < leftKey : leftKey < rightKey;
+    });
+    return order;
+}
+
+// Texts are compared as the user's language does, whatever their case. The C locale has no such rules.
+QCollator textOrder() {
+    QLocale locale = QLocale::system().collation();
+    if (locale.language() == QLocale::C) {
+        locale = QLocale(QLocale::English);
+    }
+    QCollator result(locale);
+    result.setCaseSensitivity(Qt::CaseInsensitive);
+    return result;
+}
+
+std::vector<int> orderByText(const ListModel& rows, int column, bool descending) {
+    const QCollator collator = textOrder();
+    std::vector<QCollatorSortKey> keys;
+    keys.reserve(static_cast<std::size_t>(rows.rowCount()));
+    for (int i = 0; i < rows.rowCount(); ++i) {
+        const std::string_view text = rows.row(i).cell(column).text;
+        keys.push_back(collator.sortKey(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))));
+    }
+    return orderOf(keys, descending);
+}
+
+std::vector<int> orderByKey(const ListModel& rows, int column, KeyKind kind, bool descending) {
+    std::vector<std::string> keys;
+    keys.reserve(static_cast<std::size_t>(rows.rowCount()));
+    for (int i = 0; i < rows.rowCount(); ++i) {
+        keys.push_back(sortKey(rows.row(i).cell(column), kind));
+    }
+    return orderOf(keys, descending);
+}
+
+int chosenOrder(const ListSort& present, int column, int order) {
+    if (order != toggle) {
+        return order == 0 ? 0 : 1;
+    }
+    return present.sorted && present.key == column && present.order == 0 ? 1 : 0;
+}
+
+void sortBy(ListView& list, int column, int order) {
+    ListModel& rows = list.rows();
+    const KeyKind kind = keyKind(rows.columns()[static_cast<std::size_t>(column)].tag);
+    list.setSort({true, column, chosenOrder(list.sort(), column, order)});
+    // The arrow shows at once. Pending events are not let in: they could change the rows meanwhile.
+    list.header()->viewport()->repaint();
+    const bool descending = list.sort().order != 0;
+    const std::vector<int> places = kind == KeyKind::text ? orderByText(rows, column, descending)
+                                                          : orderByKey(rows, column, kind, descending);
+    if (!std::is_sorted(places.begin(), places.end())) {
+        rows.reorder(places);
+    }
+    for (int i = 0; kind != KeyKind::text && i < rows.rowCount(); ++i) {
+        rows.setText(i, column, restoredText(rows.row(i).cell(column), kind));
+    }
+}
+
+} // namespace
+
+void lvsort(ListView& list, int column, int order, bool selectFirst) {
+    modGlobal::trapped("modLvw", "lvsort", [&] {
+        if (column < 1 || column > list.rows().columnCount()) {
+            throw RuntimeError(indexOutOfBounds, "Index out of bounds");
+        }
+        const RedrawLock lock(*list.viewport());
+        sortBy(list, column - 1, order);
+        if (selectFirst && list.rows().rowCount() > 0) {
+            list.selectRow(0);
+        }
+    });
+}
+
+void sortAsRemembered(ListView& list, int column, int order, int defaultColumn, bool selectFirst) {
+    const bool exists = column >= 1 && column <= list.rows().columnCount();
+    lvsort(list, exists ? column : defaultColumn, order == 0 ? 0 : 1, selectFirst);
+}
+
+int itemIndex(std::string_view key, const ListView& list) {
+    return list.rows().find(key);
+}
+
+} // namespace modLvw
