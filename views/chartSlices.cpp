@@ -1,0 +1,36 @@
+#include "views/chartSlices.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr std::size_t mostSlices = 15;
+constexpr double thinnestShare = 0.006; // about two degrees
+
+} // namespace
+
+std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries) {
+    const auto first =
+        std::find_if(entries.begin(), entries.end(), [](const ChartEntry& e) { return e.size > 0; });
+    double total = 0;
+    for (auto entry = first; entry != entries.end(); ++entry) {
+        total += entry->size;
+    }
+    std::vector<ChartSlice> slices;
+    const auto sized = static_cast<std::size_t>(entries.end() - first);
+    double used = 0;
+    for (std::size_t rank = 0; rank < sized; ++rank) {
+        const std::size_t index = entries.size() - 1 - rank;
+        const double size = entries[index].size;
+        const std::size_t left = sized - rank;
+        // A rest of one entry would only hide its name.
+        if (left > 1 && (rank + 1 > mostSlices || size < total * thinnestShare)) {
+            const double rest = std::max(total - used, 0.0);
+            slices.push_back({ChartSlice::rest, static_cast<int>(left), rest, rest / total});
+            break;
+        }
+        slices.push_back({static_cast<int>(index), 1, size, size / total});
+        used += size;
+    }
+    return slices;
+}
