@@ -1,0 +1,106 @@
+#include "app/window/menuIcons.h"
+
+#include <QGuiApplication>
+#include <QIconEngine>
+#include <QPainter>
+#include <QPalette>
+#include <QPixmap>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "app/window/menuIconsDrawings.h"
+#include "views/widgets/systemIcons.h"
+
+namespace modMenuIcons {
+
+namespace {
+
+QColor mixed(const QColor& colour, const QColor& other, float share) {
+    return QColor::fromRgbF(colour.redF() * (1 - share) + other.redF() * share,
+                            colour.greenF() * (1 - share) + other.greenF() * share,
+                            colour.blueF() * (1 - share) + other.blueF() * share);
+}
+
+Colours oneColour(const QColor& colour) {
+    QColor tint = colour;
+    tint.setAlphaF(0.3F);
+    return {colour, colour, tint};
+}
+
+Colours coloursFor(QIcon::Mode mode, Place place) {
+    const QPalette palette = QGuiApplication::palette();
+    if (mode == QIcon::Disabled) {
+        return oneColour(palette.color(QPalette::Disabled, QPalette::WindowText));
+    }
+    if (mode == QIcon::Selected || (mode == QIcon::Active && place == Place::menu)) {
+        return oneColour(palette.color(QPalette::HighlightedText));
+    }
+    const QColor text = palette.color(QPalette::WindowText);
+    const QColor background = palette.color(QPalette::Window);
+    const bool dark = background.lightness() < text.lightness();
+    const QColor accent = dark ? QColor(0x6c, 0xb2, 0xf2) : QColor(0x1f, 0x6f, 0xc0);
+    QColor tint = accent;
+    tint.setAlphaF(dark ? 0.35F : 0.22F);
+    return {mixed(text, background, 0.18F), accent, tint};
+}
+
+// Draws a picture anew for each size and palette; there are few of them, seldom shown.
+class Engine final : public QIconEngine {
+public:
+    Engine(Picture picture, Place place) : picture_(picture), place_(place) {}
+
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        const qreal ratio = painter->device()->devicePixelRatio();
+        QPixmap drawn = pixmap((QSizeF(rect.size()) * ratio).toSize(), mode, state);
+        drawn.setDevicePixelRatio(ratio);
+        painter->drawPixmap(rect, drawn);
+    }
+
+    // The size is in pixels of the device.
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
+        QPixmap drawn(size);
+        drawn.fill(Qt::transparent);
+        QPainter painter(&drawn);
+        const int side = std::min(size.width(), size.height());
+        painter.translate((size.width() - side) / 2, (size.height() - side) / 2);
+        Canvas canvas(painter, side, coloursFor(mode, place_));
+        draw(picture_, canvas);
+        return drawn;
+    }
+
+    [[nodiscard]] QIconEngine* clone() const override { return new Engine(*this); } // NOLINT: Qt's to delete
+
+private:
+    Picture picture_;
+    Place place_;
+};
+
+} // namespace
+
+QIcon icon(Picture picture, Place place) {
+    return QIcon(new Engine(picture, place)); // NOLINT: the icon's to delete
+}
+
+void addMenuImages(ImageList& imlMenu) {
+    constexpr std::array<std::pair<int, Picture>, 13> images{{
+        {1, Picture::exportData},
+        {4, Picture::xmlFile},
+        {5, Picture::htmlFile},
+        {6, Picture::textFile},
+        {7, Picture::excelFile},
+        {10, Picture::cancel},
+        {11, Picture::pieChart},
+        {12, Picture::database},
+        {13, Picture::refresh},
+        {14, Picture::barChart},
+        {15, Picture::owners},
+        {16, Picture::help},
+        {17, Picture::about},
+    }};
+    for (const auto& [index, picture] : images) {
+        imlMenu.add(QString::number(index), icon(picture, Place::menu));
+    }
+}
+
+} // namespace modMenuIcons

@@ -1,0 +1,112 @@
+#include "app/window/menuIconsCanvas.h"
+
+#include <QtMath>
+#include <algorithm>
+
+namespace modMenuIcons {
+
+namespace {
+
+constexpr qreal units = 16;
+
+QPainterPath slicePath(const QRectF& box, qreal start, qreal span) {
+    QPainterPath path(box.center());
+    path.arcTo(box, start, span);
+    path.closeSubpath();
+    return path;
+}
+
+} // namespace
+
+Canvas::Canvas(QPainter& painter, int side, const Colours& colours)
+    : painter_(painter), colours_(colours), scale_(side / units), width_(std::max(1, qRound(1.1 * scale_))) {
+    painter_.setRenderHint(QPainter::Antialiasing);
+}
+
+// The middle of the line whose left edge falls on a whole pixel.
+qreal Canvas::pixel(qreal unit) const {
+    return std::round(unit * scale_ - width_ / 2) + width_ / 2;
+}
+
+QRectF Canvas::pixels(const Box& box) const {
+    return {QPointF(pixel(box.left), pixel(box.top)), QPointF(pixel(box.right), pixel(box.bottom))};
+}
+
+QPainterPath Canvas::path(std::initializer_list<QPointF> points) const {
+    QPolygonF polygon;
+    for (const QPointF& point : points) {
+        polygon.append(QPointF(pixel(point.x()), pixel(point.y())));
+    }
+    QPainterPath result;
+    result.addPolygon(polygon);
+    return result;
+}
+
+const QColor& Canvas::colour(Ink ink) const {
+    switch (ink) {
+    case Ink::accent:
+        return colours_.accent;
+    case Ink::tint:
+        return colours_.tint;
+    case Ink::outline:
+        break;
+    }
+    return colours_.outline;
+}
+
+void Canvas::stroke(Ink ink, const QPainterPath& path) {
+    painter_.strokePath(path, QPen(colour(ink), width_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+void Canvas::rectangle(Ink ink, const Box& box, qreal radius) {
+    QPainterPath path;
+    path.addRoundedRect(pixels(box), radius * scale_, radius * scale_);
+    stroke(ink, path);
+}
+
+void Canvas::ellipse(Ink ink, const Box& box) {
+    QPainterPath path;
+    path.addEllipse(pixels(box));
+    stroke(ink, path);
+}
+
+void Canvas::arc(Ink ink, const Box& box, qreal start, qreal span) {
+    const QRectF bounds = pixels(box);
+    QPainterPath path;
+    path.arcMoveTo(bounds, start);
+    path.arcTo(bounds, start, span);
+    stroke(ink, path);
+}
+
+void Canvas::slice(Ink ink, const Box& box, qreal start, qreal span) {
+    stroke(ink, slicePath(pixels(box), start, span));
+}
+
+void Canvas::fill(Ink ink, std::initializer_list<QPointF> points) {
+    painter_.fillPath(path(points), colour(ink));
+}
+
+void Canvas::fillRectangle(Ink ink, const Box& box, qreal radius) {
+    QPainterPath path;
+    path.addRoundedRect(pixels(box), radius * scale_, radius * scale_);
+    painter_.fillPath(path, colour(ink));
+}
+
+void Canvas::fillEllipse(Ink ink, const Box& box) {
+    QPainterPath path;
+    path.addEllipse(pixels(box));
+    painter_.fillPath(path, colour(ink));
+}
+
+void Canvas::fillSlice(Ink ink, const Box& box, qreal start, qreal span) {
+    painter_.fillPath(slicePath(pixels(box), start, span), colour(ink));
+}
+
+void Canvas::dot(Ink ink, QPointF centre) {
+    const qreal radius = std::max(width_ / 2, 0.7 * scale_);
+    QPainterPath path;
+    path.addEllipse(QPointF(pixel(centre.x()), pixel(centre.y())), radius, radius);
+    painter_.fillPath(path, colour(ink));
+}
+
+} // namespace modMenuIcons

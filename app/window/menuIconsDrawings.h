@@ -1,0 +1,10 @@
+#pragma once
+
+#include "app/window/menuIcons.h"
+#include "app/window/menuIconsCanvas.h"
+
+namespace modMenuIcons {
+
+void draw(Picture picture, Canvas& canvas);
+
+} // namespace modMenuIcons
