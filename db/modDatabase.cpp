@@ -3,8 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "app/modGlobal.h"
-#include "platform/environment.h"
+#include "app/applicationFolder.h"
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
 
@@ -23,18 +22,6 @@ std::string numberedPath(std::string_view path, int number) {
                       "-" + std::to_string(number));
     }
     return result;
-}
-
-// The application folder's own template, else the installed one.
-std::string templatePath(std::string_view applicationFolder) {
-    for (const std::string& folder :
-         {std::string(applicationFolder), platform::executableFolder(), platform::shareFolder()}) {
-        std::string path = modGlobal::addBackslash(folder) + std::string(templateName);
-        if (platform::fileExists(path)) {
-            return path;
-        }
-    }
-    return modGlobal::addBackslash(applicationFolder) + std::string(templateName);
 }
 
 // A file that cannot be made anew must not be written over: a device, a pipe.
@@ -68,7 +55,7 @@ WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
             continue;
         }
         if (auto lock = tryLock(path)) {
-            WorkingDatabase working(std::move(lock), path, templatePath(applicationFolder));
+            WorkingDatabase working(std::move(lock), path, findDataFile(applicationFolder, templateName));
             if (number > 1) {
                 working.removeAtEnd();
                 userInterface.message("The database " + platform::displayPath(wanted) +

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QIcon>
+#include <QImage>
+#include <array>
+
+class QPainter;
+
+// The program's mark: bars of a chart that stand in a folder, which has a gauge on its front.
+struct ApplicationMark {
+    std::array<double, 3> bars{0.42, 0.68, 1.0}; // heights, 0 to 1
+    double gaugeFrom = 0.0;                      // what is filled of the gauge, 0 to 1
+    double gaugeTo = 0.64;
+};
+
+// Paints the mark into a square from the origin, `side` pixels wide, its edges on whole pixels where the mark
+// stands still. Needs neither a display nor an application object.
+void paintApplicationMark(QPainter& painter, int side, const ApplicationMark& mark = {});
+
+// The mark on nothing.
+[[nodiscard]] QImage applicationImage(int side);
+
+// The icon of the program's windows, in all sizes that desktops ask for.
+[[nodiscard]] QIcon applicationIcon();
