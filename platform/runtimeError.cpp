@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr std::array<std::pair<int, const char*>, 14> descriptions{{
+constexpr std::array<std::pair<int, const char*>, 16> descriptions{{
     {errorNumber::invalidCall, "Invalid procedure call or argument"},
     {errorNumber::overflow, "Overflow"},
     {errorNumber::outOfMemory, "Out of memory"},
@@ -20,6 +20,8 @@ constexpr std::array<std::pair<int, const char*>, 14> descriptions{{
     {errorNumber::pathFileAccess, "Path/File access error"},
     {errorNumber::pathNotFound, "Path not found"},
     {errorNumber::duplicateKey, "This key is already associated with an element of this collection"},
+    {errorNumber::elementNotFound, "Element not found"},
+    {errorNumber::keyNotUnique, "Key is not unique in collection"},
 }};
 
 std::string standardDescription(int number) {

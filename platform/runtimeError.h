@@ -20,6 +20,8 @@ inline constexpr int permissionDenied = 70;
 inline constexpr int pathFileAccess = 75;
 inline constexpr int pathNotFound = 76;
 inline constexpr int duplicateKey = 457;
+inline constexpr int elementNotFound = 35601;
+inline constexpr int keyNotUnique = 35602; // a tree's
 } // namespace errorNumber
 
 // A run-time error: a number and a description, as the error log writes them.

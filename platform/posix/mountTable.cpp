@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
+#include <initializer_list>
 #include <iterator>
 
 #include "platform/paths.h"
@@ -47,6 +48,55 @@ std::vector<std::string_view> fieldsOf(std::string_view line) {
     return fields;
 }
 
+bool isOneOf(std::string_view type, std::initializer_list<std::string_view> types) {
+    return std::find(types.begin(), types.end(), type) != types.end();
+}
+
+struct ServerAndName {
+    std::string_view server; // empty when the source names none
+    std::string name;
+};
+
+// What a network file system's source says: "server:/name", "//server/name" or "https://server/name".
+ServerAndName serverAndName(std::string_view type, std::string_view source) {
+    if (isOneOf(type, {"nfs", "nfs4", "ceph", "glusterfs", "fuse.glusterfs", "fuse.sshfs"})) {
+        // An IPv6 server stands in square brackets.
+        const std::size_t serverAtLeast = source.starts_with('[') ? source.find(']') : 0;
+        std::size_t colon = source.find(":/", serverAtLeast);
+        const bool inHomeFolder = colon == std::string_view::npos && type == "fuse.sshfs";
+        if (inHomeFolder) {
+            colon = source.find(':', serverAtLeast);
+        }
+        if (colon == std::string_view::npos) {
+            return {};
+        }
+        const std::string_view name = source.substr(colon + 1);
+        return {source.substr(0, colon), std::string(inHomeFolder ? "~/" : "").append(name)};
+    }
+    std::string_view mark;
+    if (isOneOf(type, {"cifs", "smb3"})) {
+        mark = "//";
+    } else if (isOneOf(type, {"davfs", "fuse", "fuse.davfs2", "fuse.curlftpfs"})) {
+        mark = "://";
+    }
+    const std::size_t start = mark.empty() ? std::string_view::npos : source.find(mark);
+    if (start == std::string_view::npos) {
+        return {};
+    }
+    source.remove_prefix(start + mark.size());
+    const std::size_t end = std::min(source.find('/'), source.size());
+    return {source.substr(0, end), std::string(source.substr(end))};
+}
+
+// btrfs names the subvolume among its options.
+std::string subvolumeOf(std::string_view type, std::string_view options) {
+    constexpr std::string_view key = "subvol=";
+    const std::size_t start = type == "btrfs" ? options.rfind(key) : std::string_view::npos;
+    return start == std::string_view::npos
+               ? std::string()
+               : unescaped(options.substr(start + key.size(), options.find(',', start) - start - key.size()));
+}
+
 bool liesAtOrBelow(std::string_view path, std::string_view folder) {
     return path.starts_with(folder) && (path.size() == folder.size() || path[folder.size()] == '/');
 }
@@ -58,24 +108,8 @@ bool Mount::isKernelFileSystem() const {
 }
 
 std::string Mount::share() const {
-    std::string_view name = source;
-    std::string_view server;
-    if (type == "cifs" || type == "smb3") {
-        if (!name.starts_with("//")) {
-            return {};
-        }
-        name.remove_prefix(2);
-        server = name.substr(0, name.find('/'));
-        name.remove_prefix(server.size());
-    } else if (type == "nfs" || type == "nfs4") {
-        // An IPv6 server stands in square brackets.
-        const std::size_t colon = name.find(":/", name.starts_with('[') ? name.find(']') : 0);
-        if (colon == std::string_view::npos) {
-            return {};
-        }
-        server = name.substr(0, colon);
-        name.remove_prefix(colon + 1);
-    }
+    const auto [server, path] = serverAndName(type, source);
+    std::string_view name = path;
     while (name.starts_with('/')) {
         name.remove_prefix(1);
     }
@@ -88,18 +122,18 @@ std::string Mount::share() const {
     std::string result = "\\\\";
     appendInternalName(result, server);
     result += '\\';
-    // An NFS server's root export has no name of its own; further slashes stay inside the share name.
+    // A server's root export has no name of its own; further slashes stay inside the share name.
     appendInternalName(result, name.empty() ? std::string_view("/") : name);
     return result + '\\';
 }
 
 std::string Mount::driveRoot() const {
-    std::string root = share();
-    if (root.empty()) {
-        appendInternalName(root, mountPoint.empty() ? std::string_view("/") : mountPoint);
-        root += '\\';
+    std::string result = share();
+    if (result.empty()) {
+        appendInternalName(result, mountPoint.empty() ? std::string_view("/") : mountPoint);
+        result += '\\';
     }
-    return root;
+    return result;
 }
 
 MountTable MountTable::read() {
@@ -113,12 +147,18 @@ MountTable MountTable::parse(std::string_view text) {
         const std::size_t end = std::min(text.find('\n'), text.size());
         const std::vector<std::string_view> fields = fieldsOf(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
-        // id, parent, device, root, mount point, options, …, "-", type, source
+        // id, parent, device, root, mount point, options, …, "-", type, source, the file system's options
         const auto dash = std::find(fields.begin(), fields.end(), "-");
         if (fields.size() < 6 || std::distance(dash, fields.end()) < 3) {
             continue;
         }
-        Mount mount{unescaped(fields[4]), std::string(dash[1]), unescaped(dash[2])};
+        Mount mount;
+        mount.mountPoint = unescaped(fields[4]);
+        mount.type = dash[1];
+        mount.source = unescaped(dash[2]);
+        mount.device = fields[2];
+        mount.root = unescaped(fields[3]);
+        mount.subvolume = subvolumeOf(mount.type, std::distance(dash, fields.end()) > 3 ? dash[3] : "");
         if (mount.mountPoint == "/") {
             mount.mountPoint.clear();
         }

@@ -11,10 +11,13 @@ struct Mount {
     std::string mountPoint; // native, without trailing "/" (the root is empty)
     std::string type;       // ext4, nfs4, proc, …
     std::string source;     // /dev/sda1, //server/share, server:/export, …
+    std::string device;     // its number: 8:1
+    std::string root;       // what of the file system is mounted: "/" for all of it
+    std::string subvolume;  // btrfs: which one, as a path
 
     // Kernel file systems hold no files of anybody's: they are no drives.
     [[nodiscard]] bool isKernelFileSystem() const;
-    // `\\server\share\` for a network share, else empty.
+    // `\\server\share\` for a network share whose source names its server, else empty.
     [[nodiscard]] std::string share() const;
     // The internal path of its root: the share, or the mount point followed by "\".
     [[nodiscard]] std::string driveRoot() const;

@@ -1,0 +1,61 @@
+#include "platform/drives.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <set>
+
+#include "platform/posix/volumes.h"
+
+namespace platform {
+
+namespace {
+
+bool isFolder(const std::string& nativePath) {
+    struct stat status {};
+    return ::stat(nativePath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::vector<std::string> sharesOf(const MountTable& table) {
+    std::set<std::string> shares; // one may be mounted at several places
+    for (const Mount& mount : table.mounts()) {
+        shares.insert(mount.share());
+    }
+    shares.erase(std::string());
+    return {shares.begin(), shares.end()};
+}
+
+} // namespace
+
+std::optional<std::string> logicalDriveStrings() {
+    const MountTable table = MountTable::read();
+    if (table.mounts().empty()) {
+        return std::nullopt;
+    }
+    std::string roots;
+    for (const Mount& volume : localVolumes(table, isFolder)) {
+        roots.append(volume.driveRoot()).push_back('\0');
+    }
+    for (const std::string& share : sharesOf(table)) {
+        roots.append(share).push_back('\0');
+    }
+    return roots;
+}
+
+int driveType(std::string_view root) {
+    const MountTable table = MountTable::read();
+    const std::vector<Mount>& mounts = table.mounts();
+    if (mounts.empty()) {
+        return drive::unknown;
+    }
+    const auto found = std::find_if(mounts.begin(), mounts.end(), [&](const Mount& mount) {
+        return !mount.isKernelFileSystem() && mount.driveRoot() == root;
+    });
+    return found == mounts.end() ? drive::noRoot : driveTypeOf(*found, "/sys");
+}
+
+std::vector<std::string> networkShares() {
+    return sharesOf(MountTable::read());
+}
+
+} // namespace platform

@@ -1,0 +1,185 @@
+#include "tree/folderTree.h"
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+namespace {
+
+constexpr int restMilliseconds = 300;
+
+// Shows a selected node with its other image.
+class NodeDelegate final : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->state.testFlag(QStyle::State_Selected)) {
+            option->icon = index.data(TreeModel::SelectedImageRole).value<QIcon>();
+        }
+    }
+};
+
+} // namespace
+
+FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
+    setModel(&model_);
+    setItemDelegate(std::make_unique<NodeDelegate>(this).release()); // the view is its parent
+    setUniformRowHeights(true);
+    setHeaderHidden(true);
+    setEditTriggers(NoEditTriggers);
+    setSelectionMode(SingleSelection);
+    setHorizontalScrollMode(ScrollPerPixel);
+    // As wide as what is in sight, and never narrower than the view: a row can be clicked behind its text.
+    header()->setStretchLastSection(false);
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    header()->setResizeContentsPrecision(0);
+
+    rest_.setSingleShot(true);
+    rest_.setInterval(restMilliseconds);
+    connect(&rest_, &QTimer::timeout, this, [this] {
+        if (QGuiApplication::mouseButtons() != Qt::NoButton) {
+            rest_.start(); // releasing the button will tell what is meant
+        } else {
+            announceSelection();
+        }
+    });
+    connect(this, &QTreeView::clicked, this, &FolderTree::announceSelection);
+    connect(this, &QTreeView::expanded, this,
+            [this](const QModelIndex& index) { Q_EMIT nodeExpanded(model_.keyOf(index)); });
+    connect(&model_, &TreeModel::expandMarksChanged, this, [this] { scheduleDelayedItemsLayout(); });
+}
+
+bool FolderTree::isFirstNode(std::string_view key) const {
+    return model_.keyOf(model_.index(0, 0, {})) == key;
+}
+
+bool FolderTree::isExpanded(std::string_view key) const {
+    return QTreeView::isExpanded(model_.indexOf(key));
+}
+
+void FolderTree::setExpanded(std::string_view key, bool expanded) {
+    const QModelIndex index = model_.indexOf(key);
+    if (!expanded || model_.hasChildren(index)) {
+        QTreeView::setExpanded(index, expanded);
+    }
+}
+
+std::string FolderTree::selectedKey() const {
+    const QModelIndexList selected = selectionModel()->selectedIndexes();
+    return selected.isEmpty() ? std::string() : model_.keyOf(selected.first());
+}
+
+void FolderTree::selectNode(std::string_view key) {
+    // Whoever fills a node that is expanded here may change rows.
+    const QPersistentModelIndex index(model_.indexOf(key));
+    std::vector<QPersistentModelIndex> above;
+    for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent()) {
+        above.emplace_back(parent);
+    }
+    for (auto parent = above.rbegin(); parent != above.rend(); ++parent) {
+        expand(*parent);
+    }
+    rest_.stop();
+    sinceLayout_.invalidate(); // scrolling needs the layout as it is now
+    const QScopedValueRollback<bool> guard(selecting_, true);
+    setCurrentIndex(index);
+    scrollTo(index);
+}
+
+// --- What the user does -----------------------------------------------------------------------------------
+
+void FolderTree::announceSelection() {
+    rest_.stop();
+    const std::string key = selectedKey();
+    if (!key.empty()) {
+        Q_EMIT nodeClicked(key);
+    }
+}
+
+void FolderTree::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    QTreeView::selectionChanged(selected, deselected);
+    if (!selecting_ && !selected.isEmpty()) {
+        rest_.start();
+    }
+}
+
+QItemSelectionModel::SelectionFlags FolderTree::selectionCommand(const QModelIndex& index,
+                                                                 const QEvent* event) const {
+    // Once a node is selected there always is one.
+    const QItemSelectionModel::SelectionFlags command = QTreeView::selectionCommand(index, event);
+    return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
+}
+
+void FolderTree::mouseReleaseEvent(QMouseEvent* event) {
+    QTreeView::mouseReleaseEvent(event);
+    if (rest_.isActive()) { // pressed on one node and released elsewhere, or not with the left button
+        announceSelection();
+    }
+}
+
+void FolderTree::keyPressEvent(QKeyEvent* event) {
+    const bool typing =
+        sinceTyped_.isValid() && sinceTyped_.elapsed() < QApplication::keyboardInputInterval();
+    switch (event->key()) {
+    case Qt::Key_Space:
+        if (typing) {
+            keyboardSearch(QStringLiteral(" "));
+            break;
+        }
+        [[fallthrough]];
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        announceSelection();
+        break;
+    case Qt::Key_Asterisk: // Qt would expand, and so list, all that is below
+    case Qt::Key_Plus:
+        if (const std::string key = selectedKey(); !key.empty()) {
+            setExpanded(key, true);
+        }
+        break;
+    default:
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+void FolderTree::keyboardSearch(const QString& search) {
+    sinceTyped_.start();
+    QTreeView::keyboardSearch(search);
+}
+
+// --- What is in sight -------------------------------------------------------------------------------------
+
+void FolderTree::resizeEvent(QResizeEvent* event) {
+    header()->setMinimumSectionSize(viewport()->width());
+    QTreeView::resizeEvent(event);
+}
+
+// Qt would bring the whole column into sight, so that each step in a deep tree would jump sideways.
+void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int before = horizontalScrollBar()->value();
+    QTreeView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(before);
+    const QRect row = visualRect(index);
+    const int right = row.left() + sizeHintForIndex(index).width();
+    if (row.left() - indentation() < 0 || right > viewport()->width()) {
+        horizontalScrollBar()->setValue(before + row.left() - indentation());
+    }
+}
+
+// Laying out takes time in proportion to all rows that are expanded. When the program expands folder after
+// folder and handles events in between, it is put off so that it takes a fifth of the time at most.
+void FolderTree::doItemsLayout() {
+    if (sinceLayout_.isValid() && sinceLayout_.elapsed() < 4 * layoutCost_) {
+        scheduleDelayedItemsLayout();
+        return;
+    }
+    sinceLayout_.start();
+    QTreeView::doItemsLayout();
+    layoutCost_ = sinceLayout_.restart();
+}

@@ -1,0 +1,303 @@
+#include "tree/treeModel.h"
+
+#include <QBrush>
+#include <QFont>
+#include <QGuiApplication>
+#include <QPalette>
+#include <algorithm>
+#include <utility>
+
+#include "platform/paths.h"
+#include "platform/runtimeError.h"
+#include "tree/nodeKeys.h"
+
+struct TreeModel::Node {
+    TreeNode content;
+    QString tag;
+    Node* parent = nullptr;
+    int row = 0; // among its parent's children
+    bool hasPlaceholder = false;
+    std::vector<std::unique_ptr<Node>> children;
+};
+
+namespace {
+
+QString nameOf(std::string_view key) {
+    return QString::fromUtf8(modNodeKeys::nameOf(key));
+}
+
+// The C locale knows no alphabetical order, only that of code points.
+QLocale sortingLocale() {
+    const QLocale locale = QLocale().collation();
+    return locale.language() == QLocale::C ? QLocale(QLocale::English) : locale;
+}
+
+void refuseKnown(bool known, std::string_view key) {
+    if (known) {
+        throw RuntimeError::about(errorNumber::keyNotUnique, platform::displayPath(key));
+    }
+}
+
+} // namespace
+
+TreeModel::TreeModel(QObject* parent)
+    : QAbstractItemModel(parent), top_(std::make_unique<Node>()), collator_(sortingLocale()) {
+    collator_.setCaseSensitivity(Qt::CaseInsensitive);
+    collator_.setNumericMode(true);
+}
+
+TreeModel::~TreeModel() = default;
+
+// --- Nodes by key -----------------------------------------------------------------------------------------
+
+TreeModel::Node& TreeModel::nodeOf(std::string_view key) const {
+    const auto found = byKey_.find(key);
+    if (found == byKey_.end()) {
+        throw RuntimeError::about(errorNumber::elementNotFound, platform::displayPath(key));
+    }
+    return *found->second;
+}
+
+TreeModel::Node& TreeModel::parentOf(std::string_view parentKey) const {
+    return parentKey.empty() ? *top_ : nodeOf(parentKey);
+}
+
+bool TreeModel::contains(std::string_view key) const {
+    if (byKey_.contains(key)) {
+        return true;
+    }
+    const auto parent = byKey_.find(modNodeKeys::parentOfPlaceholder(key));
+    return parent != byKey_.end() && parent->second->hasPlaceholder;
+}
+
+void TreeModel::append(std::string_view parentKey, TreeNode node) {
+    Node& parent = parentOf(parentKey);
+    refuseKnown(byKey_.contains(node.key), node.key);
+    insertRun(parent, parent.children.size(), &node, &node + 1);
+}
+
+void TreeModel::insertSorted(std::string_view parentKey, std::vector<TreeNode> nodes) {
+    Node& parent = parentOf(parentKey);
+    sortByName(nodes);
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        const bool twice = i > 0 && nodes[i].key == nodes[i - 1].key;
+        refuseKnown(twice || byKey_.contains(nodes[i].key), nodes[i].key);
+    }
+    // All that belong before the same child go there together: views work once per run.
+    const std::vector<std::unique_ptr<Node>>& children = parent.children;
+    std::size_t position = 0;
+    TreeNode* const end = nodes.data() + nodes.size();
+    for (TreeNode* first = nodes.data(); first != end;) {
+        const auto next =
+            std::upper_bound(children.begin() + static_cast<std::ptrdiff_t>(position), children.end(), *first,
+                             [this](const TreeNode& node, const auto& child) {
+                                 return sortsBefore(node.key, child->content.key);
+                             });
+        position = static_cast<std::size_t>(next - children.begin());
+        TreeNode* const last =
+            next == children.end() ? end : std::find_if(first, end, [&](const TreeNode& node) {
+                return !sortsBefore(node.key, (*next)->content.key);
+            });
+        const auto count = static_cast<std::size_t>(last - first);
+        insertRun(parent, position, first, last);
+        position += count;
+        first = last;
+    }
+}
+
+bool TreeModel::sortsBefore(std::string_view leftKey, std::string_view rightKey) const {
+    // By name, not by text, to which a remark may have been added since.
+    const QString left = nameOf(leftKey);
+    const QString right = nameOf(rightKey);
+    const int order = collator_.compare(left, right);
+    return order != 0 ? order < 0 : left < right;
+}
+
+void TreeModel::sortByName(std::vector<TreeNode>& nodes) const {
+    struct Entry {
+        QCollatorSortKey sortKey;
+        QString name;
+        TreeNode* node;
+    };
+    std::vector<Entry> entries;
+    entries.reserve(nodes.size());
+    for (TreeNode& node : nodes) {
+        const QString name = nameOf(node.key);
+        entries.push_back({collator_.sortKey(name), name, &node});
+    }
+    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
+        const int order = left.sortKey.compare(right.sortKey);
+        return order != 0 ? order < 0 : left.name < right.name;
+    });
+    std::vector<TreeNode> sorted;
+    sorted.reserve(nodes.size());
+    for (const Entry& entry : entries) {
+        sorted.push_back(std::move(*entry.node));
+    }
+    nodes = std::move(sorted);
+}
+
+void TreeModel::insertRun(Node& parent, std::size_t position, TreeNode* first, TreeNode* last) {
+    std::vector<std::unique_ptr<Node>> run;
+    run.reserve(static_cast<std::size_t>(last - first));
+    for (TreeNode* node = first; node != last; ++node) {
+        run.push_back(std::make_unique<Node>());
+        run.back()->content = std::move(*node);
+        run.back()->parent = &parent;
+    }
+    auto& children = parent.children;
+    const int row = static_cast<int>(position);
+    beginInsertRows(indexOf(parent), row, row + static_cast<int>(run.size()) - 1);
+    for (const auto& node : run) {
+        byKey_.emplace(node->content.key, node.get());
+    }
+    children.insert(children.begin() + row, std::make_move_iterator(run.begin()),
+                    std::make_move_iterator(run.end()));
+    for (std::size_t i = position; i < children.size(); ++i) {
+        children[i]->row = static_cast<int>(i);
+    }
+    endInsertRows();
+}
+
+void TreeModel::addPlaceholder(std::string_view parentKey) {
+    Node& parent = nodeOf(parentKey);
+    refuseKnown(parent.hasPlaceholder, modNodeKeys::placeholderOf(parentKey));
+    parent.hasPlaceholder = true;
+    if (parent.children.empty()) {
+        Q_EMIT expandMarksChanged();
+    }
+}
+
+void TreeModel::removePlaceholder(std::string_view placeholderKey) {
+    if (!contains(placeholderKey) || byKey_.contains(placeholderKey)) {
+        throw RuntimeError::about(errorNumber::elementNotFound, platform::displayPath(placeholderKey));
+    }
+    Node& parent = nodeOf(modNodeKeys::parentOfPlaceholder(placeholderKey));
+    parent.hasPlaceholder = false;
+    if (parent.children.empty()) {
+        Q_EMIT expandMarksChanged();
+    }
+}
+
+QString TreeModel::text(std::string_view key) const {
+    return nodeOf(key).content.text;
+}
+
+void TreeModel::setText(std::string_view key, const QString& text) {
+    Node& node = nodeOf(key);
+    node.content.text = text;
+    Q_EMIT dataChanged(indexOf(node), indexOf(node));
+}
+
+QString TreeModel::tag(std::string_view key) const {
+    return nodeOf(key).tag;
+}
+
+void TreeModel::setTag(std::string_view key, const QString& tag) {
+    nodeOf(key).tag = tag;
+}
+
+void TreeModel::setImages(std::string_view key, const QIcon& image, const QIcon& selectedImage) {
+    Node& node = nodeOf(key);
+    node.content.image = image;
+    node.content.selectedImage = selectedImage;
+    Q_EMIT dataChanged(indexOf(node), indexOf(node), {Qt::DecorationRole, SelectedImageRole});
+}
+
+std::string TreeModel::parentKey(std::string_view key) const {
+    return nodeOf(key).parent->content.key;
+}
+
+std::vector<std::string> TreeModel::childKeys(std::string_view parentKey) const {
+    std::vector<std::string> keys;
+    for (const auto& child : parentOf(parentKey).children) {
+        keys.push_back(child->content.key);
+    }
+    return keys;
+}
+
+std::vector<std::string> TreeModel::allKeys() const {
+    std::vector<std::string> keys;
+    keys.reserve(byKey_.size());
+    std::vector<const Node*> open{top_.get()};
+    while (!open.empty()) {
+        const Node* node = open.back();
+        open.pop_back();
+        if (node != top_.get()) {
+            keys.push_back(node->content.key);
+        }
+        for (auto child = node->children.rbegin(); child != node->children.rend(); ++child) {
+            open.push_back(child->get());
+        }
+    }
+    return keys;
+}
+
+// --- As Qt's views see it ---------------------------------------------------------------------------------
+
+const TreeModel::Node& TreeModel::at(const QModelIndex& index) const {
+    return index.isValid() ? *static_cast<const Node*>(index.constInternalPointer()) : *top_;
+}
+
+QModelIndex TreeModel::indexOf(const Node& node) const {
+    return &node == top_.get() ? QModelIndex() : createIndex(node.row, 0, &node);
+}
+
+QModelIndex TreeModel::indexOf(std::string_view key) const {
+    return indexOf(nodeOf(key));
+}
+
+std::string TreeModel::keyOf(const QModelIndex& index) const {
+    return at(index).content.key;
+}
+
+QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const {
+    return hasIndex(row, column, parent) ? indexOf(*at(parent).children[static_cast<std::size_t>(row)])
+                                         : QModelIndex();
+}
+
+QModelIndex TreeModel::parent(const QModelIndex& child) const {
+    return child.isValid() ? indexOf(*at(child).parent) : QModelIndex();
+}
+
+int TreeModel::rowCount(const QModelIndex& parent) const {
+    return static_cast<int>(at(parent).children.size());
+}
+
+int TreeModel::columnCount(const QModelIndex&) const {
+    return 1;
+}
+
+bool TreeModel::hasChildren(const QModelIndex& parent) const {
+    const Node& node = at(parent);
+    return node.hasPlaceholder || !node.children.empty();
+}
+
+QVariant TreeModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    const TreeNode& node = at(index).content;
+    switch (role) {
+    case Qt::DisplayRole:
+        return node.text;
+    case Qt::DecorationRole:
+        return node.image;
+    case SelectedImageRole:
+        return node.selectedImage.isNull() ? node.image : node.selectedImage;
+    case Qt::ToolTipRole:
+        return modNodeKeys::isFolderKey(node.key) ? QString::fromStdString(platform::displayPath(node.key))
+                                                  : QString();
+    case Qt::FontRole: {
+        QFont font;
+        font.setBold(node.bold);
+        return node.bold ? QVariant(font) : QVariant();
+    }
+    case Qt::ForegroundRole:
+        return node.text.endsWith(QStringLiteral("(Access Denied)"), Qt::CaseInsensitive)
+                   ? QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text)
+                   : QVariant();
+    default:
+        return {};
+    }
+}

@@ -1,0 +1,105 @@
+#include "tree/treeOperations.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "app/clsUserInterface.h"
+#include "app/errorLog.h"
+#include "app/modGlobal.h"
+#include "platform/folders.h"
+#include "scan/clsFile.h"
+#include "scan/clsFileSearch.h"
+#include "tree/folderTree.h"
+#include "tree/nodeKeys.h"
+#include "views/widgets/systemIcons.h"
+
+namespace modGlobal {
+
+namespace {
+
+constexpr std::string_view moduleName = "modGlobal";
+
+// The node for a subfolder; nothing when the tree has it.
+std::optional<TreeNode> nodeOfFolder(std::string_view path, const FolderTree& tree, ImageList& images) {
+    std::string key = addBackslash(path);
+    if (findNode(tree, key)) {
+        return std::nullopt;
+    }
+    using modSystemIcons::SizeFlag;
+    const QIcon image = images.image(modSystemIcons::getIcon(key, images, SizeFlag::none));
+    const QIcon open = images.image(modSystemIcons::getIcon(key, images, SizeFlag::openFolder));
+    const QString name = QString::fromUtf8(clsFile(path).lastFolder());
+    return TreeNode{std::move(key), name, image, open, false};
+}
+
+} // namespace
+
+bool findNode(const FolderTree& tree, std::string_view key) {
+    return trapped(moduleName, "findNode", [&] { return tree.findNode(key); });
+}
+
+void getChildFoldersAPI(FolderTree& tree, clsUserInterface& userInterface, ImageList& images,
+                        std::string_view parentKey) {
+    trapped(moduleName, "getChildFoldersAPI", [&] {
+        if (!modNodeKeys::isFolderKey(parentKey)) {
+            return;
+        }
+        const BusyPointer busy(userInterface);
+        clsFileSearch search(userInterface);
+        search.setStartstr(parentKey);
+        search.getFolders();
+        // Handed to the tree in one go, which has to find their places and to show them.
+        std::vector<TreeNode> nodes;
+        for (std::string_view rest = search.folders(); !rest.empty();) {
+            const std::string_view path = getNextToken(rest);
+            auto node = trapped(moduleName, "addNode", [&] { return nodeOfFolder(path, tree, images); });
+            if (node) {
+                nodes.push_back(*std::move(node));
+            }
+        }
+        tree.addFolders(parentKey, std::move(nodes));
+    });
+}
+
+void addNode(std::string_view path, FolderTree& tree, std::string_view parentKey, ImageList& images) {
+    trapped(moduleName, "addNode", [&] {
+        if (auto node = nodeOfFolder(path, tree, images)) {
+            tree.addFolders(parentKey, {*std::move(node)});
+        }
+    });
+}
+
+void getDummyFolders(FolderTree& tree, std::string_view key) {
+    trapped(moduleName, "getDummyFolders", [&] {
+        for (const std::string& child : tree.childKeys(key)) {
+            if (!modNodeKeys::isFolderKey(child) || !platform::folderExists(child)) {
+                continue;
+            }
+            if (!tree.findNode(modNodeKeys::placeholderOf(child))) {
+                tree.addPlaceholder(child);
+            }
+            tree.setExpanded(child, false);
+        }
+    });
+}
+
+void tvwSelectNode(FolderTree& tree, std::string_view path) {
+    trapped(moduleName, "tvwSelectNode", [&] {
+        const std::string key = addBackslash(path);
+        if (findNode(tree, key)) {
+            tree.selectNode(key);
+        }
+    });
+}
+
+std::string_view getNextToken(std::string_view& list) {
+    return trapped(moduleName, "getNextToken", [&] {
+        const std::size_t end = list.find('|');
+        const std::string_view token = list.substr(0, end);
+        list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
+        return token;
+    });
+}
+
+} // namespace modGlobal
