@@ -14,16 +14,18 @@ constexpr double barsLeft = 2.0;
 constexpr double barWidth = 10.0 / 3;
 constexpr double barGap = 1.0;
 constexpr double barsBase = 12.0; // behind the front
-constexpr double barsTop = 0.6;   // of a bar of height 1
-constexpr double barsFoot = 8.6;  // of a bar of height 0
+constexpr double barsTop = 1.0;   // of a bar of height 1
+constexpr double barsFoot = 9.0;  // of a bar of height 0: the front's upper edge
+
+constexpr double detailedScale = 3.0; // pixels a unit from which on fine lines are seen
 
 struct Gradient {
     QRgb top;
     QRgb bottom;
 };
 
-constexpr Gradient backColours{0xff2a4d9b, 0xff213f84};
-constexpr Gradient frontColours{0xff5b93f5, 0xff2b62cf};
+constexpr Gradient backColours{0xff3d68c4, 0xff2a4c9c};
+constexpr Gradient frontColours{0xff6aa0fa, 0xff2c63d2};
 constexpr std::array<Gradient, 3> barColours{
     {{0xff4fd8b4, 0xff25b08c}, {0xffffd35c, 0xfff5a81c}, {0xffff8a70, 0xffe8553d}}};
 
@@ -33,17 +35,18 @@ public:
 
     void back() {
         const double radius = 1.2 * scale_;
-        QPainterPath shape;
-        shape.addRoundedRect(rectangle(1, 4, 15, 14), radius, radius);
-        shape.addRoundedRect(rectangle(1, 2, 7, 8), radius, radius);
-        fill(shape.simplified(), backColours);
+        QPainterPath sheet;
+        sheet.addRoundedRect(rectangle(1, 5, 15, 14), radius, radius);
+        QPainterPath tab;
+        tab.addRoundedRect(rectangle(1, 4, 6, 8), radius, radius);
+        fill(sheet.united(tab), backColours);
     }
 
-    void bar(std::size_t number, double height) {
+    void bar(std::size_t number, double height, bool moving) {
         const double left = barsLeft + static_cast<double>(number) * (barWidth + barGap);
         QRectF shape = rectangle(left, 0, left + barWidth, barsBase);
-        // Only upright edges are put on whole pixels, so that a bar grows smoothly.
-        shape.setTop((barsFoot - height * (barsFoot - barsTop)) * scale_);
+        const double top = (barsFoot - height * (barsFoot - barsTop)) * scale_;
+        shape.setTop(moving ? top : qRound(top));
         const double radius = 0.7 * scale_;
         QPainterPath path;
         path.addRoundedRect(shape, radius, radius);
@@ -51,10 +54,23 @@ public:
     }
 
     void front() {
-        const double radius = 1.4 * scale_;
+        const double radius = 1.3 * scale_;
+        const QRectF area = rectangle(1, 9, 15, 15);
         QPainterPath shape;
-        shape.addRoundedRect(rectangle(1, 8, 15, 15), radius, radius);
+        shape.addRoundedRect(area, radius, radius);
+        if (scale_ >= detailedScale) { // the shadow that it throws, the light on its edge
+            painter_.save();
+            painter_.setOpacity(0.10);
+            for (const double above : {0.15, 0.3, 0.45}) {
+                painter_.fillPath(shape.translated(0, -above * scale_).subtracted(shape), Qt::black);
+            }
+            painter_.restore();
+        }
         fill(shape, frontColours);
+        if (scale_ >= detailedScale) {
+            painter_.fillPath(shape.subtracted(shape.translated(0, 0.12 * scale_)),
+                              QColor(255, 255, 255, 110));
+        }
     }
 
     void gauge(double from, double to) {
@@ -64,8 +80,9 @@ public:
         path.addRoundedRect(track, radius, radius);
         painter_.fillPath(path, QColor(16, 38, 96, 110));
         QPainterPath filled;
-        filled.addRect(track.left() + from * track.width(), track.top(), (to - from) * track.width(),
-                       track.height());
+        filled.addRoundedRect(QRectF(track.left() + from * track.width(), track.top(),
+                                     (to - from) * track.width(), track.height()),
+                              radius, radius);
         painter_.fillPath(path.intersected(filled), Qt::white);
     }
 
@@ -94,7 +111,7 @@ void paintApplicationMark(QPainter& painter, int side, const ApplicationMark& ma
     MarkPainter parts(painter, side);
     parts.back();
     for (std::size_t i = 0; i < mark.bars.size(); ++i) {
-        parts.bar(i, mark.bars.at(i));
+        parts.bar(i, mark.bars.at(i), mark.moving);
     }
     parts.front();
     parts.gauge(mark.gaugeFrom, mark.gaugeTo);

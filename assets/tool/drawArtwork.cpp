@@ -24,14 +24,15 @@ constexpr QRgb keyColour = 0xffff00ff;
 QImage busyFrame(int number) {
     const double turn = static_cast<double>(number) / frameCount;
     ApplicationMark mark;
+    mark.moving = true;
     for (std::size_t i = 0; i < mark.bars.size(); ++i) {
         const double phase = turn - static_cast<double>(i) / 4;
-        mark.bars.at(i) = 0.6 - 0.4 * std::cos(2 * std::numbers::pi * phase);
+        mark.bars.at(i) = 0.58 - 0.42 * std::cos(2 * std::numbers::pi * phase);
     }
+    // It comes in from outside and leaves the same way.
     constexpr double lightLength = 0.4;
-    const double lightEnd = turn * (1 + lightLength);
-    mark.gaugeFrom = std::max(0.0, lightEnd - lightLength);
-    mark.gaugeTo = std::min(1.0, lightEnd);
+    mark.gaugeTo = turn * (1 + lightLength);
+    mark.gaugeFrom = mark.gaugeTo - lightLength;
 
     QImage frame(frameSide, frameSide, QImage::Format_ARGB32_Premultiplied);
     frame.fill(Qt::transparent);
