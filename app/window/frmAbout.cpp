@@ -34,7 +34,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), layout_(this) {
     lblName_.setText(QStringLiteral("Spannory"));
     lblName_.setFont(nameFont(font()));
     lblVersion_.setObjectName(QStringLiteral("lblVersion"));
-    // The blank in front is part of the text.
+    // The blank in front keeps it apart from the name.
     lblVersion_.setText(QStringLiteral(" Version ") + QString::fromUtf8(SPANNORY_VERSION));
     lblVersion_.setTextInteractionFlags(Qt::TextSelectableByMouse);
     lblText_.setText(aboutText());
@@ -49,11 +49,13 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), layout_(this) {
     layout_.setContentsMargins(margin, margin, margin, margin);
     layout_.setHorizontalSpacing(margin);
     layout_.setSizeConstraint(QLayout::SetFixedSize);
-    layout_.addWidget(&picture_, 0, 0, 3, 1, Qt::AlignTop);
-    layout_.addWidget(&lblName_, 0, 1);
-    layout_.addWidget(&lblVersion_, 1, 1);
-    layout_.addWidget(&lblText_, 2, 1);
-    layout_.setRowMinimumHeight(3, margin / 2);
-    layout_.addWidget(&buttons_, 4, 0, 1, 2);
+    title_.setSpacing(0);
+    title_.addWidget(&lblName_, 0, Qt::AlignBaseline);
+    title_.addWidget(&lblVersion_, 1, Qt::AlignBaseline);
+    layout_.addWidget(&picture_, 0, 0, 2, 1, Qt::AlignTop);
+    layout_.addLayout(&title_, 0, 1);
+    layout_.addWidget(&lblText_, 1, 1);
+    layout_.setRowMinimumHeight(2, margin / 2);
+    layout_.addWidget(&buttons_, 3, 0, 1, 2);
     cmdOK_.setFocus();
 }

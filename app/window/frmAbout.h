@@ -3,6 +3,7 @@
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 
@@ -15,6 +16,7 @@ public:
 
 private:
     QGridLayout layout_;
+    QHBoxLayout title_;
     QLabel picture_;
     QLabel lblName_;
     QLabel lblVersion_;

@@ -28,12 +28,14 @@ Colours oneColour(const QColor& colour) {
     return {colour, colour, tint};
 }
 
-Colours coloursFor(QIcon::Mode mode, Place place) {
+Colours coloursFor(QIcon::Mode mode, QIcon::State state, Place place) {
     const QPalette palette = QGuiApplication::palette();
     if (mode == QIcon::Disabled) {
         return oneColour(palette.color(QPalette::Disabled, QPalette::WindowText));
     }
-    if (mode == QIcon::Selected || (mode == QIcon::Active && place == Place::menu)) {
+    // A menu lays a frame of its own between its highlight and a checked item's picture.
+    const bool highlighted = mode == QIcon::Selected || (mode == QIcon::Active && place == Place::menu);
+    if (highlighted && state == QIcon::Off) {
         return oneColour(palette.color(QPalette::HighlightedText));
     }
     const QColor text = palette.color(QPalette::WindowText);
@@ -58,14 +60,17 @@ public:
     }
 
     // The size is in pixels of the device.
-    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State /*state*/) override {
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
         QPixmap drawn(size);
         drawn.fill(Qt::transparent);
         QPainter painter(&drawn);
         const int side = std::min(size.width(), size.height());
         painter.translate((size.width() - side) / 2, (size.height() - side) / 2);
-        Canvas canvas(painter, side, coloursFor(mode, place_));
+        Canvas canvas(painter, side, coloursFor(mode, state, place_));
         draw(picture_, canvas);
+        if (state == QIcon::On) {
+            drawCheckMark(canvas);
+        }
         return drawn;
     }
 

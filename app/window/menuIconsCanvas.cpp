@@ -2,6 +2,7 @@
 
 #include <QtMath>
 #include <algorithm>
+#include <functional>
 
 namespace modMenuIcons {
 
@@ -54,20 +55,46 @@ const QColor& Canvas::colour(Ink ink) const {
     return colours_.outline;
 }
 
-void Canvas::stroke(Ink ink, const QPainterPath& path) {
-    painter_.strokePath(path, QPen(colour(ink), width_, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+void Canvas::stroke(Ink ink, const QPainterPath& path, qreal width) {
+    painter_.strokePath(path, QPen(colour(ink), width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+}
+
+// A line that follows no row of pixels looks thinner than one that does.
+void Canvas::curve(Ink ink, const QPainterPath& path) {
+    stroke(ink, path, width_ * 1.2);
+}
+
+void Canvas::line(Ink ink, std::initializer_list<QPointF> points) {
+    const auto isSlanted = [](const QPointF& from, const QPointF& to) {
+        return from.x() != to.x() && from.y() != to.y();
+    };
+    const bool straight =
+        std::adjacent_find(points.begin(), points.end(), std::not_fn(isSlanted)) != points.end();
+    if (straight) {
+        stroke(ink, path(points), width_);
+    } else {
+        curve(ink, path(points));
+    }
+}
+
+void Canvas::lineApart(Ink ink, std::initializer_list<QPointF> points) {
+    const QPainterPath line = path(points);
+    painter_.setCompositionMode(QPainter::CompositionMode_Clear);
+    stroke(ink, line, width_ * 4);
+    painter_.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    stroke(ink, line, width_ * 1.5);
 }
 
 void Canvas::rectangle(Ink ink, const Box& box, qreal radius) {
     QPainterPath path;
     path.addRoundedRect(pixels(box), radius * scale_, radius * scale_);
-    stroke(ink, path);
+    stroke(ink, path, width_);
 }
 
 void Canvas::ellipse(Ink ink, const Box& box) {
     QPainterPath path;
     path.addEllipse(pixels(box));
-    stroke(ink, path);
+    curve(ink, path);
 }
 
 void Canvas::arc(Ink ink, const Box& box, qreal start, qreal span) {
@@ -75,15 +102,11 @@ void Canvas::arc(Ink ink, const Box& box, qreal start, qreal span) {
     QPainterPath path;
     path.arcMoveTo(bounds, start);
     path.arcTo(bounds, start, span);
-    stroke(ink, path);
+    curve(ink, path);
 }
 
 void Canvas::slice(Ink ink, const Box& box, qreal start, qreal span) {
-    stroke(ink, slicePath(pixels(box), start, span));
-}
-
-void Canvas::fill(Ink ink, std::initializer_list<QPointF> points) {
-    painter_.fillPath(path(points), colour(ink));
+    curve(ink, slicePath(pixels(box), start, span));
 }
 
 void Canvas::fillRectangle(Ink ink, const Box& box, qreal radius) {

@@ -28,7 +28,9 @@ public:
         qreal left, top, right, bottom;
     };
 
-    void line(Ink ink, std::initializer_list<QPointF> points) { stroke(ink, path(points)); }
+    void line(Ink ink, std::initializer_list<QPointF> points);
+    // The same with a clear rim, to lie over what is drawn already.
+    void lineApart(Ink ink, std::initializer_list<QPointF> points);
     void rectangle(Ink ink, const Box& box, qreal radius);
     void ellipse(Ink ink, const Box& box);
     // A part of the ellipse in the box, degrees anticlockwise from three o'clock.
@@ -36,7 +38,6 @@ public:
     // The same as a slice with its two sides.
     void slice(Ink ink, const Box& box, qreal start, qreal span);
 
-    void fill(Ink ink, std::initializer_list<QPointF> points);
     void fillRectangle(Ink ink, const Box& box, qreal radius);
     void fillEllipse(Ink ink, const Box& box);
     void fillSlice(Ink ink, const Box& box, qreal start, qreal span);
@@ -48,7 +49,8 @@ private:
     [[nodiscard]] QRectF pixels(const Box& box) const;
     [[nodiscard]] QPainterPath path(std::initializer_list<QPointF> points) const;
     [[nodiscard]] const QColor& colour(Ink ink) const;
-    void stroke(Ink ink, const QPainterPath& path);
+    void stroke(Ink ink, const QPainterPath& path, qreal width);
+    void curve(Ink ink, const QPainterPath& path);
 
     QPainter& painter_;
     Colours colours_;

@@ -79,11 +79,11 @@ void refresh(Canvas& c) {
 }
 
 void barChart(Canvas& c) {
+    c.rectangle(outline, {1.5, 1.5, 6.5, 4.5}, 0);
+    c.rectangle(outline, {1.5, 6.5, 10.5, 9.5}, 0);
+    c.fillRectangle(tint, {1.5, 11.5, 14.5, 14.5}, 0);
+    c.rectangle(accent, {1.5, 11.5, 14.5, 14.5}, 0);
     c.line(outline, {{1.5, 1.5}, {1.5, 14.5}});
-    c.rectangle(outline, {1.5, 2.5, 6.5, 4.5}, 0);
-    c.rectangle(outline, {1.5, 6.5, 9.5, 8.5}, 0);
-    c.fillRectangle(tint, {1.5, 10.5, 13.5, 12.5}, 0);
-    c.rectangle(accent, {1.5, 10.5, 13.5, 12.5}, 0);
 }
 
 void owners(Canvas& c) {
@@ -168,6 +168,10 @@ void draw(Picture picture, Canvas& canvas) {
     case Picture::search:
         return search(canvas);
     }
+}
+
+void drawCheckMark(Canvas& c) {
+    c.lineApart(accent, {{8.5, 11.5}, {10.5, 13.5}, {14.5, 9.5}});
 }
 
 } // namespace modMenuIcons

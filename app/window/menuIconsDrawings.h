@@ -7,4 +7,7 @@ namespace modMenuIcons {
 
 void draw(Picture picture, Canvas& canvas);
 
+// Lays a check mark over the lower right corner of what is drawn.
+void drawCheckMark(Canvas& canvas);
+
 } // namespace modMenuIcons

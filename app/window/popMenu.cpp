@@ -36,8 +36,11 @@ int PopMenu::addItem(const QString& caption, const QString& helpText, int itemDa
     // Found by name below this object.
     added.action.setParent(this);
     added.action.setObjectName(key);
-    added.action.setText(caption);
-    added.action.setSeparator(caption == QStringLiteral("-"));
+    if (caption == QStringLiteral("-")) {
+        added.action.setSeparator(true);
+    } else {
+        added.action.setText(caption);
+    }
     added.action.setStatusTip(helpText);
     added.action.setData(itemData);
     added.action.setEnabled(enabled);

@@ -42,6 +42,7 @@ protected:
         QStylePainter painter(this);
         QStyleOption option;
         option.initFrom(this);
+        painter.drawControl(QStyle::CE_MenuBarEmptyArea, option);
         option.rect = QRect(0, 0, gripper, height());
         option.state |= QStyle::State_Horizontal;
         painter.drawPrimitive(QStyle::PE_IndicatorToolBarHandle, option);

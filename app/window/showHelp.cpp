@@ -1,0 +1,43 @@
+#include "app/window/showHelp.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <string>
+
+#include "app/modGlobal.h"
+#include "app/window/frmHelp.h"
+#include "platform/environment.h"
+#include "platform/help.h"
+#include "platform/paths.h"
+
+namespace {
+
+QString nativeFolder(const std::string& internalPath) {
+    return QFile::decodeName(QByteArray::fromStdString(platform::toNative(internalPath)));
+}
+
+// Beside the program where it stands as it was built, else where it is installed.
+QString pagesFolder() {
+    const QString beside = nativeFolder(platform::executableFolder() + "help\\");
+    return QFileInfo(beside).isDir() ? beside : nativeFolder(platform::shareFolder() + "help\\");
+}
+
+} // namespace
+
+HelpCommand::HelpCommand(const QWidget& window) : window_(window) {}
+
+HelpCommand::~HelpCommand() = default;
+
+void HelpCommand::showHelp() {
+    const std::string file = modGlobal::addBackslash(platform::executableFolder()) + "spannory.chm";
+    if (platform::showCompiledHelp(window_.winId(), file)) {
+        return;
+    }
+    if (!helpWindow_) {
+        helpWindow_ = std::make_unique<frmHelp>(pagesFolder());
+    }
+    helpWindow_->setWindowState(helpWindow_->windowState() & ~Qt::WindowMinimized);
+    helpWindow_->show();
+    helpWindow_->raise();
+    helpWindow_->activateWindow();
+}
