@@ -33,6 +33,8 @@ public:
     // The file goes with the object.
     void removeAtEnd();
 
+    [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
+
     // Both throw 3420 when the file is not open.
     [[nodiscard]] Database& database() const;
     [[nodiscard]] DetailsTable& details() const; // the one place that rows are appended through

@@ -23,7 +23,11 @@ namespace platform {
 // True when new files can be made in the folder.
 [[nodiscard]] bool folderIsWritable(std::string_view path);
 
-// Opens the file in the program associated with its type; false when there is none or it cannot start.
+// True when the user's session has a display that windows can be shown on.
+[[nodiscard]] bool hasDisplay();
+
+// Starts the program associated with the file's type on it, and does not wait for it; false when the system's
+// opener cannot be started. What it makes of the file it tells the user itself.
 bool openInAssociatedProgram(std::string_view path);
 
 } // namespace platform

@@ -1,6 +1,65 @@
 #include <QApplication>
+#include <QTimer>
+#include <algorithm>
+#include <span>
+#include <string_view>
+
+#include "app/applicationFolder.h"
+#include "app/window/applicationIcon.h"
+#include "app/window/commandLine.h"
+#include "app/window/frmMain.h"
+#include "app/window/qtDialogs.h"
+#include "platform/environment.h"
+#include "platform/runtimeError.h"
+#include "platform/terminal.h"
+
+namespace {
+
+constexpr int statusFailed = 1;
+
+// Help and version are wanted on machines without a display as well.
+bool asksForText(std::span<char*> arguments) {
+    return std::any_of(arguments.begin(), arguments.end(), [](std::string_view argument) {
+        return argument == "-h" || argument == "--help" || argument == "--version";
+    });
+}
+
+// Qt takes its own options out of the arguments; what is left is the program's.
+int run(int argumentCount, char** arguments) {
+    QApplication application(argumentCount, arguments);
+    QApplication::setApplicationName(QStringLiteral("spannory"));
+    QApplication::setApplicationVersion(QStringLiteral(SPANNORY_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("spannory"));
+    QApplication::setWindowIcon(applicationIcon());
+    const WindowOptions options = parseWindowCommandLine(argumentCount, arguments);
+    if (options.exitStatus) {
+        return *options.exitStatus;
+    }
+    QtDialogs dialogs;
+    try {
+        frmMain window(findApplicationFolder(options.applicationFolder), dialogs);
+        dialogs.setParent(&window);
+        window.show();
+        if (!options.path.empty()) {
+            QTimer::singleShot(0, &window, [&] { window.openPath(options.path); });
+        }
+        return QApplication::exec();
+    } catch (const RuntimeError& error) {
+        dialogs.message(QString::fromUtf8(error.what()));
+        return statusFailed;
+    }
+}
+
+} // namespace
 
 int main(int argumentCount, char** arguments) {
-    const QApplication application(argumentCount, arguments);
-    return QApplication::exec();
+    if (asksForText({arguments, static_cast<std::size_t>(argumentCount)})) {
+        return parseWindowCommandLine(argumentCount, arguments).exitStatus.value_or(statusFailed);
+    }
+    if (!platform::hasDisplay() && !platform::environmentVariable("QT_QPA_PLATFORM")) {
+        platform::writeTo(platform::Stream::error,
+                          "spannory: there is no display for a window; spannory-scan needs none.\n");
+        return statusFailed;
+    }
+    return run(argumentCount, arguments);
 }

@@ -9,6 +9,7 @@
 #include <array>
 #include <climits>
 #include <cstdlib>
+#include <thread>
 
 #include "platform/paths.h"
 
@@ -62,6 +63,10 @@ bool folderIsWritable(std::string_view path) {
     return ::faccessat(AT_FDCWD, toNative(path).c_str(), W_OK | X_OK, AT_EACCESS) == 0;
 }
 
+bool hasDisplay() {
+    return environmentVariable("DISPLAY").has_value() || environmentVariable("WAYLAND_DISPLAY").has_value();
+}
+
 bool openInAssociatedProgram(std::string_view path) {
     std::string program = "xdg-open";
     std::string file = toNative(toInternal(path));
@@ -70,8 +75,9 @@ bool openInAssociatedProgram(std::string_view path) {
     if (::posix_spawnp(&child, program.c_str(), nullptr, nullptr, arguments.data(), environ) != 0) {
         return false;
     }
-    int status = 0;
-    return ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+    // It may well run for as long as the file stays open; somebody has to wait for it all the same.
+    std::thread([child] { ::waitpid(child, nullptr, 0); }).detach();
+    return true;
 }
 
 } // namespace platform

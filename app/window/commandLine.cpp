@@ -1,0 +1,21 @@
+#include "app/window/commandLine.h"
+
+#include <CLI/CLI.hpp>
+
+WindowOptions parseWindowCommandLine(int argumentCount, const char* const* arguments) {
+    constexpr int wrongUsage = 2;
+    WindowOptions options;
+    CLI::App app("Shows what takes the room on a disk, in a window.", "spannory");
+    app.set_version_flag("--version", "spannory " SPANNORY_VERSION);
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.add_option("PATH", options.path, "Folder to select and scan at once")->type_name("");
+    app.add_option("--app-folder", options.applicationFolder,
+                   "Where settings.ini, main.dat and errorLog.txt live")
+        ->type_name("DIR");
+    try {
+        app.parse(argumentCount, arguments);
+    } catch (const CLI::ParseError& error) {
+        options.exitStatus = app.exit(error) == 0 ? 0 : wrongUsage;
+    }
+    return options;
+}

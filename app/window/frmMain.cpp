@@ -1,0 +1,279 @@
+#include "app/window/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMimeData>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "app/applicationFolder.h"
+#include "app/errorLog.h"
+#include "app/modGlobal.h"
+#include "app/window/menuIcons.h"
+#include "app/window/menus.h"
+#include "db/modDatabase.h"
+#include "platform/paths.h"
+#include "tree/startupTree.h"
+#include "tree/treeOperations.h"
+
+namespace {
+
+constexpr std::string_view moduleName = "frmMain";
+constexpr std::string_view filesBar = "|Files|";
+
+// One step of start-up: when it fails the error is logged and the window opens without what it was to bring.
+template <class Step>
+void loadStep(Step&& step, modGlobal::Logging logging = modGlobal::Logging::shown) {
+    modGlobal::trapped(moduleName, "form_load", std::forward<Step>(step), logging);
+}
+
+// The first folder that is being dragged, as a native path; empty when there is none.
+QString draggedFolder(const QMimeData& data) {
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir()) {
+            return url.toLocalFile();
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+frmMain::frmMain(std::string applicationFolder, clsDialogs& dialogs)
+    : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
+      state_(std::make_unique<QSettings>(
+          QString::fromStdString(platform::toNative(applicationFolder_ + "window.ini")),
+          QSettings::IniFormat)),
+      views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
+      selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, *this}),
+      commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
+      toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
+    setObjectName(QStringLiteral("frmMain"));
+    layOut();
+    wire();
+    form_load();
+}
+
+frmMain::~frmMain() {
+    views_.tabs().setCornerWidget(nullptr); // it would look at it when its pages go
+    modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
+}
+
+// --- Start-up and shutdown ------------------------------------------------------------------------------
+
+void frmMain::form_load() {
+    modGlobal::setErrorLogSurroundings(applicationFolder_, &store_, &userInterface_);
+    loadStep([this] { settings_.load(store_, applicationFolder_); });
+    loadStep([this] {
+        working_ = modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_);
+    });
+    loadStep([this] { views_.chart().setChartStyle(ChartStyle::bar); });
+    loadStep([this] {
+        modMenuIcons::addMenuImages(imlMenu_);
+        modMenus::createMenus(cP_, cPLvw_, *this, imlMenu_, settings_);
+        modMenus::disableExports(cP_);
+        modMenus::disableExports(cPLvw_);
+        modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
+    });
+    loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
+    loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
+    setWindowTitle(QStringLiteral("Spannory ") + QApplication::applicationVersion());
+    loadStep([this] {
+        restoreGeometry(state_->value(QStringLiteral("geometry")).toByteArray());
+        splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
+        views_.restore(*state_);
+    });
+}
+
+void frmMain::form_unload() {
+    modGlobal::trapped(
+        moduleName, "form_unload",
+        [this] {
+            settings_.save(store_);
+            state_->setValue(QStringLiteral("geometry"), saveGeometry());
+            state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
+            views_.save(*state_);
+            state_->sync();
+        },
+        modGlobal::Logging::quiet);
+}
+
+// A window that is closed while it scans cancels first, and closes when the scan has ended.
+void frmMain::closeEvent(QCloseEvent* event) {
+    selection_.suppressRefresh();
+    if (search_.processing) {
+        search_.CancelScan = true;
+        search_.nextNode.clear();
+        closing_ = true;
+        event->ignore();
+        return;
+    }
+    form_unload();
+    event->accept();
+}
+
+void frmMain::scanRuns(bool running) {
+    if (running) {
+        userInterface_.beginScan();
+        ani_.play();
+    } else {
+        userInterface_.endScan();
+        ani_.stop();
+    }
+    views_.followScan(running);
+    escape_.setEnabled(running);
+    if (closing_ && !running) {
+        QTimer::singleShot(0, this, [this] { close(); });
+    }
+}
+
+// --- The controls ---------------------------------------------------------------------------------------
+
+void frmMain::layOut() {
+    constexpr QSize usualSize(1020, 680);
+    constexpr QSize smallestSize(480, 320);
+    constexpr int treeWidth = 300;
+    constexpr int animationSide = 24; // as high as the tabs that it stands beside
+
+    central_.setObjectName(QStringLiteral("central"));
+    txtPath_.setObjectName(QStringLiteral("txtPath"));
+    txtPath_.setText(QStringLiteral("(Type network [UNC] path here)"));
+    txtPath_.setToolTip(tr("Type a folder and press Enter to scan it (Ctrl+L)"));
+    txtPath_.setAccessibleName(tr("Folder to scan"));
+    cmdGo_.setObjectName(QStringLiteral("cmdGo"));
+    cmdGo_.setText(tr("&Go"));
+    cmdGo_.setToolTip(tr("Scan the folder typed on the left"));
+    ani_.setObjectName(QStringLiteral("ani"));
+    ani_.setFixedSize(animationSide, animationSide);
+    tvw_.setObjectName(QStringLiteral("tvw"));
+    prg_.setObjectName(QStringLiteral("prg"));
+    cP_.setObjectName(QStringLiteral("cP"));
+    cPLvw_.setObjectName(QStringLiteral("cPLvw"));
+    tbrMenu_.setObjectName(QStringLiteral("tbrMenu"));
+    cRebar_.setObjectName(QStringLiteral("cRebar"));
+    prg_.setMaximumWidth(treeWidth);
+
+    auto rows = std::make_unique<QVBoxLayout>();
+    auto pathRow = std::make_unique<QHBoxLayout>();
+    pathRow->addWidget(&txtPath_, 1);
+    pathRow->addWidget(&cmdGo_);
+    splitter_.setObjectName(QStringLiteral("splitter"));
+    splitter_.addWidget(&tvw_);
+    splitter_.addWidget(&views_.tabs());
+    views_.tabs().setCornerWidget(&ani_);
+    splitter_.setStretchFactor(1, 1);
+    splitter_.setChildrenCollapsible(false);
+    splitter_.setSizes({treeWidth, usualSize.width() - treeWidth});
+    rows->addLayout(pathRow.release());
+    rows->addWidget(&splitter_, 1);
+    central_.setLayout(rows.release());
+
+    setCentralWidget(&central_);
+    statusBar_.setObjectName(QStringLiteral("statusBar"));
+    statusBar_.addPermanentWidget(&prg_);
+    setStatusBar(&statusBar_);
+    prg_.hide();
+    setMinimumSize(smallestSize);
+    resize(usualSize);
+    setAcceptDrops(true);
+    tvw_.setFocus();
+}
+
+void frmMain::wire() {
+    txtPath_.installEventFilter(this);
+    connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
+    connect(&cmdGo_, &QPushButton::clicked, this, [this] { openPath(txtPath_.text().toStdString()); });
+    connect(&tvw_, &FolderTree::nodeExpanded, this,
+            [this](const std::string& key) { selection_.tvw_Expand(key); });
+    connect(&tvw_, &FolderTree::nodeClicked, this,
+            [this](const std::string& key) { selection_.tvw_NodeClick(key); });
+    connect(&views_, &ViewTabs::folderChosen, this,
+            [this](const std::string& key) { selection_.openFolder(key); });
+    connect(&views_, &ViewTabs::barChosen, this, [this](const std::string& label) { tc_OnClick(label); });
+    connect(&views_, &ViewTabs::fileChosen, this,
+            [this](const std::string& path) { userInterface_.openFile(path); });
+    connect(&cP_, &PopMenu::click, this, [this](int index) { commands_.cP_Click(index); });
+    connect(&views_, &ViewTabs::menuRequested, this,
+            [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
+    escape_.setEnabled(false);
+    connect(&escape_, &QShortcut::activated, this, [this] { search_.CancelScan = true; });
+    connect(&toPath_, &QShortcut::activated, this, [this] { txtPath_.setFocus(Qt::ShortcutFocusReason); });
+}
+
+MenuTargets frmMain::menuTargets() {
+    MenuTargets targets;
+    targets.exitApp = [this] { close(); };
+    targets.refreshScreen = [this] { selection_.refreshScreen(); };
+    targets.cancelScan = [this] { search_.CancelScan = true; };
+    targets.barStyle = [this] { views_.chart().setChartStyle(ChartStyle::bar); };
+    targets.pieStyle = [this] { views_.chart().setChartStyle(ChartStyle::pie); };
+    targets.updateGraph = [this] { views_.updateGraph(); };
+    targets.showHelp = [this] { help_.showHelp(); };
+    targets.showAbout = [this] { dialogs_.about(); };
+    return targets;
+}
+
+void frmMain::openPath(std::string_view typedPath) {
+    selection_.cmdGo_Click(typedPath);
+}
+
+void frmMain::txtPath_GotFocus() {
+    // A click that brings the focus would take the selection away again, once this event is over.
+    QTimer::singleShot(0, &txtPath_, &QLineEdit::selectAll);
+    cmdGo_.setDefault(true);
+}
+
+void frmMain::txtPath_LostFocus() {
+    cmdGo_.setDefault(false);
+}
+
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == &txtPath_ && event->type() == QEvent::FocusIn) {
+        txtPath_GotFocus();
+    } else if (watched == &txtPath_ && event->type() == QEvent::FocusOut) {
+        txtPath_LostFocus();
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+// A key that is held down is released once.
+void frmMain::keyReleaseEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F5 && !event->isAutoRepeat()) {
+        selection_.refreshScreen();
+    } else {
+        QMainWindow::keyReleaseEvent(event);
+    }
+}
+
+// The bar of the files that stand in the folder itself opens nothing.
+void frmMain::tc_OnClick(const std::string& label) {
+    modGlobal::trapped(moduleName, "tc_OnClick", [&] {
+        const std::string selected = tvw_.selectedKey();
+        if (label == filesBar || selected.empty()) {
+            return;
+        }
+        if (!tvw_.isExpanded(selected)) {
+            tvw_.setExpanded(selected, true);
+        }
+        selection_.openFolder(selected + label + "\\");
+    });
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!draggedFolder(*event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    // Whoever the folder was dragged from waits for this event's end; the scan follows it.
+    QTimer::singleShot(0, this,
+                       [this, path = draggedFolder(*event->mimeData())] { openPath(path.toStdString()); });
+}

@@ -1,0 +1,103 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QObject>
+#include <QScrollBar>
+#include <QSettings>
+#include <QTabWidget>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "app/clsSettings.h"
+#include "db/workingDatabase.h"
+#include "tree/folderTree.h"
+#include "views/widgets/filesList.h"
+#include "views/widgets/folderChart.h"
+#include "views/widgets/groupLists.h"
+#include "views/widgets/listView.h"
+#include "views/widgets/systemIcons.h"
+
+// The tab control XTab with the four views of the folder that is selected in the tree: the chart tc with its
+// scroll bar fsb, and the lists lvwF, lvwT and lvwU. Reads the rows whenever it is asked to bring a view up
+// to date; without a selected folder, or a database, the views stay as they are.
+class ViewTabs final : public QObject {
+    Q_OBJECT
+
+public:
+    // What the views stand on; nothing is owned.
+    struct Surroundings {
+        const FolderTree& tree;
+        ImageList& icons;
+        clsSettings& settings;
+        const WorkingDatabase& database;
+    };
+
+    explicit ViewTabs(const Surroundings& surroundings, QObject* parent = nullptr);
+    ~ViewTabs() override;
+
+    [[nodiscard]] QTabWidget& tabs() noexcept { return XTab_; }
+    [[nodiscard]] FolderChart& chart() noexcept { return tc_; }
+
+    // Draws the chart anew. Errors are logged.
+    void updateGraph();
+    // Brings the view of the active tab up to date; a list is sorted as remembered and its first row
+    // selected.
+    void refreshActiveView() { refresh(true); }
+    // Empties the files and folders list, so that it is filled from its first row again.
+    void clearFilesList() { filesList_.clear(); }
+
+    // While a scan runs the active view is refreshed about once a second.
+    void followScan(bool running);
+
+    // Column widths and the active tab, in the window's own settings file.
+    void restore(QSettings& state);
+    void save(QSettings& state) const;
+
+Q_SIGNALS:
+    // A bar was activated.
+    void barChosen(const std::string& label);
+    // A row was activated that stands for a folder of this key, or for a file of this path.
+    void folderChosen(const std::string& key);
+    void fileChosen(const std::string& path);
+    // The context menu of the lists is wanted at this place of the screen.
+    void menuRequested(const QPoint& place);
+
+private:
+    // A list and how its sort order is remembered.
+    struct ListTab {
+        ListView& list;
+        int defaultColumn;
+        std::int16_t (clsSettings::*column)() const noexcept;
+        void (clsSettings::*setColumn)(std::int16_t) noexcept;
+        std::int16_t (clsSettings::*order)() const noexcept;
+        void (clsSettings::*setOrder)(std::int16_t) noexcept;
+    };
+
+    void layOut();
+    void wire();
+    void wireList(ListTab& tab);
+    [[nodiscard]] std::string folderKey() const;
+    void refresh(bool selectFirst);
+    void growWithScan();
+    QString tc_OnMarkTipToolGetText(double megabytes, int index);
+
+    Surroundings with_;
+    QTabWidget XTab_;
+    QWidget chartPage_;
+    QHBoxLayout chartLayout_{&chartPage_};
+    FolderChart tc_;
+    QScrollBar fsb_;
+    ListView lvwF_;
+    ListView lvwT_;
+    ListView lvwU_;
+    FilesList filesList_;
+    GroupLists groupLists_;
+    std::array<ListTab, 3> listTabs_; // behind the chart's tab, in their order
+    std::string chartKey_;            // of the folder that the chart shows
+    QTimer tmrChart_;
+    QTimer tmrListViewIcons_;
+};

@@ -1,0 +1,91 @@
+#include "app/window/windowInterface.h"
+
+#include <QApplication>
+#include <algorithm>
+
+#include "platform/environment.h"
+
+namespace {
+
+QString fromText(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+constexpr int progressSteps = 500;
+
+} // namespace
+
+WindowInterface::WindowInterface(clsDialogs& dialogs, QStatusBar& statusBar, QProgressBar& progressBar)
+    : dialogs_(dialogs), progressBar_(progressBar), panels_(statusBar) {
+    progressBar_.hide();
+}
+
+void WindowInterface::message(std::string_view text) {
+    if (!scanning_ || ++messages_ == 1) {
+        dialogs_.message(fromText(text));
+    }
+}
+
+bool WindowInterface::ask(Question, std::string_view text) {
+    return dialogs_.ask(fromText(text));
+}
+
+void WindowInterface::setBusy(bool busy) {
+    if (busy) {
+        QApplication::setOverrideCursor(Qt::BusyCursor);
+    } else {
+        QApplication::restoreOverrideCursor();
+    }
+}
+
+void WindowInterface::progressStart(std::int64_t maximum) {
+    progressValue_ = 0;
+    progressMaximum_ = std::max<std::int64_t>(maximum, 1);
+    progressPerStep_ = std::max<std::int64_t>(progressMaximum_ / progressSteps, 1);
+    progressBar_.setRange(0, progressSteps);
+    progressBar_.setValue(0);
+    progressBar_.show();
+    yieldToEvents();
+}
+
+void WindowInterface::progressStep() {
+    if (++progressValue_ % progressPerStep_ == 0) {
+        progressBar_.setValue(static_cast<int>(progressValue_ * progressSteps / progressMaximum_));
+        yieldToEvents();
+    }
+}
+
+void WindowInterface::progressHide() {
+    progressBar_.hide();
+}
+
+void WindowInterface::status(StatusPanel panel, std::string_view text) {
+    panels_.set(panel, text);
+}
+
+// A person's input is handled in the midst of a scan only, where it cancels or queues. Anywhere else, or
+// within the handling of such input, work would begin inside of work.
+void WindowInterface::yieldToEvents() {
+    const bool takesInput = scanning_ && !yielding_;
+    const bool wasYielding = std::exchange(yielding_, true);
+    QApplication::processEvents(takesInput ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
+    yielding_ = wasYielding;
+}
+
+void WindowInterface::openFile(std::string_view path) {
+    if (!platform::openInAssociatedProgram(path)) {
+        status(StatusPanel::folder, "No program was found that opens this file.");
+    }
+}
+
+void WindowInterface::beginScan() {
+    scanning_ = true;
+    messages_ = 0;
+}
+
+void WindowInterface::endScan() {
+    scanning_ = false;
+    if (messages_ > 1) {
+        message(std::to_string(messages_ - 1) + " more errors of this scan are in the error log.");
+    }
+}

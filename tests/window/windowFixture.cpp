@@ -1,0 +1,92 @@
+#include "window/windowFixture.h"
+
+#include <QAction>
+#include <QTest>
+#include <QTimer>
+
+#include "app/modGlobal.h"
+#include "platform/files.h"
+
+WindowFixture::WindowFixture() {
+    platform::copyFile(SPANNORY_TEMPLATE, application.internal("001.dat"));
+    // The network branch shows what is mounted on the machine at hand.
+    application.write("settings.ini", "[startup]\r\ndontUseNetwork=1\r\n");
+}
+
+WindowFixture::~WindowFixture() {
+    close();
+}
+
+frmMain& WindowFixture::open() {
+    window = std::make_unique<frmMain>(application.internal(), dialogs);
+    window->show();
+    QApplication::processEvents();
+    return *window;
+}
+
+std::string WindowFixture::key(std::string_view name) const {
+    return modGlobal::addBackslash(tree.internal(name));
+}
+
+void WindowFixture::click(const std::string& key) {
+    auto& tvw = control<FolderTree>("tvw");
+    tvw.selectNode(key);
+    Q_EMIT tvw.nodeClicked(key);
+}
+
+void WindowFixture::command(const char* key) {
+    auto* action = window->findChild<QAction*>(QString::fromUtf8(key));
+    if (action == nullptr) {
+        throw std::runtime_error(std::string("no command ") + key);
+    }
+    action->trigger();
+}
+
+void WindowFixture::duringScan(std::function<void()> body) {
+    auto timer = std::make_shared<QTimer>();
+    QObject::connect(timer.get(), &QTimer::timeout, window.get(),
+                     [this, timer, body = std::move(body)]() mutable {
+                         if (window->search().processing) {
+                             timer->disconnect();
+                             body();
+                         }
+                     });
+    timer->start(0);
+}
+
+std::string WindowFixture::panel(int number) {
+    constexpr int longerThanTextsWait = 40;
+    QTest::qWait(longerThanTextsWait);
+    const QString name = QStringLiteral("sbPanel%1").arg(number);
+    return control<QLabel>(qPrintable(name)).text().toStdString();
+}
+
+std::vector<std::string> WindowFixture::rows(const char* list) {
+    const QAbstractItemModel& model = *control<QTreeView>(list).model();
+    std::vector<std::string> result;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        std::string line;
+        for (int column = 0; column < model.columnCount(); ++column) {
+            line += (column == 0 ? "" : "|") + model.index(row, column).data().toString().toStdString();
+        }
+        result.push_back(std::move(line));
+    }
+    return result;
+}
+
+std::vector<std::string> WindowFixture::bars() {
+    std::vector<std::string> result;
+    for (const ChartEntry& entry : control<FolderChart>("tc").entries()) {
+        result.push_back(entry.label + "=" + valueText(entry.size));
+    }
+    return result;
+}
+
+std::vector<std::string> WindowFixture::query(const std::string& statement) const {
+    std::vector<std::string> result;
+    const auto rows = window->database().database().OpenRecordset(statement);
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        result.emplace_back(rows->Fields(0).text());
+    }
+    return result;
+}

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QSignalSpy>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/window/frmMain.h"
+#include "support/temporaryFolder.h"
+#include "views/widgets/folderChart.h"
+
+// Boxes that are answered without a person, and remembered.
+class RecordingDialogs final : public clsDialogs {
+public:
+    void message(const QString& text) override { messages.push_back(text.toStdString()); }
+    [[nodiscard]] bool ask(const QString& text) override {
+        questions.push_back(text.toStdString());
+        return answer;
+    }
+    void about() override { ++abouts; }
+
+    std::vector<std::string> messages;
+    std::vector<std::string> questions;
+    bool answer = true;
+    int abouts = 0;
+};
+
+// The real main window over an application folder and a tree of its own, its controls found by their names.
+class WindowFixture {
+public:
+    WindowFixture();
+    ~WindowFixture();
+
+    // Opens the window; what must lie in the application folder is put there before.
+    frmMain& open();
+    void close() { window.reset(); }
+
+    template <class Control>
+    [[nodiscard]] Control& control(const char* name) {
+        auto* found = window->findChild<Control*>(QString::fromUtf8(name));
+        if (found == nullptr) {
+            throw std::runtime_error(std::string("no control ") + name);
+        }
+        return *found;
+    }
+
+    // The internal path of a folder of the tree, with trailing "\".
+    [[nodiscard]] std::string key(std::string_view name = {}) const;
+    // As a mouse click on the folder's node does.
+    void click(const std::string& key);
+    // A menu command, by its key.
+    void command(const char* key);
+    // Has this done as soon as the next scan handles events.
+    void duringScan(std::function<void()> body);
+
+    [[nodiscard]] std::string panel(int number);
+    // The texts of a list's rows, the cells joined by "|".
+    [[nodiscard]] std::vector<std::string> rows(const char* list);
+    // The chart's bars, smallest first, as label=bytes.
+    [[nodiscard]] std::vector<std::string> bars();
+    // The first cells of a query's rows on the window's database.
+    [[nodiscard]] std::vector<std::string> query(const std::string& statement) const;
+
+    TemporaryFolder application;
+    TemporaryFolder tree;
+    RecordingDialogs dialogs;
+    std::unique_ptr<frmMain> window;
+};

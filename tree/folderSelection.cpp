@@ -1,0 +1,169 @@
+#include "tree/folderSelection.h"
+
+#include <utility>
+
+#include "app/errorLog.h"
+#include "app/modGlobal.h"
+#include "platform/clock.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
+#include "scan/modProcessFiles.h"
+#include "tree/nodeKeys.h"
+#include "tree/treeOperations.h"
+#include "views/folderFigures.h"
+
+namespace {
+
+constexpr std::string_view moduleName = "frmMain";
+constexpr std::string_view notFound =
+    "Directory not found.  You can select a directory in the list on the left "
+    "hand side of the screen, or try again.";
+
+} // namespace
+
+void FolderSelection::tvw_Expand(const std::string& key) {
+    modGlobal::trapped(moduleName, "tvw_Expand", [&] {
+        FolderTree& tree = with_.tree;
+        const std::string placeholder = modNodeKeys::placeholderOf(key);
+        if (modGlobal::findNode(tree, placeholder)) {
+            tree.removePlaceholder(placeholder);
+        }
+        if (modNodeKeys::isFolderKey(key) && tree.tag(key).isEmpty()) {
+            const BusyPointer busy(with_.userInterface);
+            listSubfolders(key);
+            tree.setTag(key, QString::fromUtf8(modNodeKeys::foldersProcessed));
+        }
+    });
+}
+
+void FolderSelection::tvw_NodeClick(const std::string& key) {
+    modGlobal::trapped(moduleName, "tvw_NodeClick", [&] { clickNode(key); });
+}
+
+void FolderSelection::listSubfolders(const std::string& key) {
+    modGlobal::getChildFoldersAPI(with_.tree, with_.userInterface, with_.icons, key);
+    modGlobal::getDummyFolders(with_.tree, key);
+}
+
+void FolderSelection::clickNode(const std::string& key) {
+    if (with_.tree.isFirstNode(key) || !modNodeKeys::isFolderKey(key)) {
+        return;
+    }
+    with_.views.updateGraph();
+    if (platform::whyUnreadable(key).empty()) {
+        listSubfolders(key);
+    } else {
+        markAccessDenied(key);
+    }
+    if (!with_.database.isOpen()) { // why not was said when it happened
+        with_.userInterface.status(StatusPanel::folder, "There is no scan database to work with.");
+        return;
+    }
+    const std::int64_t startTick = platform::tickCount();
+    if (with_.search.processing) {
+        with_.search.CancelScan = true;
+        with_.search.nextNode = key;
+    } else {
+        with_.search.nextNode.clear();
+        scan(key);
+    }
+    elapsedTicks_ = platform::tickCount() - startTick;
+    if (!suppressed_) {
+        showItems();
+        const BusyPointer busy(with_.userInterface);
+        with_.views.refreshActiveView();
+    }
+}
+
+void FolderSelection::markAccessDenied(const std::string& key) {
+    const QString suffix = QStringLiteral(" (Access Denied)");
+    const QString text = with_.tree.text(key);
+    if (text.right(suffix.size() - 1).compare(suffix.mid(1), Qt::CaseInsensitive) != 0) {
+        with_.tree.setText(key, text + suffix);
+    }
+}
+
+// A Cancel Scan that was given when there was nothing to cancel is not meant for this scan.
+void FolderSelection::scan(const std::string& key) {
+    with_.search.CancelScan = false;
+    with_.views.scanRuns(true);
+    modProcessFiles::processMain(key, {with_.search, with_.settings, with_.userInterface,
+                                       [this](const std::string& node) { handleQueued(node); }});
+    with_.views.scanRuns(false);
+}
+
+// Called by a scan at its end. Nodes that are queued while a queued node is handled are taken in turn here,
+// so that however many clicks follow each other, their scans do not nest.
+void FolderSelection::handleQueued(const std::string& key) {
+    queued_ = key;
+    if (handlingQueue_) {
+        return;
+    }
+    handlingQueue_ = true;
+    while (!queued_.empty() && !suppressed_) {
+        tvw_NodeClick(std::exchange(queued_, {}));
+    }
+    handlingQueue_ = false;
+}
+
+void FolderSelection::showItems() {
+    with_.userInterface.status(StatusPanel::items, modFigures::itemsText(with_.database.database()));
+}
+
+void FolderSelection::cmdGo_Click(std::string_view typedPath) {
+    modGlobal::trapped(moduleName, "cmdGo_Click", [&] {
+        const std::string key = nodeOf(typedPath);
+        if (key.empty()) {
+            with_.userInterface.message(notFound);
+            return;
+        }
+        FolderTree& tree = with_.tree;
+        if (!modGlobal::findNode(tree, key)) {
+            addTopNode(key);
+        }
+        tree.selectNode(key);
+        modGlobal::getDummyFolders(tree, key);
+        tvw_NodeClick(key);
+    });
+}
+
+void FolderSelection::addTopNode(const std::string& key) {
+    TreeNode node;
+    node.key = key;
+    node.text = QString::fromStdString(platform::displayPath(key));
+    node.image = with_.icons.image(modSystemIcons::getIcon(key, with_.icons));
+    node.selectedImage = node.image;
+    with_.tree.addNode({}, std::move(node));
+}
+
+// The key of the node that a typed path stands for; empty when it names no folder.
+std::string FolderSelection::nodeOf(std::string_view typedPath) {
+    try {
+        const std::string path = platform::toInternal(typedPath);
+        return path.empty() || !platform::folderExists(path) ? "" : modGlobal::addBackslash(path);
+    } catch (const RuntimeError&) {
+        return {}; // a relative path without a current folder
+    }
+}
+
+void FolderSelection::refreshScreen() {
+    modGlobal::trapped(moduleName, "refreshScreen", [&] {
+        const std::string key = with_.tree.selectedKey();
+        if (key.empty()) {
+            with_.userInterface.message("You must first select a folder.");
+            return;
+        }
+        if (modNodeKeys::isFolderKey(key) && with_.database.isOpen()) {
+            with_.search.resetScanCompleteTime(key);
+            with_.views.clearFilesList();
+        }
+        tvw_NodeClick(key);
+    });
+}
+
+void FolderSelection::openFolder(const std::string& key) {
+    if (modGlobal::findNode(with_.tree, key)) {
+        modGlobal::tvwSelectNode(with_.tree, key);
+        tvw_NodeClick(key);
+    }
+}

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "app/clsSettings.h"
+#include "app/clsUserInterface.h"
+#include "db/workingDatabase.h"
+#include "scan/clsSearch.h"
+#include "tree/folderTree.h"
+#include "views/widgets/systemIcons.h"
+
+// What follows the selected folder; implemented by the main window. Implementations trap their errors.
+class FolderViews {
+public:
+    virtual ~FolderViews() = default;
+
+    // Draws the chart of the selected folder, whichever tab is shown.
+    virtual void updateGraph() = 0;
+    // Brings the view of the active tab up to date with the rows, and sorts it as remembered.
+    virtual void refreshActiveView() = 0;
+    // Empties the files and folders list, so that it is filled from its first row again.
+    virtual void clearFilesList() = 0;
+    // A scan begins or has ended: the busy animation and the views' growth follow.
+    virtual void scanRuns(bool running) = 0;
+};
+
+// The road of every scan that a person starts: from the tree's events, the path box and Refresh to the scan
+// driver and back to the views. Errors are logged as the main window's.
+class FolderSelection {
+public:
+    // All that it works with; nothing is owned.
+    struct Surroundings {
+        FolderTree& tree;
+        ImageList& icons;
+        clsSearch& search;
+        const clsSettings& settings;
+        const WorkingDatabase& database;
+        clsUserInterface& userInterface;
+        FolderViews& views;
+    };
+
+    explicit FolderSelection(const Surroundings& surroundings) : with_(surroundings) {}
+
+    // Fills the subfolders of a node that is being expanded.
+    void tvw_Expand(const std::string& key);
+
+    // Makes the folder the current place: lists its subfolders, scans it unless it was scanned, refreshes
+    // the views. While a scan runs it is cancelled and this node is handled when it has ended.
+    void tvw_NodeClick(const std::string& key);
+
+    // Selects the typed folder, which gets a top-level node when it has none, and handles it as a click.
+    void cmdGo_Click(std::string_view typedPath);
+
+    // Scans the selected folder anew.
+    void refreshScreen();
+
+    // Selects the folder of a row or bar, if the tree has it, and handles it as a click.
+    void openFolder(const std::string& key);
+
+    // From here on no counts and views are refreshed after a scan: the window is closing.
+    void suppressRefresh() { suppressed_ = true; }
+
+private:
+    void listSubfolders(const std::string& key);
+    void clickNode(const std::string& key);
+    void markAccessDenied(const std::string& key);
+    void scan(const std::string& key);
+    void handleQueued(const std::string& key);
+    void showItems();
+    void addTopNode(const std::string& key);
+    [[nodiscard]] std::string nodeOf(std::string_view typedPath);
+
+    Surroundings with_;
+    bool suppressed_ = false;
+    bool handlingQueue_ = false;
+    std::string queued_;
+    std::int64_t elapsedTicks_ = 0; // of the last scan, milliseconds
+};
