@@ -6,6 +6,8 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
+#include <memory>
 
 namespace {
 
@@ -166,10 +168,10 @@ void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
     QTreeView::scrollTo(index, hint);
     horizontalScrollBar()->setValue(before);
     const QRect row = visualRect(index);
-    const int right = row.left() + sizeHintForIndex(index).width();
-    if (row.left() - indentation() < 0 || right > viewport()->width()) {
-        horizontalScrollBar()->setValue(before + row.left() - indentation());
-    }
+    const int behindRightEdge = row.left() + sizeHintForIndex(index).width() - viewport()->width();
+    // The start of a text matters more than its end.
+    const int shift = std::min(row.left() - indentation(), std::max(behindRightEdge, 0));
+    horizontalScrollBar()->setValue(before + shift);
 }
 
 // Laying out takes time in proportion to all rows that are expanded. When the program expands folder after

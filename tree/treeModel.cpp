@@ -295,7 +295,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     }
     case Qt::ForegroundRole:
         return node.text.endsWith(QStringLiteral("(Access Denied)"), Qt::CaseInsensitive)
-                   ? QGuiApplication::palette().brush(QPalette::Disabled, QPalette::Text)
+                   ? QGuiApplication::palette().brush(QPalette::PlaceholderText)
                    : QVariant();
     default:
         return {};

@@ -5,6 +5,29 @@
 namespace platform {
 namespace {
 
+TEST(MountTable, makesSharesOfWhatNamesAServer) {
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"cifs", "//server/share/deep/", "\\\\server\\share/deep\\"},
+        {"cifs", "server:/share", ""},
+        {"nfs4", "[fe80::1]:/", "\\\\[fe80::1]\\/\\"},
+        {"nfs", "nowhere", ""},
+        {"ceph", "10.0.0.1:6789:/data", "\\\\10.0.0.1:6789\\data\\"},
+        {"fuse.glusterfs", "server:/volume", "\\\\server\\volume\\"},
+        {"fuse.sshfs", "me@host:/srv/x", "\\\\me@host\\srv/x\\"},
+        {"fuse.sshfs", "me@host:srv", "\\\\me@host\\~/srv\\"}, // not the same as the one above it
+        {"fuse.sshfs", "host:", "\\\\host\\~\\"},
+        {"fuse", "https://cloud.example/dav/me/", "\\\\cloud.example\\dav/me\\"},
+        {"9p", "hostshare", ""},
+        {"ext4", "/dev/sda1", ""},
+    };
+    for (const auto& [type, source, share] : cases) {
+        Mount mount;
+        mount.type = type;
+        mount.source = source;
+        EXPECT_EQ(mount.share(), share) << type << ' ' << source;
+    }
+}
+
 TEST(MountTable, tellsTheVolumeOfAPath) {
     const MountTable table = MountTable::parse("22 1 254:0 / / rw,relatime - ext4 /dev/vda rw\n"
                                                "23 22 0:20 / /proc rw - proc proc rw\n"

@@ -1,0 +1,150 @@
+#include "tree/folderTree.h"
+
+#include <gmock/gmock.h>
+
+#include <QApplication>
+#include <QTest>
+
+#include "tree/treeFixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class FolderTreeTest : public testing::Test {
+protected:
+    FolderTreeTest() { fixture.tree.setExpanded(fixture.key(), true); }
+
+    void click(std::string_view name, Qt::MouseButton button = Qt::LeftButton,
+               Qt::KeyboardModifiers modifiers = {}) {
+        QTest::mouseClick(tree.viewport(), button, modifiers, placeOf(name));
+    }
+    QPoint placeOf(std::string_view name) {
+        return tree.visualRect(fixture.indexOf(fixture.key(name))).topLeft() + QPoint(5, 5);
+    }
+    void press(int key) { QTest::keyClick(&tree, static_cast<Qt::Key>(key)); }
+
+    TreeFixture fixture{"a/deep/deeper", "my documents", "my downloads", "z"};
+    FolderTree& tree = fixture.tree;
+};
+
+TEST_F(FolderTreeTest, tellsOfEachClick) {
+    click("z");
+    click("z");
+    click("z", Qt::LeftButton, Qt::ControlModifier);
+    EXPECT_EQ(tree.selectedKey(), fixture.key("z")) << "Ctrl does not leave the tree without a selection";
+    click("a", Qt::RightButton);
+    EXPECT_THAT(fixture.clicked,
+                ElementsAre(fixture.key("z"), fixture.key("z"), fixture.key("z"), fixture.key("a")));
+
+    fixture.clicked.clear();
+    QTest::mousePress(tree.viewport(), Qt::LeftButton, {}, placeOf("z"));
+    EXPECT_THAT(fixture.clicked, IsEmpty());
+    QTest::mouseRelease(tree.viewport(), Qt::LeftButton, {}, placeOf("a"));
+    EXPECT_THAT(fixture.clicked, ElementsAre(tree.selectedKey())) << "what is selected has been told of";
+
+    fixture.clicked.clear();
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, {}, placeOf("a") - QPoint(tree.indentation(), 0));
+    EXPECT_TRUE(tree.isExpanded(fixture.key("a")));
+    EXPECT_THAT(fixture.clicked, IsEmpty()) << "the expand mark is no click on the node";
+}
+
+TEST_F(FolderTreeTest, tellsOfTheKeyboardsSelectionOnceItRests) {
+    tree.selectNode(fixture.key("a"));
+    press(Qt::Key_Down);
+    press(Qt::Key_Down);
+    EXPECT_THAT(fixture.clicked, IsEmpty());
+    QTest::qWait(400);
+    EXPECT_THAT(fixture.clicked, ElementsAre(fixture.key("my downloads")));
+
+    press(Qt::Key_Up);
+    press(Qt::Key_Return);
+    press(Qt::Key_Space);
+    EXPECT_THAT(fixture.clicked, ElementsAre(fixture.key("my downloads"), fixture.key("my documents"),
+                                             fixture.key("my documents")));
+    press(Qt::Key_Down);
+    tree.selectNode(fixture.key("z"));
+    QTest::qWait(400);
+    EXPECT_EQ(fixture.clicked.size(), 3U) << "the program's selection is no click";
+}
+
+TEST_F(FolderTreeTest, findsWhatIsTypedBlanksIncluded) {
+    QTest::keyClicks(&tree, QStringLiteral("my do"));
+    EXPECT_EQ(tree.selectedKey(), fixture.key("my documents"));
+    QTest::keyClicks(&tree, QStringLiteral("w"));
+    EXPECT_EQ(tree.selectedKey(), fixture.key("my downloads"));
+}
+
+TEST_F(FolderTreeTest, expandsOneLevelByKeys) {
+    tree.selectNode(fixture.key("a"));
+    press(Qt::Key_Asterisk);
+    EXPECT_TRUE(tree.isExpanded(fixture.key("a")));
+    EXPECT_FALSE(tree.findNode(fixture.key("a/deep/deeper"))) << "not all the disk";
+    press(Qt::Key_Left);
+    EXPECT_FALSE(tree.isExpanded(fixture.key("a")));
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    press(Qt::Key_Right);
+    EXPECT_EQ(fixture.children(fixture.key("a/deep")), "deeper");
+    tree.setExpanded(fixture.key("a/deep/deeper"), true);
+    tree.setExpanded(fixture.key("a/deep/deeper"), true);
+    EXPECT_FALSE(fixture.hasPlaceholder(fixture.key("a/deep/deeper"))) << "it turned out to be empty";
+    EXPECT_FALSE(tree.model()->hasChildren(fixture.indexOf(fixture.key("a/deep/deeper"))));
+}
+
+TEST_F(FolderTreeTest, selectsADeepNodeBehindCollapsedOnes) {
+    tree.setExpanded(fixture.key("a"), true);
+    tree.setExpanded(fixture.key("a/deep"), true);
+    tree.setExpanded(fixture.key("a"), false);
+    tree.setExpanded(fixture.key(), false);
+    tree.selectNode(fixture.key("a/deep/deeper"));
+    EXPECT_EQ(tree.selectedKey(), fixture.key("a/deep/deeper"));
+    EXPECT_TRUE(
+        tree.viewport()->rect().intersects(tree.visualRect(fixture.indexOf(fixture.key("a/deep/deeper")))));
+    EXPECT_TRUE(tree.isFirstNode(fixture.key()) && !tree.isFirstNode(fixture.key("a")));
+    EXPECT_THAT(fixture.clicked, IsEmpty());
+}
+
+TEST_F(FolderTreeTest, bearsTheTreeChangingWhileANodeExpands) {
+    bool within = false;
+    fixture.userInterface.onYield = [&] {
+        if (std::exchange(within, true)) {
+            return;
+        }
+        QApplication::processEvents();
+        click("z");
+        modGlobal::addNode(fixture.key("0") + "new", tree, fixture.key(), fixture.images);
+        tree.selectNode(fixture.key("my documents"));
+        tree.setExpanded(fixture.key("a"), false);
+        tree.setExpanded(fixture.key("z"), true);
+        QApplication::processEvents();
+    };
+    click("a");
+    QTest::mouseDClick(tree.viewport(), Qt::LeftButton, {}, placeOf("a"));
+    QApplication::processEvents();
+    EXPECT_EQ(fixture.children(fixture.key()), "a,my documents,my downloads,new,z");
+    EXPECT_EQ(fixture.children(fixture.key("a")), "deep");
+    EXPECT_THAT(fixture.clicked, ElementsAre(fixture.key("a"), fixture.key("z")));
+    EXPECT_THAT(fixture.userInterface.messages, IsEmpty());
+}
+
+TEST(FolderTree, showsASelectedNodeWithItsOtherImage) {
+    const auto icon = [](Qt::GlobalColor color) {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(color);
+        return QIcon(pixmap);
+    };
+    FolderTree tree;
+    tree.addNode({}, {"/\\", QStringLiteral("/"), icon(Qt::green), icon(Qt::red)});
+    const auto redder = [&] {
+        const QColor color = tree.grab().toImage().pixelColor(
+            tree.visualRect(tree.model()->index(0, 0)).topLeft() + QPoint(12, 9));
+        return color.red() > color.green();
+    };
+    EXPECT_FALSE(redder());
+    tree.selectNode("/\\");
+    EXPECT_TRUE(redder());
+}
+
+} // namespace

@@ -1,0 +1,103 @@
+#include "tree/startupTree.h"
+
+#include <gmock/gmock.h>
+
+#include "app/clsRegSettings.h"
+#include "tree/treeFixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+
+// Six drives, one of each kind that is shown, and shares of two servers.
+modStartupTree::Places somePlaces() {
+    modStartupTree::Places places;
+    places.drives.logicalDriveStrings = [] {
+        using namespace std::string_literals;
+        return "/\\\0b:\\\0/mnt/my stick\\\0/cd\\\0/gone\\\0/nas\\\0/odd\\\0"s;
+    };
+    places.drives.driveType = [](std::string_view root) {
+        const std::pair<std::string_view, int> types[] = {
+            {"/\\", 3},    {"b:\\", 2}, {"/mnt/my stick\\", 2}, {"/cd\\", 5},  {"/gone\\", 1},
+            {"/nas\\", 4}, {"A:\\", 2}, {"/ram\\", 6},          {"/what\\", 0}};
+        for (const auto& [known, type] : types) {
+            if (root == known) {
+                return type;
+            }
+        }
+        return 99;
+    };
+    places.networkShares = [] {
+        return std::vector<std::string>{"\\\\nas\\b10\\", "\\\\nas\\b9\\", "\\\\mail\\export/deep\\"};
+    };
+    return places;
+}
+
+TEST(DriveEnum, describesEachKind) {
+    const modDriveEnum::DriveSource source = somePlaces().drives;
+    const std::pair<const char*, const char*> cases[] = {
+        {"/\\", "Hard Drive"},   {"b:\\", "Floppy Disk"},
+        {"A:\\", "Floppy Disk"}, {"/mnt/my stick\\", "Removable Drive"},
+        {"/nas\\", "Network"},   {"/cd\\", "Optical Drive"},
+        {"/ram\\", "RAM Disk"},  {"/gone\\", "The root directory does not exist"},
+        {"/what\\", "Unknown"},  {"", ""},
+    };
+    for (const auto& [root, description] : cases) {
+        EXPECT_EQ(modDriveEnum::getDriveDescription(root, source).toStdString(), description) << root;
+    }
+}
+
+TEST(DriveEnum, endsAtADriveThatIsThere) {
+    TreeFixture fixture;
+    modStartupTree::Places places = somePlaces();
+    places.drives.driveType = [](std::string_view) { return 3; };
+    fixture.tree.addNode({}, {"ROOT", {}, {}, {}});
+    fixture.tree.addNode("ROOT", {"/cd\\", QStringLiteral("cd"), {}, {}});
+    modDriveEnum::enumerateLocalDrives("ROOT", fixture.tree, places.drives);
+    EXPECT_THAT(fixture.tree.childKeys("ROOT"), ElementsAre("/cd\\", "/\\", "b:\\", "/mnt/my stick\\"));
+    EXPECT_THAT(fixture.userInterface.messages,
+                ElementsAre(testing::HasSubstr("[modDriveEnum.enumerateLocalDrives]")));
+
+    places.drives.logicalDriveStrings = [] { return std::nullopt; };
+    EXPECT_EQ(modDriveEnum::getDriveString(places.drives), "");
+}
+
+TEST(StartupTree, holdsDrivesAndShares) {
+    TreeFixture fixture;
+    FolderTree tree;
+    clsRegSettings settings;
+    settings.setINIPath(fixture.disk.internal("settings.ini"));
+    modStartupTree::initializeTreeView(tree, settings, somePlaces());
+    EXPECT_THAT(tree.allKeys(), ElementsAre("ROOT", "/\\", "b:\\", "/mnt/my stick\\", "/cd\\", "/gone\\",
+                                            "/odd\\", "NETWORK", "\\\\mail\\", "\\\\mail\\export/deep\\",
+                                            "\\\\nas\\", "\\\\nas\\b9\\", "\\\\nas\\b10\\"));
+    EXPECT_TRUE(tree.isFirstNode("ROOT") && tree.isExpanded("ROOT"));
+    EXPECT_EQ(tree.text("/mnt/my stick\\").toStdString(), "/mnt/my stick/ (Removable Drive)");
+    EXPECT_EQ(tree.text("/odd\\").toStdString(), "/odd/ ()");
+    EXPECT_EQ(tree.text("\\\\mail\\export/deep\\").toStdString(), "export/deep");
+    for (const std::string& key : tree.allKeys()) {
+        const bool isPlace = key == "/\\" || (key.starts_with("\\\\") && modNodeKeys::isFolderKey(key));
+        EXPECT_EQ(tree.findNode("DUMMY" + key), isPlace) << key;
+    }
+
+    settings.SaveSetting("startup", "dontUseNetwork", "1", stpIni);
+    FolderTree local;
+    modStartupTree::initializeTreeView(local, settings, somePlaces());
+    EXPECT_FALSE(local.findNode("NETWORK"));
+
+    modStartupTree::initializeTreeView(local, settings, somePlaces());
+    EXPECT_THAT(fixture.userInterface.messages,
+                ElementsAre(testing::HasSubstr("[frmMain.initializeTreeView]")));
+}
+
+TEST(NodeKeys, tellFoldersFromTheRest) {
+    for (const char* key :
+         {"/\\", "/home\\", "/\\usr\\", "\\\\server\\share\\", "\\\\server\\a/b\\c\\", "C:\\"}) {
+        EXPECT_TRUE(modNodeKeys::isFolderKey(key)) << key;
+    }
+    for (const char* key : {"", "ROOT", "NETWORK", "\\\\server\\", "\\\\server", "DUMMY/\\", "DUMMYROOT"}) {
+        EXPECT_FALSE(modNodeKeys::isFolderKey(key)) << key;
+    }
+}
+
+} // namespace

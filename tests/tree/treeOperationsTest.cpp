@@ -1,0 +1,70 @@
+#include "tree/treeOperations.h"
+
+#include <gmock/gmock.h>
+
+#include "platform/paths.h"
+#include "tree/treeFixture.h"
+
+namespace {
+
+using testing::IsEmpty;
+
+TEST(TreeOperations, fillANodeWithItsFoldersAlone) {
+    TreeFixture fixture{"b", "A\\B|\"c\" ", "d\xFF"};
+    fixture.disk.write("file", "");
+    std::filesystem::create_directory_symlink("b", fixture.disk / "link");
+    fixture.tree.setExpanded(fixture.key(), true);
+    const std::string hostile = platform::internalName("A\\B|\"c\" ");
+    const std::string noText = platform::internalName("d\xFF");
+    EXPECT_EQ(fixture.children(fixture.key()), hostile + ",b," + noText);
+    EXPECT_FALSE(fixture.hasPlaceholder(fixture.key()));
+    for (const std::string& child : fixture.tree.childKeys(fixture.key())) {
+        EXPECT_TRUE(fixture.hasPlaceholder(child) && !fixture.tree.isExpanded(child)) << child;
+    }
+    EXPECT_EQ(fixture.userInterface.busyDepth, 0);
+    EXPECT_THAT(fixture.userInterface.messages, IsEmpty());
+}
+
+TEST(TreeOperations, addNothingTwice) {
+    TreeFixture fixture{"a/b", "c"};
+    FolderTree& tree = fixture.tree;
+    tree.addNode({}, {fixture.key("a/b"), QStringLiteral("typed"), {}, {}});
+    tree.setExpanded(fixture.key(), true);
+    tree.setExpanded(fixture.key("a"), true);
+    EXPECT_EQ(fixture.children(fixture.key("a")), "");
+    EXPECT_EQ(tree.parentKey(fixture.key("a/b")), "");
+
+    // Selecting lists once more, and finds what is new, in its place.
+    std::filesystem::create_directory(fixture.disk / "b");
+    std::filesystem::remove(fixture.disk / "c");
+    modGlobal::getChildFoldersAPI(tree, fixture.userInterface, fixture.images, fixture.key());
+    modGlobal::addNode(fixture.key("b"), tree, fixture.key(), fixture.images);
+    tree.removePlaceholder("DUMMY" + fixture.key("c"));
+    modGlobal::getDummyFolders(tree, fixture.key());
+    EXPECT_EQ(fixture.children(fixture.key()), "a,b,c");
+    EXPECT_TRUE(fixture.hasPlaceholder(fixture.key("b")));
+    EXPECT_FALSE(fixture.hasPlaceholder(fixture.key("c"))) << "it has vanished";
+    EXPECT_FALSE(tree.isExpanded(fixture.key("a"))) << "collapsed behind its placeholder again";
+    EXPECT_THAT(fixture.userInterface.messages, IsEmpty());
+}
+
+TEST(TreeOperations, selectByPathAndReportErrors) {
+    TreeFixture fixture{"a"};
+    fixture.tree.setExpanded(fixture.key(), true);
+    fixture.tree.setExpanded(fixture.key(), false);
+    const std::string path = fixture.key("a");
+    modGlobal::tvwSelectNode(fixture.tree, std::string_view(path).substr(0, path.size() - 1));
+    EXPECT_EQ(fixture.tree.selectedKey(), path);
+    EXPECT_TRUE(fixture.tree.isExpanded(fixture.key()));
+    modGlobal::tvwSelectNode(fixture.tree, "/\\not in the tree");
+    EXPECT_EQ(fixture.tree.selectedKey(), path);
+    modGlobal::getChildFoldersAPI(fixture.tree, fixture.userInterface, fixture.images, "ROOT");
+    EXPECT_THAT(fixture.userInterface.messages, IsEmpty());
+
+    modGlobal::getDummyFolders(fixture.tree, "/\\not in the tree\\");
+    EXPECT_THAT(fixture.userInterface.messages,
+                testing::ElementsAre(testing::AllOf(testing::StartsWith("35601 Element not found"),
+                                                    testing::HasSubstr("[modGlobal.getDummyFolders]"))));
+}
+
+} // namespace
