@@ -3,28 +3,67 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <utility>
 
 namespace {
 
+constexpr int gapBehindNumbers = 8; // so that they do not touch the texts of the next column
+constexpr int roomBetweenRows = 6;
+
 class RowDelegate final : public QStyledItemDelegate {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit RowDelegate(ListView& list) : QStyledItemDelegate(&list), list_(list) {}
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        if (!isNumber(index)) {
+            QStyledItemDelegate::paint(painter, option, index);
+            return;
+        }
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QString text = std::exchange(cell.text, QString());
+        const QStyle& style = *list_.style();
+        style.drawControl(QStyle::CE_ItemViewItem, &cell, painter, &list_);
+        const QRect place = cell.rect.adjusted(0, 0, -gapBehindNumbers, 0);
+        const bool selected = cell.state.testFlag(QStyle::State_Selected);
+        cell.palette.setCurrentColorGroup(cell.state.testFlag(QStyle::State_Active) ? QPalette::Active
+                                                                                    : QPalette::Inactive);
+        style.drawItemText(painter, place, static_cast<int>(cell.displayAlignment), cell.palette,
+                           cell.state.testFlag(QStyle::State_Enabled),
+                           cell.fontMetrics.elidedText(text, cell.textElideMode, place.width()),
+                           selected ? QPalette::HighlightedText : QPalette::Text);
+    }
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        size.rwidth() += isNumber(index) ? gapBehindNumbers : 0;
+        size.setHeight(std::max(option.fontMetrics.height(), list_.iconSize().height()) + roomBetweenRows);
+        return size;
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
-        const auto* list = qobject_cast<const ListView*>(option->widget);
-        if (index.column() != 0 || list == nullptr || !list->rows().hasIcons()) {
-            return;
+        if (index.column() == 0 && list_.rows().hasIcons()) {
+            // Icons come late; the names make room for them from the beginning and do not jump.
+            option->features |= QStyleOptionViewItem::HasDecoration;
+            option->decorationSize = list_.iconSize();
+            option->textElideMode = Qt::ElideMiddle; // a file's name says what it is at its end
         }
-        // Icons come late; the names make room for them from the beginning and do not jump.
-        option->features |= QStyleOptionViewItem::HasDecoration;
-        option->decorationSize = list->iconSize();
-        option->textElideMode = Qt::ElideMiddle; // a file's name says what it is at its end
     }
+
+private:
+    [[nodiscard]] bool isNumber(const QModelIndex& index) const {
+        return list_.rows().columns()[static_cast<std::size_t>(index.column())].isNumber;
+    }
+
+    ListView& list_;
 };
 
 } // namespace
@@ -32,7 +71,7 @@ protected:
 ListView::ListView(std::span<const ListColumn> columns, const ImageList* images, QWidget* parent)
     : QTreeView(parent), rows_(columns, images) {
     setModel(&rows_);
-    setItemDelegate(new RowDelegate(this)); // NOLINT(cppcoreguidelines-owning-memory): owned by the list
+    setItemDelegate(new RowDelegate(*this)); // NOLINT(cppcoreguidelines-owning-memory): owned by the list
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
