@@ -133,6 +133,9 @@ ChartPaging FolderChart::paging() {
 // After any change of what is shown or where.
 void FolderChart::relayout() {
     layout_.reset();
+    if (style_ == ChartStyle::pie) {
+        background_ = {};
+    }
     const int nearest = paging().clamped(position_);
     if (nearest != position_) {
         position_ = nearest;
@@ -165,7 +168,7 @@ void FolderChart::renewBackground() {
     background_.setDevicePixelRatio(ratio);
     background_.fill(Qt::white);
     QPainter painter(&background_);
-    chartPainting::paintBackground(painter, layoutNow().frame(), style_);
+    chartPainting::paintBackground(painter, layoutNow());
 }
 
 void FolderChart::paintEvent(QPaintEvent*) {
