@@ -62,11 +62,13 @@ ChartPie::ChartPie(const ChartFrame& frame, const ChartState& state) {
     placeLabels(frame, width, false);
 }
 
-// Makes the labels' texts; gives the width of the column that they need.
+// Makes the labels' texts; gives the width of the column that they need. Names matter most: values become
+// shares, or nothing, where they would not fit.
 double ChartPie::writeLabels(const ChartFrame& frame) {
     const QFontMetricsF nameMetrics(frame.labelFont);
     const QFontMetricsF valueMetrics(frame.markFont);
     const double most = std::clamp(frame.pieRoom.width() * 0.25, 60.0, frame.length(240));
+    const double gap = frame.length(chartLook::gap);
     const auto longValue = [](const ChartPieSlice& slice) {
         return QString::fromStdString(chartMarkText(slice.megabytes)) + QStringLiteral(" \u00b7 ") +
                slice.value;
@@ -75,11 +77,16 @@ double ChartPie::writeLabels(const ChartFrame& frame) {
         twoLines && std::all_of(slices.begin(), slices.end(), [&](const ChartPieSlice& slice) {
             return valueMetrics.horizontalAdvance(longValue(slice)) <= most;
         });
+    const bool noValues =
+        !twoLines && std::any_of(slices.begin(), slices.end(), [&](const ChartPieSlice& slice) {
+            const double name = nameMetrics.horizontalAdvance(slice.name);
+            return name <= most && name + gap + valueMetrics.horizontalAdvance(slice.value) > most;
+        });
     double widest = 0;
     for (ChartPieSlice& slice : slices) {
-        slice.value = longValues ? longValue(slice) : slice.value;
+        slice.value = longValues ? longValue(slice) : noValues ? QString() : slice.value;
         const double value = valueMetrics.horizontalAdvance(slice.value);
-        const double beside = twoLines ? 0 : value + frame.length(chartLook::gap);
+        const double beside = twoLines || noValues ? 0 : value + gap;
         slice.name = nameMetrics.elidedText(slice.name, Qt::ElideMiddle, most - beside);
         widest = std::max({widest, value, nameMetrics.horizontalAdvance(slice.name) + beside});
     }
@@ -101,11 +108,8 @@ void ChartPie::placePie(const ChartFrame& frame, double labelWidth) {
 
 QPointF ChartPie::onEdge(double turn, double distance) const {
     const double angle = turn * 2 * std::numbers::pi;
-    const double sine = std::sin(angle);
-    const double cosine = std::cos(angle);
-    const double drop = cosine < 0 ? depth / 2 : 0; // in front, the side is the edge
-    return top.center() +
-           QPointF(sine * (top.width() / 2 + distance), -cosine * (top.height() / 2 + distance) + drop);
+    return top.center() + QPointF(std::sin(angle) * (top.width() / 2 + distance),
+                                  -std::cos(angle) * (top.height() / 2 + distance));
 }
 
 // Labels stand below each other beside their slices.
