@@ -30,7 +30,7 @@ QString nameOf(const ChartSlice& slice, const ChartState& state) {
 
 // The height of labels with so many lines, with what is between them.
 double labelHeight(const ChartFrame& frame, int lines) {
-    return lines * frame.labelHeight + frame.length(lines == 1 ? 1 : 5);
+    return lines * frame.labelHeight + std::round(frame.length(lines == 1 ? 1 : 5));
 }
 
 } // namespace
