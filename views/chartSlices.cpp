@@ -5,6 +5,7 @@
 namespace {
 
 constexpr std::size_t mostSlices = 15;
+constexpr std::size_t fewestSlices = 5; // however thin they are
 constexpr double thinnestShare = 0.006; // about two degrees
 
 } // namespace
@@ -24,7 +25,8 @@ std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries) {
         const double size = entries[index].size;
         const std::size_t left = sized - rank;
         // A rest of one entry would only hide its name.
-        if (left > 1 && (rank + 1 > mostSlices || size < total * thinnestShare)) {
+        const bool tooThin = rank >= fewestSlices && size < total * thinnestShare;
+        if (left > 1 && (rank >= mostSlices || tooThin)) {
             const double rest = std::max(total - used, 0.0);
             slices.push_back({ChartSlice::rest, static_cast<int>(left), rest, rest / total});
             break;
@@ -33,4 +35,25 @@ std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries) {
         used += size;
     }
     return slices;
+}
+
+std::size_t chartSliceOnTop(std::span<const ChartSlice> slices) {
+    const std::size_t count = slices.size();
+    std::size_t best = 0;
+    std::size_t leastDifference = count + 1;
+    for (std::size_t top = 0; top < count; ++top) {
+        std::size_t right = 0;
+        double turn = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            const double share = slices[(top + i) % count].share;
+            right += turn + share / 2 < 0.5 ? 1 : 0;
+            turn += share;
+        }
+        const std::size_t difference = 2 * right > count ? 2 * right - count : count - 2 * right;
+        if (difference < leastDifference) {
+            leastDifference = difference;
+            best = top;
+        }
+    }
+    return best;
 }

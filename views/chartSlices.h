@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -19,3 +20,7 @@ struct ChartSlice {
 // to be told apart are one last slice, the rest. What has no size, or a negative one, has no slice; there may
 // be none.
 [[nodiscard]] std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries);
+
+// Which slice begins at the top of the pie, when they follow each other clockwise: the one that leaves the
+// two sides with the same number of slices, or nearly so, since each side has the same room for labels.
+[[nodiscard]] std::size_t chartSliceOnTop(std::span<const ChartSlice> slices);

@@ -2,7 +2,9 @@
 
 #include <QLinearGradient>
 #include <QPolygonF>
+#include <algorithm>
 #include <array>
+#include <cmath>
 
 #include "views/widgets/chartLook.h"
 
@@ -38,7 +40,7 @@ void paintLabel(QPainter& painter, const ChartBar& bar, const ChartFrame& frame,
         painter.setBrush(QColor::fromRgb(chartLook::accent));
         painter.drawRoundedRect(area.adjusted(-padding, 0, padding, 0), padding, padding);
     }
-    painter.setPen(QColor::fromRgb(selected  ? qRgb(255, 255, 255)
+    painter.setPen(QColor::fromRgb(selected  ? chartLook::selectedText
                                    : hovered ? chartLook::accent
                                              : chartLook::labelText));
     painter.drawText(bar.labelArea,

@@ -65,8 +65,9 @@ ChartBars::ChartBars(const ChartFrame& frame, const ChartState& state) {
 void ChartBars::setRange(const ChartFrame& frame, double markWidth) {
     const double least = std::min(bars.front().megabytes, 0.0);
     const double greatest = std::max(bars.back().megabytes, 0.0);
-    const double markRoom = std::min(markWidth + frame.length(chartLook::calloutLength + chartLook::gap),
-                                     frame.plot.width() * 0.6);
+    const double markRoom =
+        std::min(markWidth + frame.length(chartLook::calloutLength + chartLook::gap) + frame.depth.x() / 2,
+                 frame.plot.width() * 0.6);
     const double leftRoom = least < 0 ? std::min(markRoom, frame.plot.width() * 0.3) : 0;
     const double rightRoom = least < 0 ? std::min(markRoom, frame.plot.width() * 0.3) : markRoom;
     if (greatest > least) {
@@ -102,7 +103,8 @@ void ChartBars::place(const ChartFrame& frame) {
         const bool toTheLeft = bar.megabytes < 0;
         const double centre = std::round(bar.front.center().y() + depth.y() / 2);
         bar.markFrom = QPointF(toTheLeft ? bar.front.left() : bar.front.right() + depth.x() / 2, centre);
-        bar.markTo = bar.markFrom + QPointF(toTheLeft ? -callout : callout, 0);
+        bar.markTo =
+            QPointF(toTheLeft ? bar.front.left() - callout : bar.front.right() + depth.x() + callout, centre);
         bar.mark.moveTop(std::round(centre - bar.mark.height() / 2));
         bar.mark.moveLeft(std::round(toTheLeft ? bar.markTo.x() - bar.mark.width() : bar.markTo.x()));
         const double width = std::round(frame.length(chartLook::labelLength));

@@ -35,6 +35,7 @@ inline constexpr double depth = 0.05;
 // Texts.
 inline constexpr QRgb titleText = qRgb(0, 0, 128); // navy
 inline constexpr QRgb labelText = qRgb(24, 28, 34);
+inline constexpr QRgb selectedText = qRgb(255, 255, 255); // on the accent
 inline constexpr QRgb quietText = qRgb(72, 80, 92);
 inline constexpr double titleSize = 1.4; // times an ordinary text
 inline constexpr double labelLength = 100;
@@ -43,7 +44,7 @@ inline constexpr double gap = 6; // between a text and what it belongs to
 // Bars: from left to right, on top and at the end.
 // A bar is a tenth of the category axis thick, or as much of that as its slot leaves when there are many.
 inline constexpr double barThickness = 0.10;
-inline constexpr double barShareOfSlot = 0.66;
+inline constexpr double barShareOfSlot = 0.6;
 inline constexpr double barDepth = 0.6; // of the walls' depth
 inline constexpr QRgb barStart = qRgb(248, 248, 250);
 inline constexpr QRgb barEnd = qRgb(160, 161, 166);

@@ -31,38 +31,47 @@ void paintHint(QPainter& painter, const ChartFrame& frame, const ChartState& sta
     painter.drawText(room.adjusted(inset, 0, -inset, 0), Qt::AlignCenter | Qt::TextWordWrap, state.hint);
 }
 
+// Texts have a direction of their own; the chart has none.
+void prepare(QPainter& painter) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LeftToRight);
+}
+
 } // namespace
 
-void chartPainting::paintBackground(QPainter& painter, const ChartFrame& frame, ChartStyle style) {
+void chartPainting::paintBackground(QPainter& painter, const ChartLayout& layout) {
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
+    prepare(painter);
+    const ChartFrame& frame = layout.frame();
     paintPanel(painter, frame);
     if (frame.hasRoom) {
         paintTitle(painter, frame);
-        if (style == ChartStyle::bar) {
-            chartBarPainter::paintWalls(painter, frame);
-        }
+    }
+    if (layout.bars()) {
+        chartBarPainter::paintWalls(painter, frame);
+    }
+    if (layout.pie() && !layout.isEmpty()) {
+        chartPiePainter::paintPie(painter, frame, *layout.pie());
     }
     painter.restore();
 }
 
 void chartPainting::paintContent(QPainter& painter, const ChartLayout& layout, const ChartState& state) {
     painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setLayoutDirection(Qt::LeftToRight); // of the chart; texts have their own
+    prepare(painter);
     if (layout.isEmpty()) {
         paintHint(painter, layout.frame(), state);
     } else if (layout.bars()) {
         chartBarPainter::paintAxis(painter, layout.frame(), *layout.bars());
         chartBarPainter::paintBars(painter, layout.frame(), *layout.bars(), state);
     } else if (layout.pie()) {
-        chartPiePainter::paint(painter, layout.frame(), *layout.pie(), state);
+        chartPiePainter::paintHighlights(painter, layout.frame(), *layout.pie(), state);
     }
     painter.restore();
 }
 
 void chartPainting::paint(QPainter& painter, const QRectF& rectangle, const ChartState& state) {
-    const ChartFrame frame(rectangle, state.font);
-    paintBackground(painter, frame, state.style);
-    paintContent(painter, ChartLayout(frame, state), state);
+    const ChartLayout layout(ChartFrame(rectangle, state.font), state);
+    paintBackground(painter, layout);
+    paintContent(painter, layout, state);
 }

@@ -3,7 +3,6 @@
 #include <QPainter>
 #include <QRectF>
 
-#include "views/widgets/chartFrame.h"
 #include "views/widgets/chartLayout.h"
 #include "views/widgets/chartState.h"
 
@@ -13,8 +12,9 @@ namespace chartPainting {
 // The whole chart within the rectangle.
 void paint(QPainter& painter, const QRectF& rectangle, const ChartState& state);
 
-// The same in two steps: first what stays the same while only entries, position and highlights change...
-void paintBackground(QPainter& painter, const ChartFrame& frame, ChartStyle style);
+// The same in two steps: first what may be kept for a while, namely walls, which stay the same as long as the
+// frame does, or the pie, which stays the same as long as the layout does...
+void paintBackground(QPainter& painter, const ChartLayout& layout);
 // ...then the rest, over it.
 void paintContent(QPainter& painter, const ChartLayout& layout, const ChartState& state);
 

@@ -8,13 +8,10 @@
 #include "app/pictures.h"
 #include "views/chartAxis.h"
 #include "views/chartSlices.h"
+#include "views/chartSpread.h"
 #include "views/widgets/chartLook.h"
 
 namespace {
-
-double labelWidth(const ChartFrame& frame) {
-    return std::clamp(frame.pieRoom.width() * 0.27, 60.0, frame.length(220));
-}
 
 QString shareText(double share) {
     const bool tiny = share < 0.0005;
@@ -24,94 +21,140 @@ QString shareText(double share) {
 }
 
 QString nameOf(const ChartSlice& slice, const ChartState& state) {
-    return slice.index >= 0
-               ? QString::fromStdString(state.entries[static_cast<std::size_t>(slice.index)].label)
-               : QStringLiteral("Other (%1)")
-                     .arg(QString::fromStdString(modFormat::formatNumber(slice.entries, "#,##0")));
+    if (slice.index >= 0) {
+        return QString::fromStdString(state.entries[static_cast<std::size_t>(slice.index)].label);
+    }
+    return QStringLiteral("Other (%1)")
+        .arg(QString::fromStdString(modFormat::formatNumber(slice.entries, "#,##0")));
+}
+
+// The height of labels with so many lines, with what is between them.
+double labelHeight(const ChartFrame& frame, int lines) {
+    return lines * frame.labelHeight + std::round(frame.length(lines == 1 ? 1 : 5));
 }
 
 } // namespace
 
 ChartPie::ChartPie(const ChartFrame& frame, const ChartState& state) {
-    const double side = labelWidth(frame) + frame.length(chartLook::calloutLength + 2 * chartLook::gap);
-    const double radius = std::max(
-        std::min(frame.pieRoom.width() / 2 - side, frame.pieRoom.height() / 2 / (chartLook::pieTilt + 0.1)),
-        1.0);
-    depth = std::round(2 * radius * chartLook::depth);
-    const QPointF centre = frame.pieRoom.center() - QPointF(0, depth / 2);
-    const QPointF corner(radius, radius * chartLook::pieTilt);
-    top = QRectF(centre - corner, centre + corner);
-
-    const QFontMetricsF metrics(frame.labelFont);
+    const std::vector<ChartSlice> parts = chartSlices(state.entries);
+    const std::size_t onTop = chartSliceOnTop(parts);
     double turn = 0;
-    for (const ChartSlice& part : chartSlices(state.entries)) {
+    for (std::size_t i = 0; i < parts.size(); ++i) {
+        const std::size_t rank = (onTop + i) % parts.size();
+        const ChartSlice& part = parts[rank];
         ChartPieSlice slice;
         slice.index = part.index;
         slice.megabytes = part.size / 1024 / 1024;
         slice.from = turn;
         turn = slice.to = turn + part.share;
-        slice.colour =
-            QColor::fromRgb(part.index < 0 ? chartLook::restSlice : chartLook::slices.at(slices.size()));
-        slice.name = metrics.elidedText(nameOf(part, state), Qt::ElideMiddle, labelWidth(frame));
-        slice.value = QString::fromStdString(chartMarkText(slice.megabytes)) + QStringLiteral(", ") +
-                      shareText(part.share);
+        slice.colour = QColor::fromRgb(part.index < 0 ? chartLook::restSlice : chartLook::slices.at(rank));
+        slice.name = nameOf(part, state);
+        slice.value = shareText(part.share);
         slices.push_back(slice);
     }
-    const double lineHeight = frame.labelHeight;
-    const auto rightOnes = std::count_if(
-        slices.begin(), slices.end(), [](const ChartPieSlice& slice) { return slice.from + slice.to < 1; });
-    const auto mostOnASide = std::max(rightOnes, static_cast<std::ptrdiff_t>(slices.size()) - rightOnes);
-    twoLines = static_cast<double>(mostOnASide) * (2 * lineHeight + 2) <= frame.pieRoom.height();
-    placeLabels(frame, true);
-    placeLabels(frame, false);
+    const auto right =
+        std::count_if(slices.begin(), slices.end(), [](const auto& slice) { return slice.isRight(); });
+    const auto mostOnASide = std::max(right, static_cast<std::ptrdiff_t>(slices.size()) - right);
+    twoLines = static_cast<double>(mostOnASide) * labelHeight(frame, 2) <= frame.pieRoom.height();
+    const double width = writeLabels(frame);
+    placePie(frame, width);
+    placeLabels(frame, width, true);
+    placeLabels(frame, width, false);
 }
 
-QPointF ChartPie::onEdge(double turn, double radius) const {
+// Makes the labels' texts; gives the width of the column that they need. Names matter most: values become
+// shares, or nothing, where they would not fit.
+double ChartPie::writeLabels(const ChartFrame& frame) {
+    const QFontMetricsF nameMetrics(frame.labelFont);
+    const QFontMetricsF valueMetrics(frame.markFont);
+    const double most = std::clamp(frame.pieRoom.width() * 0.25, 60.0, frame.length(240));
+    const double gap = frame.length(chartLook::gap);
+    const auto longValue = [](const ChartPieSlice& slice) {
+        return QString::fromStdString(chartMarkText(slice.megabytes)) + QStringLiteral(" \u00b7 ") +
+               slice.value;
+    };
+    const bool longValues =
+        twoLines && std::all_of(slices.begin(), slices.end(), [&](const ChartPieSlice& slice) {
+            return valueMetrics.horizontalAdvance(longValue(slice)) <= most;
+        });
+    const bool noValues =
+        !twoLines && std::any_of(slices.begin(), slices.end(), [&](const ChartPieSlice& slice) {
+            const double name = nameMetrics.horizontalAdvance(slice.name);
+            return name <= most && name + gap + valueMetrics.horizontalAdvance(slice.value) > most;
+        });
+    double widest = 0;
+    for (ChartPieSlice& slice : slices) {
+        slice.value = longValues ? longValue(slice) : noValues ? QString() : slice.value;
+        const double value = valueMetrics.horizontalAdvance(slice.value);
+        const double beside = twoLines || noValues ? 0 : value + gap;
+        slice.name = nameMetrics.elidedText(slice.name, Qt::ElideMiddle, most - beside);
+        widest = std::max({widest, value, nameMetrics.horizontalAdvance(slice.name) + beside});
+    }
+    return std::ceil(widest) + 1;
+}
+
+void ChartPie::placePie(const ChartFrame& frame, double labelWidth) {
+    const double beside = labelWidth + frame.length(chartLook::calloutLength + chartLook::gap);
+    const double above = frame.labelHeight; // for lines that bend over the pie
+    const double radius =
+        std::max(std::min(frame.pieRoom.width() / 2 - beside,
+                          (frame.pieRoom.height() - above) / 2 / (chartLook::pieTilt + chartLook::depth)),
+                 1.0);
+    depth = std::round(2 * radius * chartLook::depth);
+    const QPointF centre = frame.pieRoom.center() - QPointF(0, depth / 2);
+    const QPointF corner(radius, radius * chartLook::pieTilt);
+    top = QRectF(centre - corner, centre + corner);
+}
+
+QPointF ChartPie::onEdge(double turn, double distance) const {
     const double angle = turn * 2 * std::numbers::pi;
-    return top.center() +
-           QPointF(std::sin(angle) * top.width(), -std::cos(angle) * top.height()) / 2 * radius;
+    return top.center() + QPointF(std::sin(angle) * (top.width() / 2 + distance),
+                                  -std::cos(angle) * (top.height() / 2 + distance));
 }
 
-// Labels stand below each other beside their slices, each as near to its own as the others let it.
-void ChartPie::placeLabels(const ChartFrame& frame, bool right) {
-    const double height = twoLines ? 2 * frame.labelHeight + 2 : frame.labelHeight + 1;
+// Labels stand below each other beside their slices.
+void ChartPie::placeLabels(const ChartFrame& frame, double width, bool right) {
+    const double height = labelHeight(frame, twoLines ? 2 : 1);
     const auto room = static_cast<std::size_t>(std::max(frame.pieRoom.height() / height, 0.0));
     std::vector<ChartPieSlice*> column;
     for (ChartPieSlice& slice : slices) {
-        // The largest come first: those for which no room is left are the smallest of this side.
-        if ((slice.from + slice.to < 1) == right && column.size() < room) {
+        if (slice.isRight() == right) {
             column.push_back(&slice);
         }
     }
     if (!right) {
         std::reverse(column.begin(), column.end()); // from the top down, as on the other side
     }
-    const double width = labelWidth(frame);
-    const double left = right ? frame.pieRoom.right() - width : frame.pieRoom.left();
-    double next = frame.pieRoom.top();
-    for (ChartPieSlice* const slice : column) {
-        const double middle = (slice->from + slice->to) / 2;
-        const double drop = std::cos(middle * 2 * std::numbers::pi) < 0 ? depth / 2 : 0;
-        slice->labelFrom = onEdge(middle, 1) + QPointF(0, drop);
-        slice->elbow = onEdge(middle, 1.08) + QPointF(0, drop);
-        const double y = std::max(slice->elbow.y() - height / 2, next);
-        slice->label = QRectF(left, std::round(y), width, height);
-        next = y + height;
+    while (column.size() > room) { // the thinnest go without
+        column.erase(std::min_element(column.begin(), column.end(), [](const auto* one, const auto* other) {
+            return one->to - one->from < other->to - other->from;
+        }));
     }
-    double lowest = frame.pieRoom.bottom();
-    for (auto slice = column.rbegin(); slice != column.rend(); ++slice) {
-        QRectF& label = (*slice)->label;
-        label.moveBottom(std::min(label.bottom(), lowest));
-        lowest = label.top();
-        const double x = right ? label.left() - frame.length(chartLook::gap)
-                               : label.right() + frame.length(chartLook::gap);
-        (*slice)->labelTo = QPointF(x, label.center().y());
+    std::vector<double> wanted;
+    for (ChartPieSlice* const slice : column) {
+        // In front, lines begin at the pie's side.
+        const bool inFront = slice->middle() > 0.25 && slice->middle() < 0.75;
+        const QPointF drop(0, inFront ? depth / 2 : 0);
+        slice->labelFrom = onEdge(slice->middle()) + drop;
+        slice->elbow = onEdge(slice->middle(), frame.length(chartLook::calloutLength / 2)) + drop;
+        wanted.push_back(slice->elbow.y() - height / 2);
+    }
+    const std::vector<double> tops =
+        modChartSpread::spread(wanted, height, frame.pieRoom.top(), frame.pieRoom.bottom());
+    const double beside = frame.length(chartLook::calloutLength + chartLook::gap);
+    const double left = std::round(right ? top.right() + beside : top.left() - beside - width);
+    for (std::size_t i = 0; i < column.size(); ++i) {
+        ChartPieSlice& slice = *column[i];
+        slice.label = QRectF(left, std::round(tops[i]), width, height);
+        slice.labelTo =
+            QPointF(right ? left - frame.length(chartLook::gap) : left + width + frame.length(chartLook::gap),
+                    slice.label.center().y());
     }
 }
 
 QPainterPath ChartPie::topOf(const ChartPieSlice& slice) const {
     QPainterPath path;
-    if (slice.to - slice.from > 0.9999) {
+    if (slice.isWhole()) {
         path.addEllipse(top); // without the seam
         return path;
     }
@@ -137,8 +180,7 @@ QPainterPath ChartPie::sideOf(const ChartPieSlice& slice) const {
 ChartHit ChartPie::hit(QPointF point) const {
     for (const ChartPieSlice& slice : slices) {
         const QPainterPath face = topOf(slice);
-        const QPainterPath side = sideOf(slice);
-        if (face.contains(point) || side.contains(point)) {
+        if (face.contains(point) || sideOf(slice).contains(point)) {
             return {ChartHit::Part::value, slice.index, slice.megabytes, face.boundingRect()};
         }
         if (slice.label.contains(point)) {

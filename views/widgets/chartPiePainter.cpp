@@ -8,6 +8,8 @@
 
 namespace {
 
+enum class LabelLook { plain, hovered, selected };
+
 void paintShadow(QPainter& painter, const ChartPie& pie) {
     const QRectF area = pie.top.translated(0, pie.depth * 1.6);
     painter.save();
@@ -23,71 +25,107 @@ void paintShadow(QPainter& painter, const ChartPie& pie) {
     painter.restore();
 }
 
-void paintSlice(QPainter& painter, const ChartPieSlice& slice, const ChartFrame& frame, const ChartPie& pie,
-                bool highlighted) {
-    const QColor colour = highlighted ? slice.colour.lighter(118) : slice.colour;
-    QPen edge(highlighted ? QColor::fromRgb(chartLook::titleText) : QColor(Qt::white),
-              frame.length(highlighted ? 2 : 1.2));
-    edge.setJoinStyle(Qt::RoundJoin);
-    painter.setPen(QPen(colour.darker(150), frame.length(0.6)));
-    painter.setBrush(colour.darker(140));
-    painter.drawPath(pie.sideOf(slice));
-    QRadialGradient gradient(pie.top.center() - QPointF(pie.top.width(), pie.top.height()) * 0.15,
-                             pie.top.width() * 0.7);
-    gradient.setColorAt(0, colour.lighter(116));
-    gradient.setColorAt(1, colour);
-    painter.setPen(edge);
-    painter.setBrush(gradient);
-    painter.drawPath(pie.topOf(slice));
+QPen edgePen(const QColor& colour, double width) {
+    QPen pen(colour, width);
+    pen.setJoinStyle(Qt::RoundJoin);
+    return pen;
+}
+
+void paintSides(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) {
+    for (const ChartPieSlice& slice : pie.slices) {
+        painter.setPen(edgePen(slice.colour.darker(150), frame.length(0.6)));
+        painter.setBrush(slice.colour.darker(140));
+        painter.drawPath(pie.sideOf(slice));
+    }
+}
+
+// Plain colours under one light and between plain lines, which is much faster than outlined gradients.
+void paintTops(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) {
+    painter.setPen(Qt::NoPen);
+    for (const ChartPieSlice& slice : pie.slices) {
+        painter.setBrush(slice.colour);
+        painter.drawPath(pie.topOf(slice));
+    }
+    QRadialGradient light(pie.top.center() - QPointF(pie.top.width(), pie.top.height()) * 0.2,
+                          pie.top.width() * 0.75);
+    light.setColorAt(0, QColor(255, 255, 255, 64));
+    light.setColorAt(0.7, QColor(255, 255, 255, 0));
+    light.setColorAt(1, QColor(0, 0, 0, 24));
+    painter.setBrush(light);
+    painter.drawEllipse(pie.top);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(edgePen(Qt::white, frame.length(1.2)));
+    painter.drawEllipse(pie.top);
+    for (const ChartPieSlice& slice : pie.slices) {
+        if (!slice.isWhole()) {
+            painter.drawLine(pie.top.center(), pie.onEdge(slice.from));
+        }
+    }
 }
 
 void paintLabel(QPainter& painter, const ChartPieSlice& slice, const ChartFrame& frame, const ChartPie& pie,
-                bool hovered, bool selected) {
-    const bool right = slice.from + slice.to < 1;
-    painter.setPen(QPen(slice.colour.darker(130), frame.length(1)));
+                LabelLook look) {
+    painter.setPen(QPen(slice.colour.darker(150), frame.length(1)));
     painter.drawPolyline(std::array{slice.labelFrom, slice.elbow, slice.labelTo}.data(), 3);
-    const double padding = frame.length(3);
-    if (selected) {
+    if (look != LabelLook::plain) {
+        const double padding = frame.length(4);
         painter.setPen(Qt::NoPen);
-        painter.setBrush(QColor::fromRgb(chartLook::accent));
+        painter.setBrush(
+            QColor::fromRgb(look == LabelLook::selected ? chartLook::accent : chartLook::highlightStart));
         painter.drawRoundedRect(slice.label.adjusted(-padding, 0, padding, 0), padding, padding);
     }
-    const Qt::Alignment side = right ? Qt::AlignLeft : Qt::AlignRight;
-    const int flags = static_cast<int>(side | Qt::AlignAbsolute | Qt::AlignVCenter) | Qt::TextSingleLine;
-    const QColor text = QColor::fromRgb(selected  ? qRgb(255, 255, 255)
-                                        : hovered ? chartLook::accent
-                                                  : chartLook::labelText);
-    QRectF line = slice.label;
-    line.setHeight(frame.labelHeight);
-    painter.setFont(frame.labelFont);
-    painter.setPen(text);
-    painter.drawText(line, flags, slice.name);
+    // Name above value, or beside each other with the name next to the pie's side.
+    const bool right = slice.isRight();
+    const auto flags = [](bool left) {
+        return static_cast<int>((left ? Qt::AlignLeft : Qt::AlignRight) | Qt::AlignAbsolute |
+                                Qt::AlignVCenter) |
+               Qt::TextSingleLine;
+    };
+    QRectF name = slice.label;
+    QRectF value = slice.label;
     if (pie.twoLines) {
-        painter.setFont(frame.markFont);
-        painter.drawText(line.translated(0, frame.labelHeight), flags, slice.value);
+        const double middle = slice.label.center().y();
+        name = QRectF(name.left(), middle - frame.labelHeight, name.width(), frame.labelHeight);
+        value = name.translated(0, frame.labelHeight);
+    } else {
+        painter.setFont(frame.labelFont);
+        const double besideName =
+            painter.fontMetrics().horizontalAdvance(slice.name) + frame.length(chartLook::gap);
+        value.adjust(right ? besideName : 0, 0, right ? 0 : -besideName, 0);
     }
+    painter.setPen(
+        QColor::fromRgb(look == LabelLook::selected ? chartLook::selectedText : chartLook::labelText));
+    painter.setFont(frame.labelFont);
+    painter.drawText(name, flags(right), slice.name);
+    painter.setFont(frame.markFont);
+    painter.drawText(value, flags(right), slice.value);
 }
 
 } // namespace
 
-void chartPiePainter::paint(QPainter& painter, const ChartFrame& frame, const ChartPie& pie,
-                            const ChartState& state) {
+void chartPiePainter::paintPie(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) {
     paintShadow(painter, pie);
-    const auto isHighlighted = [&state](const ChartPieSlice& slice) {
-        return slice.index >= 0 && (slice.index == state.hovered || slice.index == state.selected);
-    };
-    // Highlighted slices last, so that their edges are whole.
-    for (const bool highlighted : {false, true}) {
-        for (const ChartPieSlice& slice : pie.slices) {
-            if (isHighlighted(slice) == highlighted) {
-                paintSlice(painter, slice, frame, pie, highlighted);
-            }
-        }
-    }
+    paintSides(painter, frame, pie);
+    paintTops(painter, frame, pie);
     for (const ChartPieSlice& slice : pie.slices) {
         if (!slice.label.isNull()) {
-            paintLabel(painter, slice, frame, pie, slice.index >= 0 && slice.index == state.hovered,
-                       slice.index >= 0 && slice.index == state.selected);
+            paintLabel(painter, slice, frame, pie, LabelLook::plain);
+        }
+    }
+}
+
+void chartPiePainter::paintHighlights(QPainter& painter, const ChartFrame& frame, const ChartPie& pie,
+                                      const ChartState& state) {
+    for (const ChartPieSlice& slice : pie.slices) {
+        const bool selected = slice.index == state.selected;
+        if (slice.index < 0 || (!selected && slice.index != state.hovered)) {
+            continue;
+        }
+        painter.setPen(edgePen(QColor::fromRgb(chartLook::titleText), frame.length(2)));
+        painter.setBrush(slice.colour.lighter(118));
+        painter.drawPath(pie.topOf(slice));
+        if (!slice.label.isNull()) {
+            paintLabel(painter, slice, frame, pie, selected ? LabelLook::selected : LabelLook::hovered);
         }
     }
 }

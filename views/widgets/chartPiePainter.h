@@ -9,6 +9,10 @@
 // The pie style's pictures.
 namespace chartPiePainter {
 
-void paint(QPainter& painter, const ChartFrame& frame, const ChartPie& pie, const ChartState& state);
+// The pie without highlights: it takes a while on a large screen, and may be kept.
+void paintPie(QPainter& painter, const ChartFrame& frame, const ChartPie& pie);
+// The highlighted slices, over it.
+void paintHighlights(QPainter& painter, const ChartFrame& frame, const ChartPie& pie,
+                     const ChartState& state);
 
 } // namespace chartPiePainter

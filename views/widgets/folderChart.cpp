@@ -51,14 +51,9 @@ FolderChart::FolderChart(QWidget* parent)
 }
 
 void FolderChart::setEntries(std::vector<ChartEntry> entries, View view) {
-    const auto labelAt = [this](int index) {
-        return index >= 0 && index < count() ? entries_[static_cast<std::size_t>(index)].label
-                                             : std::string();
-    };
     const std::string hoveredLabel = labelAt(hovered_.index);
     const std::string selectedLabel = labelAt(selected_);
     entries_ = std::move(entries);
-    pressed_ = -1;
     if (view == View::largest) {
         position_ = 0;
         selected_ = -1;
@@ -78,8 +73,9 @@ void FolderChart::setChartStyle(ChartStyle style) {
         style_ = style;
         background_ = {};
         hover({});
-        select(selected_ >= count() - selectable() ? selected_ : -1);
         relayout();
+        select(selected_ >= count() - selectable() ? selected_
+                                                   : -1); // a slice may be too thin to be selected
     }
 }
 
@@ -119,6 +115,10 @@ ChartState FolderChart::state() const {
     return state;
 }
 
+std::string FolderChart::labelAt(int index) const {
+    return index >= 0 && index < count() ? entries_[static_cast<std::size_t>(index)].label : std::string();
+}
+
 const ChartLayout& FolderChart::layoutNow() {
     if (!layout_) {
         layout_.emplace(ChartFrame(rect(), font()), state());
@@ -133,6 +133,9 @@ ChartPaging FolderChart::paging() {
 // After any change of what is shown or where.
 void FolderChart::relayout() {
     layout_.reset();
+    if (style_ == ChartStyle::pie) {
+        background_ = {};
+    }
     const int nearest = paging().clamped(position_);
     if (nearest != position_) {
         position_ = nearest;
@@ -165,7 +168,7 @@ void FolderChart::renewBackground() {
     background_.setDevicePixelRatio(ratio);
     background_.fill(Qt::white);
     QPainter painter(&background_);
-    chartPainting::paintBackground(painter, layoutNow().frame(), style_);
+    chartPainting::paintBackground(painter, layoutNow());
 }
 
 void FolderChart::paintEvent(QPaintEvent*) {
@@ -213,11 +216,7 @@ void FolderChart::hover(const ChartHit& hit) {
 
 // What is under the pointer has changed though the pointer has not moved.
 void FolderChart::hoverAgain() {
-    if (hovered_.part != ChartHit::Part::nothing && underMouse()) {
-        hover(layoutNow().hit(mapFromGlobal(QPointF(QCursor::pos()))));
-    } else {
-        hover({});
-    }
+    hover(underMouse() ? layoutNow().hit(mapFromGlobal(QPointF(QCursor::pos()))) : ChartHit());
 }
 
 void FolderChart::mouseMoveEvent(QMouseEvent* event) {
@@ -230,15 +229,16 @@ void FolderChart::leaveEvent(QEvent*) {
 
 void FolderChart::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        pressed_ = layoutNow().hit(event->position()).index;
+        pressed_ = labelAt(layoutNow().hit(event->position()).index);
     }
 }
 
 void FolderChart::mouseReleaseEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        const int pressed = std::exchange(pressed_, -1);
-        if (layoutNow().hit(event->position()).index == pressed) {
-            activate(pressed);
+        // By label, since a scan may have brought new figures while the button was down.
+        const std::string label = labelAt(layoutNow().hit(event->position()).index);
+        if (!label.empty() && label == std::exchange(pressed_, {})) {
+            Q_EMIT barActivated(label);
         }
     }
 }
@@ -271,7 +271,9 @@ void FolderChart::select(int index) {
         const ChartEntry& entry = entries_[static_cast<std::size_t>(index)];
         setAccessibleDescription(
             QString::fromStdString(entry.label + ", " + chartMarkText(entry.size / 1024 / 1024)));
-        startTip({ChartHit::Part::value, index, entry.size / 1024 / 1024, markOf(index)}, false);
+        if (hasFocus()) {
+            startTip({ChartHit::Part::value, index, entry.size / 1024 / 1024, markOf(index)}, false);
+        }
     }
     update();
 }
@@ -310,7 +312,9 @@ bool FolderChart::moveByKey(int key) {
 void FolderChart::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     if (key == Qt::Key_Enter || key == Qt::Key_Return || key == Qt::Key_Space) {
-        activate(selected_);
+        if (const std::string label = labelAt(selected_); !label.empty()) {
+            Q_EMIT barActivated(label);
+        }
     } else if (!moveByKey(key)) {
         QWidget::keyPressEvent(event);
     }
@@ -363,16 +367,8 @@ void FolderChart::showTip() {
 
 QString FolderChart::tipText(const ChartHit& hit) const {
     if (hit.part == ChartHit::Part::label && hit.index >= 0) {
-        return inLines(QString::fromStdString(entries_[static_cast<std::size_t>(hit.index)].label));
+        return inLines(QString::fromStdString(labelAt(hit.index)));
     }
     return tipProvider_ ? tipProvider_(hit.megabytes, hit.index)
                         : QString::fromStdString(chartMarkText(hit.megabytes));
-}
-
-void FolderChart::activate(int index) {
-    if (index >= 0 && index < count()) {
-        // A copy: who receives it may set other entries.
-        const std::string label = entries_[static_cast<std::size_t>(index)].label;
-        Q_EMIT barActivated(label);
-    }
 }

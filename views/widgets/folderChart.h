@@ -89,6 +89,7 @@ protected:
 
 private:
     [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
+    [[nodiscard]] std::string labelAt(int index) const; // empty when there is none
     [[nodiscard]] const ChartLayout& layoutNow();
     [[nodiscard]] ChartPaging paging();
     void relayout();
@@ -103,7 +104,6 @@ private:
     void stopTip();
     void showTip();
     [[nodiscard]] QString tipText(const ChartHit& hit) const;
-    void activate(int index);
 
     std::vector<ChartEntry> entries_;
     ChartStyle style_ = ChartStyle::bar;
@@ -111,8 +111,8 @@ private:
     int position_ = 0;
     int selected_ = -1;
     ChartHit hovered_;
-    int pressed_ = -1;
-    int wheelRest_ = 0; // of the wheel's turn, less than a bar's worth
+    std::string pressed_; // the label on which the button went down
+    int wheelRest_ = 0;   // of the wheel's turn, less than a bar's worth
     TipProvider tipProvider_;
     QTimer tipTimer_;
     ChartHit tipped_; // what the tip is shown for, or will be
