@@ -5,7 +5,6 @@
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTreeWidgetItemIterator>
-#include <QUrl>
 #include <algorithm>
 #include <memory>
 #include <vector>
@@ -88,6 +87,9 @@ void frmHelp::buildContents() {
     tvwContents_.setFrameShape(QFrame::NoFrame);
     addContents(textOf(folder_ + QStringLiteral("/spannory.hhc")));
     tvwContents_.expandAll();
+    if (tvwContents_.topLevelItemCount() == 0) {
+        tvwContents_.hide();
+    }
     connect(&tvwContents_, &QTreeWidget::currentItemChanged, this, [this](const QTreeWidgetItem* item) {
         if (item != nullptr) {
             showPage(item->data(0, pageRole).toString());
@@ -96,10 +98,12 @@ void frmHelp::buildContents() {
 }
 
 void frmHelp::addContents(const QString& text) {
+    const int rowHeight = fontMetrics().height() * 3 / 2;
     std::vector<QTreeWidgetItem*> above; // by level: the last entry
     for (const modHelp::ContentsEntry& entry : modHelp::readContents(text)) {
         auto item = std::make_unique<QTreeWidgetItem>(QStringList(entry.title));
         item->setData(0, pageRole, entry.page);
+        item->setSizeHint(0, QSize(0, rowHeight));
         above.resize(std::min(above.size(), static_cast<std::size_t>(entry.level)));
         QTreeWidgetItem* const parent = above.empty() ? tvwContents_.invisibleRootItem() : above.back();
         above.push_back(item.get());
@@ -139,14 +143,10 @@ void frmHelp::showMissing(const QString& page) {
             .arg((folder_ + QStringLiteral("/") + page).toHtmlEscaped()));
 }
 
-void frmHelp::pageChanged() {
+void frmHelp::pageChanged(const QUrl& url) {
     setWindowTitle(QStringLiteral("%1 - Spannory Help").arg(txtPage_.documentTitle()));
-    const QString page = txtPage_.source().fileName();
+    const QString page = url.fileName();
     const QSignalBlocker blocker(tvwContents_);
-    const QTreeWidgetItem* current = tvwContents_.currentItem();
-    if (current != nullptr && current->data(0, pageRole).toString() == page) {
-        return; // one page may stand in the contents twice
-    }
     for (QTreeWidgetItemIterator item(&tvwContents_); *item != nullptr; ++item) {
         if ((*item)->data(0, pageRole).toString() == page) {
             tvwContents_.setCurrentItem(*item);

@@ -8,6 +8,7 @@
 #include <QTextDocument>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <QUrl>
 
 #include "app/window/helpPage.h"
 
@@ -30,7 +31,7 @@ private:
     void buildKeys();
     void addContents(const QString& text);
     void showMissing(const QString& page);
-    void pageChanged();
+    void pageChanged(const QUrl& url);
     void goHome();
     void goToFind();
     void find(QTextDocument::FindFlags flags);
