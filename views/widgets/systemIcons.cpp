@@ -29,7 +29,8 @@ SystemIcon firstIcon(const QStringList& names, QStyle::StandardPixmap standard) 
             return {name, icon};
         }
     }
-    return {QStringLiteral("standard%1").arg(static_cast<int>(standard)), QApplication::style()->standardIcon(standard)};
+    return {QStringLiteral("standard%1").arg(static_cast<int>(standard)),
+            QApplication::style()->standardIcon(standard)};
 }
 
 SystemIcon folderIcon(modSystemIcons::SizeFlag flag) {

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <QAbstractItemModelTester>
-#include <QApplication>
 
 #include "app/errorLog.h"
 #include "support/scanFixture.h"
@@ -19,46 +18,38 @@ using testing::UnorderedElementsAre;
 
 namespace {
 
-class Lists : public testing::Test {
-protected:
-    Lists() { modGlobal::setErrorLogSurroundings({}, nullptr, &fixture.userInterface); }
-    ~Lists() override { modGlobal::setErrorLogSurroundings({}, nullptr, nullptr); }
+// Each row's cells joined by "|".
+std::vector<std::string> shown(const ListView& list, int columns = 5) {
+    std::vector<std::string> result;
+    for (int i = 0; i < list.rows().rowCount(); ++i) {
+        std::string line(list.rows().row(i).cell(0).text);
+        for (int column = 1; column < std::min(columns, list.rows().columnCount()); ++column) {
+            line.append("|").append(list.rows().row(i).cell(column).text);
+        }
+        result.push_back(line);
+    }
+    return result;
+}
 
-    void update(const std::string& key) { files.updateFileFolderListview(database(), key); }
+struct Lists : testing::Test {
+    void update(const std::string& key) { files.updateFileFolderListview(database, key); }
+    void updateGroups(const std::string& key) {
+        groups.updateFileTypeListview(database, key);
+        groups.updateUserListview(database, key);
+    }
     void record(const std::string& path, double size, const std::string& owner = {}) {
         fixture.search.updateDetail(path, {}, size, "01/02/2005 03:04:05 PM", "12/01/2004 12:00:00 AM",
                                     owner);
     }
-    [[nodiscard]] Database& database() { return fixture.working.database(); }
-
-    // Each row's cells joined by "|".
-    [[nodiscard]] static std::vector<std::string> shown(const ListView& list) {
-        std::vector<std::string> result;
-        for (int i = 0; i < list.rows().rowCount(); ++i) {
-            std::string line;
-            for (int column = 0; column < list.rows().columnCount(); ++column) {
-                line.append(column == 0 ? "" : "|").append(list.rows().row(i).cell(column).text);
-            }
-            result.push_back(line);
-        }
-        return result;
-    }
-    [[nodiscard]] std::vector<std::string> names() const {
-        std::vector<std::string> result;
-        for (const std::string& line : shown(lvwF)) {
-            result.push_back(line.substr(0, line.find('|')));
-        }
-        return result;
-    }
+    [[nodiscard]] std::vector<std::string> names() const { return shown(lvwF, 1); }
 
     ScanFixture fixture;
+    Database& database = fixture.working.database();
     ImageList images;
     ListView lvwF{FilesList::columns(), &images};
     ListView lvwT{GroupLists::fileTypeColumns(), nullptr};
     ListView lvwU{GroupLists::ownerColumns(), nullptr};
     QAbstractItemModelTester tester{&lvwF.rows(), QAbstractItemModelTester::FailureReportingMode::Fatal};
-    QAbstractItemModelTester groupsTester{&lvwT.rows(),
-                                          QAbstractItemModelTester::FailureReportingMode::Fatal};
     FilesList files{lvwF, images};
     GroupLists groups{lvwT, lvwU};
 };
@@ -66,28 +57,21 @@ protected:
 } // namespace
 
 TEST_F(Lists, rowsCarryAllThatSortingAndOpeningNeed) {
-    record("/\\d\\file.txt", 1536, "me");
-    record("/\\d\\sub\\", 5);
-    update("/\\d\\");
-    EXPECT_THAT(shown(lvwF), ElementsAre("file.txt|1.5 Kb|me|12/01/2004 12:00:00 AM|01/02/2005 03:04:05 PM",
-                                         "sub|5 bytes||12/01/2004 12:00:00 AM|01/02/2005 03:04:05 PM"));
-    const ListRow& folder = lvwF.rows().row(1);
-    EXPECT_EQ(folder.key(), "/\\d\\sub\\");
-    EXPECT_EQ(folder.tag(), "FOLDER");
-    EXPECT_EQ(lvwF.rows().row(0).tag(), "FILE");
-    EXPECT_EQ(std::get<double>(folder.cell(1).tag), 5);
-    EXPECT_EQ(std::get<std::string_view>(folder.cell(4).tag), "sub\\");
-}
-
-TEST_F(Lists, aKeyIsThePathEvenWhereTheStoredOneIsCut) {
-    std::string folder = "/\\";
+    std::string folder = "/\\"; // whose files' stored paths are cut
     for (int i = 0; i < 4; ++i) {
         folder += std::string(100, 'x') + "\\";
     }
-    record(folder + "file", 1);
+    record(folder + "file.txt", 1536, "me");
+    record(folder + "sub\\", 5);
     update(folder);
-    ASSERT_EQ(lvwF.rows().rowCount(), 1);
-    EXPECT_EQ(lvwF.rows().row(0).key(), folder + "file");
+    EXPECT_THAT(shown(lvwF), ElementsAre("file.txt|1.5 Kb|me|12/01/2004 12:00:00 AM|01/02/2005 03:04:05 PM",
+                                         "sub|5 bytes||12/01/2004 12:00:00 AM|01/02/2005 03:04:05 PM"));
+    const ListRow& subfolder = lvwF.rows().row(1);
+    EXPECT_EQ(subfolder.key(), folder + "sub\\");
+    EXPECT_EQ(subfolder.tag(), "FOLDER");
+    EXPECT_EQ(lvwF.rows().row(0).tag(), "FILE");
+    EXPECT_EQ(std::get<double>(subfolder.cell(1).tag), 5);
+    EXPECT_EQ(std::get<std::string_view>(subfolder.cell(4).tag), "sub\\");
 }
 
 TEST_F(Lists, theFilesListGrowsWithItsFolder) {
@@ -98,29 +82,18 @@ TEST_F(Lists, theFilesListGrowsWithItsFolder) {
     modLvw::lvsort(lvwF, 2, 1, true);
     record("/\\d\\three", 3);
     update("/\\d\\");
+    update("ROOT");
+    update("");
     EXPECT_THAT(names(), ElementsAre("two", "one", "three")) << "new rows go to the end";
-    for (const char* none : {"ROOT", ""}) {
-        update(none);
-        EXPECT_EQ(names().size(), 3U);
-    }
-    update("/\\e\\");
-    EXPECT_THAT(names(), ElementsAre("other"));
-    update("/\\nowhere\\");
-    EXPECT_THAT(names(), IsEmpty());
-}
-
-TEST_F(Lists, theFilesListStartsAnewWhenRowsAreGone) {
-    for (const char* name : {"one", "two", "three"}) {
-        record("/\\d\\" + std::string(name), 1);
-    }
+    database.Execute("delete * from details where fileName=\"two\"");
     update("/\\d\\");
-    database().Execute("delete * from details where fileName=\"two\"");
-    update("/\\d\\");
-    EXPECT_THAT(names(), ElementsAre("one", "three"));
+    EXPECT_THAT(names(), ElementsAre("one", "three")) << "anew when rows are gone";
     files.clear();
     EXPECT_THAT(names(), IsEmpty());
     update("/\\d\\");
     EXPECT_THAT(names(), ElementsAre("one", "three"));
+    update("/\\e\\");
+    EXPECT_THAT(names(), ElementsAre("other"));
 }
 
 TEST_F(Lists, onlyRowsInViewFetchIcons) {
@@ -145,11 +118,7 @@ TEST_F(Lists, groupsChangeInPlaceAndVanishedOnesStay) {
     record("/\\d\\sub\\b.txt", 24, "ME");
     record("/\\d\\none", 1);
     record("/\\d2\\c.txt", 7);
-    const auto updateBoth = [this](const std::string& key) {
-        groups.updateFileTypeListview(database(), key);
-        groups.updateUserListview(database(), key);
-    };
-    updateBoth("/\\d\\");
+    updateGroups("/\\d\\");
     EXPECT_THAT(shown(lvwT), UnorderedElementsAre("txt|1.0 Kb|2", "(no extension)|1 bytes|1"));
     EXPECT_THAT(shown(lvwU), UnorderedElementsAre("me|1,000 bytes|1", "me|24 bytes|1", "|1 bytes|1"));
     EXPECT_NE(modLvw::itemIndex("KEY_ME", lvwU), -1);
@@ -158,21 +127,22 @@ TEST_F(Lists, groupsChangeInPlaceAndVanishedOnesStay) {
     modLvw::lvsort(lvwT, 1, 1, true);
     record("/\\d\\c.txt", 1024);
     record("/\\d\\d.new", 3);
-    database().Execute("delete * from details where fileName=\"none\"");
-    updateBoth("/\\d\\");
-    updateBoth("ROOT");
+    database.Execute("delete * from details where fileName=\"none\"");
+    updateGroups("/\\d\\");
+    updateGroups("ROOT");
     EXPECT_THAT(shown(lvwT), ElementsAre("txt|2.0 Kb|3", "(no extension)|1 bytes|1", "new|3 bytes|1"));
     modLvw::lvsort(lvwT, 2, 1, true);
     EXPECT_THAT(shown(lvwT), ElementsAre("txt|2.0 Kb|3", "new|3 bytes|1", "(no extension)|1 bytes|1"));
-    updateBoth("/\\d2\\");
+    updateGroups("/\\d2\\");
     EXPECT_THAT(shown(lvwT), ElementsAre("txt|7 bytes|1"));
     EXPECT_THAT(shown(lvwU), ElementsAre("|7 bytes|1"));
 }
 
 TEST_F(Lists, whatTheEngineRefusesIsLoggedByTheRoutinesName) {
+    modGlobal::setErrorLogSurroundings({}, nullptr, &fixture.userInterface);
     update("/\\d\"\\");
-    groups.updateFileTypeListview(database(), "/\\d\"\\");
-    groups.updateUserListview(database(), "/\\d\"\\");
+    updateGroups("/\\d\"\\");
+    modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
     EXPECT_THAT(fixture.userInterface.messages, ElementsAre(HasSubstr("[frmMain.updateFileFolderListview]"),
                                                             HasSubstr("[frmMain.updateFileTypeListview]"),
                                                             HasSubstr("[frmMain.updateUserListview]")));
