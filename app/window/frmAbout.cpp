@@ -31,6 +31,7 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent), layout_(this) {
 
     picture_.setPixmap(
         QApplication::windowIcon().pixmap(QSize(pictureSize, pictureSize), devicePixelRatio()));
+    picture_.setHidden(QApplication::windowIcon().isNull());
     lblName_.setText(QStringLiteral("Spannory"));
     lblName_.setFont(nameFont(font()));
     lblVersion_.setObjectName(QStringLiteral("lblVersion"));

@@ -7,6 +7,7 @@
 #include <QTreeWidgetItemIterator>
 #include <algorithm>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "app/window/helpContents.h"
@@ -23,7 +24,7 @@ QString textOf(const QString& path) {
 
 } // namespace
 
-frmHelp::frmHelp(const QString& folder, QWidget* parent) : QMainWindow(parent), folder_(folder) {
+frmHelp::frmHelp(QString folder, QWidget* parent) : QMainWindow(parent), folder_(std::move(folder)) {
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Spannory Help"));
     setAttribute(Qt::WA_QuitOnClose, false);

@@ -20,7 +20,7 @@ class frmHelp final : public QMainWindow {
 public:
     // The folder, as the system writes it, holds the pages and spannory.hhc, their contents. Where these are
     // missing the window opens and says so on its page.
-    explicit frmHelp(const QString& folder, QWidget* parent = nullptr);
+    explicit frmHelp(QString folder, QWidget* parent = nullptr);
 
     // Shows a page by its file's name.
     void showPage(const QString& page);

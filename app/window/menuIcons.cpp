@@ -65,7 +65,7 @@ public:
         drawn.fill(Qt::transparent);
         QPainter painter(&drawn);
         const int side = std::min(size.width(), size.height());
-        painter.translate((size.width() - side) / 2, (size.height() - side) / 2);
+        painter.translate(QPoint(size.width() - side, size.height() - side) / 2);
         Canvas canvas(painter, side, coloursFor(mode, state, place_));
         draw(picture_, canvas);
         if (state == QIcon::On) {
