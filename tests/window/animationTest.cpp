@@ -36,12 +36,12 @@ std::string chunk(const std::string& name, const std::string& content) {
 // An animation file with one stream; a test changes what it is about.
 struct MadeAvi {
     std::uint32_t frameTime = 50'000;
-    std::string streamKind = "vids";
     std::int32_t width = 3;
     std::int32_t height = 2;
     std::uint32_t bits = 24;
     std::uint32_t compression = 0;
     std::uint32_t colours = 0;
+    std::string streamKind = "vids";
     std::string palette{};
     std::vector<std::string> frames{std::string(24, 'a')};
 
