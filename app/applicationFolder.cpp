@@ -34,7 +34,7 @@ std::string findApplicationFolder(std::string_view given) {
 }
 
 std::string findDataFile(std::string_view applicationFolder, std::string_view name) {
-    const std::string own = modGlobal::addBackslash(applicationFolder).append(name);
+    std::string own = modGlobal::addBackslash(applicationFolder).append(name);
     for (const std::string& path : {own, modGlobal::addBackslash(platform::executableFolder()).append(name),
                                     modGlobal::addBackslash(platform::shareFolder()).append(name)}) {
         if (platform::fileExists(path)) {

@@ -48,6 +48,7 @@ bool writeFile(const QString& path, const QByteArray& bytes) {
 
 bool drawAnimation(const QDir& folder) {
     std::vector<QImage> frames;
+    frames.reserve(frameCount);
     for (int i = 0; i < frameCount; ++i) {
         frames.push_back(busyFrame(i));
     }
