@@ -90,10 +90,10 @@ void ViewTabs::wire() {
 void ViewTabs::wireList(ListTab& tab) {
     constexpr int toggledOrder = -1;
     connect(&tab.list, &ListView::menuRequested, this, &ViewTabs::menuRequested);
-    connect(&tab.list, &ListView::columnClicked, this, [this, &tab](int column) {
+    connect(&tab.list, &ListView::columnClicked, this, [&tab, &settings = with_.settings](int column) {
         modLvw::lvsort(tab.list, column, toggledOrder, false);
-        (with_.settings.*tab.setColumn)(static_cast<std::int16_t>(column));
-        (with_.settings.*tab.setOrder)(static_cast<std::int16_t>(tab.list.sort().order));
+        (settings.*tab.setColumn)(static_cast<std::int16_t>(column));
+        (settings.*tab.setOrder)(static_cast<std::int16_t>(tab.list.sort().order));
     });
 }
 
