@@ -9,7 +9,7 @@ ChartLayout::ChartLayout(const ChartFrame& frame, const ChartState& state) : fra
 }
 
 bool ChartLayout::isEmpty() const {
-    return (bars() && bars()->bars.empty()) || (pie() && pie()->slices.empty());
+    return bars() ? bars()->bars.empty() : pie() ? pie()->slices.empty() : false;
 }
 
 ChartHit ChartLayout::hit(QPointF point) const {

@@ -55,7 +55,8 @@ ChartPie::ChartPie(const ChartFrame& frame, const ChartState& state) {
     const auto right =
         std::count_if(slices.begin(), slices.end(), [](const auto& slice) { return slice.isRight(); });
     const auto mostOnASide = std::max(right, static_cast<std::ptrdiff_t>(slices.size()) - right);
-    twoLines = static_cast<double>(mostOnASide) * labelHeight(frame, 2) <= frame.pieRoom.height();
+    // Taller labels would be pushed so far from their slices that their lines cross the pie.
+    twoLines = static_cast<double>(mostOnASide) * labelHeight(frame, 2) <= frame.pieRoom.height() * 0.6;
     const double width = writeLabels(frame);
     placePie(frame, width);
     placeLabels(frame, width, true);

@@ -25,7 +25,6 @@ ChartState stateOf(const std::vector<ChartEntry>& entries, ChartStyle style = Ch
     state.entries = entries;
     state.style = style;
     state.font = QApplication::font();
-    state.hint = QStringLiteral("hint");
     return state;
 }
 
@@ -41,17 +40,6 @@ bool isNear(QRgb one, QRgb other, int tolerance = 3) {
     return std::abs(qRed(one) - qRed(other)) <= tolerance &&
            std::abs(qGreen(one) - qGreen(other)) <= tolerance &&
            std::abs(qBlue(one) - qBlue(other)) <= tolerance;
-}
-
-bool contains(const QImage& image, const QRect& area, QRgb colour) {
-    for (int y = area.top(); y <= area.bottom(); ++y) {
-        for (int x = area.left(); x <= area.right(); ++x) {
-            if (isNear(image.pixel(x, y), colour)) {
-                return true;
-            }
-        }
-    }
-    return false;
 }
 
 } // namespace
@@ -82,7 +70,11 @@ TEST(ChartPainting, hasTheRequiredColours) {
             << c.what << " at " << c.place.x() << ',' << c.place.y() << ": " << std::hex
             << image.pixel(c.place);
     }
-    EXPECT_TRUE(contains(image, frame.title.toRect(), qRgb(0, 0, 128)));
+    bool navy = false;
+    for (int x = 0; x < size.width(); ++x) {
+        navy = navy || isNear(image.pixel(x, static_cast<int>(frame.title.center().y())), qRgb(0, 0, 128));
+    }
+    EXPECT_TRUE(navy);
 }
 
 TEST(ChartPainting, barsFollowTheirValues) {
@@ -175,8 +167,4 @@ TEST(ChartPainting, nothingToShowAndNoRoomAreFine) {
             }
         }
     }
-    ChartState state = stateOf(none);
-    const QImage hinted = painted(state, {420, 260});
-    state.hint.clear();
-    EXPECT_NE(painted(state, {420, 260}), hinted);
 }
