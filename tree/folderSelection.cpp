@@ -19,6 +19,16 @@ constexpr std::string_view notFound =
     "Directory not found.  You can select a directory in the list on the left "
     "hand side of the screen, or try again.";
 
+// The key of the node that a typed path stands for; empty when it names no folder.
+std::string nodeOf(std::string_view typedPath) {
+    try {
+        const std::string path = platform::toInternal(typedPath);
+        return path.empty() || !platform::folderExists(path) ? "" : modGlobal::addBackslash(path);
+    } catch (const RuntimeError&) {
+        return {}; // a relative path without a current folder
+    }
+}
+
 } // namespace
 
 void FolderSelection::tvw_Expand(const std::string& key) {
@@ -134,16 +144,6 @@ void FolderSelection::addTopNode(const std::string& key) {
     node.image = with_.icons.image(modSystemIcons::getIcon(key, with_.icons));
     node.selectedImage = node.image;
     with_.tree.addNode({}, std::move(node));
-}
-
-// The key of the node that a typed path stands for; empty when it names no folder.
-std::string FolderSelection::nodeOf(std::string_view typedPath) {
-    try {
-        const std::string path = platform::toInternal(typedPath);
-        return path.empty() || !platform::folderExists(path) ? "" : modGlobal::addBackslash(path);
-    } catch (const RuntimeError&) {
-        return {}; // a relative path without a current folder
-    }
 }
 
 void FolderSelection::refreshScreen() {

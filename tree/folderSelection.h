@@ -70,7 +70,6 @@ private:
     void handleQueued(const std::string& key);
     void showItems();
     void addTopNode(const std::string& key);
-    [[nodiscard]] std::string nodeOf(std::string_view typedPath);
 
     Surroundings with_;
     bool suppressed_ = false;

@@ -45,7 +45,7 @@ QString draggedFolder(const QMimeData& data) {
 
 } // namespace
 
-frmMain::frmMain(std::string applicationFolder, clsDialogs& dialogs)
+frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
       state_(std::make_unique<QSettings>(
           QString::fromStdString(platform::toNative(applicationFolder_ + "window.ini")),

@@ -36,7 +36,7 @@ class frmMain final : public QMainWindow, private FolderViews {
 
 public:
     // The application folder is an internal path; the dialogs are not owned.
-    frmMain(std::string applicationFolder, clsDialogs& dialogs);
+    frmMain(std::string_view applicationFolder, clsDialogs& dialogs);
     ~frmMain() override;
 
     // Selects and scans a folder as if it had been typed.

@@ -34,7 +34,7 @@ void WindowFixture::click(const std::string& key) {
     Q_EMIT tvw.nodeClicked(key);
 }
 
-void WindowFixture::command(const char* key) {
+void WindowFixture::command(const char* key) const {
     auto* action = window->findChild<QAction*>(QString::fromUtf8(key));
     if (action == nullptr) {
         throw std::runtime_error(std::string("no command ") + key);

@@ -52,7 +52,7 @@ public:
     // As a mouse click on the folder's node does.
     void click(const std::string& key);
     // A menu command, by its key.
-    void command(const char* key);
+    void command(const char* key) const;
     // Has this done as soon as the next scan handles events.
     void duringScan(std::function<void()> body);
 
