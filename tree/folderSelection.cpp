@@ -96,15 +96,23 @@ void FolderSelection::markAccessDenied(const std::string& key) {
 // A Cancel Scan that was given when there was nothing to cancel is not meant for this scan.
 void FolderSelection::scan(const std::string& key) {
     with_.search.CancelScan = false;
+    running_ = true;
     with_.views.scanRuns(true);
     modProcessFiles::processMain(key, {with_.search, with_.settings, with_.userInterface,
                                        [this](const std::string& node) { handleQueued(node); }});
-    with_.views.scanRuns(false);
+    scanEnds();
+}
+
+void FolderSelection::scanEnds() {
+    if (std::exchange(running_, false)) {
+        with_.views.scanRuns(false);
+    }
 }
 
 // Called by a scan at its end. Nodes that are queued while a queued node is handled are taken in turn here,
 // so that however many clicks follow each other, their scans do not nest.
 void FolderSelection::handleQueued(const std::string& key) {
+    scanEnds();
     queued_ = key;
     if (handlingQueue_) {
         return;
@@ -153,10 +161,10 @@ void FolderSelection::refreshScreen() {
             with_.userInterface.message("You must first select a folder.");
             return;
         }
-        if (modNodeKeys::isFolderKey(key) && with_.database.isOpen()) {
+        if (with_.database.isOpen()) {
             with_.search.resetScanCompleteTime(key);
-            with_.views.clearFilesList();
         }
+        with_.views.clearFilesList();
         tvw_NodeClick(key);
     });
 }

@@ -10,6 +10,7 @@
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "tree/nodeKeys.h"
+#include "views/widgets/qtText.h"
 
 struct TreeModel::Node {
     TreeNode content;
@@ -26,12 +27,6 @@ QString nameOf(std::string_view key) {
     return QString::fromUtf8(modNodeKeys::nameOf(key));
 }
 
-// The C locale knows no alphabetical order, only that of code points.
-QLocale sortingLocale() {
-    const QLocale locale = QLocale().collation();
-    return locale.language() == QLocale::C ? QLocale(QLocale::English) : locale;
-}
-
 void refuseKnown(bool known, std::string_view key) {
     if (known) {
         throw RuntimeError::about(errorNumber::keyNotUnique, platform::displayPath(key));
@@ -41,8 +36,7 @@ void refuseKnown(bool known, std::string_view key) {
 } // namespace
 
 TreeModel::TreeModel(QObject* parent)
-    : QAbstractItemModel(parent), top_(std::make_unique<Node>()), collator_(sortingLocale()) {
-    collator_.setCaseSensitivity(Qt::CaseInsensitive);
+    : QAbstractItemModel(parent), top_(std::make_unique<Node>()), collator_(modQt::textOrder()) {
     collator_.setNumericMode(true);
 }
 

@@ -36,7 +36,7 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
                                               " where isFolder=0 and parentfolder=" +
                                               modGlobal::quoted(key));
     if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
-        entries.push_back({"|Files|", files->Fields("Total").number()});
+        entries.push_back({std::string(modFigures::filesLabel), files->Fields("Total").number()});
     }
     const auto folders = database.OpenRecordset(
         "select distinct drive,fullPath,size from details where parentFolder =" + modGlobal::quoted(key) +

@@ -12,6 +12,9 @@
 // trailing "\", put into the statements as it stands. Database errors are thrown.
 namespace modFigures {
 
+// The chart's entry for the files that stand in the folder itself. No folder can be called so.
+inline constexpr std::string_view filesLabel = "|Files|";
+
 // One group of files: all of one extension, or of one owner.
 struct FileGroup {
     std::string name; // as stored; empty for NULL
@@ -19,7 +22,7 @@ struct FileGroup {
     std::string count;
 };
 
-// The chart's entries, ascending by size: "|Files|" for the files directly in the folder, and each subfolder.
+// The chart's entries, ascending by size: filesLabel for the files directly in the folder, and each subfolder.
 [[nodiscard]] std::vector<ChartEntry> chartEntries(Database& database, std::string_view key);
 
 // The files of the whole subtree by extension and description, as the engine groups them.

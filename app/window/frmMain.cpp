@@ -21,11 +21,12 @@
 #include "platform/paths.h"
 #include "tree/startupTree.h"
 #include "tree/treeOperations.h"
+#include "views/folderFigures.h"
+#include "views/widgets/qtText.h"
 
 namespace {
 
 constexpr std::string_view moduleName = "frmMain";
-constexpr std::string_view filesBar = "|Files|";
 
 // One step of start-up: when it fails the error is logged and the window opens without what it was to bring.
 template <class Step>
@@ -47,9 +48,8 @@ QString draggedFolder(const QMimeData& data) {
 
 frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
-      state_(std::make_unique<QSettings>(
-          QString::fromStdString(platform::toNative(applicationFolder_ + "window.ini")),
-          QSettings::IniFormat)),
+      state_(std::make_unique<QSettings>(modQt::nativePath(applicationFolder_ + "window.ini"),
+                                         QSettings::IniFormat)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, *this}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
@@ -145,6 +145,7 @@ void frmMain::layOut() {
     txtPath_.setObjectName(QStringLiteral("txtPath"));
     txtPath_.setText(QStringLiteral("(Type network [UNC] path here)"));
     txtPath_.setToolTip(tr("Type a folder and press Enter to scan it (Ctrl+L)"));
+    txtPath_.setAcceptDrops(false); // a folder that is dropped on it is the window's, too
     txtPath_.setAccessibleName(tr("Folder to scan"));
     cmdGo_.setObjectName(QStringLiteral("cmdGo"));
     cmdGo_.setText(tr("&Go"));
@@ -152,6 +153,8 @@ void frmMain::layOut() {
     ani_.setObjectName(QStringLiteral("ani"));
     ani_.setFixedSize(animationSide, animationSide);
     tvw_.setObjectName(QStringLiteral("tvw"));
+    imlFiles_.setObjectName(QStringLiteral("imlFiles"));
+    imlMenu_.setObjectName(QStringLiteral("imlMenu"));
     prg_.setObjectName(QStringLiteral("prg"));
     cP_.setObjectName(QStringLiteral("cP"));
     cPLvw_.setObjectName(QStringLiteral("cPLvw"));
@@ -193,11 +196,9 @@ void frmMain::wire() {
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
             [this](const std::string& key) { selection_.tvw_NodeClick(key); });
-    connect(&views_, &ViewTabs::folderChosen, this,
-            [this](const std::string& key) { selection_.openFolder(key); });
     connect(&views_, &ViewTabs::barChosen, this, [this](const std::string& label) { tc_OnClick(label); });
-    connect(&views_, &ViewTabs::fileChosen, this,
-            [this](const std::string& path) { userInterface_.openFile(path); });
+    connect(&views_, &ViewTabs::rowActivated, this,
+            [this](const std::string& key, const std::string& tag) { lvwF_Click(key, tag); });
     connect(&cP_, &PopMenu::click, this, [this](int index) { commands_.cP_Click(index); });
     connect(&views_, &ViewTabs::menuRequested, this,
             [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
@@ -224,7 +225,7 @@ void frmMain::openPath(std::string_view typedPath) {
 }
 
 void frmMain::txtPath_GotFocus() {
-    // A click that brings the focus would take the selection away again, once this event is over.
+    // A click that brings the focus would take the selection away again once this event is over.
     QTimer::singleShot(0, &txtPath_, &QLineEdit::selectAll);
     cmdGo_.setDefault(true);
 }
@@ -233,29 +234,48 @@ void frmMain::txtPath_LostFocus() {
     cmdGo_.setDefault(false);
 }
 
+// The path box's focus; and its keys, which it does not let through to the window.
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == &txtPath_ && event->type() == QEvent::FocusIn) {
-        txtPath_GotFocus();
-    } else if (watched == &txtPath_ && event->type() == QEvent::FocusOut) {
-        txtPath_LostFocus();
+    if (event->type() == QEvent::KeyRelease) {
+        Form_KeyUp(static_cast<const QKeyEvent&>(*event));
+    } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        // A menu that was open over the box, or another window, gives back what it took.
+        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+            event->type() == QEvent::FocusIn ? txtPath_GotFocus() : txtPath_LostFocus();
+        }
     }
     return QMainWindow::eventFilter(watched, event);
 }
 
-// A key that is held down is released once.
 void frmMain::keyReleaseEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_F5 && !event->isAutoRepeat()) {
+    Form_KeyUp(*event);
+    QMainWindow::keyReleaseEvent(event);
+}
+
+// A key that is held down is released once.
+void frmMain::Form_KeyUp(const QKeyEvent& event) {
+    if (event.key() == Qt::Key_F5 && !event.isAutoRepeat()) {
         selection_.refreshScreen();
-    } else {
-        QMainWindow::keyReleaseEvent(event);
     }
+}
+
+// A row of the files and folders list was activated.
+void frmMain::lvwF_Click(const std::string& key, const std::string& tag) {
+    modGlobal::trapped(moduleName, "lvwF_Click", [&] {
+        if (tag == "FOLDER") {
+            selection_.openFolder(key);
+        } else {
+            userInterface_.openFile(key);
+        }
+    });
 }
 
 // The bar of the files that stand in the folder itself opens nothing.
 void frmMain::tc_OnClick(const std::string& label) {
     modGlobal::trapped(moduleName, "tc_OnClick", [&] {
         const std::string selected = tvw_.selectedKey();
-        if (label == filesBar || selected.empty()) {
+        if (label == modFigures::filesLabel || selected.empty()) {
             return;
         }
         if (!tvw_.isExpanded(selected)) {

@@ -7,7 +7,6 @@
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -48,7 +47,7 @@ public:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
-    void keyReleaseEvent(QKeyEvent* event) override; // Form_KeyUp
+    void keyReleaseEvent(QKeyEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -62,6 +61,8 @@ private:
 
     void txtPath_GotFocus();
     void txtPath_LostFocus();
+    void Form_KeyUp(const QKeyEvent& event);
+    void lvwF_Click(const std::string& key, const std::string& tag);
     void tc_OnClick(const std::string& label);
 
     // FolderViews
@@ -72,7 +73,7 @@ private:
 
     const std::string applicationFolder_;
     clsDialogs& dialogs_;
-    std::unique_ptr<QSettings> state_; // geometry and column widths
+    std::unique_ptr<QSettings> state_; // geometry, splitter, column widths, active tab
 
     clsRegSettings store_;
     clsSettings settings_;
@@ -80,8 +81,8 @@ private:
     clsSearch search_{working_, settings_};
 
     // A control is declared behind the one that it stands in, so that it is gone before it.
-    ImageList imlFiles_;
-    ImageList imlMenu_;
+    ImageList imlFiles_{this};
+    ImageList imlMenu_{this};
     QWidget central_;
     QLineEdit txtPath_;
     QPushButton cmdGo_;

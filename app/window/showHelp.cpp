@@ -1,6 +1,5 @@
 #include "app/window/showHelp.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <string>
 
@@ -8,18 +7,14 @@
 #include "app/window/frmHelp.h"
 #include "platform/environment.h"
 #include "platform/help.h"
-#include "platform/paths.h"
+#include "views/widgets/qtText.h"
 
 namespace {
 
-QString nativeFolder(const std::string& internalPath) {
-    return QFile::decodeName(QByteArray::fromStdString(platform::toNative(internalPath)));
-}
-
 // Beside the program where it stands as it was built, else where it is installed.
 QString pagesFolder() {
-    const QString beside = nativeFolder(platform::executableFolder() + "help\\");
-    return QFileInfo(beside).isDir() ? beside : nativeFolder(platform::shareFolder() + "help\\");
+    const QString beside = modQt::nativePath(platform::executableFolder() + "help\\");
+    return QFileInfo(beside).isDir() ? beside : modQt::nativePath(platform::shareFolder() + "help\\");
 }
 
 } // namespace

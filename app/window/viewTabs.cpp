@@ -61,30 +61,27 @@ void ViewTabs::layOut() {
     tmrChart_.setSingleShot(true);
     tmrChart_.setInterval(millisecondsPerRefresh);
     tmrListViewIcons_.setObjectName(QStringLiteral("tmrListViewIcons"));
-    tmrListViewIcons_.start(millisecondsPerIconLook);
+    tmrListViewIcons_.setInterval(millisecondsPerIconLook);
 }
 
 void ViewTabs::wire() {
-    connect(&XTab_, &QTabWidget::currentChanged, this, [this] { refreshActiveView(); });
+    connect(&XTab_, &QTabWidget::currentChanged, this, [this] {
+        if (XTab_.currentWidget() == &lvwF_) {
+            tmrListViewIcons_.start();
+        } else {
+            tmrListViewIcons_.stop();
+        }
+        refreshActiveView();
+    });
     connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
     tc_.setTipProvider(
         [this](double megabytes, int index) { return tc_OnMarkTipToolGetText(megabytes, index); });
     for (ListTab& tab : listTabs_) {
         wireList(tab);
     }
-    connect(&lvwF_, &ListView::itemActivated, this, [this](const std::string& key, const std::string& tag) {
-        if (tag == "FOLDER") {
-            Q_EMIT folderChosen(key);
-        } else {
-            Q_EMIT fileChosen(key);
-        }
-    });
+    connect(&lvwF_, &ListView::itemActivated, this, &ViewTabs::rowActivated);
     connect(&tmrChart_, &QTimer::timeout, this, [this] { growWithScan(); });
-    connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] {
-        if (lvwF_.isVisible()) {
-            filesList_.getListViewIcons();
-        }
-    });
+    connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] { filesList_.getListViewIcons(); });
 }
 
 void ViewTabs::wireList(ListTab& tab) {
@@ -162,7 +159,8 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
     modGlobal::trapped(moduleName, "tc_OnMarkTipToolGetText", [&] {
         const bool hasLabel = index >= 0 && index < static_cast<int>(tc_.entries().size());
         modChartTip::format(text, megabytes,
-                            hasLabel ? chartKey_ + tc_.entries()[static_cast<std::size_t>(index)].label
+                            hasLabel ? with_.tree.selectedKey() +
+                                           tc_.entries()[static_cast<std::size_t>(index)].label
                                      : std::string());
     });
     return QString::fromStdString(text);

@@ -60,9 +60,8 @@ public:
 Q_SIGNALS:
     // A bar was activated.
     void barChosen(const std::string& label);
-    // A row was activated that stands for a folder of this key, or for a file of this path.
-    void folderChosen(const std::string& key);
-    void fileChosen(const std::string& path);
+    // A row of the files and folders list was activated.
+    void rowActivated(const std::string& key, const std::string& tag);
     // The context menu of the lists is wanted at this place of the screen.
     void menuRequested(const QPoint& place);
 

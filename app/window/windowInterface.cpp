@@ -2,14 +2,11 @@
 
 #include <QApplication>
 #include <algorithm>
+#include <utility>
 
 #include "platform/environment.h"
 
 namespace {
-
-QString fromText(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 constexpr int progressSteps = 500;
 
@@ -22,12 +19,12 @@ WindowInterface::WindowInterface(clsDialogs& dialogs, QStatusBar& statusBar, QPr
 
 void WindowInterface::message(std::string_view text) {
     if (!scanning_ || ++messages_ == 1) {
-        dialogs_.message(fromText(text));
+        dialogs_.message(QString::fromUtf8(text));
     }
 }
 
 bool WindowInterface::ask(Question, std::string_view text) {
-    return dialogs_.ask(fromText(text));
+    return dialogs_.ask(QString::fromUtf8(text));
 }
 
 void WindowInterface::setBusy(bool busy) {
@@ -80,6 +77,7 @@ void WindowInterface::openFile(std::string_view path) {
 
 void WindowInterface::beginScan() {
     scanning_ = true;
+    yielding_ = false; // a timer may have begun it within another yield
     messages_ = 0;
 }
 

@@ -36,9 +36,18 @@ protected:
         makeTree();
         open().openPath(tree.typed());
     }
-    void pressF5(bool autoRepeat = false) {
+    void pressF5(const char* focus = "tvw", bool autoRepeat = false) {
         QKeyEvent release(QEvent::KeyRelease, Qt::Key_F5, Qt::NoModifier, {}, autoRepeat);
-        QApplication::sendEvent(&control<FolderTree>("tvw"), &release);
+        QApplication::sendEvent(&control<QWidget>(focus), &release);
+    }
+    void clickHeader(const char* list, int section) {
+        QHeaderView& header = *control<QTreeView>(list).header();
+        const int middle = header.sectionViewportPosition(section) + header.sectionSize(section) / 2;
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(middle, header.height() / 2));
+    }
+    void clickBar(int index) {
+        auto& chart = control<FolderChart>("tc");
+        QTest::mouseClick(&chart, Qt::LeftButton, {}, chart.markOf(index).center().toPoint());
     }
     QTabWidget& tabs() { return control<QTabWidget>("XTab"); }
     QLineEdit& pathBox() { return control<QLineEdit>("txtPath"); }
@@ -149,6 +158,7 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
     QTest::qWait(0);
     EXPECT_EQ(pathBox().selectedText(), pathBox().text()) << "the first key replaces the hint";
     EXPECT_TRUE(control<QPushButton>("cmdGo").isDefault());
+    EXPECT_FALSE(pathBox().acceptDrops()) << "a folder dropped on it is dropped on the window";
     for (const std::string& wrong : {tree.typed("own.txt"), tree.typed("missing"), std::string()}) {
         dialogs.messages.clear();
         pathBox().setText(QString::fromStdString(wrong));
@@ -278,6 +288,23 @@ TEST_F(MainWindow, cancelsByMenuAndEscape) {
     EXPECT_EQ(panel(1), "8 items.");
 }
 
+TEST_F(MainWindow, showsOneMessageOfAScanAndCountsTheOthers) {
+    QStatusBar statusBar;
+    QProgressBar progressBar;
+    WindowInterface interface(dialogs, statusBar, progressBar);
+    for (const int errors : {1, 3, 0}) {
+        dialogs.messages.clear();
+        interface.beginScan();
+        for (int i = 0; i < errors; ++i) {
+            interface.message("an error");
+        }
+        interface.endScan();
+        EXPECT_THAT(dialogs.messages, SizeIs(static_cast<std::size_t>(std::min(errors, 2))));
+    }
+    interface.message("afterwards");
+    EXPECT_THAT(dialogs.messages, ElementsAre("afterwards"));
+}
+
 TEST_F(MainWindow, refreshesNarrowly) {
     open();
     pressF5();
@@ -288,7 +315,7 @@ TEST_F(MainWindow, refreshesNarrowly) {
     EXPECT_THAT(rows("lvwF"), SizeIs(3));
 
     tree.write("new.txt", "12345");
-    pressF5(true);
+    pressF5("tvw", true);
     EXPECT_EQ(panel(1), "8 items.") << "a key held down refreshes when it is released";
     pressF5();
     EXPECT_THAT(rows("lvwF"), SizeIs(4));
@@ -298,6 +325,12 @@ TEST_F(MainWindow, refreshesNarrowly) {
     command("Refresh");
     EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(3));
     EXPECT_THAT(rows("lvwF"), SizeIs(4));
+    std::size_t times = 3;
+    for (const char* focus : {"txtPath", "cmdGo", "lvwF", "XTab"}) {
+        pressF5(focus);
+        EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(++times))
+            << focus;
+    }
     EXPECT_THAT(dialogs.messages, SizeIs(1));
 }
 
@@ -327,7 +360,7 @@ TEST_F(MainWindow, remembersHowListsAreSorted) {
     tabs().setCurrentIndex(1);
     auto& list = control<ListView>("lvwF");
     const auto firstNames = [&](int column) {
-        Q_EMIT list.columnClicked(column);
+        clickHeader("lvwF", column - 1);
         return rows("lvwF")[0].substr(0, rows("lvwF")[0].find('|'));
     };
     EXPECT_EQ(firstNames(1), "a");
@@ -351,17 +384,17 @@ TEST_F(MainWindow, descendsIntoFoldersFromListAndChart) {
     EXPECT_THAT(rows("lvwF"), SizeIs(2));
 
     tabs().setCurrentIndex(0);
-    auto& chart = control<FolderChart>("tc");
-    Q_EMIT chart.barActivated("|Files|");
+    clickBar(1);
     EXPECT_EQ(selected(), key("a")) << "the files' bar opens nothing";
-    Q_EMIT chart.barActivated("deep");
+    clickBar(0);
     EXPECT_EQ(selected(), key("a/deep"));
     EXPECT_TRUE(control<FolderTree>("tvw").isExpanded(key("a")));
     EXPECT_THAT(bars(), ElementsAre("|Files|=10"));
 
     std::filesystem::remove_all(tree / "b");
     click(key());
-    Q_EMIT chart.barActivated("b");
+    clickBar(1);
+    EXPECT_EQ(selected(), key("b"));
     EXPECT_THAT(dialogs.messages, IsEmpty()) << "a folder that is gone is shown from its rows";
 }
 

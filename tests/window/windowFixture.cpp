@@ -30,8 +30,10 @@ std::string WindowFixture::key(std::string_view name) const {
 
 void WindowFixture::click(const std::string& key) {
     auto& tvw = control<FolderTree>("tvw");
-    tvw.selectNode(key);
-    Q_EMIT tvw.nodeClicked(key);
+    const QModelIndex node = static_cast<TreeModel*>(tvw.model())->indexOf(key);
+    tvw.expand(node.parent());
+    tvw.scrollTo(node);
+    QTest::mouseClick(tvw.viewport(), Qt::LeftButton, {}, tvw.visualRect(node).center());
 }
 
 void WindowFixture::command(const char* key) const {

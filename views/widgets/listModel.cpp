@@ -8,10 +8,6 @@
 
 namespace {
 
-QString shown(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
-
 QVariant alignment(const ListColumn& column) {
     return QVariant::fromValue(
         Qt::Alignment(Qt::AlignVCenter | (column.isNumber ? Qt::AlignRight : Qt::AlignLeft)));
@@ -37,13 +33,13 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     const ListRow& row = this->row(index.row());
     switch (role) {
     case Qt::DisplayRole:
-        return shown(row.cell(index.column()).text);
+        return QString::fromUtf8(row.cell(index.column()).text);
     case Qt::TextAlignmentRole:
         return alignment(columns_[static_cast<std::size_t>(index.column())]);
     case Qt::DecorationRole:
         return images_ && index.column() == 0 && !row.icon.isEmpty() ? images_->image(row.icon) : QVariant();
     case Qt::ToolTipRole:
-        return images_ ? shown(platform::displayPath(row.key())) : QVariant();
+        return images_ ? QString::fromUtf8(platform::displayPath(row.key())) : QVariant();
     default:
         return {};
     }
@@ -56,7 +52,7 @@ QVariant ListModel::headerData(int section, Qt::Orientation orientation, int rol
     const ListColumn& column = columns_[static_cast<std::size_t>(section)];
     switch (role) {
     case Qt::DisplayRole:
-        return shown(column.header);
+        return QString::fromUtf8(column.header);
     case Qt::TextAlignmentRole:
         return alignment(column);
     default:

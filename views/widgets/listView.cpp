@@ -106,9 +106,8 @@ void ListView::setUpHeader() {
     bar.setHighlightSections(false);
     const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     for (int i = 0; i < rows_.columnCount(); ++i) {
-        const std::string_view widest = rows_.columns()[static_cast<std::size_t>(i)].widest;
         const int text = fontMetrics().horizontalAdvance(
-            QString::fromUtf8(widest.data(), static_cast<qsizetype>(widest.size())));
+            QString::fromUtf8(rows_.columns()[static_cast<std::size_t>(i)].widest));
         const int icon = i == 0 && rows_.hasIcons() ? iconSize().width() + margin : 0;
         bar.resizeSection(i, std::max(text + icon + 2 * margin, bar.sectionSizeHint(i)));
     }

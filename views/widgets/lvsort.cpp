@@ -2,7 +2,6 @@
 
 #include <QCollator>
 #include <QHeaderView>
-#include <QLocale>
 #include <algorithm>
 #include <charconv>
 #include <numeric>
@@ -16,6 +15,7 @@
 #include "platform/text.h"
 #include "views/formatSize.h"
 #include "views/widgets/listView.h"
+#include "views/widgets/qtText.h"
 
 namespace modLvw {
 
@@ -115,24 +115,12 @@ std::vector<int> orderOf(const std::vector<Key>& keys, bool descending) {
     return order;
 }
 
-// Texts are compared as the user's language does, whatever their case. The C locale has no such rules.
-QCollator textOrder() {
-    QLocale locale = QLocale::system().collation();
-    if (locale.language() == QLocale::C) {
-        locale = QLocale(QLocale::English);
-    }
-    QCollator result(locale);
-    result.setCaseSensitivity(Qt::CaseInsensitive);
-    return result;
-}
-
 std::vector<int> orderByText(const ListModel& rows, int column, bool descending) {
-    const QCollator collator = textOrder();
+    const QCollator collator = modQt::textOrder();
     std::vector<QCollatorSortKey> keys;
     keys.reserve(static_cast<std::size_t>(rows.rowCount()));
     for (int i = 0; i < rows.rowCount(); ++i) {
-        const std::string_view text = rows.row(i).cell(column).text;
-        keys.push_back(collator.sortKey(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))));
+        keys.push_back(collator.sortKey(QString::fromUtf8(rows.row(i).cell(column).text)));
     }
     return orderOf(keys, descending);
 }

@@ -6,14 +6,10 @@
 #include <QStyle>
 
 #include "app/errorLog.h"
-#include "platform/paths.h"
 #include "scan/clsFile.h"
+#include "views/widgets/qtText.h"
 
 namespace {
-
-QString toQString(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 // An icon and what tells it from others.
 struct SystemIcon {
@@ -41,9 +37,8 @@ SystemIcon folderIcon(modSystemIcons::SizeFlag flag) {
 }
 
 bool isProgram(std::string_view path) {
-    const std::string native = platform::toNative(path);
-    const QFileInfo file(QFile::decodeName(QByteArray::fromStdString(native)));
-    return !native.empty() && file.isFile() && file.isExecutable();
+    const QFileInfo file(modQt::nativePath(path));
+    return file.isFile() && file.isExecutable();
 }
 
 SystemIcon fileIcon(const QString& name, std::string_view path, bool hasExtension) {
@@ -69,7 +64,7 @@ public:
                               [flag] { return folderIcon(flag); });
         }
         const clsFile file(path);
-        const QString name = toQString(file.lastFolder());
+        const QString name = QString::fromUtf8(file.lastFolder());
         const QString extension =
             name.section(QLatin1Char('.'), 1).isEmpty() ? QString() : name.section(QLatin1Char('.'), -1);
         if (extension.isEmpty()) {

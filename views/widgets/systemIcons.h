@@ -2,12 +2,15 @@
 
 #include <QHash>
 #include <QIcon>
+#include <QObject>
 #include <QString>
 #include <string_view>
 
 // Pictures by key. Owned by the main window (imlFiles for shell icons, imlMenu for the menus' own).
-class ImageList {
+class ImageList final : public QObject {
 public:
+    using QObject::QObject;
+
     [[nodiscard]] bool contains(const QString& key) const { return images_.contains(key); }
     void add(const QString& key, const QIcon& image) { images_.insert(key, image); }
     // A null icon when there is none.
