@@ -22,7 +22,8 @@ struct FileGroup {
     std::string count;
 };
 
-// The chart's entries, ascending by size: filesLabel for the files directly in the folder, and each subfolder.
+// The chart's entries, ascending by size: filesLabel for the files directly in the folder, and each
+// subfolder.
 [[nodiscard]] std::vector<ChartEntry> chartEntries(Database& database, std::string_view key);
 
 // The files of the whole subtree by extension and description, as the engine groups them.

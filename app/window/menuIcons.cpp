@@ -74,7 +74,9 @@ public:
         return drawn;
     }
 
-    [[nodiscard]] QIconEngine* clone() const override { return new Engine(*this); } // NOLINT: Qt's to delete
+    [[nodiscard]] QIconEngine* clone() const override {
+        return std::make_unique<Engine>(*this).release(); // Qt's to delete
+    }
 
 private:
     Picture picture_;
@@ -84,7 +86,7 @@ private:
 } // namespace
 
 QIcon icon(Picture picture, Place place) {
-    return QIcon(new Engine(picture, place)); // NOLINT: the icon's to delete
+    return QIcon(std::make_unique<Engine>(picture, place).release()); // the icon's to delete
 }
 
 void addMenuImages(ImageList& imlMenu) {

@@ -7,6 +7,7 @@
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace {
@@ -71,7 +72,7 @@ private:
 ListView::ListView(std::span<const ListColumn> columns, const ImageList* images, QWidget* parent)
     : QTreeView(parent), rows_(columns, images) {
     setModel(&rows_);
-    setItemDelegate(new RowDelegate(*this)); // NOLINT(cppcoreguidelines-owning-memory): owned by the list
+    setItemDelegate(std::make_unique<RowDelegate>(*this).release()); // the view is its parent
     setRootIsDecorated(false);
     setItemsExpandable(false);
     setUniformRowHeights(true);
