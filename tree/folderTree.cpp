@@ -84,11 +84,8 @@ void FolderTree::selectNode(std::string_view key) {
     for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent()) {
         above.emplace_back(parent);
     }
-    for (auto parent = above.rbegin(); parent != above.rend(); ++parent) {
-        expand(*parent);
-    }
+    std::for_each(above.rbegin(), above.rend(), [this](const QModelIndex& parent) { expand(parent); });
     rest_.stop();
-    sinceLayout_.invalidate(); // scrolling needs the layout as it is now
     const QScopedValueRollback<bool> guard(selecting_, true);
     setCurrentIndex(index);
     scrollTo(index);
@@ -152,6 +149,7 @@ void FolderTree::keyPressEvent(QKeyEvent* event) {
 
 void FolderTree::keyboardSearch(const QString& search) {
     sinceTyped_.start();
+    const QScopedValueRollback<bool> guard(exact_, true);
     QTreeView::keyboardSearch(search);
 }
 
@@ -164,6 +162,7 @@ void FolderTree::resizeEvent(QResizeEvent* event) {
 
 // Qt would bring the whole column into sight, so that each step in a deep tree would jump sideways.
 void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const QScopedValueRollback<bool> guard(exact_, true);
     const int before = horizontalScrollBar()->value();
     QTreeView::scrollTo(index, hint);
     horizontalScrollBar()->setValue(before);
@@ -175,13 +174,24 @@ void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
 }
 
 // Laying out takes time in proportion to all rows that are expanded. When the program expands folder after
-// folder and handles events in between, it is put off so that it takes a fifth of the time at most.
+// folder and handles events in between, what is shown may lag behind, so that layouts take a fifth of the
+// time at most. Whoever asks where a node is, or goes to one, gets the layout as it is now.
 void FolderTree::doItemsLayout() {
-    if (sinceLayout_.isValid() && sinceLayout_.elapsed() < 4 * layoutCost_) {
+    if (!exact_ && sinceLayout_.isValid() && sinceLayout_.elapsed() < 4 * layoutCost_) {
         scheduleDelayedItemsLayout();
         return;
     }
     sinceLayout_.start();
     QTreeView::doItemsLayout();
     layoutCost_ = sinceLayout_.restart();
+}
+
+QRect FolderTree::visualRect(const QModelIndex& index) const {
+    const QScopedValueRollback<bool> guard(exact_, true);
+    return QTreeView::visualRect(index);
+}
+
+QModelIndex FolderTree::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    const QScopedValueRollback<bool> guard(exact_, true);
+    return QTreeView::moveCursor(action, modifiers);
 }

@@ -72,6 +72,7 @@ public:
 
     using QTreeView::isExpanded;
     using QTreeView::setExpanded;
+    [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     void keyboardSearch(const QString& search) override;
     void doItemsLayout() override;
@@ -86,6 +87,7 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    [[nodiscard]] QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
     void resizeEvent(QResizeEvent* event) override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -98,6 +100,7 @@ private:
     QTimer rest_; // runs while a selection by the user has not been announced
     bool selecting_ = false;
     QElapsedTimer sinceTyped_;
+    mutable bool exact_ = false; // no layout may be put off
     QElapsedTimer sinceLayout_;
     qint64 layoutCost_ = 0; // ms
 };

@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "platform/paths.h"
@@ -220,9 +221,8 @@ std::vector<std::string> TreeModel::allKeys() const {
         if (node != top_.get()) {
             keys.push_back(node->content.key);
         }
-        for (auto child = node->children.rbegin(); child != node->children.rend(); ++child) {
-            open.push_back(child->get());
-        }
+        std::transform(node->children.rbegin(), node->children.rend(), std::back_inserter(open),
+                       [](const std::unique_ptr<Node>& child) { return child.get(); });
     }
     return keys;
 }
