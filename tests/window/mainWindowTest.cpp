@@ -120,13 +120,13 @@ TEST_F(MainWindow, opensWhateverIsBroken) {
 TEST_F(MainWindow, remembersItsShape) {
     open().resize(777, 555);
     tabs().setCurrentIndex(2);
-    control<QTreeView>("lvwT").header()->resizeSection(0, 321);
+    control<QTreeView>("lvwT").header()->resizeSection(1, 123);
     window->close();
     close();
     open();
     EXPECT_EQ(window->size(), QSize(777, 555));
     EXPECT_EQ(tabs().currentIndex(), 2);
-    EXPECT_EQ(control<QTreeView>("lvwT").header()->sectionSize(0), 321);
+    EXPECT_EQ(control<QTreeView>("lvwT").header()->sectionSize(1), 123);
 }
 
 TEST_F(MainWindow, closesWhenTheRunningScanHasEnded) {

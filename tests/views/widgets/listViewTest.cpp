@@ -81,6 +81,21 @@ TEST_F(List, tellsClicksOnHeadersAndDoesNotJumpSideways) {
     EXPECT_EQ(list.horizontalScrollBar()->value(), 500);
 }
 
+TEST_F(List, givesItsFirstColumnTheRoomThatIsLeft) {
+    QHeaderView& header = *list.header();
+    const auto lengthInRoomOf = [&](int width) {
+        list.resize(width, 150);
+        return header.length() - list.viewport()->width();
+    };
+    EXPECT_EQ(lengthInRoomOf(500), 0);
+    EXPECT_EQ(lengthInRoomOf(400), 0);
+    EXPECT_GT(lengthInRoomOf(60), 0) << "it does not vanish";
+    EXPECT_EQ(lengthInRoomOf(400), 0);
+    header.resizeSection(0, 600);
+    lengthInRoomOf(300);
+    EXPECT_EQ(header.sectionSize(0), 600) << "made wider by hand";
+}
+
 TEST_F(List, asksForItsMenuByMouseAndByKeys) {
     const QPoint pointer = list.viewport()->mapToGlobal(place(2, 0).center());
     QContextMenuEvent byMouse(QContextMenuEvent::Mouse, place(2, 0).center(), pointer);
