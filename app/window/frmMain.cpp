@@ -221,7 +221,10 @@ void frmMain::wire() {
             [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
     escape_.setEnabled(false);
     connect(&escape_, &QShortcut::activated, this, [this] { search_.CancelScan = true; });
-    connect(&toPath_, &QShortcut::activated, this, [this] { txtPath_.setFocus(Qt::ShortcutFocusReason); });
+    connect(&toPath_, &QShortcut::activated, this, [this] {
+        txtPath_.setFocus(Qt::ShortcutFocusReason);
+        txtPath_.selectAll(); // the focus may have been there already
+    });
 }
 
 MenuTargets frmMain::menuTargets() {

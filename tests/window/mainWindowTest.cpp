@@ -173,6 +173,21 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
     EXPECT_THAT(dialogs.messages, IsEmpty());
 }
 
+TEST_F(MainWindow, keysReachThePathBoxAndEveryView) {
+    open().show();
+    QApplication::setActiveWindow(window.get());
+    auto& folders = control<FolderTree>("tvw");
+    QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(tabs().currentIndex(), 3);
+    QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(tabs().currentIndex(), 0);
+    for (int turn = 0; turn < 2; ++turn) { // the second time the keyboard is there already
+        QTest::keyClick(window->focusWidget(), Qt::Key_L, Qt::ControlModifier);
+        QTest::keyClicks(window->focusWidget(), QStringLiteral("/x"));
+        EXPECT_EQ(pathBox().text(), QStringLiteral("/x"));
+    }
+}
+
 TEST_F(MainWindow, scansAFolderThatIsDropped) {
     makeTree();
     open();

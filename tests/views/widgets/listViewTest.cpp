@@ -81,6 +81,20 @@ TEST_F(List, tellsClicksOnHeadersAndDoesNotJumpSideways) {
     EXPECT_EQ(list.horizontalScrollBar()->value(), 500);
 }
 
+TEST_F(List, showsItsSelectedRowPalerWhileTheKeyboardIsElsewhere) {
+    const auto ground = [&] {
+        return list.viewport()->grab().toImage().pixelColor(place(1, 0).bottomRight() - QPoint(9, 9));
+    };
+    QApplication::setActiveWindow(&list);
+    list.clearFocus();
+    const QColor bare = ground();
+    list.selectRow(1);
+    const QColor pale = ground();
+    list.setFocus();
+    EXPECT_NE(pale, bare);
+    EXPECT_GT(pale.lightness(), ground().lightness() + 20);
+}
+
 TEST_F(List, givesItsFirstColumnTheRoomThatIsLeft) {
     QHeaderView& header = *list.header();
     const auto lengthInRoomOf = [&](int width) {
