@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <memory>
 
+#include "views/widgets/paleSelection.h"
+
 namespace {
 
 constexpr int restMilliseconds = 300;
@@ -158,6 +160,11 @@ void FolderTree::keyboardSearch(const QString& search) {
 void FolderTree::resizeEvent(QResizeEvent* event) {
     header()->setMinimumSectionSize(viewport()->width());
     QTreeView::resizeEvent(event);
+}
+
+void FolderTree::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    paleSelectionWithoutFocus(*this, *option);
 }
 
 // Qt would bring the whole column into sight, so that each step in a deep tree would jump sideways.

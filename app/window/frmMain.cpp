@@ -7,6 +7,7 @@
 #include <QFileInfo>
 #include <QMenu>
 #include <QMimeData>
+#include <QScreen>
 #include <QTimer>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -42,6 +43,14 @@ QString draggedFolder(const QMimeData& data) {
         }
     }
     return {};
+}
+
+// Grey until another text takes its place.
+void showAsHint(QLineEdit& box) {
+    QPalette palette;
+    palette.setBrush(QPalette::Text, box.palette().placeholderText());
+    box.setPalette(palette);
+    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box] { box.setPalette({}); });
 }
 
 } // namespace
@@ -136,14 +145,17 @@ void frmMain::scanRuns(bool running) {
 // --- The controls ---------------------------------------------------------------------------------------
 
 void frmMain::layOut() {
-    constexpr QSize usualSize(1020, 680);
+    // In the height of a line, so that all columns of the files list show at first, whatever the font.
+    const int line = fontMetrics().height();
+    const QSize usualSize = (QSize(75, 48) * line).boundedTo(screen()->availableSize() * 0.9);
+    const int treeWidth = usualSize.width() / 4;
     constexpr QSize smallestSize(480, 320);
-    constexpr int treeWidth = 300;
     constexpr int animationSide = 24; // as high as the tabs that it stands beside
 
     central_.setObjectName(QStringLiteral("central"));
     txtPath_.setObjectName(QStringLiteral("txtPath"));
     txtPath_.setText(QStringLiteral("(Type network [UNC] path here)"));
+    showAsHint(txtPath_);
     txtPath_.setToolTip(tr("Type a folder and press Enter to scan it (Ctrl+L)"));
     txtPath_.setAcceptDrops(false); // a folder that is dropped on it is the window's, too
     txtPath_.setAccessibleName(tr("Folder to scan"));
@@ -155,6 +167,8 @@ void frmMain::layOut() {
     tvw_.setObjectName(QStringLiteral("tvw"));
     imlFiles_.setObjectName(QStringLiteral("imlFiles"));
     imlMenu_.setObjectName(QStringLiteral("imlMenu"));
+    tvw_.setAccessibleName(tr("Folders"));
+    prg_.setAccessibleName(tr("Progress"));
     prg_.setObjectName(QStringLiteral("prg"));
     cP_.setObjectName(QStringLiteral("cP"));
     cPLvw_.setObjectName(QStringLiteral("cPLvw"));
@@ -180,6 +194,9 @@ void frmMain::layOut() {
     setCentralWidget(&central_);
     statusBar_.setObjectName(QStringLiteral("statusBar"));
     statusBar_.addPermanentWidget(&prg_);
+    // Its texts begin below the tree's edge.
+    const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
+    statusBar_.setContentsMargins(margin, 0, 0, 0);
     setStatusBar(&statusBar_);
     prg_.hide();
     setMinimumSize(smallestSize);
@@ -191,7 +208,8 @@ void frmMain::layOut() {
 void frmMain::wire() {
     txtPath_.installEventFilter(this);
     connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
-    connect(&cmdGo_, &QPushButton::clicked, this, [this] { openPath(txtPath_.text().toStdString()); });
+    connect(&cmdGo_, &QPushButton::clicked, this,
+            [this] { selection_.cmdGo_Click(txtPath_.text().toStdString()); });
     connect(&tvw_, &FolderTree::nodeExpanded, this,
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
@@ -204,7 +222,10 @@ void frmMain::wire() {
             [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
     escape_.setEnabled(false);
     connect(&escape_, &QShortcut::activated, this, [this] { search_.CancelScan = true; });
-    connect(&toPath_, &QShortcut::activated, this, [this] { txtPath_.setFocus(Qt::ShortcutFocusReason); });
+    connect(&toPath_, &QShortcut::activated, this, [this] {
+        txtPath_.setFocus(Qt::ShortcutFocusReason);
+        txtPath_.selectAll(); // the focus may have been there already
+    });
 }
 
 MenuTargets frmMain::menuTargets() {
@@ -221,6 +242,7 @@ MenuTargets frmMain::menuTargets() {
 }
 
 void frmMain::openPath(std::string_view typedPath) {
+    txtPath_.setText(QString::fromUtf8(typedPath.data(), static_cast<qsizetype>(typedPath.size())));
     selection_.cmdGo_Click(typedPath);
 }
 

@@ -30,6 +30,11 @@ StatusPanels::StatusPanels(QStatusBar& statusBar) {
         label.setTextFormat(Qt::PlainText);
         label.setMinimumWidth(
             label.fontMetrics().horizontalAdvance(QString::fromUtf8(widestTexts.at(panel))));
+        if (panel > 0) {
+            QFrame& line = lines_.at(panel - 1);
+            line.setFrameStyle(QFrame::VLine | QFrame::Sunken);
+            statusBar.addWidget(&line);
+        }
         statusBar.addWidget(&label, stretches.at(panel));
     }
     sinceShown_.start();

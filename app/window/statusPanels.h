@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QElapsedTimer>
+#include <QFrame>
 #include <QLabel>
 #include <QStatusBar>
 #include <QTimer>
@@ -35,6 +36,7 @@ private:
     static constexpr std::size_t panelCount = 3;
 
     std::array<CutLabel, panelCount> labels_;
+    std::array<QFrame, panelCount - 1> lines_; // between them
     std::array<std::string, panelCount> texts_;
     QElapsedTimer sinceShown_;
     QTimer later_;

@@ -54,6 +54,13 @@ void ViewTabs::layOut() {
     XTab_.addTab(&lvwF_, tr("Files && Folders"));
     XTab_.addTab(&lvwT_, tr("File Types"));
     XTab_.addTab(&lvwU_, tr("Owners"));
+    XTab_.setAccessibleName(tr("Views of the selected folder"));
+    lvwF_.setAccessibleName(tr("Files and folders"));
+    lvwT_.setAccessibleName(tr("File types"));
+    lvwU_.setAccessibleName(tr("Owners"));
+    for (const ListTab& tab : listTabs_) {
+        tab.list.setFrameShape(QFrame::NoFrame); // the tabs' frame is around it
+    }
     for (QTimer* timer : {&tmrChart_, &tmrListViewIcons_}) {
         timer->setParent(this);
     }
@@ -74,6 +81,8 @@ void ViewTabs::wire() {
         refreshActiveView();
     });
     connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
+    connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
+    connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
     tc_.setTipProvider(
         [this](double megabytes, int index) { return tc_OnMarkTipToolGetText(megabytes, index); });
     for (ListTab& tab : listTabs_) {
@@ -92,6 +101,11 @@ void ViewTabs::wireList(ListTab& tab) {
         (settings.*tab.setColumn)(static_cast<std::int16_t>(column));
         (settings.*tab.setOrder)(static_cast<std::int16_t>(tab.list.sort().order));
     });
+}
+
+// Behind the last tab comes the first.
+void ViewTabs::turnTab(int step) {
+    XTab_.setCurrentIndex((XTab_.currentIndex() + step + XTab_.count()) % XTab_.count());
 }
 
 // --- From the rows to the views -------------------------------------------------------------------------
@@ -140,8 +154,10 @@ void ViewTabs::refresh(bool selectFirst) {
 void ViewTabs::followScan(bool running) {
     if (running) {
         tmrChart_.start(millisecondsPerRefresh);
+        tc_.setHint(tr("Scanning..."));
     } else {
         tmrChart_.stop();
+        tc_.setHint(tr("Nothing to show: this folder is empty or could not be read."));
     }
 }
 

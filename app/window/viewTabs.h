@@ -5,6 +5,7 @@
 #include <QObject>
 #include <QScrollBar>
 #include <QSettings>
+#include <QShortcut>
 #include <QTabWidget>
 #include <QTimer>
 #include <QWidget>
@@ -79,6 +80,7 @@ private:
     void layOut();
     void wire();
     void wireList(ListTab& tab);
+    void turnTab(int step);
     [[nodiscard]] std::string folderKey() const;
     void refresh(bool selectFirst);
     void growWithScan();
@@ -96,7 +98,10 @@ private:
     FilesList filesList_;
     GroupLists groupLists_;
     std::array<ListTab, 3> listTabs_; // behind the chart's tab, in their order
-    std::string chartKey_;            // of the folder that the chart shows
+    // From wherever the keyboard is; the tab control's own keys work inside of it only.
+    QShortcut nextTab_{QKeySequence(Qt::CTRL | Qt::Key_Tab), &XTab_};
+    QShortcut previousTab_{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), &XTab_};
+    std::string chartKey_; // of the folder that the chart shows
     QTimer tmrChart_;
     QTimer tmrListViewIcons_;
 };

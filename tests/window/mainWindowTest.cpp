@@ -129,13 +129,13 @@ TEST_F(MainWindow, opensWhateverIsBroken) {
 TEST_F(MainWindow, remembersItsShape) {
     open().resize(777, 555);
     tabs().setCurrentIndex(2);
-    control<QTreeView>("lvwT").header()->resizeSection(0, 321);
+    control<QTreeView>("lvwT").header()->resizeSection(1, 123);
     window->close();
     close();
     open();
     EXPECT_EQ(window->size(), QSize(777, 555));
     EXPECT_EQ(tabs().currentIndex(), 2);
-    EXPECT_EQ(control<QTreeView>("lvwT").header()->sectionSize(0), 321);
+    EXPECT_EQ(control<QTreeView>("lvwT").header()->sectionSize(1), 123);
 }
 
 TEST_F(MainWindow, closesWhenTheRunningScanHasEnded) {
@@ -181,6 +181,21 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
     control<FolderTree>("tvw").setFocus();
     EXPECT_FALSE(control<QPushButton>("cmdGo").isDefault());
     EXPECT_THAT(dialogs.messages, IsEmpty());
+}
+
+TEST_F(MainWindow, keysReachThePathBoxAndEveryView) {
+    open().show();
+    QApplication::setActiveWindow(window.get());
+    auto& folders = control<FolderTree>("tvw");
+    QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(tabs().currentIndex(), 3);
+    QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_EQ(tabs().currentIndex(), 0);
+    for (int turn = 0; turn < 2; ++turn) { // the second time the keyboard is there already
+        QTest::keyClick(window->focusWidget(), Qt::Key_L, Qt::ControlModifier);
+        QTest::keyClicks(window->focusWidget(), QStringLiteral("/x"));
+        EXPECT_EQ(pathBox().text(), QStringLiteral("/x"));
+    }
 }
 
 TEST_F(MainWindow, scansAFolderThatIsDropped) {

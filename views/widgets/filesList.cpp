@@ -15,7 +15,7 @@ namespace {
 // "DATETIME" is no tag that sorting knows: dates are sorted as the texts that they are, months first,
 // deliberately.
 constexpr std::array<ListColumn, 5> filesColumns{{
-    {"Name", "", false, "A file's name of common length.text"},
+    {"Name", "", false, "A file's short name.text"},
     {"Size", "SIZE", true, "1,023 bytes "},
     {"Owner", "", false, "administrator"},
     {"Modified", "DATETIME", false, "12/28/2028 10:58:58 AM"},

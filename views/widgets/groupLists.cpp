@@ -15,9 +15,9 @@ constexpr ListColumn totalSizeColumn{"Total Size", "SIZE", true, "1,023.9 bytes"
 constexpr ListColumn fileCountColumn{"File Count", "NUMBER", true, "1000000000"};
 
 constexpr std::array<ListColumn, 3> typesColumns{
-    {{"Extension", "", false, "An extension or a little more"}, totalSizeColumn, fileCountColumn}};
+    {{"Extension", "", false, "An extension"}, totalSizeColumn, fileCountColumn}};
 constexpr std::array<ListColumn, 3> ownersColumns{
-    {{"Owner", "", false, "An owner's name or a little more"}, totalSizeColumn, fileCountColumn}};
+    {{"Owner", "", false, "An owner's name"}, totalSizeColumn, fileCountColumn}};
 
 } // namespace
 

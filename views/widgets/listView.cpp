@@ -10,6 +10,8 @@
 #include <memory>
 #include <utility>
 
+#include "views/widgets/paleSelection.h"
+
 namespace {
 
 constexpr int gapBehindNumbers = 8; // so that they do not touch the texts of the next column
@@ -112,6 +114,7 @@ void ListView::setUpHeader() {
         const int icon = i == 0 && rows_.hasIcons() ? iconSize().width() + margin : 0;
         bar.resizeSection(i, std::max(text + icon + 2 * margin, bar.sectionSizeHint(i)));
     }
+    leastFirstWidth_ = bar.sectionSize(0);
     connect(&bar, &QHeaderView::sectionClicked, this,
             [this](int section) { Q_EMIT columnClicked(section + 1); });
 }
@@ -153,6 +156,23 @@ void ListView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const int left = horizontalScrollBar()->value();
     QTreeView::scrollTo(index, hint);
     horizontalScrollBar()->setValue(left);
+}
+
+// The first column takes the room that the others leave, and gives it back, unless it was made wider by hand.
+void ListView::resizeEvent(QResizeEvent* event) {
+    QHeaderView& bar = *header();
+    const int room = viewport()->width();
+    const int left = room - (bar.length() - bar.sectionSize(0));
+    if (left > bar.sectionSize(0) || bar.length() == roomBefore_) {
+        bar.resizeSection(0, std::max(left, leastFirstWidth_));
+    }
+    roomBefore_ = room;
+    QTreeView::resizeEvent(event);
+}
+
+void ListView::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    paleSelectionWithoutFocus(*this, *option);
 }
 
 void ListView::contextMenuEvent(QContextMenuEvent* event) {

@@ -52,6 +52,8 @@ Q_SIGNALS:
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
 
 private:
     void setUpHeader();
@@ -59,4 +61,6 @@ private:
 
     ListModel rows_;
     ListSort sort_;
+    int leastFirstWidth_ = 0; // of the first column
+    int roomBefore_ = 0;      // the width in which the columns were laid out last
 };

@@ -81,6 +81,35 @@ TEST_F(List, tellsClicksOnHeadersAndDoesNotJumpSideways) {
     EXPECT_EQ(list.horizontalScrollBar()->value(), 500);
 }
 
+TEST_F(List, showsItsSelectedRowPalerWhileTheKeyboardIsElsewhere) {
+    const auto ground = [&] {
+        return list.viewport()->grab().toImage().pixelColor(place(1, 0).bottomRight() - QPoint(9, 9));
+    };
+    QApplication::setActiveWindow(&list);
+    list.clearFocus();
+    const QColor bare = ground();
+    list.selectRow(1);
+    const QColor pale = ground();
+    list.setFocus();
+    EXPECT_NE(pale, bare);
+    EXPECT_GT(pale.lightness(), ground().lightness() + 20);
+}
+
+TEST_F(List, givesItsFirstColumnTheRoomThatIsLeft) {
+    QHeaderView& header = *list.header();
+    const auto lengthInRoomOf = [&](int width) {
+        list.resize(width, 150);
+        return header.length() - list.viewport()->width();
+    };
+    EXPECT_EQ(lengthInRoomOf(500), 0);
+    EXPECT_EQ(lengthInRoomOf(400), 0);
+    EXPECT_GT(lengthInRoomOf(60), 0) << "it does not vanish";
+    EXPECT_EQ(lengthInRoomOf(400), 0);
+    header.resizeSection(0, 600);
+    lengthInRoomOf(300);
+    EXPECT_EQ(header.sectionSize(0), 600) << "made wider by hand";
+}
+
 TEST_F(List, asksForItsMenuByMouseAndByKeys) {
     const QPoint pointer = list.viewport()->mapToGlobal(place(2, 0).center());
     QContextMenuEvent byMouse(QContextMenuEvent::Mouse, place(2, 0).center(), pointer);
