@@ -83,12 +83,16 @@ void FolderSelection::markAccessDenied(const std::string& key) {
     }
 }
 
-// A Cancel Scan that was given when there was nothing to cancel is not meant for this scan.
+// A Cancel Scan that was given when there was nothing to cancel is not meant for this scan. What was queued
+// is handled when this scan is over for everybody: the listing before the next scan takes no input.
 void FolderSelection::scan(const std::string& key) {
     with_.search.CancelScan = false;
     with_.views.scanRuns(true);
-    modProcessFiles::processMain(key, {with_.search, with_.settings, with_.userInterface,
-                                       [this](const std::string& node) { handleQueued(node); }});
+    modProcessFiles::processMain(
+        key, {with_.search, with_.settings, with_.userInterface, [this](const std::string& node) {
+                  with_.views.scanRuns(false);
+                  handleQueued(node);
+              }});
     with_.views.scanRuns(false);
 }
 
