@@ -241,6 +241,8 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
         txtPath_GotFocus();
     } else if (watched == &txtPath_ && event->type() == QEvent::FocusOut) {
         txtPath_LostFocus();
+    } else if (watched == &txtPath_ && event->type() == QEvent::KeyRelease) {
+        keyReleaseEvent(static_cast<QKeyEvent*>(event)); // which an edit box keeps to itself
     }
     return QMainWindow::eventFilter(watched, event);
 }

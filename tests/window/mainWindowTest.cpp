@@ -308,6 +308,8 @@ TEST_F(MainWindow, refreshesNarrowly) {
     EXPECT_THAT(query("select fileName from details where fileName=\"x.txt\""), SizeIs(1));
     command("Refresh");
     EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(3));
+    QTest::keyClick(&pathBox(), Qt::Key_F5);
+    EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(4));
     EXPECT_THAT(rows("lvwF"), SizeIs(4));
     EXPECT_THAT(dialogs.messages, SizeIs(1));
 }
