@@ -93,26 +93,22 @@ void FolderSelection::markAccessDenied(const std::string& key) {
     }
 }
 
-// A Cancel Scan that was given when there was nothing to cancel is not meant for this scan.
+// A Cancel Scan that was given when there was nothing to cancel is not meant for this scan. What was queued
+// is handled when this scan is over for everybody: the listing before the next scan takes no input.
 void FolderSelection::scan(const std::string& key) {
     with_.search.CancelScan = false;
-    running_ = true;
     with_.views.scanRuns(true);
-    modProcessFiles::processMain(key, {with_.search, with_.settings, with_.userInterface,
-                                       [this](const std::string& node) { handleQueued(node); }});
-    scanEnds();
-}
-
-void FolderSelection::scanEnds() {
-    if (std::exchange(running_, false)) {
-        with_.views.scanRuns(false);
-    }
+    modProcessFiles::processMain(
+        key, {with_.search, with_.settings, with_.userInterface, [this](const std::string& node) {
+                  with_.views.scanRuns(false);
+                  handleQueued(node);
+              }});
+    with_.views.scanRuns(false);
 }
 
 // Called by a scan at its end. Nodes that are queued while a queued node is handled are taken in turn here,
 // so that however many clicks follow each other, their scans do not nest.
 void FolderSelection::handleQueued(const std::string& key) {
-    scanEnds();
     queued_ = key;
     if (handlingQueue_) {
         return;

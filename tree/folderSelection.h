@@ -67,14 +67,12 @@ private:
     void clickNode(const std::string& key);
     void markAccessDenied(const std::string& key);
     void scan(const std::string& key);
-    void scanEnds();
     void handleQueued(const std::string& key);
     void showItems();
     void addTopNode(const std::string& key);
 
     Surroundings with_;
     bool suppressed_ = false;
-    bool running_ = false; // a scan, whose end the views have not been told
     bool handlingQueue_ = false;
     std::string queued_;
     std::int64_t elapsedTicks_ = 0; // of the last scan, milliseconds; kept, and read by nobody

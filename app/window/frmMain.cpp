@@ -94,7 +94,9 @@ void frmMain::form_load() {
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
     setWindowTitle(QStringLiteral("Spannory ") + QApplication::applicationVersion());
     loadStep([this] {
-        restoreGeometry(state_->value(QStringLiteral("geometry")).toByteArray());
+        if (restoreGeometry(state_->value(QStringLiteral("geometry")).toByteArray())) {
+            resize(size().boundedTo(screen()->virtualSize())); // whatever became of the file
+        }
         splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
         views_.restore(*state_);
     });
@@ -137,7 +139,7 @@ void frmMain::scanRuns(bool running) {
     }
     views_.followScan(running);
     escape_.setEnabled(running);
-    if (closing_ && !running) {
+    if (!running && std::exchange(closing_, false)) {
         QTimer::singleShot(0, this, [this] { close(); });
     }
 }

@@ -184,17 +184,30 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
 
 // --- What is remembered ---------------------------------------------------------------------------------
 
+// Widths alone, which can be looked at: what Qt saves of a header is taken as it is, whatever became of it.
 void ViewTabs::restore(QSettings& state) {
+    constexpr int widestColumn = 10'000;
     for (const ListTab& tab : listTabs_) {
-        tab.list.header()->restoreState(state.value(tab.list.objectName()).toByteArray());
-        tab.list.setSort(tab.list.sort());
+        QHeaderView& bar = *tab.list.header();
+        const QStringList widths = state.value(tab.list.objectName()).toStringList();
+        for (int i = 0; i < bar.count() && i < widths.size(); ++i) {
+            const int width = widths[i].toInt(); // 0 when it is no number
+            if (width >= bar.minimumSectionSize() && width <= widestColumn) {
+                bar.resizeSection(i, width);
+            }
+        }
     }
     XTab_.setCurrentIndex(state.value(XTab_.objectName()).toInt());
 }
 
 void ViewTabs::save(QSettings& state) const {
     for (const ListTab& tab : listTabs_) {
-        state.setValue(tab.list.objectName(), tab.list.header()->saveState());
+        const QHeaderView& bar = *tab.list.header();
+        QStringList widths;
+        for (int i = 0; i < bar.count(); ++i) {
+            widths << QString::number(bar.sectionSize(i));
+        }
+        state.setValue(tab.list.objectName(), widths);
     }
     state.setValue(XTab_.objectName(), XTab_.currentIndex());
 }

@@ -75,15 +75,15 @@ void WindowInterface::openFile(std::string_view path) {
     }
 }
 
+// A timer may begin a scan while something else handles events; it takes input like any other.
 void WindowInterface::beginScan() {
     scanning_ = true;
-    yielding_ = false; // a timer may have begun it within another yield
+    yielding_ = false;
     messages_ = 0;
 }
 
 void WindowInterface::endScan() {
-    scanning_ = false;
-    if (messages_ > 1) {
+    if (std::exchange(scanning_, false) && messages_ > 1) {
         message(std::to_string(messages_ - 1) + " more errors of this scan are in the error log.");
     }
 }

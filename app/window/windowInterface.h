@@ -26,7 +26,8 @@ public:
     void openFile(std::string_view path) override;
 
     // Between the two, one message is shown and the others are counted: a disk full of folders that cannot
-    // be recorded is two boxes, not a thousand. What was not shown is in the error log.
+    // be recorded is two boxes, not a thousand. What was not shown is in the error log. Ending it again does
+    // nothing.
     void beginScan();
     void endScan();
 

@@ -21,7 +21,10 @@ protected:
         QTest::mouseClick(tree.viewport(), button, modifiers, placeOf(name));
     }
     QPoint placeOf(std::string_view name) {
-        return tree.visualRect(fixture.indexOf(fixture.key(name))).topLeft() + QPoint(5, 5);
+        const QModelIndex node = fixture.indexOf(fixture.key(name));
+        // On a busy machine the layout takes its time and is put off.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return tree.visualRect(node).isValid(); }));
+        return tree.visualRect(node).topLeft() + QPoint(5, 5);
     }
     void press(int key) { QTest::keyClick(&tree, static_cast<Qt::Key>(key)); }
 

@@ -136,6 +136,17 @@ TEST_F(MainWindow, remembersItsShape) {
     EXPECT_EQ(window->size(), QSize(777, 555));
     EXPECT_EQ(tabs().currentIndex(), 2);
     EXPECT_EQ(control<QTreeView>("lvwT").header()->sectionSize(1), 123);
+    close();
+
+    application.write("window.ini",
+                      "[General]\nXTab=77\ngeometry=x\nlvwT=-5, abc, 2000000000, 60\nlvwF=99\n");
+    open();
+    EXPECT_EQ(tabs().currentIndex(), 0);
+    for (int column = 0; column < 3; ++column) {
+        const int width = control<QTreeView>("lvwT").header()->sectionSize(column);
+        EXPECT_TRUE(width > 40 && width < 500) << width;
+    }
+    EXPECT_EQ(control<QTreeView>("lvwF").header()->sectionSize(0), 99);
 }
 
 TEST_F(MainWindow, closesWhenTheRunningScanHasEnded) {

@@ -33,7 +33,7 @@ void WindowFixture::click(const std::string& key) {
     const QModelIndex node = static_cast<TreeModel*>(tvw.model())->indexOf(key);
     tvw.expand(node.parent());
     tvw.scrollTo(node);
-    QTest::mouseClick(tvw.viewport(), Qt::LeftButton, {}, tvw.visualRect(node).center());
+    QTest::mouseClick(tvw.viewport(), Qt::LeftButton, {}, tvw.visualRect(node).topLeft() + QPoint(5, 5));
 }
 
 void WindowFixture::command(const char* key) const {

@@ -79,6 +79,11 @@ void FolderChart::setChartStyle(ChartStyle style) {
     }
 }
 
+void FolderChart::setHint(const QString& hint) {
+    hint_ = hint;
+    update();
+}
+
 void FolderChart::attachScrollBar(QScrollBar* scrollBar) {
     if (scrollBar_) {
         scrollBar_->disconnect(this);

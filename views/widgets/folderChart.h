@@ -44,6 +44,9 @@ public:
     void setChartStyle(ChartStyle style);
     [[nodiscard]] ChartStyle chartStyle() const { return style_; }
 
+    // What is shown in place of bars when there are no entries.
+    void setHint(const QString& hint);
+
     // The vertical scroll bar beside the chart (`fsb`), which is not owned. It is hidden while all is in
     // view.
     void attachScrollBar(QScrollBar* scrollBar);
