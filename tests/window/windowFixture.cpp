@@ -45,15 +45,15 @@ void WindowFixture::command(const char* key) const {
 }
 
 void WindowFixture::duringScan(std::function<void()> body) {
-    auto timer = std::make_shared<QTimer>();
-    QObject::connect(timer.get(), &QTimer::timeout, window.get(),
-                     [this, timer, body = std::move(body)]() mutable {
-                         if (window->search().processing) {
-                             timer->disconnect();
-                             body();
-                         }
-                     });
-    timer->start(0);
+    // The timer outlives the handling of its own signal.
+    QTimer& timer = *timers.emplace_back(std::make_unique<QTimer>());
+    QObject::connect(&timer, &QTimer::timeout, window.get(), [this, &timer, body = std::move(body)] {
+        if (window->search().processing) {
+            timer.stop();
+            body();
+        }
+    });
+    timer.start(0);
 }
 
 std::string WindowFixture::panel(int number) {

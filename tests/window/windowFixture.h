@@ -68,4 +68,7 @@ public:
     TemporaryFolder tree;
     RecordingDialogs dialogs;
     std::unique_ptr<frmMain> window;
+
+private:
+    std::vector<std::unique_ptr<QTimer>> timers;
 };
