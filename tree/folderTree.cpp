@@ -167,6 +167,19 @@ void FolderTree::initViewItemOption(QStyleOptionViewItem* option) const {
     paleSelectionWithoutFocus(*this, *option);
 }
 
+// Qt measures the rows in sight. The row that the horizontal scroll bar covers is measured too: if it alone
+// is too wide the bar would hide it, go, see it again and come back, without end.
+int FolderTree::sizeHintForColumn(int column) const {
+    int width = QTreeView::sizeHintForColumn(column);
+    const int bottom = maximumViewportSize().height();
+    QModelIndex row = indexAt({0, viewport()->height() - 1});
+    for (; row.isValid() && visualRect(row).top() < bottom; row = indexBelow(row)) {
+        const int left = visualRect(row).left() + horizontalScrollBar()->value();
+        width = std::max(width, left + sizeHintForIndex(row).width());
+    }
+    return width;
+}
+
 // Qt would bring the whole column into sight, so that each step in a deep tree would jump sideways.
 void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const QScopedValueRollback<bool> guard(exact_, true);

@@ -91,6 +91,7 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
     void initViewItemOption(QStyleOptionViewItem* option) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    [[nodiscard]] int sizeHintForColumn(int column) const override;
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                                        const QEvent* event) const override;
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
+#include <QScrollBar>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "tree/treeFixture.h"
@@ -130,6 +132,28 @@ TEST_F(FolderTreeTest, bearsTheTreeChangingWhileANodeExpands) {
     EXPECT_EQ(fixture.children(fixture.key("a")), "deep");
     EXPECT_THAT(fixture.clicked, ElementsAre(fixture.key("a"), fixture.key("z")));
     EXPECT_THAT(fixture.userInterface.messages, IsEmpty());
+}
+
+// The scroll bar that a wide row needs covers that row, and must not go because it is out of sight then.
+TEST(FolderTree, comesToRestWithAScrollBar) {
+    constexpr int rows = 12;
+    FolderTree tree;
+    for (int row = 0; row < rows; ++row) {
+        tree.addNode({}, {std::to_string(row), QString(row == rows / 2 ? 90 : 3, QLatin1Char('x')), {}, {}});
+    }
+    tree.show();
+    const auto handleEvents = [] {
+        for (int turn = 0; turn < 5; ++turn) {
+            QApplication::processEvents();
+        }
+    };
+    for (int height = 90; height < 200; height += 3) {
+        tree.resize(200, height);
+        handleEvents();
+        const QSignalSpy spy(tree.horizontalScrollBar(), &QScrollBar::rangeChanged);
+        handleEvents();
+        EXPECT_EQ(spy.count(), 0) << height;
+    }
 }
 
 TEST(FolderTree, showsASelectedNodeWithItsOtherImage) {
