@@ -71,8 +71,7 @@ void FolderSelection::clickNode(const std::string& key) {
     }
     const std::int64_t startTick = platform::tickCount();
     if (with_.search.processing) {
-        with_.search.CancelScan = true;
-        with_.search.nextNode = key;
+        queue(key);
     } else {
         with_.search.nextNode.clear();
         scan(key);
@@ -82,6 +81,16 @@ void FolderSelection::clickNode(const std::string& key) {
         showItems();
         const BusyPointer busy(with_.userInterface);
         with_.views.refreshActiveView();
+    }
+}
+
+// A click on the very folder that is being scanned asks for what is being done. To begin again would record
+// the rows of its unfinished folders twice.
+void FolderSelection::queue(const std::string& key) {
+    clsSearch& search = with_.search;
+    if (search.CancelScan || search.rootPath != key) {
+        search.CancelScan = true;
+        search.nextNode = key;
     }
 }
 
@@ -161,6 +170,7 @@ void FolderSelection::refreshScreen() {
             with_.search.resetScanCompleteTime(key);
         }
         with_.views.clearFilesList();
+        with_.search.CancelScan = with_.search.processing; // also when it is this folder's scan that runs
         tvw_NodeClick(key);
     });
 }

@@ -65,6 +65,7 @@ public:
 private:
     void listSubfolders(const std::string& key);
     void clickNode(const std::string& key);
+    void queue(const std::string& key);
     void markAccessDenied(const std::string& key);
     void scan(const std::string& key);
     void handleQueued(const std::string& key);

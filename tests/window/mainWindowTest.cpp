@@ -286,6 +286,23 @@ TEST_F(MainWindow, queuesWhatIsClickedDuringAScan) {
     EXPECT_TRUE(panel(3).starts_with("Finished in "));
 }
 
+TEST_F(MainWindow, goesOnWithTheScanOfTheFolderThatIsClickedAgain) {
+    makeTree();
+    open();
+    window->openPath(tree.typed("a"));
+    duringScan([&] {
+        click(key());
+        EXPECT_FALSE(window->search().CancelScan);
+    });
+    window->openPath(tree.typed());
+    EXPECT_EQ(panel(1), "8 items.") << "nothing is recorded twice";
+    tree.write("b/later.txt", "x");
+    duringScan([&] { pressF5(); });
+    pressF5();
+    EXPECT_THAT(query("select fileName from details where fileName=\"later.txt\""), SizeIs(testing::Ge(1U)))
+        << "a refresh begins again";
+}
+
 TEST_F(MainWindow, cancelsByMenuAndEscape) {
     makeTree();
     open();
