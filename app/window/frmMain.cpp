@@ -70,7 +70,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
 }
 
 frmMain::~frmMain() {
-    txtPath_.removeEventFilter(this); // it loses the keyboard when cmdGo is gone already
+    txtPath_.removeEventFilter(this);       // it loses the keyboard when cmdGo is gone already
     views_.tabs().setCornerWidget(nullptr); // it would look at it when its pages go
     modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
 }

@@ -1,18 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QAction>
 #include <QDropEvent>
 #include <QHeaderView>
 #include <QMimeData>
 #include <QTest>
-#include <QTimer>
 #include <QUrl>
 #include <filesystem>
 
 #include "platform/files.h"
 #include "support/unprivileged.h"
-#include "views/widgets/listView.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -22,38 +19,6 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::SizeIs;
 using testing::UnorderedElementsAre;
-
-class MainWindow : public testing::Test, public WindowFixture {
-protected:
-    // a/big.bin 3000, a/deep/x.txt 10, b/note.txt 200, own.txt 50
-    void makeTree() const {
-        tree.write("a/big.bin", std::string(3000, 'x'));
-        tree.write("a/deep/x.txt", std::string(10, 'x'));
-        tree.write("b/note.txt", std::string(200, 'x'));
-        tree.write("own.txt", std::string(50, 'x'));
-    }
-    void openOnTree() {
-        makeTree();
-        open().openPath(tree.typed());
-    }
-    void pressF5(const char* focus = "tvw", bool autoRepeat = false) {
-        QKeyEvent release(QEvent::KeyRelease, Qt::Key_F5, Qt::NoModifier, {}, autoRepeat);
-        QApplication::sendEvent(&control<QWidget>(focus), &release);
-    }
-    void clickHeader(const char* list, int section) {
-        QHeaderView& header = *control<QTreeView>(list).header();
-        const int middle = header.sectionViewportPosition(section) + header.sectionSize(section) / 2;
-        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(middle, header.height() / 2));
-    }
-    void clickBar(int index) {
-        auto& chart = control<FolderChart>("tc");
-        QTest::mouseClick(&chart, Qt::LeftButton, {}, chart.markOf(index).center().toPoint());
-    }
-    QTabWidget& tabs() { return control<QTabWidget>("XTab"); }
-    QLineEdit& pathBox() { return control<QLineEdit>("txtPath"); }
-    std::string selected() { return control<FolderTree>("tvw").selectedKey(); }
-    std::string settingsFile() const { return application.read("settings.ini"); }
-};
 
 // --- Start and end --------------------------------------------------------------------------------------
 
@@ -375,128 +340,6 @@ TEST_F(MainWindow, refreshesNarrowly) {
             << focus;
     }
     EXPECT_THAT(dialogs.messages, SizeIs(1));
-}
-
-// --- The views ------------------------------------------------------------------------------------------
-
-TEST_F(MainWindow, showsTheRowsOnEveryTab) {
-    openOnTree();
-    tabs().setCurrentIndex(1);
-    ASSERT_THAT(rows("lvwF"), SizeIs(3));
-    EXPECT_THAT(rows("lvwF")[0], HasSubstr("a|2.9 Kb|")) << "largest first";
-    EXPECT_THAT(rows("lvwF")[2], HasSubstr("own.txt|50 bytes|"));
-    tabs().setCurrentIndex(2);
-    EXPECT_THAT(rows("lvwT"), ElementsAre("txt|260 bytes|3", "bin|2.9 Kb|1"));
-    tabs().setCurrentIndex(3);
-    const auto owners = query("select owner from details where fileName=\"own.txt\"");
-    ASSERT_THAT(rows("lvwU"), SizeIs(1));
-    EXPECT_THAT(rows("lvwU")[0], HasSubstr("|3.2 Kb|4"));
-    click(key("b"));
-    EXPECT_THAT(rows("lvwU")[0], HasSubstr("|200 bytes|1"));
-    EXPECT_THAT(rows("lvwT"), SizeIs(2)) << "a view follows when its tab is chosen";
-    tabs().setCurrentIndex(2);
-    EXPECT_THAT(rows("lvwT"), ElementsAre("txt|200 bytes|1"));
-}
-
-TEST_F(MainWindow, remembersHowListsAreSorted) {
-    openOnTree();
-    tabs().setCurrentIndex(1);
-    auto& list = control<ListView>("lvwF");
-    const auto firstNames = [&](int column) {
-        clickHeader("lvwF", column - 1);
-        return rows("lvwF")[0].substr(0, rows("lvwF")[0].find('|'));
-    };
-    EXPECT_EQ(firstNames(1), "a");
-    EXPECT_EQ(firstNames(1), "own.txt") << "clicked again: the other way round";
-    EXPECT_EQ(window->settings().lvwFSortColumn(), 1);
-    EXPECT_EQ(window->settings().lvwFSortOrder(), 1);
-    click(key("a"));
-    EXPECT_EQ(rows("lvwF")[0].substr(0, 4), "deep") << "a refilled list is sorted as before";
-    EXPECT_EQ(list.selectedRow(), 0);
-    window->close();
-    EXPECT_THAT(settingsFile(), HasSubstr("DetailListSortColumn=1"));
-}
-
-TEST_F(MainWindow, descendsIntoFoldersFromListAndChart) {
-    openOnTree();
-    tabs().setCurrentIndex(1);
-    auto& list = control<ListView>("lvwF");
-    list.setFocus();
-    QTest::keyClick(&list, Qt::Key_Return);
-    EXPECT_EQ(selected(), key("a"));
-    EXPECT_THAT(rows("lvwF"), SizeIs(2));
-
-    tabs().setCurrentIndex(0);
-    clickBar(1);
-    EXPECT_EQ(selected(), key("a")) << "the files' bar opens nothing";
-    clickBar(0);
-    EXPECT_EQ(selected(), key("a/deep"));
-    EXPECT_TRUE(control<FolderTree>("tvw").isExpanded(key("a")));
-    EXPECT_THAT(bars(), ElementsAre("|Files|=10"));
-
-    std::filesystem::remove_all(tree / "b");
-    click(key());
-    clickBar(1);
-    EXPECT_EQ(selected(), key("b"));
-    EXPECT_THAT(dialogs.messages, IsEmpty()) << "a folder that is gone is shown from its rows";
-}
-
-TEST_F(MainWindow, showsAScanGrow) {
-    for (int i = 0; i < 50; ++i) {
-        tree.write("many/" + std::to_string(i) + "/file", "x");
-    }
-    open();
-    std::size_t barsSeen = 0;
-    std::size_t rowsSeen = 0;
-    QTimer watch;
-    QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
-        if (window->search().processing) {
-            auto& tick = control<QTimer>("tmrChart");
-            if (tick.interval() > 0) {
-                tick.setInterval(0); // instead of a second
-            }
-            barsSeen = std::max(barsSeen, bars().size());
-            rowsSeen = std::max(rowsSeen, rows("lvwF").size());
-        }
-    });
-    watch.start(0);
-    window->openPath(tree.typed("many"));
-    EXPECT_GT(barsSeen, 0U);
-    tabs().setCurrentIndex(1);
-    window->database().database().Execute("delete * from details");
-    pressF5();
-    EXPECT_GT(rowsSeen, 0U);
-    EXPECT_THAT(rows("lvwF"), SizeIs(50));
-}
-
-// --- Commands -------------------------------------------------------------------------------------------
-
-TEST_F(MainWindow, carriesOutTheMenusCommands) {
-    openOnTree();
-    const auto isChecked = [&](const char* name) {
-        return window->findChild<QAction*>(QString::fromUtf8(name))->isChecked();
-    };
-    EXPECT_TRUE(isChecked("ViewBarChart"));
-    command("ViewPieChart");
-    EXPECT_EQ(control<FolderChart>("tc").chartStyle(), ChartStyle::pie);
-    EXPECT_TRUE(isChecked("ViewPieChart"));
-    EXPECT_FALSE(isChecked("ViewBarChart"));
-    window->database().database().Execute("delete * from details where fileName=\"own.txt\"");
-    command("ViewBarChart");
-    EXPECT_EQ(control<FolderChart>("tc").chartStyle(), ChartStyle::bar);
-    EXPECT_THAT(bars(), ElementsAre("b=200", "a=3010")) << "drawn anew from the rows";
-
-    EXPECT_TRUE(isChecked("ShowOwners"));
-    command("ShowOwners");
-    EXPECT_FALSE(isChecked("ShowOwners"));
-    click(key("b"));
-    command("Refresh");
-    EXPECT_THAT(query("select owner from details where fileName=\"note.txt\""), ElementsAre(""));
-    command("HelpAbout");
-    EXPECT_EQ(dialogs.abouts, 1);
-    command("ExitApp");
-    EXPECT_FALSE(window->isVisible());
-    EXPECT_THAT(dialogs.messages, IsEmpty());
 }
 
 } // namespace

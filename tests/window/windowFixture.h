@@ -1,8 +1,11 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QAbstractItemModel>
 #include <QApplication>
-#include <QSignalSpy>
+#include <QHeaderView>
+#include <QTest>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -71,4 +74,37 @@ public:
 
 private:
     std::vector<std::unique_ptr<QTimer>> timers;
+};
+
+// What the tests of the main window have in common.
+class MainWindow : public testing::Test, public WindowFixture {
+protected:
+    // a/big.bin 3000, a/deep/x.txt 10, b/note.txt 200, own.txt 50
+    void makeTree() const {
+        tree.write("a/big.bin", std::string(3000, 'x'));
+        tree.write("a/deep/x.txt", std::string(10, 'x'));
+        tree.write("b/note.txt", std::string(200, 'x'));
+        tree.write("own.txt", std::string(50, 'x'));
+    }
+    void openOnTree() {
+        makeTree();
+        open().openPath(tree.typed());
+    }
+    void pressF5(const char* focus = "tvw", bool autoRepeat = false) {
+        QKeyEvent release(QEvent::KeyRelease, Qt::Key_F5, Qt::NoModifier, {}, autoRepeat);
+        QApplication::sendEvent(&control<QWidget>(focus), &release);
+    }
+    void clickHeader(const char* list, int section) {
+        QHeaderView& header = *control<QTreeView>(list).header();
+        const int middle = header.sectionViewportPosition(section) + header.sectionSize(section) / 2;
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, QPoint(middle, header.height() / 2));
+    }
+    void clickBar(int index) {
+        auto& chart = control<FolderChart>("tc");
+        QTest::mouseClick(&chart, Qt::LeftButton, {}, chart.markOf(index).center().toPoint());
+    }
+    QTabWidget& tabs() { return control<QTabWidget>("XTab"); }
+    QLineEdit& pathBox() { return control<QLineEdit>("txtPath"); }
+    std::string selected() { return control<FolderTree>("tvw").selectedKey(); }
+    std::string settingsFile() const { return application.read("settings.ini"); }
 };
