@@ -42,7 +42,6 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     // As wide as what is in sight, and never narrower than the view: a row can be clicked behind its text.
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    header()->setResizeContentsPrecision(0);
 
     rest_.setSingleShot(true);
     rest_.setInterval(restMilliseconds);
@@ -167,14 +166,17 @@ void FolderTree::initViewItemOption(QStyleOptionViewItem* option) const {
     paleSelectionWithoutFocus(*this, *option);
 }
 
-// Qt measures the rows in sight. The row that the horizontal scroll bar covers is measured too: if it alone
-// is too wide the bar would hide it, go, see it again and come back, without end.
-int FolderTree::sizeHintForColumn(int column) const {
-    int width = QTreeView::sizeHintForColumn(column);
+// The widest row in sight, that which the horizontal scroll bar covers or would cover included: else a row
+// could need the bar that takes it out of sight, so that the bar goes, and comes again, without end.
+int FolderTree::sizeHintForColumn(int) const {
     const int bottom = maximumViewportSize().height();
-    QModelIndex row = indexAt({0, viewport()->height() - 1});
-    for (; row.isValid() && visualRect(row).top() < bottom; row = indexBelow(row)) {
-        const int left = visualRect(row).left() + horizontalScrollBar()->value();
+    int width = -1;
+    for (QModelIndex row = indexAt({0, 0}); row.isValid(); row = indexBelow(row)) {
+        const QRect place = visualRect(row);
+        if (place.top() >= bottom) {
+            break;
+        }
+        const int left = place.left() + horizontalScrollBar()->value();
         width = std::max(width, left + sizeHintForIndex(row).width());
     }
     return width;

@@ -147,12 +147,15 @@ TEST(FolderTree, comesToRestWithAScrollBar) {
             QApplication::processEvents();
         }
     };
-    for (int height = 90; height < 200; height += 3) {
-        tree.resize(200, height);
-        handleEvents();
-        const QSignalSpy spy(tree.horizontalScrollBar(), &QScrollBar::rangeChanged);
-        handleEvents();
-        EXPECT_EQ(spy.count(), 0) << height;
+    for (int height = 60; height < 200; ++height) {
+        for (const int position : {0, 3, rows}) {
+            tree.resize(200, height);
+            tree.verticalScrollBar()->setValue(position);
+            handleEvents();
+            const QSignalSpy spy(tree.horizontalScrollBar(), &QScrollBar::rangeChanged);
+            handleEvents();
+            EXPECT_EQ(spy.count(), 0) << height << " " << position;
+        }
     }
 }
 
