@@ -27,6 +27,7 @@ std::vector<std::string> sharesOf(const MountTable& table) {
 
 } // namespace
 
+// The system's root is always there, though in a chroot the table does not tell of it.
 std::optional<std::string> logicalDriveStrings() {
     const MountTable table = MountTable::read();
     if (table.mounts().empty()) {
@@ -39,7 +40,8 @@ std::optional<std::string> logicalDriveStrings() {
     for (const std::string& share : sharesOf(table)) {
         roots.append(share).push_back('\0');
     }
-    return roots;
+    constexpr std::string_view rootEntry("/\\\0", 3);
+    return roots.starts_with(rootEntry) ? roots : std::string(rootEntry) + roots;
 }
 
 int driveType(std::string_view root) {
@@ -51,7 +53,10 @@ int driveType(std::string_view root) {
     const auto found = std::find_if(mounts.begin(), mounts.end(), [&](const Mount& mount) {
         return !mount.isKernelFileSystem() && mount.driveRoot() == root;
     });
-    return found == mounts.end() ? drive::noRoot : driveTypeOf(*found, "/sys");
+    if (found == mounts.end()) {
+        return root == "/\\" ? drive::fixed : drive::noRoot;
+    }
+    return driveTypeOf(*found, "/sys");
 }
 
 std::vector<std::string> networkShares() {
