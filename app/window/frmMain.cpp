@@ -19,9 +19,7 @@
 #include "app/window/menuIcons.h"
 #include "app/window/menus.h"
 #include "db/modDatabase.h"
-#include "platform/paths.h"
 #include "tree/startupTree.h"
-#include "tree/treeOperations.h"
 #include "views/folderFigures.h"
 #include "views/widgets/qtText.h"
 

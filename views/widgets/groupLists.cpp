@@ -69,10 +69,3 @@ void GroupLists::update(Shown& shown, Database& database, std::string_view selec
     }
     rows.append(std::move(newRows));
 }
-
-void GroupLists::clear() {
-    for (Shown* shown : {&fileTypes_, &owners_}) {
-        shown->list.rows().clear();
-        shown->key.clear();
-    }
-}

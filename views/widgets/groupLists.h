@@ -25,9 +25,6 @@ public:
     void updateFileTypeListview(Database& database, std::string_view selectedKey);
     void updateUserListview(Database& database, std::string_view selectedKey);
 
-    // Empties both lists.
-    void clear();
-
 private:
     struct Shown {
         ListView& list;

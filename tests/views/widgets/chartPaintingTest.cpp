@@ -8,17 +8,10 @@
 #include <cstdlib>
 #include <string>
 
+#include "views/widgets/chartEntries.h"
 #include "views/widgets/chartLook.h"
 
 namespace {
-
-std::vector<ChartEntry> ascending(int count) {
-    std::vector<ChartEntry> entries;
-    for (int i = 0; i < count; ++i) {
-        entries.push_back({"folder " + std::to_string(i), (i + 1) * 1048576.0});
-    }
-    return entries;
-}
 
 ChartState stateOf(const std::vector<ChartEntry>& entries, ChartStyle style = ChartStyle::bar) {
     ChartState state;

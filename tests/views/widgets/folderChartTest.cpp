@@ -8,15 +8,9 @@
 #include <QWheelEvent>
 #include <string>
 
-namespace {
+#include "views/widgets/chartEntries.h"
 
-std::vector<ChartEntry> ascending(int count) {
-    std::vector<ChartEntry> entries;
-    for (int i = 0; i < count; ++i) {
-        entries.push_back({"folder " + std::to_string(i), (i + 1) * 1048576.0});
-    }
-    return entries;
-}
+namespace {
 
 class FolderChartTest : public testing::Test {
 protected:
