@@ -5,7 +5,8 @@
 #include <string_view>
 #include <vector>
 
-// The machine's drives: mounted volumes here. Roots are internal paths (platform/paths.h).
+// The machine's drives: letters on Windows, mounted volumes on Linux. Roots are internal paths
+// (platform/paths.h).
 namespace platform {
 
 // The numbers that driveType gives.

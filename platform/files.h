@@ -19,6 +19,9 @@ namespace platform {
 // True when anything at all is there, be it a link that leads nowhere.
 [[nodiscard]] bool somethingExists(std::string_view path) noexcept;
 
+// True when the user may write to the file that is there.
+[[nodiscard]] bool fileIsWritable(std::string_view path) noexcept;
+
 // The internal path of the file that a path leads to, links followed; of one that does not exist yet, in the
 // folder that its own leads to.
 [[nodiscard]] std::string resolveLinks(std::string_view path);

@@ -14,9 +14,22 @@ struct NumberSeparators {
 // The separators of the user's regional settings. Read from the environment once per process.
 [[nodiscard]] const NumberSeparators& numberSeparators();
 
-// Appends the text in lower case, letter by letter (no letter becomes two).
+// No letter becomes two.
+[[nodiscard]] char32_t lowerCaseLetter(char32_t letter);
+
+// Appends the text in lower case, letter by letter.
 void appendLowerCase(std::string& result, std::string_view text);
 [[nodiscard]] std::string lowerCase(std::string_view text);
+
+// True where the system takes file names that differ in case alone for the same. Texts of the program are
+// then compared so too, in the database and out of it.
+[[nodiscard]] bool namesIgnoreCase() noexcept;
+
+// Below 0, 0 or above 0: the order of two texts by their letters in lower case.
+[[nodiscard]] int compareIgnoringCase(std::string_view left, std::string_view right);
+
+// Whether two names or paths are the same to the system.
+[[nodiscard]] bool sameName(std::string_view left, std::string_view right);
 
 // While one lives, the C library of this thread writes numbers with a decimal point whatever the region is.
 // For libraries that print numbers into files.

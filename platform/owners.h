@@ -1,9 +1,7 @@
 #pragma once
 
-#include <cstdint>
-#include <string>
+#include <memory>
 #include <string_view>
-#include <unordered_map>
 
 #include "platform/folders.h"
 
@@ -13,13 +11,17 @@ namespace platform {
 // looked up once per account and object, so an object should live for one scan.
 class OwnerNames {
 public:
+    OwnerNames();
+    ~OwnerNames();
+    OwnerNames(const OwnerNames&) = delete;
+    OwnerNames& operator=(const OwnerNames&) = delete;
+
     // The owner of the entry at `internalPath`, whose facts are at hand. Valid while the object lives.
     [[nodiscard]] std::string_view ownerOf(std::string_view internalPath, const EntryFacts& facts);
 
 private:
-    std::unordered_map<std::uint32_t, std::string> names_;
-    std::uint32_t lastOwner_ = 0;
-    const std::string* lastName_ = nullptr;
+    struct Implementation;
+    std::unique_ptr<Implementation> implementation_;
 };
 
 } // namespace platform

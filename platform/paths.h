@@ -40,6 +40,6 @@ void appendDisplayPath(std::string& result, std::string_view internalPath);
 [[nodiscard]] std::string displayPath(std::string_view internalPath);
 
 // What ends a line of a text file on this system.
-inline constexpr std::string_view lineEnd = "\n";
+extern constinit const std::string_view lineEnd;
 
 } // namespace platform

@@ -3,7 +3,8 @@
 #include <string>
 #include <string_view>
 
-// Profile files (INI files), read and written as Windows does.
+// Profile files (INI files), read and written as Windows does, though not by its own calls: those take a file
+// without a mark for text of the machine's code page, and here it is UTF-8 on every system.
 //
 // Section and key names are compared ignoring case, blanks around names and values do not count, the first
 // section of a name and the first key in it are the ones meant. Every call opens, reads and closes the file

@@ -186,6 +186,14 @@ bool somethingExists(std::string_view path) noexcept {
     }
 }
 
+bool fileIsWritable(std::string_view path) noexcept {
+    try {
+        return ::faccessat(AT_FDCWD, nativeOf(path).c_str(), W_OK, AT_EACCESS) == 0;
+    } catch (...) {
+        return false;
+    }
+}
+
 std::string resolveLinks(std::string_view path) {
     const std::string native = nativeOf(path);
     if (const auto whole = realPath(native)) {

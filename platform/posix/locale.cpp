@@ -48,12 +48,6 @@ NumberSeparators readSeparators() {
     return separators;
 }
 
-char32_t lowered(char32_t letter) {
-    static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
-    return locale == nullptr ? letter
-                             : static_cast<char32_t>(::towlower_l(static_cast<wint_t>(letter), locale));
-}
-
 } // namespace
 
 const NumberSeparators& numberSeparators() {
@@ -61,29 +55,14 @@ const NumberSeparators& numberSeparators() {
     return separators;
 }
 
-void appendLowerCase(std::string& result, std::string_view text) {
-    for (std::size_t position = 0; position < text.size();) {
-        const char c = text[position];
-        if (static_cast<unsigned char>(c) < 0x80) {
-            result.push_back(asciiLower(c));
-            ++position;
-            continue;
-        }
-        const std::size_t start = position;
-        const char32_t letter = decodeCodePoint(text, position);
-        if (letter == invalidCodePoint) {
-            result.append(text.substr(start, position - start));
-        } else {
-            appendCodePoint(result, lowered(letter));
-        }
-    }
+char32_t lowerCaseLetter(char32_t letter) {
+    static const locale_t locale = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
+    return locale == nullptr ? letter
+                             : static_cast<char32_t>(::towlower_l(static_cast<wint_t>(letter), locale));
 }
 
-std::string lowerCase(std::string_view text) {
-    std::string result;
-    result.reserve(text.size());
-    appendLowerCase(result, text);
-    return result;
+bool namesIgnoreCase() noexcept {
+    return false;
 }
 
 PlainNumbers::PlainNumbers() {

@@ -6,6 +6,8 @@
 #include <array>
 #include <cerrno>
 #include <climits>
+#include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace platform {
@@ -36,19 +38,29 @@ std::string nameOf(std::uint32_t owner) {
 
 } // namespace
 
+struct OwnerNames::Implementation {
+    std::unordered_map<std::uint32_t, std::string> names;
+    std::uint32_t lastOwner = 0;
+    const std::string* lastName = nullptr;
+};
+
+OwnerNames::OwnerNames() : implementation_(std::make_unique<Implementation>()) {}
+OwnerNames::~OwnerNames() = default;
+
 std::string_view OwnerNames::ownerOf(std::string_view /*internalPath*/, const EntryFacts& facts) {
     if (!facts.known) {
         return unknownOwner;
     }
-    if (lastName_ == nullptr || lastOwner_ != facts.owner) {
-        const auto [entry, isNew] = names_.try_emplace(facts.owner);
+    Implementation& self = *implementation_;
+    if (self.lastName == nullptr || self.lastOwner != facts.owner) {
+        const auto [entry, isNew] = self.names.try_emplace(facts.owner);
         if (isNew) {
             entry->second = nameOf(facts.owner);
         }
-        lastOwner_ = facts.owner;
-        lastName_ = &entry->second;
+        self.lastOwner = facts.owner;
+        self.lastName = &entry->second;
     }
-    return *lastName_;
+    return *self.lastName;
 }
 
 } // namespace platform

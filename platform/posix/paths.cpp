@@ -16,6 +16,8 @@
 
 namespace platform {
 
+constinit const std::string_view lineEnd = "\n";
+
 namespace {
 
 // A character that a path cannot hold is moved to U+F000 + its code, a byte that is no text to U+EF00 + the

@@ -1,6 +1,6 @@
 #include "platform/registry.h"
 
-#include "platform/posix/iniFile.h"
+#include "platform/iniFile.h"
 
 namespace platform {
 

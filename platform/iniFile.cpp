@@ -1,13 +1,9 @@
-#include "platform/posix/iniFile.h"
-
-#include <fcntl.h>
-#include <unistd.h>
+#include "platform/iniFile.h"
 
 #include <algorithm>
 #include <cstdint>
 
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
 
@@ -301,7 +297,7 @@ bool editIniFile(std::string_view path, const std::function<bool(IniText&)>& edi
         try {
             before = readFile(path, largestFile);
             // Putting a new file in its place would not notice that the user made this one read-only.
-            if (::faccessat(AT_FDCWD, toNative(toInternal(path)).c_str(), W_OK, AT_EACCESS) != 0) {
+            if (!fileIsWritable(path)) {
                 return false;
             }
         } catch (const RuntimeError& error) {

@@ -1,0 +1,84 @@
+#include "platform/win32/fileInformation.h"
+
+#include "platform/win32/fileTime.h"
+#include "platform/win32/handle.h"
+
+namespace platform {
+
+namespace {
+
+// Only a reparse point that stands for another name is a link; others are files and folders that the system
+// keeps in its own way (in the cloud, compressed). One whose kind is not told is taken for a link.
+bool isLink(DWORD attributes, DWORD reparseTag) {
+    return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           (reparseTag == 0 || IsReparseTagNameSurrogate(reparseTag));
+}
+
+// Of a find record or an opened file, which call these fields the same.
+template <class Record>
+EntryFacts factsOfRecord(const Record& record, DWORD reparseTag) {
+    const bool isFolder = (record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
+                          !isLink(record.dwFileAttributes, reparseTag);
+    const auto size = static_cast<std::int64_t>(record.nFileSizeHigh) << 32 | record.nFileSizeLow;
+    return {isFolder, true, size, secondsOf(record.ftLastAccessTime), secondsOf(record.ftLastWriteTime), 0};
+}
+
+// What the folder above tells of an entry, links not followed. A drive's root has no folder above.
+std::optional<WIN32_FIND_DATAW> ownEntry(const std::wstring& path) {
+    WIN32_FIND_DATAW entry{};
+    const HANDLE search =
+        ::FindFirstFileExW(path.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0);
+    if (search != INVALID_HANDLE_VALUE) {
+        ::FindClose(search);
+        return entry;
+    }
+    WIN32_FILE_ATTRIBUTE_DATA record{};
+    if (::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &record) == 0) {
+        return std::nullopt;
+    }
+    entry.dwFileAttributes = record.dwFileAttributes;
+    entry.ftLastAccessTime = record.ftLastAccessTime;
+    entry.ftLastWriteTime = record.ftLastWriteTime;
+    entry.nFileSizeHigh = record.nFileSizeHigh;
+    entry.nFileSizeLow = record.nFileSizeLow;
+    return entry;
+}
+
+} // namespace
+
+std::optional<FileInformation> informationOf(const std::wstring& path) {
+    const Handle file(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    if (!file.isOpen()) {
+        return std::nullopt;
+    }
+    BY_HANDLE_FILE_INFORMATION record{};
+    if (::GetFileType(file.get()) != FILE_TYPE_DISK ||
+        ::GetFileInformationByHandle(file.get(), &record) == 0) {
+        return FileInformation{};
+    }
+    record.dwFileAttributes &= ~static_cast<DWORD>(FILE_ATTRIBUTE_REPARSE_POINT); // it was followed
+    FileInformation result;
+    result.facts = factsOfRecord(record, 0);
+    result.isRegular = !result.facts.isFolder;
+    result.volume = record.dwVolumeSerialNumber;
+    result.number = static_cast<std::uint64_t>(record.nFileIndexHigh) << 32 | record.nFileIndexLow;
+    return result;
+}
+
+EntryFacts factsOf(const WIN32_FIND_DATAW& entry) {
+    return factsOfRecord(entry, entry.dwReserved0); // the tag of a reparse point
+}
+
+bool isLink(const std::wstring& path) {
+    const std::optional<WIN32_FIND_DATAW> entry = ownEntry(path);
+    return entry && isLink(entry->dwFileAttributes, entry->dwReserved0);
+}
+
+std::optional<EntryFacts> ownFacts(const std::wstring& path) {
+    const std::optional<WIN32_FIND_DATAW> entry = ownEntry(path);
+    return entry ? std::optional(factsOf(*entry)) : std::nullopt;
+}
+
+} // namespace platform

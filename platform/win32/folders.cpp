@@ -1,0 +1,114 @@
+#include "platform/folders.h"
+
+#include "platform/paths.h"
+#include "platform/win32/fileInformation.h"
+#include "platform/win32/systemError.h"
+#include "platform/win32/wide.h"
+
+namespace platform {
+
+namespace {
+
+// An open enumeration of a folder's entries.
+class Enumeration {
+public:
+    explicit Enumeration(std::wstring folder) {
+        folder += folder.ends_with(L'\\') ? L"*" : L"\\*";
+        handle_ = ::FindFirstFileExW(folder.c_str(), FindExInfoBasic, &found_, FindExSearchNameMatch, nullptr,
+                                     FIND_FIRST_EX_LARGE_FETCH);
+        error_ = isOpen() ? DWORD{ERROR_SUCCESS} : ::GetLastError();
+    }
+    ~Enumeration() {
+        if (isOpen()) {
+            ::FindClose(handle_);
+        }
+    }
+    Enumeration(const Enumeration&) = delete;
+    Enumeration& operator=(const Enumeration&) = delete;
+
+    [[nodiscard]] bool isOpen() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
+    // Why it could not be opened. An empty drive's root has nothing to be found, not even itself.
+    [[nodiscard]] DWORD error() const noexcept {
+        return error_ == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : error_;
+    }
+    [[nodiscard]] const WIN32_FIND_DATAW& entry() const noexcept { return found_; }
+    bool next() noexcept { return ::FindNextFileW(handle_, &found_) != 0; }
+
+private:
+    WIN32_FIND_DATAW found_{};
+    HANDLE handle_ = INVALID_HANDLE_VALUE;
+    DWORD error_ = ERROR_SUCCESS;
+};
+
+bool isSelfOrParent(std::wstring_view name) {
+    return name == L"." || name == L"..";
+}
+
+} // namespace
+
+struct FolderReader::Implementation {
+    std::string name;
+
+    template <class Take>
+    bool read(std::string_view internalFolder, Take take) {
+        Enumeration entries(widePath(internalFolder));
+        if (!entries.isOpen()) {
+            return entries.error() == ERROR_SUCCESS;
+        }
+        do {
+            const WIN32_FIND_DATAW& entry = entries.entry();
+            if (!isSelfOrParent(entry.cFileName)) {
+                name.clear();
+                appendNarrow(name, entry.cFileName);
+                take(factsOf(entry), name);
+            }
+        } while (entries.next());
+        return ::GetLastError() == ERROR_NO_MORE_FILES;
+    }
+};
+
+FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
+FolderReader::~FolderReader() = default;
+
+// A link is never taken for a folder when its own folder is read, so none comes here but the start.
+bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool /*followLink*/) {
+    listing.clear();
+    return implementation_->read(internalFolder, [&](const EntryFacts& facts, const std::string& name) {
+        listing.append(facts, name);
+    });
+}
+
+// Nothing is cheaper: the system gives all facts with the names.
+bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
+    return read(internalFolder, listing, true);
+}
+
+bool folderExists(std::string_view internalPath) {
+    return folderFacts(internalPath).has_value();
+}
+
+EntryFacts entryFacts(std::string_view internalPath) {
+    return ownFacts(widePath(internalPath)).value_or(EntryFacts());
+}
+
+std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
+    const std::optional<FileInformation> found = informationOf(widePath(internalFolder));
+    return found && found->facts.isFolder ? std::optional(found->facts) : std::nullopt;
+}
+
+bool mayNotEnter(std::string_view internalPath) {
+    return ::GetFileAttributesW(widePath(internalPath).c_str()) == INVALID_FILE_ATTRIBUTES &&
+           ::GetLastError() == ERROR_ACCESS_DENIED;
+}
+
+std::string whyUnreadable(std::string_view internalFolder) {
+    const Enumeration entries(widePath(internalFolder));
+    return entries.error() == ERROR_SUCCESS ? std::string() : systemMessage(entries.error());
+}
+
+// A folder that another volume is mounted on is a link here, which its own entry tells.
+std::unordered_set<std::string> mountPointsBelow(std::string_view /*internalFolder*/) {
+    return {};
+}
+
+} // namespace platform

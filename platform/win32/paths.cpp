@@ -1,0 +1,134 @@
+#include "platform/paths.h"
+
+#include <windows.h>
+
+#include <algorithm>
+
+#include "platform/runtimeError.h"
+#include "platform/text.h"
+#include "platform/win32/wide.h"
+
+namespace platform {
+
+constinit const std::string_view lineEnd = "\r\n";
+
+namespace {
+
+constexpr std::size_t longestPlainPath = 247; // longer ones need the prefix, in some calls
+
+// What no name has here unless another system wrote it there. It is moved out of the way, as that system
+// itself does where it can.
+constexpr char32_t movedCharacters = 0xF000;
+
+constexpr bool isForbidden(char c) {
+    return static_cast<unsigned char>(c) < 0x20 ||
+           std::string_view("\\/\"|*?<>").find(c) != std::string_view::npos;
+}
+
+constexpr bool isLetter(char c) {
+    return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+constexpr bool startsWithDrive(std::string_view path) {
+    return path.size() >= 3 && isLetter(path[0]) && path[1] == ':' && path[2] == '\\';
+}
+
+std::string withUpperDrive(std::string path) {
+    if (startsWithDrive(path)) {
+        path[0] = static_cast<char>(path[0] & ~0x20);
+    }
+    return path;
+}
+
+// Of a share `\\server\share` that is all of the path.
+std::string withShareRoot(std::string path) {
+    const std::size_t server = path.starts_with("\\\\") ? path.find('\\', 2) : std::string::npos;
+    const bool endsWithShare =
+        server != std::string::npos && path.find('\\', server + 1) == std::string::npos;
+    return endsWithShare && !path.ends_with('\\') ? path + "\\" : path;
+}
+
+// Absolute, with no "." or ".." to resolve: kept as it stands, so that names the system itself would change
+// (with a dot at their end) can be spoken of.
+bool isInternal(std::string_view path) {
+    if (!startsWithDrive(path) && !path.starts_with("\\\\")) {
+        return false;
+    }
+    for (std::string_view rest = path; !rest.empty();) {
+        const std::size_t end = std::min(rest.find('\\'), rest.size());
+        const std::string_view name = rest.substr(0, end);
+        if (name == "." || name == "..") {
+            return false;
+        }
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+    }
+    return path.find("\\\\", 2) == std::string_view::npos && path.find('/') == std::string_view::npos;
+}
+
+std::string absolute(std::string_view typed) {
+    const std::wstring text = wide(typed);
+    const DWORD needed = ::GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
+    std::wstring full(needed, L'\0');
+    const DWORD length = needed == 0 ? 0 : ::GetFullPathNameW(text.c_str(), needed, full.data(), nullptr);
+    if (length == 0 || length >= needed) {
+        throw RuntimeError::about(errorNumber::pathNotFound, typed);
+    }
+    return narrow({full.data(), length});
+}
+
+} // namespace
+
+void appendInternalName(std::string& result, std::string_view nativeName) {
+    for (const char c : nativeName) {
+        if (isForbidden(c)) {
+            appendCodePoint(result, movedCharacters + static_cast<unsigned char>(c));
+        } else {
+            result.push_back(c);
+        }
+    }
+}
+
+std::string internalName(std::string_view nativeName) {
+    std::string result;
+    appendInternalName(result, nativeName);
+    return result;
+}
+
+void appendNativeName(std::string& result, std::string_view internalName) {
+    result.append(internalName);
+}
+
+std::string toInternal(std::string_view typedPath) {
+    constexpr std::string_view longPrefix = "\\\\?\\";
+    constexpr std::string_view longSharePrefix = "\\\\?\\UNC\\";
+    if (typedPath.empty()) {
+        return {};
+    }
+    std::string path(typedPath);
+    if (typedPath.starts_with(longSharePrefix)) {
+        path = "\\\\" + std::string(typedPath.substr(longSharePrefix.size()));
+    } else if (typedPath.starts_with(longPrefix)) {
+        path = typedPath.substr(longPrefix.size());
+    }
+    return withShareRoot(withUpperDrive(isInternal(path) ? path : absolute(path)));
+}
+
+std::string toNative(std::string_view internalPath) {
+    const std::wstring path = widePath(internalPath);
+    const bool isLong = path.size() > longestPlainPath;
+    std::string_view plain = internalPath;
+    if (plain.ends_with('\\') && !plain.ends_with(":\\")) {
+        plain.remove_suffix(1);
+    }
+    return isLong ? narrow(path) : std::string(plain);
+}
+
+void appendDisplayPath(std::string& result, std::string_view internalPath) {
+    result.append(internalPath);
+}
+
+std::string displayPath(std::string_view internalPath) {
+    return std::string(internalPath);
+}
+
+} // namespace platform
