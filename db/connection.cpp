@@ -9,6 +9,7 @@
 
 #include "db/jetLike.h"
 #include "platform/files.h"
+#include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -87,8 +88,15 @@ void leftFunction(sqlite3_context* context, int /*count*/, sqlite3_value** argum
 // What SQLite calls for `text like pattern`: the pattern comes first.
 void likeFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
     if (!isNull(arguments[0]) && !isNull(arguments[1])) {
-        sqlite3_result_int(context, jetLike(textOf(arguments[1]), textOf(arguments[0])) ? 1 : 0);
+        const auto matches = platform::namesIgnoreCase() ? jetLikeIgnoringCase : jetLike;
+        sqlite3_result_int(context, matches(textOf(arguments[1]), textOf(arguments[0])) ? 1 : 0);
     }
+}
+
+int compareIgnoringCase(void* /*unused*/, int leftSize, const void* left, int rightSize, const void* right) {
+    return platform::compareIgnoringCase(
+        {static_cast<const char*>(left), static_cast<std::size_t>(leftSize)},
+        {static_cast<const char*>(right), static_cast<std::size_t>(rightSize)});
 }
 
 } // namespace
@@ -280,6 +288,8 @@ void Connection::addFunctions() {
     sqlite3_create_function_v2(handle_, "jetLeft", 2, flags, nullptr, leftFunction, nullptr, nullptr,
                                nullptr);
     sqlite3_create_function_v2(handle_, "like", 2, flags, nullptr, likeFunction, nullptr, nullptr, nullptr);
+    sqlite3_create_collation_v2(handle_, ignoringCase.data(), SQLITE_UTF8, nullptr, compareIgnoringCase,
+                                nullptr);
 }
 
 Connection::~Connection() {

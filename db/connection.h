@@ -60,6 +60,10 @@ private:
 // A connection to one SQLite file, and the statements prepared on it, kept by their text.
 class Connection {
 public:
+    // The collation that ignores case: SQLite's of this name, made to know all letters. Where the system
+    // ignores the case of file names the template's columns have it (db/ignoreCase.sql).
+    static constexpr std::string_view ignoringCase = "nocase";
+
     // `path` is an internal path. Throws as DBEngine::OpenDatabase does.
     Connection(std::string_view path, OpenMode mode);
     ~Connection();

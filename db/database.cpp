@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "db/daoImplementation.h"
+#include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -75,7 +76,8 @@ std::string valueText(const Value& value) {
     return result;
 }
 
-Database::Implementation::Implementation(std::string_view path, OpenMode mode) : connection(path, mode) {}
+Database::Implementation::Implementation(std::string_view path, OpenMode mode)
+    : connection(path, mode), translator(platform::namesIgnoreCase() ? Connection::ignoringCase : "") {}
 
 Database::Implementation::~Implementation() = default;
 
@@ -96,7 +98,7 @@ std::int64_t Database::Implementation::insertIntoOtherFile(Database& self) {
     const std::string table(translator.targetTable());
     const auto found =
         std::find_if(openDatabases().begin(), openDatabases().end(), [&](const Database* database) {
-            return database != &self && platform::toInternal(database->Name()) == path;
+            return database != &self && platform::sameName(platform::toInternal(database->Name()), path);
         });
     std::unique_ptr<Database> opened;
     if (found == openDatabases().end()) {

@@ -2,22 +2,29 @@
 
 #include <cstddef>
 
+#include "platform/locale.h"
 #include "platform/text.h"
 
 namespace {
 
 using platform::decodeCodePoint;
 
-// A position in a text or pattern.
+char32_t asItIs(char32_t letter) {
+    return letter;
+}
+
+// A position in a text or pattern, which is read through a change of its letters.
+template <char32_t (*letterOf)(char32_t)>
 struct Cursor {
     std::string_view text;
     std::size_t position = 0;
 
     [[nodiscard]] bool atEnd() const { return position >= text.size(); }
-    char32_t next() { return decodeCodePoint(text, position); }
+    char32_t next() { return letterOf(decodeCodePoint(text, position)); }
 };
 
 // Matches one character against the class whose "[" was read; `pattern` is left behind its "]".
+template <class Cursor>
 bool matchesClass(char32_t c, Cursor& pattern) {
     const bool negated = !pattern.atEnd() && pattern.text[pattern.position] == '!';
     pattern.position += negated ? 1 : 0;
@@ -37,6 +44,7 @@ bool matchesClass(char32_t c, Cursor& pattern) {
 }
 
 // Matches one character against the pattern's next element, which is not "*".
+template <class Cursor>
 bool matchesElement(char32_t c, Cursor& pattern) {
     const char32_t element = pattern.next();
     switch (element) {
@@ -55,11 +63,10 @@ bool matchesElement(char32_t c, Cursor& pattern) {
     return c == element;
 }
 
-} // namespace
-
-bool jetLike(std::string_view text, std::string_view pattern) {
-    Cursor in{text};
-    Cursor by{pattern};
+template <char32_t (*letterOf)(char32_t)>
+bool matches(std::string_view text, std::string_view pattern) {
+    Cursor<letterOf> in{text};
+    Cursor<letterOf> by{pattern};
     // Where to go on after the last "*" should the attempt fail: it then takes one character more.
     std::size_t retryPattern = std::string_view::npos;
     std::size_t retryText = 0;
@@ -86,4 +93,14 @@ bool jetLike(std::string_view text, std::string_view pattern) {
         retryText = in.position;
         by.position = retryPattern;
     }
+}
+
+} // namespace
+
+bool jetLike(std::string_view text, std::string_view pattern) {
+    return matches<asItIs>(text, pattern);
+}
+
+bool jetLikeIgnoringCase(std::string_view text, std::string_view pattern) {
+    return matches<platform::lowerCaseLetter>(text, pattern);
 }

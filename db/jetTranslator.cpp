@@ -253,6 +253,9 @@ void JetTranslator::appendLiteral(const JetToken& token) {
         literals_.emplace_back(std::string_view(text));
     }
     shape_.append(" ?").append(std::to_string(literals_.size()));
+    if (token.kind == JetToken::Kind::text) {
+        shape_.append(collate_);
+    }
 }
 
 void JetTranslator::copyWord(JetTokenizer& tokens) {

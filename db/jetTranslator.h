@@ -20,6 +20,10 @@ class JetTranslator {
 public:
     using Literal = std::variant<std::string_view, double>;
 
+    // `textCollation`: the collation that every comparison with a text is to use; empty for the engine's own.
+    explicit JetTranslator(std::string_view textCollation = {})
+        : collate_(textCollation.empty() ? std::string() : " collate " + std::string(textCollation)) {}
+
     // Takes the next statement. Throws RuntimeError 3075 for what is none. The results below are valid until
     // the next call and only while the statement's text lives.
     void translate(std::string_view statement);
@@ -48,6 +52,7 @@ private:
     void copyFolderComparison(JetTokenizer& tokens, std::size_t start);
     void appendLiteral(const JetToken& token);
 
+    std::string collate_; // behind each text; joined columns have none of their own
     std::string shape_;
     std::vector<Literal> literals_;
     std::deque<std::string> unquoted_; // texts whose doubled quotes had to be undone
