@@ -1,5 +1,4 @@
-# The libraries the programs stand on. Each is found as its own package configuration or pkg-config file
-# gives it; on Debian scripts/packages lists what to install.
+# The libraries the programs stand on; on Debian scripts/packages lists what to install.
 find_package(SQLite3 3.37 REQUIRED)
 find_package(pugixml REQUIRED)
 find_package(CLI11 REQUIRED)
@@ -8,6 +7,12 @@ if(SPANNORY_BUILD_WINDOW)
     find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets)
 endif()
 
-find_package(PkgConfig REQUIRED)
-pkg_check_modules(xlsxwriter REQUIRED IMPORTED_TARGET GLOBAL xlsxwriter)
-add_library(xlsxwriter ALIAS PkgConfig::xlsxwriter)
+find_package(ZLIB REQUIRED)
+find_path(xlsxwriter_INCLUDE_DIR xlsxwriter.h REQUIRED)
+find_library(xlsxwriter_LIBRARY xlsxwriter REQUIRED)
+add_library(xlsxwriter UNKNOWN IMPORTED GLOBAL)
+set_target_properties(xlsxwriter PROPERTIES IMPORTED_LOCATION ${xlsxwriter_LIBRARY}
+                                            INTERFACE_INCLUDE_DIRECTORIES ${xlsxwriter_INCLUDE_DIR})
+if(WIN32)
+    target_link_libraries(xlsxwriter INTERFACE ZLIB::ZLIB) # linked statically there
+endif()
