@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <regex>
+
 #include "app/clsRegSettings.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
@@ -10,7 +12,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::MatchesRegex;
 
 class ErrorLog : public testing::Test {
 public:
@@ -25,6 +26,11 @@ protected:
     clsRegSettings store;
     RecordingInterface person;
 };
+
+// The test library's own expressions know no brackets on every system.
+MATCHER_P(MatchesRegex, expression, "") {
+    return std::regex_match(arg, std::regex(expression));
+}
 
 const std::string stamp = "\t[01][0-9]/[0-3][0-9]/[0-9]{4} [01][0-9]:[0-5][0-9]:[0-5][0-9] [AP]M\r\n";
 

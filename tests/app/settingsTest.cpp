@@ -2,14 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <utility>
 #include <vector>
 
 #include "app/clsRegSettings.h"
 #include "app/errorLog.h"
+#include "platform/registry.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
+#include "support/testSystem.h"
 
 namespace {
 
@@ -31,8 +32,8 @@ protected:
 };
 
 TEST_F(Settings, iniStore) {
-    ::setenv("SPANNORY_TEST_SET", "value", 1);
-    ::setenv("SPANNORY_TEST_EMPTY", "", 1);
+    testSystem::setVariable("SPANNORY_TEST_SET", "value");
+    testSystem::setVariable("SPANNORY_TEST_EMPTY", "");
     store.setINIPath(folder.internal("settings.ini"));
     EXPECT_EQ(store.GetSetting("s", "*", "SPANNORY_TEST_SET", stpIni), "value") << "the default too";
     for (const auto& [text, read] : std::initializer_list<std::pair<std::string, std::string>>{
@@ -50,25 +51,31 @@ TEST_F(Settings, iniStore) {
 }
 
 TEST_F(Settings, registryStoreAndUnknownStores) {
-    EXPECT_FALSE(store.SaveSetting("s", "k", "v", stpRegistry)) << "no INIPath yet";
     const std::string company = store.Company();
     store.setCompany(" Other ");
     EXPECT_EQ(store.Company(), "Other");
     store.setCompany("  "); // restores the initial name, as an empty AppName does
     store.setAppName("");
     store.setINIPath(folder.typed("settings.ini"));
-    ::setenv("SPANNORY_TEST_SET", "value", 1);
+    testSystem::setVariable("SPANNORY_TEST_SET", "value");
     EXPECT_TRUE(store.SaveSetting("s", "k", "SPANNORY_TEST_SET", stpRegistry));
     EXPECT_TRUE(store.SaveSetting("", "*", "unnamed", stpRegistry));
     EXPECT_EQ(store.GetSetting("s", "k", "d", stpRegistry), "SPANNORY_TEST_SET") << "not expanded";
     EXPECT_EQ(store.GetSetting("", "*", "d", stpRegistry), "unnamed");
     EXPECT_FALSE(store.DeleteSetting("s", "k", stpRegistry)) << "deletes go to the other root";
-    const std::string user = "[HKEY_CURRENT_USER\\Software\\" + company + "\\Spannory\\s]\n";
-    folder.write("registry.ini", user + "@=1\nk=2\n");
+    using enum platform::RegistryRoot;
+    const platform::Registry registry(folder.internal() + "\\");
+    const std::string key = "Software\\" + company + "\\Spannory";
+    for (const char* name : {"", "k"}) {
+        EXPECT_TRUE(registry.writeText(currentUser, key + "\\s", name, "user's"));
+    }
     EXPECT_TRUE(store.DeleteSetting("s", "*", stpRegistry));
-    EXPECT_EQ(folder.read("registry.ini"), user + "k=2\n");
+    EXPECT_EQ(registry.readText(currentUser, key + "\\s", ""), std::nullopt);
+    EXPECT_EQ(registry.readText(currentUser, key + "\\s", "k"), "user's");
     EXPECT_TRUE(store.DeleteSetting("s", "", stpRegistry));
-    EXPECT_EQ(folder.read("registry.ini"), "");
+    EXPECT_EQ(registry.readText(currentUser, key + "\\s", "k"), std::nullopt);
+    EXPECT_EQ(store.GetSetting("s", "k", "d", stpRegistry), "SPANNORY_TEST_SET") << "the machine's stays";
+    EXPECT_TRUE(registry.deleteSubkey(localMachine, key, "s"));
 
     EXPECT_FALSE(store.SaveSetting("s", "k", "v", 1));
     EXPECT_TRUE(store.DeleteSetting("s", "k", 1));

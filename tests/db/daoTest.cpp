@@ -1,19 +1,19 @@
 #include "db/dao.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 #include <functional>
 
 #include "db/values.h"
 #include "platform/files.h"
 #include "support/errorNumberOf.h"
+#include "support/expected.h"
 #include "support/temporaryFolder.h"
 
 namespace {
 
 std::unique_ptr<Database> openTemplateCopy(const TemporaryFolder& folder, const char* name = "x.dat") {
-    platform::copyFile(SPANNORY_TEMPLATE, folder.typed(name));
+    platform::copyFile(templateFile(), folder.typed(name));
     return DBEngine::OpenDatabase(folder.typed(name));
 }
 
@@ -59,7 +59,7 @@ TEST(Dao, failsWithTheEnginesNumbers) {
     append(*database, "a", 1);
     folder.write("text", "this is no database, however long it may be");
     folder.write("cut", folder.read("x.dat").substr(0, 20000));
-    ::mkfifo(folder.typed("pipe").c_str(), 0600);
+    testSystem::makePipe(folder / "pipe");
     const auto open = [&](const char* name) {
         return [&folder, name] {
             const auto opened = DBEngine::OpenDatabase(folder.typed(name), OpenMode::readOnly);

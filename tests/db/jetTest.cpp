@@ -55,6 +55,14 @@ TEST(JetTranslator, givesShapesWithTheLiteralsTakenOut) {
     EXPECT_EQ(translator.shape().substr(0, translator.lengthWithoutOrder()), " select * from details");
 }
 
+TEST(JetTranslator, hasTextsComparedAsItIsTold) {
+    JetTranslator translator("nocase");
+    translator.translate("select a from t where a & b = \"x\" and fullPath = \"a\\\" and c = 2");
+    EXPECT_EQ(translator.shape(),
+              " select a from t where ( ifnull( a, '') || ifnull( b, '')) = ?1 collate nocase and"
+              " ( fullPath = ?2 collate nocase and substr(fullPath, -1) = '\\') and c = ?3");
+}
+
 TEST(JetTranslator, refusesWhatIsNoStatement) {
     for (const char* statement :
          {"", "drop table details", "attach 'x' as y", "select a from t where b='O'Brien'",
@@ -111,6 +119,11 @@ TEST(JetLike, matchesItsWildcards) {
     };
     for (const Case& c : cases) {
         EXPECT_EQ(jetLike(c.text, c.pattern), c.matches) << c.text << " like " << c.pattern;
+    }
+    for (const auto& [text, pattern] :
+         {std::pair("C:\\Users\\x", "c:\\uSERS\\*"), {"\u00C4", "\u00E4"}, {"B", "[a-c]"}}) {
+        EXPECT_TRUE(jetLikeIgnoringCase(text, pattern)) << text << " like " << pattern;
+        EXPECT_FALSE(jetLike(text, pattern)) << text << " like " << pattern;
     }
     const std::string longText(20000, 'a');
     EXPECT_FALSE(jetLike(longText, "*a*a*a*a*b")) << "and in reasonable time";

@@ -2,22 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-
 #include "platform/files.h"
 #include "support/scanFixture.h"
+#include "support/sqliteScript.h"
+#include "support/testSystem.h"
 
 namespace {
 
 class DatabaseFile : public testing::Test, protected ScanFixture {
 protected:
-    // A database made by the sqlite3 program from a script.
     std::string make(const char* name, const std::string& script) {
-        application.write("script.sql", script);
-        const std::string file = application.typed(name);
-        EXPECT_EQ(
-            std::system(("sqlite3 -bail '" + file + "' < '" + application.typed("script.sql") + "'").c_str()),
-            0);
+        std::string file = application.typed(name);
+        runSqliteScript(file, script);
         return file;
     }
     int load(const std::string& file) {
@@ -33,7 +29,7 @@ protected:
 };
 
 TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
-    tree.write("a/file \"q\" 'a'.txt", "123");
+    tree.write("a/" + testSystem::hostileNames().front(), "123");
     tree.write("b", "");
     scan();
     working.database().Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");

@@ -72,24 +72,27 @@ TEST(XmlReport, elementsAndTextsAreThose) {
     ReportFixture fixture;
     fixture.options.detail = 2;
     fixture.settings.setGetOwnerInfo(true);
-    fixture.add({"A\\", 2048, "03/14/2004 09:05:07 PM", "never", "<R&D>\x02\xFF\xEF\xBF\xBE\t", true, "/\\"});
-    fixture.add({"A\\b\\", 1, "", "", "", true, "/\\a\\"});
-    fixture.add({"q\"\\", 1, "", "", "", true, "/\\none\\"});
-    fixture.add({"q\"\\r\\", 1, "", "", "", true, "/\\q\"\\"}); // a quote cannot be searched for
+    const std::string root = testSystem::root();
+    fixture.add({"A\\", 2048, "03/14/2004 09:05:07 PM", "never", "<R&D>\x02\xFF\xEF\xBF\xBE\t", true, root});
+    fixture.add({"A\\b\\", 1, "", "", "", true, root + "a\\"});
+    fixture.add({"q\"\\", 1, "", "", "", true, root + "none\\"});
+    fixture.add({"q\"\\r\\", 1, "", "", "", true, root + "q\"\\"}); // a quote cannot be searched for
     const std::string report = xml(fixture);
     EXPECT_THAT(
         report,
         testing::StartsWith(
-            "<!--" + fixture.title +
-            "--><root><path><pathName>/A/</pathName>"
+            "<!--" + fixture.title + "--><root><path><pathName>" + shown("A\\") +
+            "</pathName>"
             "<sizeBytes>2048</sizeBytes><size>2.0 Kb</size><dateAccessed>03/14/2004 09:05:07 "
             "PM</dateAccessed>"
             "<dateModified>never</"
             "dateModified><dateModified>&lt;R&amp;D&gt;\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\t"
-            "</dateModified><type>Folder</type><path><pathName>/A/b/</pathName><sizeBytes>1</"
-            "sizeBytes><size>1 bytes"
+            "</dateModified><type>Folder</type><path><pathName>" +
+            shown("A\\b\\") +
+            "</pathName><sizeBytes>1</sizeBytes><size>1 bytes"
             "</size><dateAccessed></dateAccessed><dateModified></dateModified><dateModified></dateModified>"
-            "<type>Folder</type></path></path><path><pathName>/q\"/</pathName>"));
+            "<type>Folder</type></path></path><path><pathName>" +
+            shown("q\"\\") + "</pathName>"));
     fixture.settings.setGetOwnerInfo(false);
     pugi::xml_document document;
     ASSERT_TRUE(document.load_string(xml(fixture).c_str()));
@@ -102,7 +105,8 @@ TEST(XmlReport, nestsAsASearchThroughTheWholeDocumentWould) {
     const std::array names{"a", "A", "b", "B", "\xC3\x84", "\xC3\xA4"};
     for (int round = 0; round < 60; ++round) {
         ReportFixture fixture;
-        std::vector<std::string> paths{"/\\"};
+        const std::string root = testSystem::root();
+        std::vector<std::string> paths{root};
         for (int i = 0; i < 60; ++i) {
             const std::string parent = paths[random() % paths.size()];
             const std::string path = parent + names[random() % names.size()] + "\\";
@@ -110,7 +114,7 @@ TEST(XmlReport, nestsAsASearchThroughTheWholeDocumentWould) {
             // Some rows name a parent of other case, one that is missing, or none.
             const std::array parents{parent, parent, parent, lowered(parent), parent + "x\\", std::string()};
             const std::string& named = parents[random() % parents.size()];
-            const std::string stored = i % 20 == 7 ? "q\"\\" : path.substr(2);
+            const std::string stored = i % 20 == 7 ? "q\"\\" : path.substr(root.size());
             fixture.add({stored, static_cast<double>(i), "", "", "", true, i % 20 == 8 ? "" : named});
         }
         pugi::xml_document document;
@@ -122,8 +126,8 @@ TEST(XmlReport, nestsAsASearchThroughTheWholeDocumentWould) {
 TEST(XmlReport, deepNestingDoesNotExhaustTheStack) {
     ReportFixture fixture;
     for (int level = 100001; level < 105001; ++level) {
-        fixture.add(
-            {std::to_string(level) + "\\", 1, "", "", "", true, "/\\" + std::to_string(level - 1) + "\\"});
+        fixture.add({std::to_string(level) + "\\", 1, "", "", "", true,
+                     testSystem::root() + std::to_string(level - 1) + "\\"});
     }
     const std::string report = xml(fixture);
     EXPECT_EQ(report.find("</path>"), report.rfind("<type>") + std::string("<type>Folder</type>").size());

@@ -1,29 +1,31 @@
 #include <gtest/gtest.h>
-#include <pwd.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
-#include <cstdlib>
+#include <ctime>
 #include <limits>
-#include <map>
 
+#include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "scan/clsFileSearch.h"
 #include "scan/modOwner.h"
 #include "support/scanFixture.h"
-#include "support/unprivileged.h"
+#include "support/testSystem.h"
 
 namespace fs = std::filesystem;
 
 namespace {
 
-std::string textOf(time_t moment) {
-    tm parts{};
-    ::localtime_r(&moment, &parts);
-    char text[64]; // NOLINT
-    return {text, std::strftime(text, sizeof text, "%m/%d/%Y %I:%M:%S %p", &parts)};
+std::string textOf(std::time_t moment) {
+    const std::tm* parts = std::localtime(&moment); // NOLINT: one thread
+    char text[64];                                  // NOLINT
+    return {text, std::strftime(text, sizeof text, "%m/%d/%Y %I:%M:%S %p", parts)};
+}
+
+std::string nativeName(std::string_view internalName) {
+    std::string result;
+    platform::appendNativeName(result, internalName);
+    return result;
 }
 
 // The rows that a scan of the folder is to give, by a walk of its own: path, size, dates, owner, extension,
@@ -31,20 +33,18 @@ std::string textOf(time_t moment) {
 double expectRows(const fs::path& folder, const std::string& key, const std::string& owner,
                   std::vector<std::string>& rows) {
     double total = 0;
-    for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
-        struct stat status {};
-        ::lstat(entry.path().c_str(), &status);
-        const std::string name = platform::internalName(entry.path().filename().string());
-        const std::string dates =
-            textOf(status.st_atim.tv_sec) + "|" + textOf(status.st_mtim.tv_sec) + "|" + owner;
-        if (S_ISDIR(status.st_mode)) {
-            const double size = expectRows(entry.path(), key + name + "\\", owner, rows);
+    for (const testSystem::Entry& entry : testSystem::entriesOf(folder)) {
+        const std::string& name = entry.name;
+        const std::string dates = textOf(entry.accessed) + "|" + textOf(entry.modified) + "|" + owner;
+        if (entry.isFolder) {
+            const double size =
+                expectRows(folder / testSystem::pathOf(nativeName(name)), key + name + "\\", owner, rows);
             rows.push_back(key + name + "\\|" + std::to_string(static_cast<long long>(size)) + "|" + dates +
                            "|(no extension)|1");
             total += size;
             continue;
         }
-        const auto size = static_cast<std::int32_t>(static_cast<std::uint32_t>(status.st_size));
+        const auto size = static_cast<std::int32_t>(static_cast<std::uint32_t>(entry.size));
         const std::size_t dot = name.rfind('.');
         std::string extension = dot == std::string::npos ? "(no extension)" : name.substr(dot + 1);
         std::transform(extension.begin(), extension.end(), extension.begin(), platform::asciiLower);
@@ -81,28 +81,26 @@ protected:
 };
 
 void makeHostileTree(const TemporaryFolder& tree) {
-    for (int byte = 1; byte < 256; ++byte) {
-        if (byte != '/') {
-            tree.write(std::string("bytes/n") + static_cast<char>(byte) + ".T" + static_cast<char>(byte),
-                       "xy");
-        }
+    for (const std::string& name : testSystem::hostileNames()) {
+        tree.write("names/" + name, "xy");
     }
+    testSystem::makeFolders(tree / "folders" / testSystem::pathOf(testSystem::hostileNames().at(1)));
     tree.write("docs/Report.TXT", std::string(1000, 'x'));
     tree.write("docs/.profile", "p");
     tree.write("docs/dot.", "d");
     tree.write("docs.old/README", "readme");
     tree.write("docs/deep/er/file.tar.gz", std::string(2000, 'x'));
     fs::create_directories(tree / "empty");
-    fs::create_directories(tree / "trailing. ");
-    fs::create_directory_symlink(tree / "docs", tree / "linked");
-    fs::create_symlink("nowhere", tree / "dangling");
-    ::mkfifo((tree / "pipe").c_str(), 0600);
+    testSystem::makeLink(tree / "docs", tree / "linked");
+    testSystem::makeLink(tree / "nowhere", tree / "dangling");
+    testSystem::makePipe(tree / "pipe");
     const std::pair<const char*, std::uintmax_t> sparse[] = {
         {"2GiB", 1ULL << 31}, {"3GiB", 3ULL << 30}, {"4GiB", 1ULL << 32}, {"5GiB+1", (5ULL << 30) + 1}};
     for (const auto& [name, size] : sparse) {
         tree.write(std::string("sparse/") + name, "");
         fs::resize_file(tree / (std::string("sparse/") + name), size);
     }
+    testSystem::settleAccessTimes(tree.path());
 }
 
 TEST_F(Scan, recordsWhatAnIndependentWalkFinds) {
@@ -125,7 +123,7 @@ TEST_F(Scan, recordsWhatAnIndependentWalkFinds) {
     EXPECT_EQ(sizeOf("sparse"), std::to_string(-2147483648LL - 1073741824LL + 0 + 1073741825LL));
     // An independent look at two rows' other columns.
     EXPECT_EQ(rows("select folder, fileName, description, parentFolder, dateInserted is null from details "
-                   "where fileName=\"er\\\" or fileName=\"Report.TXT\" order by fileName"),
+                   "where fileName=\"er\\\" or fileName=\"Report.TXT\" order by isFolder"),
               (std::vector<std::string>{
                   ownKey + "docs\\|Report.TXT|~|" + ownKey + "docs\\|0",
                   ownKey + "docs\\deep\\|er\\|File Folder|" + ownKey + "docs\\deep\\|0",
@@ -143,10 +141,8 @@ TEST_F(Scan, followsTheSettings) {
     EXPECT_EQ(count("owner is null"), "4");
     EXPECT_EQ(count("extension=\"TXT\""), "1");
     EXPECT_EQ(cell("select size from details where fileName=\"big\""), "3221225472");
-    const passwd* account = ::getpwuid(::geteuid());
-    ASSERT_NE(account, nullptr);
     const std::string owner = modOwner::fileOwner(key());
-    EXPECT_EQ(owner.substr(owner.find('\\')), std::string("\\") + account->pw_name);
+    EXPECT_EQ(owner.substr(owner.find('\\')), "\\" + testSystem::accountName());
     EXPECT_EQ(modOwner::fileOwner(key("missing")), "unknown");
 }
 
@@ -171,7 +167,7 @@ TEST_F(Scan, skipsWhatIsCompleteAndRefreshesNarrowly) {
     scan();
     EXPECT_EQ(count(), "7") << "only the folder above is added";
     EXPECT_EQ(cell("select size from details where fileName=\"" +
-                   platform::internalName(tree.path().filename().string()) + "\\\""),
+                   platform::internalName(testSystem::textOf(tree.path().filename())) + "\\\""),
               "15");
 
     search.resetScanCompleteTime(key("a"));
@@ -212,10 +208,10 @@ TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
     const auto* const columns =
         "select fullPath, drive, folder, fileName, extension, description, size, dateAccessed, "
         "dateModified, owner, parentFolder, isFolder, scanCompleteTime is null from details "
-        "where drive<>\"Z:\\\" order by idx";
+        "where drive<>\"elsewhere\\\" order by idx";
     const auto bulk = rows(columns);
     working.database().Execute("delete * from details");
-    working.database().Execute("insert into details (drive, fullPath) values (\"Z:\\\", \"x\")");
+    working.database().Execute("insert into details (drive, fullPath) values (\"elsewhere\\\", \"x\")");
     scan();
     EXPECT_EQ(joined(rows(columns)), joined(bulk));
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2") << "the indexes are back";
@@ -223,7 +219,7 @@ TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
 
 TEST_F(Scan, cutsStoredPathsAt255CharactersAndStampsByWhatIsStored) {
     // A folder whose path without its drive is just 255 characters long, with multi-byte names.
-    const std::string base(platform::displayPath(key()).substr(1));
+    const std::string base = key().substr(testSystem::root().size());
     std::string path;
     while (platform::characterCount(base + path) < 200) {
         path += "\xC3\xA9\xC3\xA9\xC3\xA9/";
@@ -288,38 +284,21 @@ TEST_F(Scan, tellsHowItGoes) {
 }
 
 TEST_F(Scan, reachesDepthsThatNoSingleCallDoes) {
-    // Made one folder at a time from within, for their paths are longer than the system takes.
-    constexpr int levels = 3000;
-    const fs::path before = fs::current_path();
-    fs::current_path(tree.path());
-    for (int level = 0; level < levels; ++level) {
-        ASSERT_EQ(::mkdir("deep", 0700), 0);
-        ASSERT_EQ(::chdir("deep"), 0);
-    }
-    fs::resize_file(([] {
-                        std::fclose(std::fopen("bottom", "w"));
-                        return fs::path("bottom");
-                    })(),
-                    7);
-    fs::current_path(before);
+    const int levels = testSystem::makeDeepFolders(tree.path());
+    ASSERT_GT(levels, 0) << "the folders could not be made";
     EXPECT_TRUE(scan().stored);
     EXPECT_EQ(count(), std::to_string(levels + 2));
     EXPECT_EQ(count("size=7"), std::to_string(levels + 2));
     EXPECT_TRUE(userInterface.messages.empty());
-    ASSERT_EQ(std::system(("rm -rf '" + tree.typed("deep") + "'").c_str()), 0);
 }
 
 TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
     tree.write("closed/file", "x");
     tree.write("open/file", "x");
-    tree.write("namesOnly/file", "x");
-    fs::permissions(tree / "closed", fs::perms::none);
-    fs::permissions(tree / "namesOnly",
-                    fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read);
     modProcessFiles::ScanResult result;
     {
-        const Unprivileged user;
-        if (!user.is()) {
+        const testSystem::ClosedFolder folder(tree / "closed");
+        if (!folder.isClosed()) {
             GTEST_SKIP() << "the superuser cannot become another user here";
         }
         result = scan();
@@ -327,17 +306,44 @@ TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
     EXPECT_EQ(result.unreadableFolders, 1);
     EXPECT_EQ(result.firstUnreadable, key("closed"));
     EXPECT_EQ(sizeOf("closed"), "0");
-    EXPECT_EQ(
-        rows("select size, owner, dateModified is null from details where fileName=\"file\" order by size"),
-        (std::vector<std::string>{"0|unknown|1", "1|" + modOwner::fileOwner(key()) + "|0"}))
-        << "a name without its facts is recorded all the same";
-    EXPECT_EQ(count("scanCompleteTime is not null"), "4");
+    EXPECT_EQ(sizeOf("open"), "1");
+    EXPECT_EQ(count("scanCompleteTime is not null"), "3");
     EXPECT_TRUE(userInterface.messages.empty());
+}
+
+TEST_F(Scan, recordsALinkToAFolderAndDoesNotWalkIt) {
+    tree.write("real/file", "xyz");
+    if (!testSystem::makeLink(tree / "real", tree / "link")) {
+        GTEST_SKIP() << "no links can be made here";
+    }
+    scan();
+    EXPECT_EQ(rows("select isFolder from details where fileName=\"link\""), std::vector<std::string>{"0"});
+    EXPECT_EQ(count("fileName=\"file\""), "1");
+}
+
+TEST_F(Scan, comparesPathsAsTheSystemDoes) {
+    tree.write("Docs/File.TXT", "xyz");
+    scan();
+    const std::string found = platform::namesIgnoreCase() ? "1" : "0";
+    const std::string other = platform::lowerCase(key("DOCS"));
+    for (const std::string& condition :
+         {"parentFolder=\"" + other + "\" and isFolder=0", "[drive] & [fullPath]=\"" + other + "\"",
+          "drive & fullPath Like \"" + other + "f*\"", std::string("fileName=\"FILE.txt\"")}) {
+        EXPECT_EQ(count(condition), found) << condition;
+    }
+    working.database().Execute("update details set owner=\"ME\" where isFolder=0");
+    working.database().Execute("update details set owner=\"me\" where isFolder=1");
+    EXPECT_EQ(rows("select owner, count(*) from details group by owner").size(),
+              platform::namesIgnoreCase() ? 1U : 2U);
+    search.resetScanCompleteTime(other);
+    EXPECT_EQ(count("fileName=\"docs\\\" or fileName=\"Docs\\\""), platform::namesIgnoreCase() ? "0" : "1");
 }
 
 TEST_F(Scan, startsAtAFolderThatIsALink) {
     tree.write("real/file", "xyz");
-    fs::create_directory_symlink("real", tree / "link");
+    if (!testSystem::makeLink(tree / "real", tree / "link")) {
+        GTEST_SKIP() << "no links can be made here";
+    }
     scan("link");
     EXPECT_EQ(cell("select size from details where isFolder=1"), "3");
     EXPECT_EQ(count(), "2");
@@ -349,7 +355,7 @@ TEST_F(Scan, listsSubfoldersJoinedByBars) {
     tree.write("a/x", "");
     tree.write("b.c/x", "");
     tree.write("file", "");
-    fs::create_directory_symlink("a", tree / "link");
+    testSystem::makeLink(tree / "a", tree / "link");
     clsFileSearch lister(userInterface);
     for (const std::string& start : {tree.internal(), key()}) {
         lister.setStartstr(start);

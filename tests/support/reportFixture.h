@@ -9,12 +9,13 @@
 #include "export/clsExport.h"
 #include "export/reportFrame.h"
 #include "platform/files.h"
+#include "support/expected.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
 
 // One row of the table "details", as far as reports show it. An empty text is stored as NULL.
 struct ReportRow {
-    std::string_view path; // without the drive "/\"
+    std::string_view path; // without the drive
     double size = 0;
     std::string_view accessed = {};
     std::string_view modified = {};
@@ -27,7 +28,7 @@ struct ReportRow {
 class ReportFixture {
 public:
     ReportFixture() {
-        platform::copyFile(SPANNORY_TEMPLATE, folder.internal("main.dat"));
+        platform::copyFile(templateFile(), folder.internal("main.dat"));
         database = DBEngine::OpenDatabase(folder.internal("main.dat"));
         details_ = database->OpenRecordset("details");
         database->BeginTrans();
@@ -36,7 +37,8 @@ public:
 
     void add(const ReportRow& row) {
         details_->AddNew();
-        const std::pair<const char*, std::string_view> texts[]{{"drive", "/\\"},
+        const std::string drive = testSystem::root();
+        const std::pair<const char*, std::string_view> texts[]{{"drive", drive},
                                                                {"fullPath", row.path},
                                                                {"dateAccessed", row.accessed},
                                                                {"dateModified", row.modified},

@@ -2,11 +2,12 @@
 
 #include "app/modGlobal.h"
 #include "platform/files.h"
+#include "support/expected.h"
 
 namespace {
 
 WorkingDatabase prepare(const TemporaryFolder& application, clsUserInterface& userInterface) {
-    platform::copyFile(SPANNORY_TEMPLATE, application.internal("001.dat"));
+    platform::copyFile(templateFile(), application.internal("001.dat"));
     return modDatabase::prepareDatabase(application.internal(), application.internal("main.dat"),
                                         userInterface);
 }

@@ -1,11 +1,11 @@
 #include "support/temporaryFolder.h"
 
-#include <atomic>
 #include <fstream>
 #include <random>
 #include <sstream>
 
 #include "platform/paths.h"
+#include "support/testSystem.h"
 
 namespace fs = std::filesystem;
 
@@ -17,18 +17,15 @@ TemporaryFolder::TemporaryFolder() {
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    std::error_code ignored;
-    for (fs::recursive_directory_iterator entry(path_, ignored), end; !ignored && entry != end;
-         entry.increment(ignored)) {
-        if (entry->is_directory(ignored) && !entry->is_symlink(ignored)) {
-            fs::permissions(entry->path(), fs::perms::owner_all, ignored);
-        }
-    }
-    fs::remove_all(path_, ignored);
+    testSystem::removeAll(path_);
+}
+
+fs::path TemporaryFolder::operator/(std::string_view name) const {
+    return path_ / testSystem::pathOf(name);
 }
 
 std::string TemporaryFolder::typed(std::string_view name) const {
-    return (name.empty() ? path_ : path_ / name).string();
+    return testSystem::textOf(name.empty() ? path_ : *this / name);
 }
 
 std::string TemporaryFolder::internal(std::string_view name) const {
@@ -36,13 +33,13 @@ std::string TemporaryFolder::internal(std::string_view name) const {
 }
 
 void TemporaryFolder::write(std::string_view name, std::string_view content) const {
-    const fs::path file = path_ / name;
-    fs::create_directories(file.parent_path());
-    std::ofstream(file, std::ios::binary) << content;
+    const fs::path file = *this / name;
+    testSystem::makeFolders(file.parent_path());
+    testSystem::writeFile(file, content);
 }
 
 std::string TemporaryFolder::read(std::string_view name) const {
-    std::ifstream file(path_ / name, std::ios::binary);
+    std::ifstream file(*this / name, std::ios::binary);
     std::ostringstream content;
     content << file.rdbuf();
     return content.str();

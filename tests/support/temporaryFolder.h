@@ -13,7 +13,7 @@ public:
     TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
     [[nodiscard]] const std::filesystem::path& path() const noexcept { return path_; }
-    [[nodiscard]] std::filesystem::path operator/(std::string_view name) const { return path_ / name; }
+    [[nodiscard]] std::filesystem::path operator/(std::string_view name) const;
 
     // The native path of an entry as text: what a user would type.
     [[nodiscard]] std::string typed(std::string_view name = {}) const;

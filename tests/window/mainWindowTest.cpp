@@ -9,7 +9,7 @@
 #include <filesystem>
 
 #include "platform/files.h"
-#include "support/unprivileged.h"
+#include "support/posix/unprivileged.h"
 #include "window/windowFixture.h"
 
 namespace {

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <set>
 
-#include "platform/text.h"
 #include "support/temporaryFolder.h"
 
 namespace {
@@ -94,13 +93,6 @@ TEST(Paths, areShownInNativeForm) {
     for (const auto& [internal, shown] : table) {
         EXPECT_EQ(platform::displayPath(internal), shown);
     }
-}
-
-TEST(Text, isCutBetweenCharacters) {
-    EXPECT_EQ(platform::firstCharacters("caf\xC3\xA9s", 4), "caf\xC3\xA9");
-    EXPECT_EQ(platform::firstCharacters("\xF0\x9F\x98\x80\xF0\x9F\x98\x80", 1), "\xF0\x9F\x98\x80");
-    EXPECT_EQ(platform::firstCharacters("abc", 0), "");
-    EXPECT_EQ(platform::characterCount("caf\xC3\xA9"), 4U);
 }
 
 } // namespace
