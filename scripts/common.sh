@@ -86,3 +86,14 @@ buildPreset() {
     cmake --build "$folder" --parallel "$(nproc)" "${targets[@]}" 2>&1 </dev/null |
         { grep --line-buffered -v -e 'Re-checking globbed directories' -e '^ninja: no work to do' || true; } >&2
 }
+
+# useWine: makes a Wine prefix of the project's own below build/ ready for the programs of this script.
+wine=/usr/lib/wine/wine64
+useWine() {
+    export WINEPREFIX=$root/build/wine WINEDEBUG=-all
+    mkdir -p "$root/build"
+    if [[ ! -e $WINEPREFIX/system.reg ]]; then
+        say "preparing Wine"
+        quietly "$wine" wineboot --init
+    fi
+}
