@@ -73,7 +73,7 @@ bool hasDisplay() {
 // The shell takes no path with the prefix for long ones.
 bool openInAssociatedProgram(std::string_view path) {
     constexpr INT_PTR lastFailure = 32;
-    const HINSTANCE result =
+    HINSTANCE result =
         ::ShellExecuteW(nullptr, L"open", wide(toInternal(path)).c_str(), nullptr, nullptr, SW_SHOWNORMAL);
     return reinterpret_cast<INT_PTR>(result) > lastFailure; // NOLINT
 }

@@ -26,7 +26,7 @@ EntryFacts factsOfRecord(const Record& record, DWORD reparseTag) {
 // What the folder above tells of an entry, links not followed. A drive's root has no folder above.
 std::optional<WIN32_FIND_DATAW> ownEntry(const std::wstring& path) {
     WIN32_FIND_DATAW entry{};
-    const HANDLE search =
+    HANDLE search =
         ::FindFirstFileExW(path.c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr, 0);
     if (search != INVALID_HANDLE_VALUE) {
         ::FindClose(search);

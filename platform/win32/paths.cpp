@@ -41,7 +41,7 @@ std::string withUpperDrive(std::string path) {
 }
 
 // Of a share `\\server\share` that is all of the path.
-std::string withShareRoot(std::string path) {
+std::string withShareRoot(const std::string& path) {
     const std::size_t server = path.starts_with("\\\\") ? path.find('\\', 2) : std::string::npos;
     const bool endsWithShare =
         server != std::string::npos && path.find('\\', server + 1) == std::string::npos;

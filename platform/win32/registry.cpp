@@ -63,6 +63,8 @@ bool succeeds(Operation operation) noexcept {
 // No stand-in file here.
 Registry::Registry(std::string_view /*folder*/) {}
 
+// NOLINTBEGIN(readability-convert-member-functions-to-static): elsewhere they need their object
+
 // The value's type is not looked at.
 std::optional<std::string> Registry::readText(RegistryRoot root, std::string_view keyPath,
                                               std::string_view valueName) const noexcept {
@@ -115,5 +117,7 @@ bool Registry::deleteSubkey(RegistryRoot root, std::string_view keyPath,
         return key.isOpen() && ::RegDeleteKeyW(key.get(), wide(subkey).c_str()) == ERROR_SUCCESS;
     });
 }
+
+// NOLINTEND(readability-convert-member-functions-to-static)
 
 } // namespace platform

@@ -92,7 +92,7 @@ bool writesUnicode() {
 }
 
 bool writeTo(Stream stream, std::string_view text) {
-    const HANDLE handle = handleOf(stream);
+    HANDLE handle = handleOf(stream);
     if (isTerminal(stream)) {
         return writeToConsole(handle, text);
     }
@@ -114,7 +114,7 @@ std::string lastWriteFailure() {
 }
 
 std::optional<std::string> readLine() {
-    const HANDLE input = handleOf(Stream::input);
+    HANDLE input = handleOf(Stream::input);
     if (isTerminal(Stream::input)) {
         return readConsoleLine(input);
     }

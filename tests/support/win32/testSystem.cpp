@@ -25,7 +25,7 @@ std::int64_t secondsOf(const FILETIME& time) {
 template <class Take>
 void forEachEntry(const std::wstring& folder, Take take) {
     WIN32_FIND_DATAW entry{};
-    const HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &entry);
+    HANDLE search = ::FindFirstFileW((folder + L"\\*").c_str(), &entry);
     if (search == INVALID_HANDLE_VALUE) {
         return;
     }
@@ -135,8 +135,8 @@ void testSystem::makeFolders(const fs::path& folder) {
 }
 
 void testSystem::writeFile(const fs::path& file, std::string_view content) {
-    const HANDLE handle = ::CreateFileW(longPath(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
-                                        FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE handle = ::CreateFileW(longPath(file).c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS,
+                                  FILE_ATTRIBUTE_NORMAL, nullptr);
     DWORD written = 0;
     ::WriteFile(handle, content.data(), static_cast<DWORD>(content.size()), &written, nullptr);
     ::CloseHandle(handle);
@@ -195,8 +195,8 @@ int testSystem::makeDeepFolders(const fs::path& folder) {
             return 0;
         }
     }
-    const HANDLE file = ::CreateFileW((path + L"\\bottom").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
-                                      FILE_ATTRIBUTE_NORMAL, nullptr);
+    HANDLE file = ::CreateFileW((path + L"\\bottom").c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
     DWORD written = 0;
     ::WriteFile(file, "1234567", 7, &written, nullptr);
     ::CloseHandle(file);
@@ -266,7 +266,7 @@ testSystem::Outcome testSystem::run(const std::string& program, const std::vecto
                         GENERIC_WRITE, OPEN_ALWAYS);
     startup.hStdError = openInheritable((folder / "err").wstring(), GENERIC_WRITE, OPEN_ALWAYS);
     const int status = execute(command, startup);
-    for (const HANDLE handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) {
+    for (HANDLE handle : {startup.hStdInput, startup.hStdOutput, startup.hStdError}) {
         ::CloseHandle(handle);
     }
     for (const auto& [name, value] : variables) {
@@ -277,14 +277,14 @@ testSystem::Outcome testSystem::run(const std::string& program, const std::vecto
 
 // Nobody else may open what is opened without sharing it.
 testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) {
-    const HANDLE handle = ::CreateFileW(folder.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
-                                        FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    HANDLE handle = ::CreateFileW(folder.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
+                                  FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     handle_ = reinterpret_cast<std::intptr_t>(handle);
     closed_ = handle != INVALID_HANDLE_VALUE;
 }
 
 testSystem::ClosedFolder::~ClosedFolder() {
-    ::CloseHandle(reinterpret_cast<HANDLE>(handle_));
+    ::CloseHandle(reinterpret_cast<HANDLE>(handle_)); // NOLINT
 }
 
 testSystem::ReadOnlyFile::ReadOnlyFile(fs::path file) : file_(std::move(file)) {
