@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "platform/locale.h"
 #include "platform/text.h"
 
@@ -58,6 +60,11 @@ int compareIgnoringCase(std::string_view left, std::string_view right) {
 
 bool sameName(std::string_view left, std::string_view right) {
     return namesIgnoreCase() ? compareIgnoringCase(left, right) == 0 : left == right;
+}
+
+std::size_t NameHash::operator()(std::string_view name) const {
+    return namesIgnoreCase() ? std::hash<std::string>()(lowerCase(name))
+                             : std::hash<std::string_view>()(name);
 }
 
 } // namespace platform

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -31,12 +32,22 @@ void appendLowerCase(std::string& result, std::string_view text);
 // Whether two names or paths are the same to the system.
 [[nodiscard]] bool sameName(std::string_view left, std::string_view right);
 
+// For containers of names or paths.
+struct NameHash {
+    [[nodiscard]] std::size_t operator()(std::string_view name) const;
+};
+struct NameEqual {
+    [[nodiscard]] bool operator()(std::string_view left, std::string_view right) const {
+        return sameName(left, right);
+    }
+};
+
 // While one lives, the C library of this thread writes numbers with a decimal point whatever the region is.
 // For libraries that print numbers into files.
 class PlainNumbers {
 public:
     PlainNumbers();
-    ~PlainNumbers();
+    ~PlainNumbers(); // NOLINT(performance-trivially-destructible): not on every system
     PlainNumbers(const PlainNumbers&) = delete;
     PlainNumbers& operator=(const PlainNumbers&) = delete;
 

@@ -10,6 +10,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/locale.h"
+
 // What a node is made from.
 struct TreeNode {
     std::string key; // unique in the tree
@@ -93,6 +95,6 @@ private:
     void insertRun(Node& parent, std::size_t position, TreeNode* first, TreeNode* last);
 
     std::unique_ptr<Node> top_; // holds the top-level nodes; no node itself
-    std::unordered_map<std::string_view, Node*> byKey_;
+    std::unordered_map<std::string_view, Node*, platform::NameHash, platform::NameEqual> byKey_;
     QCollator collator_;
 };

@@ -2,12 +2,14 @@
 
 #include "app/console/consoleOptions.h"
 #include "app/console/consoleRun.h"
+#include "platform/commandLine.h"
 #include "platform/terminal.h"
 
 int main(int argumentCount, char** arguments) {
     constexpr int statusFailed = 1;
     try {
-        const ParsedCommandLine parsed = parseCommandLine(argumentCount, arguments);
+        platform::CommandLine given(argumentCount, arguments);
+        const ParsedCommandLine parsed = parseCommandLine(given.count(), given.arguments());
         return parsed.exitStatus ? *parsed.exitStatus : ConsoleRun(parsed.options).run();
     } catch (const std::exception& error) {
         platform::writeTo(platform::Stream::error, std::string("spannory-scan: ") + error.what() + "\n");

@@ -9,6 +9,7 @@
 #include "app/window/commandLine.h"
 #include "app/window/frmMain.h"
 #include "app/window/qtDialogs.h"
+#include "platform/commandLine.h"
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
 #include "platform/terminal.h"
@@ -25,7 +26,7 @@ bool asksForText(std::span<char*> arguments) {
 }
 
 // Qt takes its own options out of the arguments; what is left is the program's.
-int run(int argumentCount, char** arguments) {
+int run(int& argumentCount, char** arguments) {
     QApplication application(argumentCount, arguments);
     QApplication::setApplicationName(QStringLiteral("spannory"));
     QApplication::setApplicationVersion(QStringLiteral(SPANNORY_VERSION));
@@ -53,13 +54,14 @@ int run(int argumentCount, char** arguments) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
-    if (asksForText({arguments, static_cast<std::size_t>(argumentCount)})) {
-        return parseWindowCommandLine(argumentCount, arguments).exitStatus.value_or(statusFailed);
+    platform::CommandLine given(argumentCount, arguments);
+    if (asksForText({given.arguments(), static_cast<std::size_t>(given.count())})) {
+        return parseWindowCommandLine(given.count(), given.arguments()).exitStatus.value_or(statusFailed);
     }
     if (!platform::hasDisplay() && !platform::environmentVariable("QT_QPA_PLATFORM")) {
         platform::writeTo(platform::Stream::error,
                           "spannory: there is no display for a window; spannory-scan needs none.\n");
         return statusFailed;
     }
-    return run(argumentCount, arguments);
+    return run(given.count(), given.arguments());
 }

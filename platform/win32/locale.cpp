@@ -52,6 +52,6 @@ bool namesIgnoreCase() noexcept {
 
 // The C library's region stays "C" as long as nobody sets another, and here nobody does.
 PlainNumbers::PlainNumbers() = default;
-PlainNumbers::~PlainNumbers() = default; // NOLINT(performance-trivially-destructible): not so elsewhere
+PlainNumbers::~PlainNumbers() = default;
 
 } // namespace platform

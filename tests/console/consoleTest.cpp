@@ -128,6 +128,14 @@ TEST_F(Console, survivesGarbageInItsFolder) {
     EXPECT_TRUE(holds(outcome.output, "8 items."));
 }
 
+TEST_F(Console, takesArgumentsOfAnyLanguage) {
+    folder.write("\u00FCn\u0444\u4E2D/\U0001F600.txt", "x");
+    const Outcome outcome = run("%F/\u00FCn\u0444\u4E2D --text %F/\u00E9.csv");
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.output, "\u00FCn\u0444\u4E2D")) << outcome.output;
+    EXPECT_TRUE(holds(folder.read("\u00E9.csv"), "\U0001F600.txt"));
+}
+
 TEST_F(Console, needsAnApplicationFolder) {
     folder.write("app", "a file where the folder should be");
     const Outcome outcome = run("%T");

@@ -1,12 +1,11 @@
 #include "views/widgets/qtText.h"
 
-#include <QFile>
 #include <QLocale>
 
 #include "platform/paths.h"
 
 QString modQt::nativePath(std::string_view internalPath) {
-    return QFile::decodeName(QByteArray::fromStdString(platform::toNative(internalPath)));
+    return QString::fromStdString(platform::toNative(internalPath));
 }
 
 QCollator modQt::textOrder() {

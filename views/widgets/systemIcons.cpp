@@ -2,10 +2,14 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QImage>
 #include <QMimeDatabase>
+#include <QPixmap>
 #include <QStyle>
+#include <optional>
 
 #include "app/errorLog.h"
+#include "platform/shellIcons.h"
 #include "scan/clsFile.h"
 #include "views/widgets/qtText.h"
 
@@ -98,6 +102,25 @@ private:
     QHash<QString, QString> kinds_;     // image keys by extension; folders by "\"
 };
 
+// Of the system's shell, by the number that this has for it.
+QString shellIcon(std::string_view path, ImageList& images, modSystemIcons::SizeFlag flag) {
+    const std::optional<int> index = platform::shellIconIndex(path, static_cast<unsigned>(flag));
+    if (!index) {
+        return {};
+    }
+    QString key = QString::number(*index) + QStringLiteral("ICON");
+    if (!images.contains(key)) {
+        const std::optional<platform::IconPicture> picture = platform::shellIconPicture(*index);
+        if (!picture) {
+            return {};
+        }
+        const QImage image(reinterpret_cast<const uchar*>(picture->pixels.data()), picture->size, // NOLINT
+                           picture->size, QImage::Format_ARGB32_Premultiplied);
+        images.add(key, QIcon(QPixmap::fromImage(image))); // which copies
+    }
+    return key;
+}
+
 } // namespace
 
 QString modSystemIcons::getIcon(std::string_view path, ImageList& images, SizeFlag flag) {
@@ -105,7 +128,7 @@ QString modSystemIcons::getIcon(std::string_view path, ImageList& images, SizeFl
         "modSystemIcons", "getIcon",
         [&] {
             static IconCache cache;
-            return cache.key(path, images, flag);
+            return platform::hasShellIcons() ? shellIcon(path, images, flag) : cache.key(path, images, flag);
         },
         modGlobal::Logging::quiet);
 }

@@ -1,0 +1,26 @@
+#include "platform/commandLine.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <memory>
+
+#include "platform/win32/wide.h"
+
+namespace platform {
+
+// The system is asked again: main's are texts of the machine's code page, and have lost what it lacks.
+CommandLine::CommandLine(int /*count*/, char** /*arguments*/) : count_(0) {
+    const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> list(
+        ::CommandLineToArgvW(::GetCommandLineW(), &count_), &::LocalFree);
+    for (int i = 0; i < count_; ++i) {
+        words_.push_back(narrow(list.get()[i]));
+    }
+    for (std::string& word : words_) {
+        pointers_.push_back(word.data());
+    }
+    pointers_.push_back(nullptr);
+}
+
+} // namespace platform
