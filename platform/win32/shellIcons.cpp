@@ -5,6 +5,7 @@
 #include <commctrl.h>
 #include <shellapi.h>
 
+#include <algorithm>
 #include <memory>
 #include <type_traits>
 
@@ -20,12 +21,15 @@ HIMAGELIST smallIcons = nullptr;
 struct DeleteObject {
     void operator()(HBITMAP bitmap) const { ::DeleteObject(bitmap); }
 };
+struct DestroyIcon {
+    void operator()(HICON icon) const { ::DestroyIcon(icon); }
+};
 struct DeleteContext {
     void operator()(HDC context) const { ::DeleteDC(context); }
 };
 
 // What the icon looks like on a background of one colour, as 0x00RRGGBB.
-std::vector<std::uint32_t> drawnOn(COLORREF background, int index, int size) {
+std::vector<std::uint32_t> drawnOn(std::uint32_t background, HICON icon, int size) {
     BITMAPINFO format{};
     format.bmiHeader = {sizeof(BITMAPINFOHEADER), size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     void* bits = nullptr;
@@ -35,14 +39,14 @@ std::vector<std::uint32_t> drawnOn(COLORREF background, int index, int size) {
     if (!bitmap) {
         return {};
     }
+    auto* pixels = static_cast<std::uint32_t*>(bits);
+    const std::size_t count = static_cast<std::size_t>(size) * static_cast<std::size_t>(size);
+    std::fill(pixels, pixels + count, background);
     HGDIOBJ before = ::SelectObject(context.get(), bitmap.get());
-    ::ImageList_DrawEx(smallIcons, index, context.get(), 0, 0, size, size, background, CLR_NONE, ILD_NORMAL);
+    ::DrawIconEx(context.get(), 0, 0, icon, size, size, 0, nullptr, DI_NORMAL);
     ::GdiFlush();
-    const auto* pixels = static_cast<const std::uint32_t*>(bits);
-    std::vector<std::uint32_t> result(pixels, pixels + static_cast<std::size_t>(size) *
-                                                           static_cast<std::size_t>(size));
     ::SelectObject(context.get(), before);
-    return result;
+    return {pixels, pixels + count};
 }
 
 } // namespace
@@ -59,7 +63,11 @@ std::optional<int> shellIconIndex(std::string_view internalPath, unsigned sizeFl
         path.remove_suffix(1);
     }
     SHFILEINFOW info{};
-    const DWORD_PTR list = ::SHGetFileInfoW(wide(path).c_str(), 0, &info, sizeof info, wanted | sizeFlag);
+    const std::wstring name = wide(path);
+    DWORD_PTR list = ::SHGetFileInfoW(name.c_str(), 0, &info, sizeof info, wanted | sizeFlag);
+    if (list == 0) { // some shells tell the executable type only by itself
+        list = ::SHGetFileInfoW(name.c_str(), 0, &info, sizeof info, (wanted & ~SHGFI_EXETYPE) | sizeFlag);
+    }
     if (list == 0) {
         return std::nullopt;
     }
@@ -76,8 +84,10 @@ std::optional<IconPicture> shellIconPicture(int index) {
         width != height) {
         return std::nullopt;
     }
-    const std::vector<std::uint32_t> onBlack = drawnOn(RGB(0, 0, 0), index, width);
-    const std::vector<std::uint32_t> onWhite = drawnOn(RGB(255, 255, 255), index, width);
+    const std::unique_ptr<std::remove_pointer_t<HICON>, DestroyIcon> icon(
+        ::ImageList_GetIcon(smallIcons, index, ILD_TRANSPARENT));
+    const std::vector<std::uint32_t> onBlack = drawnOn(0, icon.get(), width);
+    const std::vector<std::uint32_t> onWhite = drawnOn(0xFFFFFF, icon.get(), width);
     if (onBlack.empty() || onWhite.empty()) {
         return std::nullopt;
     }

@@ -116,7 +116,7 @@ QString shellIcon(std::string_view path, ImageList& images, modSystemIcons::Size
         }
         const QImage image(reinterpret_cast<const uchar*>(picture->pixels.data()), picture->size, // NOLINT
                            picture->size, QImage::Format_ARGB32_Premultiplied);
-        images.add(key, QIcon(QPixmap::fromImage(image))); // which copies
+        images.add(key, QIcon(QPixmap::fromImage(image.copy()))); // an image does not own its pixels
     }
     return key;
 }
