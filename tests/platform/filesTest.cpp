@@ -7,6 +7,7 @@
 
 #include "support/errorNumberOf.h"
 #include "support/temporaryFolder.h"
+#include "support/unprivileged.h"
 
 namespace fs = std::filesystem;
 
@@ -68,6 +69,24 @@ TEST(Files, areReplacedWholeThroughLinks) {
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 3) << "nothing temporary is left";
     EXPECT_TRUE(platform::isSameFile(folder.typed("link"), folder.typed("target")));
     EXPECT_FALSE(platform::isSameFile(folder.typed("copy"), folder.typed("target")));
+}
+
+TEST(Files, areWrittenUnderTheLongestNameButNotWhenReadOnly) {
+    const TemporaryFolder folder;
+    const std::string longest(255, 'n');
+    platform::replaceFile(folder.typed(longest), "x");
+    EXPECT_EQ(folder.read(longest), "x");
+
+    folder.write("kept", "old");
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::permissions(folder / "kept", fs::perms::owner_read | fs::perms::others_read);
+    const Unprivileged unprivileged;
+    if (!unprivileged.is()) {
+        GTEST_SKIP() << "the superuser writes everything";
+    }
+    EXPECT_EQ(errorNumberOf([&] { platform::replaceFile(folder.typed("kept"), "new"); }), 70);
+    EXPECT_EQ(errorNumberOf([&] { platform::deleteFile(folder.typed("kept")); }), 70);
+    EXPECT_EQ(folder.read("kept"), "old");
 }
 
 TEST(Files, lockBetweenHolders) {
