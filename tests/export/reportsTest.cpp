@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
 #include <filesystem>
 
 #include "app/errorLog.h"
@@ -12,6 +11,7 @@
 #include "export/textReport.h"
 #include "export/xmlReport.h"
 #include "support/reportFixture.h"
+#include "support/workbook.h"
 
 using modExport::ReportFormat;
 using modExport::reportQuery;
@@ -57,17 +57,6 @@ protected:
 
 std::string html(ReportFixture& fixture) {
     return fixture.written(reportQuery(ReportFormat::html, 1), modExport::writeHtmlReport);
-}
-
-// One part of a workbook, unpacked by the system's tool.
-std::string unpacked(const std::string& workbook, const std::string& part) {
-    std::string content;
-    std::FILE* const pipe = ::popen(("unzip -p '" + workbook + "' " + part).c_str(), "r");
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        content.push_back(static_cast<char>(c));
-    }
-    ::pclose(pipe);
-    return content;
 }
 
 } // namespace
@@ -255,7 +244,8 @@ TEST_F(Reports, titlesQueriesAndNames) {
               "details  where isFolder=1 ORDER BY parentFolder;");
     EXPECT_EQ(reportQuery(ReportFormat::excel, 1).substr(0, 27), "SELECT [drive] , [fullpath]");
     EXPECT_EQ(reportQuery(ReportFormat::excel, 2).substr(0, 26), "SELECT [drive], [fullpath]");
-    EXPECT_EQ(modExport::defaultFileName(ReportFormat::text, evening), "03-14-2004-21-05-07.csv");
+    EXPECT_EQ(modExport::defaultFileName(fileExtension(ReportFormat::text), evening),
+              "03-14-2004-21-05-07.csv");
     EXPECT_EQ(modExport::saveDialogFilter(ReportFormat::html),
               "HTML Files (*.html)|*.html|All Files (*.*)|*.*");
 
