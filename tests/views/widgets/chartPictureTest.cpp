@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QImage>
 #include <QRegularExpression>
 #include <QTest>
@@ -14,14 +13,6 @@ namespace {
 
 using Format = ChartPicture::Format;
 using Portion = ChartPicture::Portion;
-
-ChartState stateOf(const std::vector<ChartEntry>& entries, ChartStyle style = ChartStyle::bar) {
-    ChartState state;
-    state.entries = entries;
-    state.style = style;
-    state.font = QApplication::font();
-    return state;
-}
 
 QImage opaque(const QImage& image) {
     return image.convertToFormat(QImage::Format_RGB32);
