@@ -73,8 +73,10 @@ std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    dialog.setDirectory(
-        folder_.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) : folder_);
+    if (!QFileInfo(folder_).isDir()) { // none yet, or no more
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    }
+    dialog.setDirectory(QFileInfo(folder_).isDir() ? folder_ : QDir::homePath());
     QStringList shown;
     for (const FileFilter& filter : filters) {
         shown << filter.shown;
