@@ -23,7 +23,8 @@ public:
 
     virtual void setBusy(bool busy) = 0;
 
-    // The progress bar. Hidden until progressStart, and after progressHide.
+    // The progress bar. Hidden until progressStart, and after progressHide. A maximum of 0 says that it is
+    // not known how much there is to do; it then only shows that something is done.
     virtual void progressStart(std::int64_t maximum) = 0;
     virtual void progressStep() = 0;
     virtual void progressHide() = 0;
@@ -47,6 +48,22 @@ public:
     ~BusyPointer() { userInterface_.setBusy(false); }
     BusyPointer(const BusyPointer&) = delete;
     BusyPointer& operator=(const BusyPointer&) = delete;
+
+private:
+    clsUserInterface& userInterface_;
+};
+
+// The progress bar for the length of a scope; its maximum may be 0.
+class ShownProgress {
+public:
+    ShownProgress(clsUserInterface& userInterface, std::int64_t maximum) : userInterface_(userInterface) {
+        userInterface_.progressStart(maximum);
+    }
+    ~ShownProgress() { userInterface_.progressHide(); }
+    ShownProgress(const ShownProgress&) = delete;
+    ShownProgress& operator=(const ShownProgress&) = delete;
+
+    void step() { userInterface_.progressStep(); }
 
 private:
     clsUserInterface& userInterface_;

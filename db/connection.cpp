@@ -331,6 +331,22 @@ std::int64_t Connection::changedRows() const {
     return sqlite3_changes64(handle_);
 }
 
+void Connection::setLongWork(std::function<void()> callback) noexcept {
+    constexpr int stepsPerLook = 10'000; // at the clock: about half a millisecond of work
+    static constexpr std::chrono::milliseconds pause{10};
+    longWork_ = std::move(callback);
+    lastCalled_ = std::chrono::steady_clock::now();
+    const auto look = [](void* self) {
+        Connection& connection = *static_cast<Connection*>(self);
+        if (std::chrono::steady_clock::now() - connection.lastCalled_ >= pause) {
+            connection.longWork_();
+            connection.lastCalled_ = std::chrono::steady_clock::now();
+        }
+        return 0; // go on
+    };
+    sqlite3_progress_handler(handle_, stepsPerLook, longWork_ ? +look : nullptr, this);
+}
+
 RuntimeError Connection::lastError() const {
     const int code = sqlite3_errcode(handle_) & 0xFF;
     const int reason = sqlite3_system_errno(handle_);

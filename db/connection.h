@@ -1,6 +1,8 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -78,6 +80,9 @@ public:
 
     [[nodiscard]] std::int64_t changedRows() const;
 
+    // As Database's.
+    void setLongWork(std::function<void()> callback) noexcept;
+
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
 
     // The last failure as an error with the engine's number.
@@ -91,5 +96,7 @@ private:
 
     std::string path_;
     sqlite3* handle_ = nullptr;
+    std::function<void()> longWork_;
+    std::chrono::steady_clock::time_point lastCalled_;
     std::unordered_map<std::string, std::vector<sqlite3_stmt*>> idle_;
 };

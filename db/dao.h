@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -133,16 +135,52 @@ public:
     [[nodiscard]] std::vector<std::string> TakeIndexes(std::string_view table);
     void RestoreIndexes(const std::vector<std::string>& definitions);
 
+    // Has the callback called every 10 ms while a statement runs long, so that a window answers meanwhile.
+    // It must neither throw nor use this database. An empty one ends it.
+    void setLongWork(std::function<void()> callback) noexcept;
+
     void Close() noexcept;
 
 private:
     friend struct DBEngine;
     friend class Recordset;
+    friend class SmallTransaction;
     struct Implementation;
     explicit Database(std::unique_ptr<Implementation> implementation);
     [[nodiscard]] Implementation& open() const;
 
     std::unique_ptr<Implementation> implementation_;
+};
+
+// A few changes, all or none of which are made: undone at the end of the scope unless committed. What they
+// replace is kept in memory until then, so this is not for the rows of a scan. No other transaction may be
+// open.
+class SmallTransaction {
+public:
+    explicit SmallTransaction(Database& database);
+    ~SmallTransaction();
+    SmallTransaction(const SmallTransaction&) = delete;
+    SmallTransaction& operator=(const SmallTransaction&) = delete;
+
+    void commit();
+
+private:
+    Database& database_;
+    bool open_ = true;
+};
+
+// The callback for the length of a scope.
+class LongWork {
+public:
+    LongWork(Database& database, std::function<void()> callback) : database_(database) {
+        database_.setLongWork(std::move(callback));
+    }
+    ~LongWork() { database_.setLongWork({}); }
+    LongWork(const LongWork&) = delete;
+    LongWork& operator=(const LongWork&) = delete;
+
+private:
+    Database& database_;
 };
 
 // How a file is opened.

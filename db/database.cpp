@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "db/daoImplementation.h"
+#include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -117,12 +118,20 @@ std::int64_t Database::Implementation::insertIntoOtherFile(Database& self) {
         } catch (const RuntimeError&) {
             throw RuntimeError(databaseError::unknownTargetField,
                                "The INSERT INTO statement contains the unknown field name '" + source.name() +
-                                   "'");
+                                   "': " + platform::displayPath(connection.path()));
         }
         pairs.emplace_back(&source, destination);
     }
+    // Pages of a damaged or forged file may lead to each other without end.
+    const std::uint64_t bytes =
+        platform::fileSize(connection.path()) + platform::fileSize(connection.path() + "-wal");
     std::int64_t count = 0;
     for (; !from->EndOfFile(); from->MoveNext(), ++count) {
+        if (static_cast<std::uint64_t>(count) > bytes) {
+            throw RuntimeError(databaseError::damaged,
+                               "The database is damaged; it has more rows than there is room for: " +
+                                   platform::displayPath(connection.path()));
+        }
         into->AddNew();
         for (const auto& [source, destination] : pairs) {
             destination->set(source->value());
@@ -219,6 +228,34 @@ std::vector<std::string> Database::TakeIndexes(std::string_view table) {
 void Database::RestoreIndexes(const std::vector<std::string>& definitions) {
     for (const std::string& definition : definitions) {
         open().connection.run(definition);
+    }
+}
+
+SmallTransaction::SmallTransaction(Database& database) : database_(database) {
+    Connection& connection = database_.open().connection;
+    connection.run("pragma journal_mode = memory");
+    connection.run("begin");
+}
+
+SmallTransaction::~SmallTransaction() {
+    try {
+        Connection& connection = database_.open().connection;
+        if (open_) {
+            connection.run("rollback");
+        }
+        connection.run("pragma journal_mode = off");
+    } catch (...) { // the engine has rolled back by itself, or the database was closed
+    }
+}
+
+void SmallTransaction::commit() {
+    database_.open().connection.run("commit");
+    open_ = false;
+}
+
+void Database::setLongWork(std::function<void()> callback) noexcept {
+    if (implementation_) {
+        implementation_->connection.setLongWork(std::move(callback));
     }
 }
 

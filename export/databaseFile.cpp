@@ -3,6 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "app/clsUserInterface.h"
+#include "app/workApart.h"
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -20,7 +23,8 @@ void requireTable(Database& source, std::string_view table) {
             return;
         }
     }
-    throw RuntimeError(databaseError::noSuchTable, "The database has no table '" + std::string(table) + "'");
+    throw RuntimeError(databaseError::noSuchTable, "The database has no table '" + std::string(table) +
+                                                       "': " + platform::displayPath(source.Name()));
 }
 
 void appendTable(Database& source, const WorkingDatabase& working, const std::string& table) {
@@ -28,9 +32,10 @@ void appendTable(Database& source, const WorkingDatabase& working, const std::st
     source.Execute("Insert into " + table + " in '" + working.path() + "' select * from " + table);
 }
 
-void replaceDetails(Database& source, WorkingDatabase& working) {
+void replaceDetails(Database& source, WorkingDatabase& working, clsUserInterface& userInterface) {
     Database& database = working.database();
     try {
+        const LongWork answering(database, [&] { userInterface.yieldToEvents(); });
         database.BeginTrans();
         const std::vector<std::string> indexes = database.TakeIndexes("details");
         database.Execute("delete * from details");
@@ -43,32 +48,54 @@ void replaceDetails(Database& source, WorkingDatabase& working) {
     }
 }
 
+// What the engine has left beside a database of that name would be taken for the new one's.
+void removeLeftovers(std::string_view path) {
+    const std::string file = platform::resolveLinks(path);
+    for (const char* ending : {"-wal", "-shm", "-journal"}) {
+        if (platform::somethingExists(file + ending)) {
+            platform::deleteFile(file + ending);
+        }
+    }
+}
+
 } // namespace
 
-std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, std::string_view path) {
+std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, std::string_view path,
+                                                    clsUserInterface& userInterface) {
+    const ShownProgress progress(userInterface, 0);
     std::optional<RuntimeError> failure;
     working.close();
     try {
-        platform::copyFile(working.path(), path);
+        workApart(userInterface, [&] { platform::copyFile(working.path(), path); });
+        removeLeftovers(path);
     } catch (const RuntimeError& error) {
         failure = error;
     }
-    working.reopen();
+    try {
+        working.reopen();
+    } catch (const RuntimeError&) { // somebody has taken the file away
+        working.startAnew();
+        throw;
+    }
     return failure;
 }
 
-void modExport::loadDatabase(WorkingDatabase& working, std::string_view path) {
+void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
+                             clsUserInterface& userInterface) {
     const std::string file = platform::toInternal(path);
-    try {
-        const auto source = DBEngine::OpenDatabase(file, OpenMode::readOnly);
-        requireTable(*source, "details"); // before the rows there are given up
-        replaceDetails(*source, working);
-        appendTable(*source, working, "nodes");
-    } catch (const RuntimeError& error) {
-        const std::string shown = platform::displayPath(file);
-        const std::string description = error.what();
-        throw RuntimeError(error.number(), description.find(shown) == std::string::npos
-                                               ? description + ": " + shown
-                                               : description);
+    if (platform::isSameFile(file, working.path())) {
+        throw RuntimeError(databaseError::inUse,
+                           "This is the working database itself: " + platform::displayPath(file));
     }
+    if (!working.isOpen()) {
+        working.startAnew(); // nothing is lost by it
+    }
+    const auto source = DBEngine::OpenDatabase(file, OpenMode::readOnly);
+    requireTable(*source, "details"); // before the rows there are given up
+    const ShownProgress progress(userInterface, 0);
+    const LongWork answering(*source, [&] { userInterface.yieldToEvents(); });
+    replaceDetails(*source, working, userInterface);
+    SmallTransaction transaction(working.database());
+    appendTable(*source, working, "nodes");
+    transaction.commit();
 }

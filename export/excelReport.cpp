@@ -15,7 +15,7 @@ constexpr std::int64_t manyRows = 10000; // asked about above this
 
 bool acceptsCount(clsUserInterface& userInterface, std::int64_t count) {
     if (count > mostRows) {
-        userInterface.message("There is too much data to export.  Please choose a different format.");
+        userInterface.message(modExport::tooMuchDataMessage);
         return false;
     }
     return count <= manyRows ||
@@ -25,10 +25,11 @@ bool acceptsCount(clsUserInterface& userInterface, std::int64_t count) {
                "Do you want to continue?");
 }
 
+constexpr std::array<std::string_view, 7> headers{"Path",          "Size (bytes)", "Size", "Date Accessed",
+                                                  "Date Modified", "Owner",        "Type"};
+
 void writeHead(modExport::ExcelSheet& sheet, const std::string& title) {
     using Style = modExport::ExcelSheet::Style;
-    constexpr std::array<std::string_view, modExport::ExcelSheet::columns> headers{
-        "Path", "Size (bytes)", "Size", "Date Accessed", "Date Modified", "Owner", "Type"};
     sheet.text(0, title, Style::bold);
     sheet.nextRow();
     sheet.startTable();
@@ -53,7 +54,7 @@ bool modGlobal::exportXLSSizeReport(const modExport::ReportContext& context, std
 
 void modExport::writeExcelReport(ReportRows& rows, platform::Sink& sink) {
     const platform::PlainNumbers plainNumbers;
-    ExcelSheet sheet;
+    ExcelSheet sheet(headers.size());
     writeHead(sheet, rows.title());
     std::string text;
     for (; !rows.atEnd(); rows.next()) {
@@ -66,8 +67,8 @@ void modExport::writeExcelReport(ReportRows& rows, platform::Sink& sink) {
         text.clear();
         rows.appendShownSize(text);
         sheet.text(2, text);
-        sheet.date(3, rows.dateAccessed());
-        sheet.date(4, rows.dateModified());
+        sheet.date(3, rows.dateAccessed(), ExcelSheet::Style::reportDate);
+        sheet.date(4, rows.dateModified(), ExcelSheet::Style::reportDate);
         sheet.text(5, rows.owner());
         sheet.text(6, rows.type());
         sheet.nextRow();

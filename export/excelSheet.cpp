@@ -25,9 +25,38 @@ namespace {
 
 constexpr std::size_t cellLimit = 32767; // UTF-16 units
 constexpr std::size_t widestColumn = 255;
-constexpr std::size_t dateWidth = 17; // "03/14/04 09:05 PM"
-constexpr std::size_t margin = 2;     // what the program draws beside the text
-constexpr int firstYear = 1900;       // no date cell holds an earlier one
+constexpr std::size_t margin = 2; // what the program draws beside the text
+constexpr int firstYear = 1900;   // no date cell holds an earlier one
+
+struct StyleFacts {
+    bool bold = false;
+    const char* numberFormat = nullptr;
+    std::string_view around = {}; // what is shown beside a number's digits, or the like of a date
+};
+
+// In the order of ExcelSheet::Style.
+constexpr std::array<StyleFacts, ExcelSheet::styles> styleFacts{{
+    {},
+    {true},
+    {false, "#,##0\" bytes\"", " bytes"},
+    {false, "#,##0"},
+    {true, "#,##0\" bytes\"", " bytes"},
+    {true, "#,##0"},
+    {false, "mm/dd/yy hh:mm AM/PM", "03/14/04 09:05 PM"},
+    {false, "mm/dd/yyyy hh:mm:ss AM/PM", "03/14/2004 09:05:07 PM"},
+}};
+
+const StyleFacts& factsOf(ExcelSheet::Style style) {
+    return styleFacts[static_cast<std::size_t>(style)];
+}
+
+std::size_t shownLength(double number, const StyleFacts& style) {
+    if (style.numberFormat == nullptr) {
+        return static_cast<std::size_t>(std::snprintf(nullptr, 0, "%.15g", number));
+    }
+    const auto digits = static_cast<std::size_t>(std::snprintf(nullptr, 0, "%.0f", number));
+    return digits + (digits - 1) / 3 + style.around.size();
+}
 
 std::string temporaryName() {
     std::random_device random;
@@ -91,9 +120,9 @@ void ExcelSheet::Discard::operator()(lxw_workbook* workbook) const noexcept {
     lxw_workbook_free(workbook);
 }
 
-ExcelSheet::ExcelSheet()
+ExcelSheet::ExcelSheet(std::size_t columns)
     : path_(platform::temporaryFolder() + temporaryName()), nativePath_(platform::toNative(path_)),
-      nativeFolder_(platform::toNative(platform::temporaryFolder())) {
+      nativeFolder_(platform::toNative(platform::temporaryFolder())), widths_(columns) {
     platform::FileSink(path_).close(); // fails here with its reason; the library would only print one
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
@@ -103,10 +132,6 @@ ExcelSheet::ExcelSheet()
     if (sheet_ == nullptr) {
         check(LXW_ERROR_CREATING_TMPFILE);
     }
-    bold_ = workbook_add_format(workbook_.get());
-    format_set_bold(bold_);
-    dateFormat_ = workbook_add_format(workbook_.get());
-    format_set_num_format(dateFormat_, "mm/dd/yy hh:mm AM/PM");
 }
 
 ExcelSheet::~ExcelSheet() {
@@ -123,19 +148,18 @@ void ExcelSheet::text(std::size_t column, std::string_view value, Style style) {
     replaceForbiddenCharacters(cell_);
     escapeCharacterCodes(cell_);
     cutToCellLimit(cell_);
-    check(worksheet_write_string(sheet_, row_, static_cast<lxw_col_t>(column), cell_.c_str(),
-                                 style == Style::bold ? bold_ : nullptr));
+    check(worksheet_write_string(sheet_, row_, static_cast<lxw_col_t>(column), cell_.c_str(), format(style)));
 }
 
-void ExcelSheet::number(std::size_t column, double value) {
+void ExcelSheet::number(std::size_t column, double value, Style style) {
     if (!std::isfinite(value)) {
         return; // no cell can hold it
     }
-    widen(column, static_cast<std::size_t>(std::snprintf(nullptr, 0, "%.15g", value)));
-    check(worksheet_write_number(sheet_, row_, static_cast<lxw_col_t>(column), value, nullptr));
+    widen(column, shownLength(value, factsOf(style)));
+    check(worksheet_write_number(sheet_, row_, static_cast<lxw_col_t>(column), value, format(style)));
 }
 
-void ExcelSheet::date(std::size_t column, std::string_view stored) {
+void ExcelSheet::date(std::size_t column, std::string_view stored, Style style) {
     const auto time = modFormat::parseDate(stored);
     if (!time || time->year < firstYear) {
         text(column, stored);
@@ -143,8 +167,17 @@ void ExcelSheet::date(std::size_t column, std::string_view stored) {
     }
     lxw_datetime cell{static_cast<int>(time->year),     time->month, time->day, time->hour, time->minute,
                       static_cast<double>(time->second)};
-    widen(column, dateWidth);
-    check(worksheet_write_datetime(sheet_, row_, static_cast<lxw_col_t>(column), &cell, dateFormat_));
+    widen(column, factsOf(style).around.size());
+    check(worksheet_write_datetime(sheet_, row_, static_cast<lxw_col_t>(column), &cell, format(style)));
+}
+
+void ExcelSheet::sumOfRowsAbove(std::size_t column, std::size_t rows, double sum, Style style) {
+    const auto position = static_cast<lxw_col_t>(column);
+    std::array<char, LXW_MAX_CELL_RANGE_LENGTH> range{};
+    lxw_rowcol_to_range(range.data(), row_ - static_cast<lxw_row_t>(rows), position, row_ - 1, position);
+    const std::string formula = std::string("=SUM(").append(range.data()).append(")");
+    widen(column, shownLength(sum, factsOf(style)));
+    check(worksheet_write_formula_num(sheet_, row_, position, formula.c_str(), format(style), sum));
 }
 
 void ExcelSheet::freezeRowsAbove() {
@@ -152,7 +185,17 @@ void ExcelSheet::freezeRowsAbove() {
 }
 
 std::string ExcelSheet::finish() {
-    for (std::size_t column = 0; column < columns; ++column) {
+    complete();
+    return platform::readFile(path_, std::numeric_limits<std::uint64_t>::max());
+}
+
+void ExcelSheet::saveAs(std::string_view fileName) {
+    complete();
+    platform::copyFile(path_, fileName);
+}
+
+void ExcelSheet::complete() {
+    for (std::size_t column = 0; column < widths_.size(); ++column) {
         const auto position = static_cast<lxw_col_t>(column);
         const auto width = static_cast<double>(std::min(widths_[column] + margin, widestColumn));
         check(worksheet_set_column(sheet_, position, position, width, nullptr));
@@ -162,13 +205,31 @@ std::string ExcelSheet::finish() {
     }
     sheet_ = nullptr;
     check(workbook_close(workbook_.release()));
-    return platform::readFile(path_, std::numeric_limits<std::uint64_t>::max());
 }
 
 void ExcelSheet::check(int error) const {
     if (error != LXW_NO_ERROR) {
         throw RuntimeError::about(numberOf(static_cast<lxw_error>(error)), platform::displayPath(path_));
     }
+}
+
+// Null for the plain style. Made when it is first wanted, so that a workbook holds those that it uses.
+lxw_format* ExcelSheet::format(Style style) {
+    if (style == Style::plain) {
+        return nullptr;
+    }
+    lxw_format*& format = formats_[static_cast<std::size_t>(style)];
+    if (format == nullptr) {
+        const StyleFacts& facts = factsOf(style);
+        format = workbook_add_format(workbook_.get());
+        if (facts.bold) {
+            format_set_bold(format);
+        }
+        if (facts.numberFormat != nullptr) {
+            format_set_num_format(format, facts.numberFormat);
+        }
+    }
+    return format;
 }
 
 void ExcelSheet::widen(std::size_t column, std::size_t characters) noexcept {

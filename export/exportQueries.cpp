@@ -5,6 +5,7 @@
 
 #include "app/clsUserInterface.h"
 #include "app/pictures.h"
+#include "platform/environment.h"
 #include "platform/files.h"
 
 namespace modExport {
@@ -24,6 +25,7 @@ constexpr std::string_view selectRows =
 constexpr std::string_view selectRowsWithParent =
     "SELECT [drive],[fullpath], size, dateAccessed, dateModified, owner,isfolder,parentFolder ";
 constexpr std::string_view largestFirst = "ORDER BY details.size DESC;";
+constexpr std::string_view fileNamePicture = "mm-dd-yyyy-hh-nn-ss";
 constexpr std::string_view byParentFolder = "ORDER BY parentFolder;";
 
 // In the order of ReportFormat.
@@ -58,9 +60,20 @@ std::string_view fileExtension(ReportFormat format) {
     return factsOf(format).extension;
 }
 
-std::string defaultFileName(ReportFormat format, const platform::LocalTime& time) {
-    std::string name = modFormat::formatDate(time, "mm-dd-yyyy-hh-nn-ss");
-    return name.append(fileExtension(format));
+std::string defaultFileName(std::string_view extension, const platform::LocalTime& time) {
+    std::string name = modFormat::formatDate(time, fileNamePicture);
+    return name.append(extension);
+}
+
+std::string temporaryWorkbookName(const platform::LocalTime& time) {
+    const std::string stem =
+        platform::temporaryFolder() + "Spannory-" + modFormat::formatDate(time, fileNamePicture);
+    const std::string extension(fileExtension(ReportFormat::excel));
+    std::string name = stem + extension;
+    for (int number = 2; platform::somethingExists(name); ++number) {
+        name.assign(stem).append("-").append(std::to_string(number)).append(extension);
+    }
+    return name;
 }
 
 std::string saveDialogFilter(ReportFormat format) {

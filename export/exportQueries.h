@@ -19,8 +19,12 @@ enum class ReportFormat { html, text, xml, excel };
 // With its dot.
 [[nodiscard]] std::string_view fileExtension(ReportFormat format);
 
-// The file name proposed at that moment: "03-14-2004-21-05-17.html".
-[[nodiscard]] std::string defaultFileName(ReportFormat format, const platform::LocalTime& time);
+// The file name proposed at that moment, given its extension: "03-14-2004-21-05-17.html".
+[[nodiscard]] std::string defaultFileName(std::string_view extension, const platform::LocalTime& time);
+
+// The internal path of a workbook to be opened at once, which is kept in the system's temporary folder:
+// "Spannory-03-14-2004-21-05-17.xlsx", or with "-2" and so on behind the time where that is taken.
+[[nodiscard]] std::string temporaryWorkbookName(const platform::LocalTime& time);
 
 // Descriptions and patterns in turn, separated by "|".
 [[nodiscard]] std::string saveDialogFilter(ReportFormat format);

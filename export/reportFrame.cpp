@@ -15,7 +15,9 @@ namespace {
 
 constexpr std::int64_t largeReport = 10000; // more rows than this
 
+// Where the report is, or that no program opens it, is told in the status bar.
 void openReport(clsUserInterface& userInterface, std::string_view fileName, bool asks) {
+    modExport::showSaved(userInterface, fileName);
     if (!asks ||
         userInterface.ask(Question::openLargeReport,
                           "The file was saved successfully, but it may take a while to open.  Do you "
@@ -25,6 +27,11 @@ void openReport(clsUserInterface& userInterface, std::string_view fileName, bool
 }
 
 } // namespace
+
+void showSaved(clsUserInterface& userInterface, std::string_view fileName) {
+    userInterface.status(StatusPanel::folder,
+                         "Saved " + platform::displayPath(platform::toInternal(fileName)));
+}
 
 std::string reportTitle(std::int32_t detail, const platform::LocalTime& time) {
     std::string title(detail == 1 ? "Spannory - Detail Report (" : "Spannory - Summary Report (");
@@ -80,6 +87,7 @@ bool exportReport(const ReportContext& context, const ReportCourse& course, std:
         bool large = false;
         {
             const BusyPointer busy(userInterface);
+            const LongWork answering(context.database, [&] { userInterface.yieldToEvents(); });
             ReportRows rows(context, query);
             if (rows.atEnd()) {
                 userInterface.message("No data to export.");

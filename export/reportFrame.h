@@ -28,6 +28,9 @@ struct ReportContext {
     const clsExport& options;
 };
 
+// Names a file that was written in the status bar.
+void showSaved(clsUserInterface& userInterface, std::string_view fileName);
+
 // "Spannory - Detail Report (03/14/04 09:05 PM) ": the trailing blank is deliberate. Any detail other than 1
 // is titled a summary.
 [[nodiscard]] std::string reportTitle(std::int32_t detail, const platform::LocalTime& time);

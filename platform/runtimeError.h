@@ -20,6 +20,7 @@ inline constexpr int permissionDenied = 70;
 inline constexpr int pathFileAccess = 75;
 inline constexpr int pathNotFound = 76;
 inline constexpr int duplicateKey = 457;
+inline constexpr int dialogCancelled = 32755;
 inline constexpr int elementNotFound = 35601;
 inline constexpr int keyNotUnique = 35602; // a tree's
 } // namespace errorNumber

@@ -1,13 +1,18 @@
 #include "tree/folderSelection.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 #include "app/errorLog.h"
 #include "app/modGlobal.h"
+#include "db/values.h"
 #include "platform/clock.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "scan/modProcessFiles.h"
+#include "scan/savedScan.h"
 #include "tree/nodeKeys.h"
 #include "tree/treeOperations.h"
 #include "views/folderFigures.h"
@@ -47,12 +52,35 @@ void FolderSelection::tvw_Expand(const std::string& key) {
 }
 
 void FolderSelection::tvw_NodeClick(const std::string& key) {
+    if (holds_ > 0) {
+        held_ = key;
+        return;
+    }
     modGlobal::trapped(moduleName, "tvw_NodeClick", [&] { clickNode(key); });
 }
 
 void FolderSelection::listSubfolders(const std::string& key) {
     modGlobal::getChildFoldersAPI(with_.tree, with_.userInterface, with_.icons, key);
     modGlobal::getDummyFolders(with_.tree, key);
+    listLoadedSubfolders(key);
+}
+
+// What was loaded may be another machine's, or no longer there: its rows tell which folders there are.
+void FolderSelection::listLoadedSubfolders(const std::string& key) {
+    if (lastLoadedRow_ == 0 || holds_ > 0) {
+        return;
+    }
+    const std::vector<std::string> paths = modSavedScan::subfolders(with_.database.database(), key);
+    std::vector<std::string_view> sound;
+    std::copy_if(paths.begin(), paths.end(), std::back_inserter(sound), modNodeKeys::isSound);
+    modGlobal::addNodes(sound, with_.tree, key, with_.icons);
+    for (const std::string_view path : sound) {
+        const bool isNew =
+            with_.tree.findNode(path) && with_.tree.tag(path).isEmpty() && with_.tree.childKeys(path).empty();
+        if (isNew && !with_.tree.findNode(modNodeKeys::placeholderOf(path))) {
+            with_.tree.addPlaceholder(path);
+        }
+    }
 }
 
 void FolderSelection::clickNode(const std::string& key) {
@@ -60,7 +88,8 @@ void FolderSelection::clickNode(const std::string& key) {
         return;
     }
     with_.views.updateGraph();
-    if (platform::whyUnreadable(key).empty()) {
+    const bool isElsewhere = lastLoadedRow_ > 0 && !platform::folderExists(key); // it was loaded
+    if (isElsewhere || platform::whyUnreadable(key).empty()) {
         listSubfolders(key);
     } else {
         markAccessDenied(key);
@@ -74,7 +103,9 @@ void FolderSelection::clickNode(const std::string& key) {
         queue(key);
     } else {
         with_.search.nextNode.clear();
-        scan(key);
+        if (!isLoaded(key)) {
+            scan(key);
+        }
     }
     elapsedTicks_ = platform::tickCount() - startTick;
     if (!suppressed_) {
@@ -107,11 +138,15 @@ void FolderSelection::markAccessDenied(const std::string& key) {
 void FolderSelection::scan(const std::string& key) {
     with_.search.CancelScan = false;
     with_.views.scanRuns(true);
-    modProcessFiles::processMain(
-        key, {with_.search, with_.settings, with_.userInterface, [this](const std::string& node) {
-                  with_.views.scanRuns(false);
-                  handleQueued(node);
-              }});
+    const bool stored = modProcessFiles::processMain(key, {with_.search, with_.settings, with_.userInterface,
+                                                           [this](const std::string& node) {
+                                                               with_.views.scanRuns(false);
+                                                               handleQueued(node);
+                                                           }})
+                            .stored;
+    if (!stored) {
+        lastLoadedRow_ = 0; // the rows are gone, and their numbers are given anew
+    }
     with_.views.scanRuns(false);
 }
 
@@ -133,6 +168,43 @@ void FolderSelection::showItems() {
     with_.userInterface.status(StatusPanel::items, modFigures::itemsText(with_.database.database()));
 }
 
+// --- Loaded rows -----------------------------------------------------------------------------------------
+
+void FolderSelection::showLoaded() {
+    modGlobal::trapped(moduleName, "showLoaded", [&] {
+        lastLoadedRow_ = lastRow();
+        held_.clear(); // it was another tree's
+        showItems();
+    });
+}
+
+// The number of the row that was recorded last.
+std::int64_t FolderSelection::lastRow() const {
+    const auto rows = with_.database.database().OpenRecordset("select max(idx) from details");
+    const Value number = rows->Fields(0).value();
+    const auto* whole = std::get_if<std::int64_t>(&number);
+    return whole == nullptr ? 0 : *whole;
+}
+
+// A folder that was completed has a stamp, and the scan driver knows it; others are known by their rows. Of a
+// scan that was cancelled the folders that it was in stay as they were saved.
+bool FolderSelection::isLoaded(const std::string& key) const {
+    return lastLoadedRow_ > 0 && modSavedScan::wasWalked(with_.database.database(), key, lastLoadedRow_);
+}
+
+// --- Holding ----------------------------------------------------------------------------------------------
+
+void FolderSelection::release() {
+    if (--holds_ == 0 && !held_.empty()) {
+        const std::string key = std::exchange(held_, {});
+        if (!suppressed_ && modGlobal::findNode(with_.tree, key)) { // it may have been another tree's
+            tvw_NodeClick(key);
+        }
+    }
+}
+
+// --- Typed, refreshed, opened -----------------------------------------------------------------------------
+
 void FolderSelection::cmdGo_Click(std::string_view typedPath) {
     modGlobal::trapped(moduleName, "cmdGo_Click", [&] {
         const std::string key = nodeOf(typedPath);
@@ -142,21 +214,12 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
         }
         FolderTree& tree = with_.tree;
         if (!modGlobal::findNode(tree, key)) {
-            addTopNode(key);
+            modGlobal::addTopNode(tree, with_.icons, key);
         }
         tree.selectNode(key);
         modGlobal::getDummyFolders(tree, key);
         tvw_NodeClick(key);
     });
-}
-
-void FolderSelection::addTopNode(const std::string& key) {
-    TreeNode node;
-    node.key = key;
-    node.text = QString::fromStdString(platform::displayPath(key));
-    node.image = with_.icons.image(modSystemIcons::getIcon(key, with_.icons));
-    node.selectedImage = node.image;
-    with_.tree.addNode({}, std::move(node));
 }
 
 void FolderSelection::refreshScreen() {
@@ -166,8 +229,13 @@ void FolderSelection::refreshScreen() {
             with_.userInterface.message("You must first select a folder.");
             return;
         }
+        if (holds_ > 0) {
+            return;
+        }
         if (with_.database.isOpen()) {
             with_.search.resetScanCompleteTime(key);
+            // New rows may get the numbers of those that were deleted.
+            lastLoadedRow_ = std::min(lastLoadedRow_, lastRow());
         }
         with_.views.clearFilesList();
         with_.search.CancelScan = with_.search.processing; // also when it is this folder's scan that runs

@@ -62,19 +62,47 @@ public:
     // From here on no counts and views are refreshed after a scan: the window is closing.
     void suppressRefresh() { suppressed_ = true; }
 
+    // A database file's rows have taken the place of all rows, or what could be read of them has: folders
+    // whose files are among them are shown from them and not walked, until they are refreshed. Brings the
+    // item count up to date.
+    void showLoaded();
+
+    // From a hold to its release no scan begins and no row is deleted: something else works on the database
+    // and handles events meanwhile. The last click is handled at the release, a refresh is dropped. Holds may
+    // nest; HeldSelection makes pairs of them.
+    void hold() { ++holds_; }
+    void release();
+
 private:
     void listSubfolders(const std::string& key);
+    void listLoadedSubfolders(const std::string& key);
     void clickNode(const std::string& key);
     void queue(const std::string& key);
     void markAccessDenied(const std::string& key);
     void scan(const std::string& key);
     void handleQueued(const std::string& key);
     void showItems();
-    void addTopNode(const std::string& key);
+    [[nodiscard]] std::int64_t lastRow() const;
+    [[nodiscard]] bool isLoaded(const std::string& key) const;
 
     Surroundings with_;
     bool suppressed_ = false;
     bool handlingQueue_ = false;
     std::string queued_;
+    std::int64_t lastLoadedRow_ = 0; // its number; later ones were recorded by scans
+    int holds_ = 0;
+    std::string held_;              // key of the node clicked meanwhile
     std::int64_t elapsedTicks_ = 0; // of the last scan, milliseconds; kept, and read by nobody
+};
+
+// Holds the selection for as long as it lives.
+class HeldSelection {
+public:
+    explicit HeldSelection(FolderSelection& selection) : selection_(selection) { selection_.hold(); }
+    ~HeldSelection() { selection_.release(); }
+    HeldSelection(const HeldSelection&) = delete;
+    HeldSelection& operator=(const HeldSelection&) = delete;
+
+private:
+    FolderSelection& selection_;
 };

@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
+#include <QSignalBlocker>
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <memory>
@@ -90,6 +91,59 @@ void FolderTree::selectNode(std::string_view key) {
     const QScopedValueRollback<bool> guard(selecting_, true);
     setCurrentIndex(index);
     scrollTo(index);
+}
+
+std::vector<PlacedNode> FolderTree::allNodes() const {
+    std::vector<PlacedNode> nodes = model_.allNodes();
+    const std::string selected = selectedKey();
+    for (PlacedNode& node : nodes) {
+        if (node.parent != PlacedNode::topLevel) {
+            nodes[node.parent].expanded = true; // for now: has children
+        }
+        node.selected = node.content.key == selected;
+    }
+    for (PlacedNode& node : nodes) { // asking the view takes time
+        node.expanded = node.expanded && isExpanded(node.content.key);
+    }
+    return nodes;
+}
+
+void FolderTree::replaceNodes(std::vector<PlacedNode> nodes) {
+    std::vector<std::size_t> expanded;
+    std::size_t selected = nodes.size();
+    for (std::size_t i = 0; i < nodes.size(); ++i) {
+        if (nodes[i].expanded) {
+            expanded.push_back(i);
+        }
+        selected = nodes[i].selected ? i : selected;
+    }
+    rest_.stop();
+    const QSignalBlocker noSignals(this);
+    const std::vector<QModelIndex> indexes = model_.replaceAll(std::move(nodes));
+    for (const std::size_t i : expanded) {
+        if (model_.rowCount(indexes[i]) > 0) {
+            QTreeView::setExpanded(indexes[i], true);
+        }
+    }
+    if (selected < indexes.size()) {
+        selectQuietly(indexes[selected]);
+    }
+}
+
+// Behind a collapsed node it stays out of sight: scrolling there would expand that.
+void FolderTree::selectQuietly(const QModelIndex& index) {
+    const QScopedValueRollback<bool> guard(selecting_, true);
+    const bool scrolls = hasAutoScroll();
+    setAutoScroll(false);
+    setCurrentIndex(index);
+    setAutoScroll(scrolls);
+    QModelIndex above = index.parent();
+    while (above.isValid() && QTreeView::isExpanded(above)) {
+        above = above.parent();
+    }
+    if (!above.isValid()) {
+        scrollTo(index);
+    }
 }
 
 // --- What the user does -----------------------------------------------------------------------------------

@@ -33,6 +33,13 @@ public:
         model_.insertSorted(parentKey, std::move(nodes));
     }
 
+    // All nodes as they stand in the tree, expanded and selected as they are.
+    [[nodiscard]] std::vector<PlacedNode> allNodes() const;
+    // These take the place of all nodes, expanded and selected as they say (the last one, if several are);
+    // none, and the tree is empty. A node without children stays collapsed. Emits neither signal. Errors are
+    // TreeModel::replaceAll's.
+    void replaceNodes(std::vector<PlacedNode> nodes);
+
     // A placeholder makes its parent show an expand mark. The second takes the placeholder's own key.
     void addPlaceholder(std::string_view parentKey) { model_.addPlaceholder(parentKey); }
     void removePlaceholder(std::string_view placeholderKey) { model_.removePlaceholder(placeholderKey); }
@@ -47,12 +54,10 @@ public:
 
     // Empty for a top-level node.
     [[nodiscard]] std::string parentKey(std::string_view key) const { return model_.parentKey(key); }
-    // Without placeholders, which the next one leaves out as well.
+    // Without placeholders.
     [[nodiscard]] std::vector<std::string> childKeys(std::string_view parentKey) const {
         return model_.childKeys(parentKey);
     }
-    // All keys in the tree's order, each parent before its children.
-    [[nodiscard]] std::vector<std::string> allKeys() const { return model_.allKeys(); }
     // The first of the top level: "My Computer".
     [[nodiscard]] bool isFirstNode(std::string_view key) const;
 
@@ -97,6 +102,7 @@ protected:
 
 private:
     void announceSelection();
+    void selectQuietly(const QModelIndex& index);
 
     TreeModel model_;
     QTimer rest_; // runs while a selection by the user has not been announced

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "app/errorLog.h"
 #include "platform/paths.h"
@@ -38,13 +39,9 @@ bool hasFloppyLetter(std::string_view drive) {
 
 void enumerateLocalDrives(std::string_view parentNode, FolderTree& tree, const DriveSource& source) {
     modGlobal::trapped(moduleName, "enumerateLocalDrives", [&] {
-        const std::string drives = getDriveString(source);
-        // A root may hold blanks, so that only NUL separates.
-        for (std::string_view rest = drives; !rest.empty();) {
-            const std::string root(rest.substr(0, rest.find('\0')));
-            rest.remove_prefix(std::min(root.size() + 1, rest.size()));
+        for (const std::string& root : driveRoots(source)) {
             const QString description = getDriveDescription(root, source);
-            if (root.empty() || description.toUpper() == QStringLiteral("NETWORK")) {
+            if (description.toUpper() == QStringLiteral("NETWORK")) {
                 continue;
             }
             const QString shown = QString::fromStdString(platform::displayPath(root));
@@ -57,6 +54,20 @@ void enumerateLocalDrives(std::string_view parentNode, FolderTree& tree, const D
 std::string getDriveString(const DriveSource& source) {
     return modGlobal::trapped(moduleName, "getDriveString",
                               [&] { return source.logicalDriveStrings().value_or(std::string()); });
+}
+
+std::vector<std::string> driveRoots(const DriveSource& source) {
+    const std::string drives = getDriveString(source);
+    std::vector<std::string> roots;
+    // A root may hold blanks, so that only NUL separates.
+    for (std::string_view rest = drives; !rest.empty();) {
+        std::string root(rest.substr(0, rest.find('\0')));
+        rest.remove_prefix(std::min(root.size() + 1, rest.size()));
+        if (!root.empty()) {
+            roots.push_back(std::move(root));
+        }
+    }
+    return roots;
 }
 
 QString getDriveDescription(std::string_view drive, const DriveSource& source) {

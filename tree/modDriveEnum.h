@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/drives.h"
 
@@ -25,6 +26,9 @@ void enumerateLocalDrives(std::string_view parentNode, FolderTree& tree, const D
 
 // The roots, each followed by NUL; empty when the list cannot be had.
 [[nodiscard]] std::string getDriveString(const DriveSource& source = {});
+
+// The same, taken apart.
+[[nodiscard]] std::vector<std::string> driveRoots(const DriveSource& source = {});
 
 // "Hard Drive", "Network", …; empty for a type that is not known of.
 [[nodiscard]] QString getDriveDescription(std::string_view drive, const DriveSource& source = {});

@@ -1,8 +1,7 @@
 #include "tree/networkBranch.h"
 
-#include <QStyle>
-
 #include "tree/folderTree.h"
+#include "tree/nodeImages.h"
 #include "tree/nodeKeys.h"
 
 namespace modNetwork {
@@ -16,8 +15,8 @@ QString shownName(std::string_view key) {
 } // namespace
 
 void addNetworkBranch(FolderTree& tree, std::string_view parentKey, const std::vector<std::string>& shares) {
-    const QIcon networkIcon = tree.style()->standardIcon(QStyle::SP_DriveNetIcon, nullptr, &tree);
-    const QIcon serverIcon = tree.style()->standardIcon(QStyle::SP_ComputerIcon, nullptr, &tree);
+    const QIcon networkIcon = modNodeImages::networkImage(tree);
+    const QIcon serverIcon = modNodeImages::computerImage(tree);
     // What is no folder has nothing more to be listed.
     const QString listed = QString::fromUtf8(modNodeKeys::foldersProcessed);
 

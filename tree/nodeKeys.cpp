@@ -1,5 +1,7 @@
 #include "tree/nodeKeys.h"
 
+#include "platform/text.h"
+
 namespace modNodeKeys {
 
 namespace {
@@ -7,6 +9,20 @@ namespace {
 constexpr std::string_view placeholderPrefix = "DUMMY";
 
 } // namespace
+
+bool isSound(std::string_view key) {
+    constexpr char32_t firstPrintable = U' ';
+    constexpr std::u32string_view never = U"\"|*?<>\x7F";
+    std::size_t count = 0;
+    for (std::size_t position = 0; position < key.size();) {
+        const char32_t code = platform::decodeCodePoint(key, position);
+        if (code < firstPrintable || code == platform::invalidCodePoint ||
+            never.find(code) != std::u32string_view::npos || ++count > longest) {
+            return false;
+        }
+    }
+    return count > 0;
+}
 
 std::string placeholderOf(std::string_view key) {
     return std::string(placeholderPrefix).append(key);

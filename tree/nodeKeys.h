@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -11,6 +12,13 @@ inline constexpr std::string_view network = "NETWORK"; // the servers' parent
 
 // What a node's tag says once its subfolders have been listed.
 inline constexpr std::string_view foldersProcessed = "FOLDERS_PROCESSED";
+
+// What keys hold at most, in characters: a longer path is none.
+inline constexpr std::size_t longest = 32767;
+
+// True for a key as the program makes them: not empty, no longer than the longest, and without anything that
+// internal paths do not hold, such as a quote. For keys that come from elsewhere.
+[[nodiscard]] bool isSound(std::string_view key);
 
 // The key of the placeholder that stands for a node's children until they are listed.
 [[nodiscard]] std::string placeholderOf(std::string_view key);

@@ -21,4 +21,7 @@ struct Places {
 // settings forbid it, the network branch. Traps its errors and logs them as the main window's.
 void initializeTreeView(FolderTree& tree, const clsRegSettings& settings, const Places& places = {});
 
+// Has the tree be again as at the start, whatever it holds.
+void makeAnew(FolderTree& tree, const clsRegSettings& settings, const Places& places = {});
+
 } // namespace modStartupTree

@@ -14,6 +14,11 @@
 #include "views/widgets/qtText.h"
 
 struct TreeModel::Node {
+    Node() = default;
+    ~Node();
+    Node(const Node&) = delete;
+    Node& operator=(const Node&) = delete;
+
     TreeNode content;
     QString tag;
     Node* parent = nullptr;
@@ -21,6 +26,17 @@ struct TreeModel::Node {
     bool hasPlaceholder = false;
     std::vector<std::unique_ptr<Node>> children;
 };
+
+// Node by node: were each to take its children along, a deep tree would need a deep stack.
+TreeModel::Node::~Node() {
+    std::vector<std::unique_ptr<Node>> doomed = std::move(children);
+    while (!doomed.empty()) {
+        const std::unique_ptr<Node> node = std::move(doomed.back());
+        doomed.pop_back();
+        std::move(node->children.begin(), node->children.end(), std::back_inserter(doomed));
+        node->children.clear();
+    }
+}
 
 namespace {
 
@@ -154,6 +170,38 @@ void TreeModel::insertRun(Node& parent, std::size_t position, TreeNode* first, T
     endInsertRows();
 }
 
+std::vector<QModelIndex> TreeModel::replaceAll(std::vector<PlacedNode> nodes) {
+    auto top = std::make_unique<Node>();
+    NodesByKey byKey;
+    byKey.reserve(nodes.size());
+    std::vector<Node*> made;
+    made.reserve(nodes.size());
+    for (PlacedNode& placed : nodes) {
+        const bool atTop = placed.parent == PlacedNode::topLevel;
+        if (!atTop && placed.parent >= made.size()) {
+            throw RuntimeError(errorNumber::subscriptOutOfRange);
+        }
+        Node& parent = atTop ? *top : *made[placed.parent];
+        Node& node = *parent.children.emplace_back(std::make_unique<Node>());
+        node.content = std::move(placed.content);
+        node.tag = std::move(placed.tag);
+        node.parent = &parent;
+        node.row = static_cast<int>(parent.children.size()) - 1;
+        node.hasPlaceholder = placed.hasPlaceholder;
+        refuseKnown(!byKey.emplace(node.content.key, &node).second, node.content.key);
+        made.push_back(&node);
+    }
+    beginResetModel();
+    top_.swap(top);
+    byKey_.swap(byKey);
+    endResetModel();
+    std::vector<QModelIndex> indexes;
+    indexes.reserve(made.size());
+    std::transform(made.begin(), made.end(), std::back_inserter(indexes),
+                   [this](const Node* node) { return indexOf(*node); });
+    return indexes;
+}
+
 void TreeModel::addPlaceholder(std::string_view parentKey) {
     Node& parent = nodeOf(parentKey);
     refuseKnown(parent.hasPlaceholder, modNodeKeys::placeholderOf(parentKey));
@@ -211,20 +259,22 @@ std::vector<std::string> TreeModel::childKeys(std::string_view parentKey) const 
     return keys;
 }
 
-std::vector<std::string> TreeModel::allKeys() const {
-    std::vector<std::string> keys;
-    keys.reserve(byKey_.size());
-    std::vector<const Node*> open{top_.get()};
+std::vector<PlacedNode> TreeModel::allNodes() const {
+    std::vector<PlacedNode> nodes;
+    nodes.reserve(byKey_.size());
+    std::vector<std::pair<const Node*, std::size_t>> open; // with their parents' positions
+    const auto openChildren = [&open](const Node& parent, std::size_t position) {
+        std::transform(parent.children.rbegin(), parent.children.rend(), std::back_inserter(open),
+                       [position](const auto& child) { return std::pair(child.get(), position); });
+    };
+    openChildren(*top_, PlacedNode::topLevel);
     while (!open.empty()) {
-        const Node* node = open.back();
+        const auto [node, parent] = open.back();
         open.pop_back();
-        if (node != top_.get()) {
-            keys.push_back(node->content.key);
-        }
-        std::transform(node->children.rbegin(), node->children.rend(), std::back_inserter(open),
-                       [](const std::unique_ptr<Node>& child) { return child.get(); });
+        openChildren(*node, nodes.size());
+        nodes.push_back({node->content, node->tag, parent, node->hasPlaceholder});
     }
-    return keys;
+    return nodes;
 }
 
 // --- As Qt's views see it ---------------------------------------------------------------------------------

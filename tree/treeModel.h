@@ -4,6 +4,7 @@
 #include <QCollator>
 #include <QIcon>
 #include <QString>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,8 +22,20 @@ struct TreeNode {
     bool bold = false;
 };
 
-// The nodes of the folder tree, each found by its key at once. Nodes are added and never removed, so an index
-// stays usable for as long as the model lives, though its row may change.
+// A node and its place among others that are handed over together, each parent before its children.
+struct PlacedNode {
+    static constexpr std::size_t topLevel = static_cast<std::size_t>(-1);
+
+    TreeNode content;
+    QString tag;
+    std::size_t parent = topLevel; // the parent's position among them
+    bool hasPlaceholder = false;
+    bool expanded = false; // this and the next are the view's matter
+    bool selected = false;
+};
+
+// The nodes of the folder tree, each found by its key at once. Nodes are added one by one and go all
+// together, so an index stays usable until then, though its row may change.
 //
 // A placeholder (key "DUMMY" + the key of the node it stands below) is a child for all that ask by key, but
 // no row of the model: it makes a node show its expand mark, and a tree may have a great many of them.
@@ -50,6 +63,12 @@ public:
     // or, on error, none.
     void insertSorted(std::string_view parentKey, std::vector<TreeNode> nodes);
 
+    // All nodes as they stand in the tree.
+    [[nodiscard]] std::vector<PlacedNode> allNodes() const;
+    // These take the place of all nodes, in one reset; their indexes, in the order given. Changes nothing on
+    // error: 35602, or 9 for a parent that does not stand before its child.
+    std::vector<QModelIndex> replaceAll(std::vector<PlacedNode> nodes);
+
     void addPlaceholder(std::string_view parentKey);
     void removePlaceholder(std::string_view placeholderKey);
 
@@ -63,8 +82,6 @@ public:
     [[nodiscard]] std::string parentKey(std::string_view key) const;
     // Without placeholders.
     [[nodiscard]] std::vector<std::string> childKeys(std::string_view parentKey) const;
-    // Of all nodes: a parent stands before its children, as they are seen in the tree.
-    [[nodiscard]] std::vector<std::string> allKeys() const;
 
     [[nodiscard]] QModelIndex indexOf(std::string_view key) const;
     // Empty for an invalid index.
@@ -85,6 +102,7 @@ Q_SIGNALS:
 
 private:
     struct Node;
+    using NodesByKey = std::unordered_map<std::string_view, Node*, platform::NameHash, platform::NameEqual>;
 
     [[nodiscard]] Node& nodeOf(std::string_view key) const;
     [[nodiscard]] Node& parentOf(std::string_view parentKey) const;
@@ -95,6 +113,6 @@ private:
     void insertRun(Node& parent, std::size_t position, TreeNode* first, TreeNode* last);
 
     std::unique_ptr<Node> top_; // holds the top-level nodes; no node itself
-    std::unordered_map<std::string_view, Node*, platform::NameHash, platform::NameEqual> byKey_;
+    NodesByKey byKey_;
     QCollator collator_;
 };

@@ -1,5 +1,6 @@
 #include "tree/treeOperations.h"
 
+#include <algorithm>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -8,11 +9,12 @@
 #include "app/errorLog.h"
 #include "app/modGlobal.h"
 #include "platform/folders.h"
+#include "platform/paths.h"
 #include "scan/clsFile.h"
 #include "scan/clsFileSearch.h"
 #include "tree/folderTree.h"
+#include "tree/nodeImages.h"
 #include "tree/nodeKeys.h"
-#include "views/widgets/systemIcons.h"
 
 namespace modGlobal {
 
@@ -26,11 +28,9 @@ std::optional<TreeNode> nodeOfFolder(std::string_view path, const FolderTree& tr
     if (findNode(tree, key)) {
         return std::nullopt;
     }
-    using modSystemIcons::SizeFlag;
-    const QIcon image = images.image(modSystemIcons::getIcon(key, images, SizeFlag::none));
-    const QIcon open = images.image(modSystemIcons::getIcon(key, images, SizeFlag::openFolder));
-    const QString name = QString::fromUtf8(clsFile(path).lastFolder());
-    return TreeNode{std::move(key), name, image, open, false};
+    TreeNode node{std::move(key), QString::fromUtf8(clsFile(path).lastFolder()), {}, {}};
+    modNodeImages::giveFolderImages(node, images, false);
+    return node;
 }
 
 } // namespace
@@ -49,16 +49,11 @@ void getChildFoldersAPI(FolderTree& tree, clsUserInterface& userInterface, Image
         clsFileSearch search(userInterface);
         search.setStartstr(parentKey);
         search.getFolders();
-        // Handed to the tree in one go, which has to find their places and to show them.
-        std::vector<TreeNode> nodes;
+        std::vector<std::string_view> paths;
         for (std::string_view rest = search.folders(); !rest.empty();) {
-            const std::string_view path = getNextToken(rest);
-            auto node = trapped(moduleName, "addNode", [&] { return nodeOfFolder(path, tree, images); });
-            if (node) {
-                nodes.push_back(*std::move(node));
-            }
+            paths.push_back(getNextToken(rest));
         }
-        tree.addFolders(parentKey, std::move(nodes));
+        addNodes(paths, tree, parentKey, images);
     });
 }
 
@@ -68,6 +63,38 @@ void addNode(std::string_view path, FolderTree& tree, std::string_view parentKey
             tree.addFolders(parentKey, {*std::move(node)});
         }
     });
+}
+
+void addNodes(std::span<const std::string_view> paths, FolderTree& tree, std::string_view parentKey,
+              ImageList& images) {
+    std::vector<TreeNode> nodes;
+    for (const std::string_view path : paths) {
+        auto node = trapped(moduleName, "addNode", [&] { return nodeOfFolder(path, tree, images); });
+        if (node) {
+            nodes.push_back(*std::move(node));
+        }
+    }
+    tree.addFolders(parentKey, std::move(nodes));
+}
+
+void addTopNode(FolderTree& tree, ImageList& images, std::string_view key) {
+    TreeNode node{std::string(key), QString::fromStdString(platform::displayPath(key)), {}, {}};
+    modNodeImages::giveFolderImages(node, images, true);
+    tree.addNode({}, std::move(node));
+}
+
+void addTopFolders(FolderTree& tree, ImageList& images, const std::vector<std::string>& keys) {
+    for (const std::string& key : keys) {
+        if (modNodeKeys::isSound(key) && modNodeKeys::isFolderKey(key) && !findNode(tree, key)) {
+            addTopNode(tree, images, key);
+            tree.addPlaceholder(key);
+        }
+    }
+    const auto first =
+        std::find_if(keys.begin(), keys.end(), [&](const auto& key) { return findNode(tree, key); });
+    if (first != keys.end()) {
+        tree.selectNode(*first);
+    }
 }
 
 void getDummyFolders(FolderTree& tree, std::string_view key) {

@@ -15,8 +15,9 @@ public:
     // `force` answers yes to overwriting and to large Excel reports; `quiet` shows no progress.
     ConsoleInterface(bool force, bool quiet);
 
-    // The scan that progress is shown of and that Ctrl-C cancels; not owned.
-    void watch(clsSearch& search) { search_ = &search; }
+    // The scan that progress is shown of and that Ctrl-C cancels; not owned. Null when there is none any
+    // more.
+    void watch(clsSearch* search) { search_ = search; }
 
     // What messages are about until it is set anew: a path as typed, or nothing.
     void setSubject(std::string_view subject) { subject_ = subject; }

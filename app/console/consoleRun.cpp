@@ -4,20 +4,17 @@
 
 #include "app/applicationFolder.h"
 #include "app/console/figureTables.h"
-#include "app/console/savedScan.h"
 #include "app/console/terminalText.h"
 #include "app/errorLog.h"
 #include "app/modGlobal.h"
 #include "export/clsExport.h"
 #include "export/databaseFile.h"
-#include "export/excelReport.h"
-#include "export/htmlReport.h"
-#include "export/textReport.h"
-#include "export/xmlReport.h"
+#include "export/reportExport.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
 #include "scan/modProcessFiles.h"
+#include "scan/savedScan.h"
 #include "views/folderFigures.h"
 
 namespace {
@@ -72,7 +69,7 @@ bool ConsoleRun::start() {
 
 void ConsoleRun::scanPaths() {
     clsSearch search(working_, settings_);
-    userInterface_.watch(search);
+    userInterface_.watch(&search);
     const platform::InterruptionWatch watch;
     for (const std::string& typed : options_.paths) {
         if (lost_) {
@@ -81,6 +78,7 @@ void ConsoleRun::scanPaths() {
             scanPath(search, typed);
         }
     }
+    userInterface_.watch(nullptr);
 }
 
 // The internal path of a folder that is there; empty, after saying why, when it is not.
@@ -123,7 +121,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
 
 bool ConsoleRun::loadSaved() {
     try {
-        modExport::loadDatabase(working_, options_.loadFile);
+        modExport::loadDatabase(working_, options_.loadFile, userInterface_);
         return true;
     } catch (const RuntimeError& error) {
         modGlobal::logCurrentException("spannory-scan", "load", true);
@@ -206,23 +204,8 @@ void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& 
     }
     clsExport exportOptions;
     exportOptions.detail = options_.summary || format == ReportFormat::xml ? 2 : 1;
-    const std::string query = modExport::reportQuery(format, exportOptions.detail);
     const modExport::ReportContext context{working_.database(), userInterface_, settings_, exportOptions};
-    bool written = false;
-    switch (format) {
-    case ReportFormat::html:
-        written = modGlobal::exportHTMLSizeReport(context, query, file);
-        break;
-    case ReportFormat::text:
-        written = modGlobal::exportTextSizeReport(context, query, file, ",", "\"");
-        break;
-    case ReportFormat::xml:
-        written = modGlobal::exportXMLSizeReport(context, query, file);
-        break;
-    case ReportFormat::excel:
-        written = modGlobal::exportXLSSizeReport(context, query, file);
-        break;
-    }
+    const bool written = modExport::exportReportFile(format, context, file);
     failed_ = failed_ || !written;
 }
 
@@ -232,7 +215,7 @@ void ConsoleRun::writeDatabase() {
         return;
     }
     try {
-        if (const auto failure = modExport::copyDatabase(working_, file)) {
+        if (const auto failure = modExport::copyDatabase(working_, file, userInterface_)) {
             fail({}, failure->what());
         }
     } catch (const RuntimeError& error) {

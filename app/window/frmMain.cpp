@@ -19,6 +19,7 @@
 #include "app/window/menuIcons.h"
 #include "app/window/menus.h"
 #include "db/modDatabase.h"
+#include "export/exportQueries.h"
 #include "tree/startupTree.h"
 #include "views/folderFigures.h"
 #include "views/widgets/qtText.h"
@@ -59,6 +60,11 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
                                          QSettings::IniFormat)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, *this}),
+      reports_({working_, settings_, userInterface_, dialogs}),
+      databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
+      charts_({views_, working_, userInterface_, dialogs}),
+      listMenu_({tvw_, views_, userInterface_, clipboard_,
+                 [] { return modExport::temporaryWorkbookName(platform::localTime(platform::now())); }}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -85,8 +91,6 @@ void frmMain::form_load() {
     loadStep([this] {
         modMenuIcons::addMenuImages(imlMenu_);
         modMenus::createMenus(cP_, cPLvw_, *this, imlMenu_, settings_);
-        modMenus::disableExports(cP_);
-        modMenus::disableExports(cPLvw_);
         modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
@@ -114,10 +118,11 @@ void frmMain::form_unload() {
         modGlobal::Logging::quiet);
 }
 
-// A window that is closed while it scans cancels first, and closes when the scan has ended.
+// A window that is closed while it scans cancels first, and closes when the scan has ended; so it does with
+// an export, which is not cancelled.
 void frmMain::closeEvent(QCloseEvent* event) {
     selection_.suppressRefresh();
-    if (search_.processing) {
+    if (search_.processing || workingAlone_) {
         search_.CancelScan = true;
         search_.nextNode.clear();
         closing_ = true;
@@ -138,7 +143,26 @@ void frmMain::scanRuns(bool running) {
     }
     views_.followScan(running);
     escape_.setEnabled(running);
-    if (!running && std::exchange(closing_, false)) {
+    modMenus::setExportsEnabled(cP_, !running); // they need the rows, and the file, for themselves
+    if (!running) {
+        closeIfWanted();
+    }
+}
+
+// Runs a command that handles events and yet needs the rows to stay as they are. What would begin a scan
+// meanwhile is put off until it has ended.
+void frmMain::workAlone(const std::function<void()>& command) {
+    workingAlone_ = true;
+    {
+        const HeldSelection held(selection_);
+        modGlobal::trapped(moduleName, "cp_Click", command);
+        workingAlone_ = false;
+    }
+    closeIfWanted();
+}
+
+void frmMain::closeIfWanted() {
+    if (!search_.processing && !workingAlone_ && std::exchange(closing_, false)) {
         QTimer::singleShot(0, this, [this] { close(); });
     }
 }
@@ -221,6 +245,10 @@ void frmMain::wire() {
     connect(&cP_, &PopMenu::click, this, [this](int index) { commands_.cP_Click(index); });
     connect(&views_, &ViewTabs::menuRequested, this,
             [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
+    connect(&cPLvw_, &PopMenu::click, this,
+            [this](int index) { workAlone([&] { listMenu_.cPLvw_Click(index); }); });
+    connect(&views_, &ViewTabs::copyRequested, this,
+            [this] { workAlone([this] { listMenu_.cPLvw_Click(ListMenu::copyItem); }); });
     escape_.setEnabled(false);
     connect(&escape_, &QShortcut::activated, this, [this] { search_.CancelScan = true; });
     connect(&toPath_, &QShortcut::activated, this, [this] {
@@ -231,6 +259,10 @@ void frmMain::wire() {
 
 MenuTargets frmMain::menuTargets() {
     MenuTargets targets;
+    targets.exportReport = [this](std::string_view key) { workAlone([&] { reports_.exportReport(key); }); };
+    targets.exportDatabase = [this] { workAlone([this] { databases_.exportDatabase(); }); };
+    targets.exportChart = [this](bool entire) { workAlone([&] { charts_.exportChart(entire); }); };
+    targets.loadDatabase = [this] { workAlone([this] { databases_.loadDatabase(); }); };
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };
     targets.cancelScan = [this] { search_.CancelScan = true; };

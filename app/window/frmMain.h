@@ -14,11 +14,16 @@
 #include "app/clsRegSettings.h"
 #include "app/clsSettings.h"
 #include "app/window/animation.h"
+#include "app/window/chartCommands.h"
 #include "app/window/clsDialogs.h"
+#include "app/window/databaseCommands.h"
+#include "app/window/listMenu.h"
 #include "app/window/menuCommands.h"
 #include "app/window/menuToolbar.h"
 #include "app/window/popMenu.h"
+#include "app/window/qtClipboard.h"
 #include "app/window/rebar.h"
+#include "app/window/reportCommands.h"
 #include "app/window/showHelp.h"
 #include "app/window/viewTabs.h"
 #include "app/window/windowInterface.h"
@@ -58,6 +63,8 @@ private:
     void layOut();
     void wire();
     [[nodiscard]] MenuTargets menuTargets();
+    void workAlone(const std::function<void()>& command);
+    void closeIfWanted();
 
     void txtPath_GotFocus();
     void txtPath_LostFocus();
@@ -93,6 +100,7 @@ private:
     QStatusBar statusBar_;
     QProgressBar prg_;
     WindowInterface userInterface_;
+    QtClipboard clipboard_;
     FolderSelection selection_;
 
     PopMenu cP_{this};
@@ -100,8 +108,13 @@ private:
     MenuToolbar tbrMenu_;
     Rebar cRebar_;
     HelpCommand help_{*this};
+    ReportCommands reports_;
+    DatabaseCommands databases_;
+    ChartCommands charts_;
+    ListMenu listMenu_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;
-    bool closing_ = false;
+    bool workingAlone_ = false;
+    bool closing_ = false; // as soon as what runs has ended
 };

@@ -88,11 +88,11 @@ void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& 
     });
 }
 
-void disableExports(PopMenu& menu) {
-    for (int index = 1; index <= menu.count(); ++index) {
-        const QString key = menu.itemKey(index);
+void setExportsEnabled(PopMenu& cP, bool enabled) {
+    for (int index = 1; index <= cP.count(); ++index) {
+        const QString key = cP.itemKey(index);
         if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load"))) {
-            menu.setEnabled(index, false);
+            cP.setEnabled(index, enabled);
         }
     }
 }

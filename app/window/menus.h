@@ -14,7 +14,7 @@ namespace modMenus {
 void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& imlMenu,
                  const clsSettings& settings);
 
-// Greys the commands that export and load in either menu, which are not there yet.
-void disableExports(PopMenu& menu);
+// Greys the main menu's commands that export and load, or makes them available again.
+void setExportsEnabled(PopMenu& cP, bool enabled);
 
 } // namespace modMenus

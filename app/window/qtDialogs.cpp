@@ -1,9 +1,18 @@
 #include "app/window/qtDialogs.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
+#include <QStandardPaths>
+#include <algorithm>
 
+#include "app/window/fileFilter.h"
 #include "app/window/frmAbout.h"
+#include "app/window/frmExport.h"
+#include "platform/environment.h"
+#include "platform/runtimeError.h"
 
 namespace {
 
@@ -39,4 +48,57 @@ bool QtDialogs::ask(const QString& text) {
 void QtDialogs::about() {
     frmAbout box(parent_);
     box.exec();
+}
+
+void QtDialogs::exportOptions(clsExport& options) {
+    frmExport box(options, parent_);
+    box.exec();
+}
+
+std::string QtDialogs::saveFile(const FileRequest& request) {
+    return chooseFile(request, true);
+}
+
+std::string QtDialogs::openFile(const FileRequest& request) {
+    return chooseFile(request, false);
+}
+
+bool QtDialogs::startProgramOf(const std::string& path) {
+    return platform::openInAssociatedProgram(path);
+}
+
+std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
+    const std::vector<FileFilter> filters = fileFilters(request.filter);
+    QFileDialog dialog(parent_);
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    if (!QFileInfo(folder_).isDir()) { // none yet, or no more
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    }
+    dialog.setDirectory(QFileInfo(folder_).isDir() ? folder_ : QDir::homePath());
+    QStringList shown;
+    for (const FileFilter& filter : filters) {
+        shown << filter.shown;
+    }
+    dialog.setNameFilters(shown);
+    const auto follow = [&](const QString& chosen) {
+        const auto filter =
+            std::find_if(filters.begin(), filters.end(), [&](const auto& f) { return f.shown == chosen; });
+        if (filter == filters.end() || !saves) {
+            return;
+        }
+        dialog.setDefaultSuffix(filter->extension);
+        dialog.selectFile(underFilter(dialog.selectedFiles().value(0), *filter, filters));
+    };
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+    if (saves) {
+        dialog.selectFile(QString::fromStdString(request.fileName));
+        dialog.setDefaultSuffix(filters.front().extension);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        throw RuntimeError(errorNumber::dialogCancelled, "Cancel was selected");
+    }
+    folder_ = QFileInfo(dialog.selectedFiles().first()).path();
+    return dialog.selectedFiles().first().toStdString();
 }

@@ -12,7 +12,14 @@ public:
     void message(const QString& text) override;
     [[nodiscard]] bool ask(const QString& text) override;
     void about() override;
+    void exportOptions(clsExport& options) override;
+    [[nodiscard]] std::string saveFile(const FileRequest& request) override;
+    [[nodiscard]] std::string openFile(const FileRequest& request) override;
+    [[nodiscard]] bool startProgramOf(const std::string& path) override;
 
 private:
+    [[nodiscard]] std::string chooseFile(const FileRequest& request, bool saves);
+
     QWidget* parent_ = nullptr;
+    QString folder_; // of the file that was chosen last
 };

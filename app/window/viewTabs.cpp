@@ -96,6 +96,7 @@ void ViewTabs::wire() {
 void ViewTabs::wireList(ListTab& tab) {
     constexpr int toggledOrder = -1;
     connect(&tab.list, &ListView::menuRequested, this, &ViewTabs::menuRequested);
+    connect(&tab.list, &ListView::copyRequested, this, &ViewTabs::copyRequested);
     connect(&tab.list, &ListView::columnClicked, this, [&tab, &settings = with_.settings](int column) {
         modLvw::lvsort(tab.list, column, toggledOrder, false);
         (settings.*tab.setColumn)(static_cast<std::int16_t>(column));
@@ -106,6 +107,11 @@ void ViewTabs::wireList(ListTab& tab) {
 // Behind the last tab comes the first.
 void ViewTabs::turnTab(int step) {
     XTab_.setCurrentIndex((XTab_.currentIndex() + step + XTab_.count()) % XTab_.count());
+}
+
+const ListView* ViewTabs::activeList() const {
+    const int active = XTab_.currentIndex();
+    return active < 1 ? nullptr : &listTabs_.at(static_cast<std::size_t>(active) - 1).list;
 }
 
 // --- From the rows to the views -------------------------------------------------------------------------
@@ -126,6 +132,15 @@ void ViewTabs::updateGraph() {
                        key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
         chartKey_ = key;
     });
+}
+
+const FolderChart& ViewTabs::chartAsShown() {
+    if (!tc_.isVisible()) {
+        chartPage_.resize(XTab_.currentWidget()->size());
+        chartLayout_.setGeometry(chartPage_.rect());
+    }
+    updateGraph();
+    return tc_;
 }
 
 void ViewTabs::refresh(bool selectFirst) {
@@ -151,6 +166,14 @@ void ViewTabs::refresh(bool selectFirst) {
                              tab.defaultColumn, selectFirst);
 }
 
+void ViewTabs::forget() {
+    filesList_.clear();
+    groupLists_.clear();
+    tc_.setEntries({});
+    chartKey_.clear();
+    refreshActiveView();
+}
+
 void ViewTabs::followScan(bool running) {
     if (running) {
         tmrChart_.start(millisecondsPerRefresh);
@@ -165,7 +188,9 @@ void ViewTabs::followScan(bool running) {
 void ViewTabs::growWithScan() {
     QElapsedTimer cost;
     cost.start();
-    refresh(false);
+    if (holds_ == 0) {
+        refresh(false);
+    }
     tmrChart_.start(std::max(millisecondsPerRefresh, static_cast<int>(cost.elapsed()) * refreshesOwnShare));
 }
 

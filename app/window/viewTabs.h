@@ -42,6 +42,11 @@ public:
 
     [[nodiscard]] QTabWidget& tabs() noexcept { return XTab_; }
     [[nodiscard]] FolderChart& chart() noexcept { return tc_; }
+    // The list of the active tab; null while that is the chart's.
+    [[nodiscard]] const ListView* activeList() const;
+
+    // The chart, up to date and as large as it is on the screen, or would be were it not behind another tab.
+    [[nodiscard]] const FolderChart& chartAsShown();
 
     // Draws the chart anew. Errors are logged.
     void updateGraph();
@@ -50,6 +55,21 @@ public:
     void refreshActiveView() { refresh(true); }
     // Empties the files and folders list, so that it is filled from its first row again.
     void clearFilesList() { filesList_.clear(); }
+
+    // Forgets what the views show: the rows are others now. Brings the active one up to date.
+    void forget();
+
+    // While one lives, a scan that goes on does not change the views.
+    class Hold {
+    public:
+        explicit Hold(ViewTabs& views) : views_(views) { ++views_.holds_; }
+        ~Hold() { --views_.holds_; }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        ViewTabs& views_;
+    };
 
     // While a scan runs the active view is refreshed about once a second.
     void followScan(bool running);
@@ -65,6 +85,8 @@ Q_SIGNALS:
     void rowActivated(const std::string& key, const std::string& tag);
     // The context menu of the lists is wanted at this place of the screen.
     void menuRequested(const QPoint& place);
+    // Ctrl+C in the list on show.
+    void copyRequested();
 
 private:
     // A list and how its sort order is remembered.
@@ -104,4 +126,5 @@ private:
     std::string chartKey_; // of the folder that the chart shows
     QTimer tmrChart_;
     QTimer tmrListViewIcons_;
+    int holds_ = 0;
 };

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/environment.h"
+#include "platform/paths.h"
 
 namespace {
 
@@ -18,7 +18,8 @@ WindowInterface::WindowInterface(clsDialogs& dialogs, QStatusBar& statusBar, QPr
 }
 
 void WindowInterface::message(std::string_view text) {
-    if (!scanning_ || ++messages_ == 1) {
+    const bool fromScan = scanning_ && !yielding_; // and not from a command that is given meanwhile
+    if (!fromScan || ++messages_ == 1) {
         dialogs_.message(QString::fromUtf8(text));
     }
 }
@@ -39,7 +40,7 @@ void WindowInterface::progressStart(std::int64_t maximum) {
     progressValue_ = 0;
     progressMaximum_ = std::max<std::int64_t>(maximum, 1);
     progressPerStep_ = std::max<std::int64_t>(progressMaximum_ / progressSteps, 1);
-    progressBar_.setRange(0, progressSteps);
+    progressBar_.setRange(0, maximum == 0 ? 0 : progressSteps); // none is a bar that moves by itself
     progressBar_.setValue(0);
     progressBar_.show();
     yieldToEvents();
@@ -70,8 +71,9 @@ void WindowInterface::yieldToEvents() {
 }
 
 void WindowInterface::openFile(std::string_view path) {
-    if (!platform::openInAssociatedProgram(path)) {
-        status(StatusPanel::folder, "No program was found that opens this file.");
+    if (!dialogs_.startProgramOf(std::string(path))) {
+        status(StatusPanel::folder,
+               "No program was found that opens " + platform::displayPath(platform::toInternal(path)));
     }
 }
 

@@ -1,8 +1,15 @@
-// window-scan APP-FOLDER PATH [TAB]: scans PATH in the main window, on the platform that QT_QPA_PLATFORM
-// names (offscreen unless set), with the view of TAB (0 to 3) shown, and ends. For bench/compare-window.
+// window-scan APP-FOLDER PATH [TAB [COMMAND FILE]]: scans PATH in the main window, on the platform that
+// QT_QPA_PLATFORM names (offscreen unless set), with the view of TAB (0 to 3) shown, and ends. For
+// bench/compare-window. With a menu command (ExportHTML, LoadMDB, ...) and the file that it is to write or
+// read, gives it and prints how long it took, and the longest time in which no events were handled.
 
+#include <QAction>
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <algorithm>
 #include <cstdio>
+#include <string>
 
 #include "app/window/frmMain.h"
 #include "platform/paths.h"
@@ -15,7 +22,28 @@ public:
     void message(const QString& text) override { std::fprintf(stderr, "%s\n", qPrintable(text)); }
     [[nodiscard]] bool ask(const QString&) override { return false; }
     void about() override {}
+    void exportOptions(clsExport&) override {}
+    [[nodiscard]] std::string saveFile(const FileRequest&) override { return file; }
+    [[nodiscard]] std::string openFile(const FileRequest&) override { return file; }
+    [[nodiscard]] bool startProgramOf(const std::string&) override { return true; }
+
+    std::string file;
 };
+
+void measure(const frmMain& window, const char* command) {
+    QElapsedTimer whole;
+    QElapsedTimer sinceEvents;
+    qint64 longest = 0;
+    QTimer events;
+    QObject::connect(&events, &QTimer::timeout, [&] { longest = std::max(longest, sinceEvents.restart()); });
+    events.start(0);
+    whole.start();
+    sinceEvents.start();
+    window.findChild<QAction*>(QString::fromUtf8(command))->trigger();
+    longest = std::max(longest, sinceEvents.elapsed());
+    std::printf("%s: %lld ms, at most %lld ms without events\n", command,
+                static_cast<long long>(whole.elapsed()), static_cast<long long>(longest));
+}
 
 } // namespace
 
@@ -25,7 +53,7 @@ int main(int argumentCount, char** arguments) {
     }
     const QApplication application(argumentCount, arguments);
     if (argumentCount < 3) {
-        std::fprintf(stderr, "usage: window-scan APP-FOLDER PATH [TAB]\n");
+        std::fprintf(stderr, "usage: window-scan APP-FOLDER PATH [TAB [COMMAND FILE]]\n");
         return 2;
     }
     StandardErrorDialogs dialogs;
@@ -36,5 +64,9 @@ int main(int argumentCount, char** arguments) {
     QApplication::processEvents();
     window.openPath(arguments[2]);
     QApplication::processEvents();
+    if (argumentCount > 5) {
+        dialogs.file = arguments[5];
+        measure(window, arguments[4]);
+    }
     return 0;
 }

@@ -4,6 +4,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cerrno>
 #include <climits>
 #include <optional>
@@ -83,6 +84,13 @@ Descriptor openForWriting(std::string_view path, const std::string& native) {
     return file;
 }
 
+// What may not be written may not be replaced or deleted either, though its folder allows it.
+void requireWritable(std::string_view path, const std::string& native) {
+    if (::faccessat(AT_FDCWD, native.c_str(), W_OK, AT_EACCESS) != 0 && errno == EACCES) {
+        throw systemError(EACCES, path);
+    }
+}
+
 // A file beside the one it is to replace; vanishes with its owner unless put in place.
 class Replacement {
 public:
@@ -95,8 +103,12 @@ public:
             return;
         }
         target_ = realPath(native).value_or(native);
-        // Never through a file that somebody else has put there.
-        const std::string name = target_ + ".new-" + std::to_string(::getpid());
+        requireWritable(path, native);
+        // Short, for the target's own name may be as long as names can be; and never through a file that
+        // somebody else has put there.
+        static std::atomic<unsigned> count = 0;
+        const std::string name = target_.substr(0, target_.rfind('/') + 1) + ".spannory-" +
+                                 std::to_string(::getpid()) + "-" + std::to_string(++count);
         ::unlink(name.c_str());
         file_ = openOrThrow(path, name, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW);
         temporary_ = name;
@@ -221,6 +233,7 @@ void deleteFile(std::string_view path) {
     if (!S_ISREG(status.st_mode)) {
         throw systemError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, path);
     }
+    requireWritable(path, native);
     if (::unlink(native.c_str()) != 0) {
         throw systemError(errno, path);
     }

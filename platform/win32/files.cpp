@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <algorithm>
+#include <atomic>
 #include <vector>
 
 #include "platform/paths.h"
@@ -88,8 +89,11 @@ std::optional<std::wstring> finalPath(const std::wstring& path) {
 class Replacement {
 public:
     Replacement(std::string_view path, const std::wstring& wide)
-        : path_(path), target_(isLink(wide) ? finalPath(wide).value_or(wide) : wide),
-          temporary_(target_ + L".new-" + std::to_wstring(::GetCurrentProcessId())) {
+        : path_(path), target_(isLink(wide) ? finalPath(wide).value_or(wide) : wide) {
+        // Short, for the target's own name may be as long as names can be.
+        static std::atomic<unsigned> count = 0;
+        temporary_ = target_.substr(0, target_.rfind(L'\\') + 1) + L".spannory-" +
+                     std::to_wstring(::GetCurrentProcessId()) + L"-" + std::to_wstring(++count);
         ::DeleteFileW(temporary_.c_str());
     }
     ~Replacement() {

@@ -53,6 +53,54 @@ TEST(Dao, appendsAndReadsRows) {
     EXPECT_EQ(joined->Fields("both").text(), "bme") << "NULL counts as empty";
 }
 
+TEST(Dao, undoesASmallTransactionThatIsNotCommitted) {
+    const TemporaryFolder folder;
+    const auto database = openTemplateCopy(folder);
+    append(*database, "kept", 1);
+    const auto names = [&] {
+        std::string result;
+        const auto rows = database->OpenRecordset("select fileName from details order by idx");
+        for (; !rows->EndOfFile(); rows->MoveNext()) {
+            result += rows->Fields(0).text();
+        }
+        return result;
+    };
+    for (const bool commits : {false, true, false}) {
+        SmallTransaction transaction(*database);
+        database->Execute("delete * from details");
+        append(*database, "new", 2);
+        if (commits) {
+            transaction.commit();
+        }
+    }
+    EXPECT_EQ(names(), "new");
+    database->BeginTrans(); // what else is done there goes on without a journal
+    append(*database, "more", 3);
+    database->CommitTrans();
+    EXPECT_EQ(names(), "newmore");
+}
+
+TEST(Dao, letsOthersWorkWhileAStatementRunsLong) {
+    const TemporaryFolder folder;
+    const auto database = openTemplateCopy(folder);
+    database->BeginTrans();
+    for (int i = 0; i < 1500; ++i) {
+        append(*database, "x", i);
+    }
+    database->CommitTrans();
+    int calls = 0;
+    const char* const longStatement =
+        "select count(*) from details as a, details as b where a.size*b.size=-1";
+    {
+        const LongWork work(*database, [&] { ++calls; });
+        EXPECT_EQ(database->OpenRecordset(longStatement)->Fields(0).text(), "0");
+    }
+    EXPECT_GT(calls, 3);
+    const int callsBefore = calls;
+    EXPECT_EQ(database->OpenRecordset(longStatement)->Fields(0).text(), "0");
+    EXPECT_EQ(calls, callsBefore);
+}
+
 TEST(Dao, failsWithTheEnginesNumbers) {
     const TemporaryFolder folder;
     const auto database = openTemplateCopy(folder);

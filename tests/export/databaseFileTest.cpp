@@ -18,7 +18,7 @@ protected:
     }
     int load(const std::string& file) {
         try {
-            modExport::loadDatabase(working, file);
+            modExport::loadDatabase(working, file, userInterface);
         } catch (const RuntimeError& error) {
             EXPECT_NE(std::string(error.what()).find(file), std::string::npos) << error.what();
             return error.number();
@@ -35,7 +35,10 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     working.database().Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");
     const auto before = rows("select * from details");
     const std::string copy = application.typed("copy.mdb");
-    EXPECT_FALSE(modExport::copyDatabase(working, copy));
+    for (const char* leftover : {"copy.mdb-wal", "copy.mdb-journal"}) {
+        application.write(leftover, "of another database, which the engine would apply to this one");
+    }
+    EXPECT_FALSE(modExport::copyDatabase(working, copy, userInterface));
     EXPECT_EQ(application.read("copy.mdb").substr(0, 15), "SQLite format 3");
     working.database().Execute("delete * from details where isFolder=1");
     EXPECT_EQ(load(copy), 0);
@@ -43,10 +46,16 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     EXPECT_EQ(cell("select count(*) from nodes"), "2") << "saved nodes are appended to those there";
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
 
-    const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"));
+    const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"), userInterface);
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), 76);
     EXPECT_EQ(rows("select * from details"), before) << "the program goes on with its database";
+
+    platform::deleteFile(working.path());
+    EXPECT_THROW(static_cast<void>(modExport::copyDatabase(working, copy, userInterface)), RuntimeError);
+    EXPECT_EQ(count(), "0") << "or with a new one, where somebody has taken that away";
+    EXPECT_EQ(load(copy), 0);
+    EXPECT_EQ(rows("select * from details"), before);
 }
 
 TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {

@@ -250,7 +250,8 @@ TEST_F(Reports, titlesQueriesAndNames) {
               "details  where isFolder=1 ORDER BY parentFolder;");
     EXPECT_EQ(reportQuery(ReportFormat::excel, 1).substr(0, 27), "SELECT [drive] , [fullpath]");
     EXPECT_EQ(reportQuery(ReportFormat::excel, 2).substr(0, 26), "SELECT [drive], [fullpath]");
-    EXPECT_EQ(modExport::defaultFileName(ReportFormat::text, evening), "03-14-2004-21-05-07.csv");
+    EXPECT_EQ(modExport::defaultFileName(fileExtension(ReportFormat::text), evening),
+              "03-14-2004-21-05-07.csv");
     EXPECT_EQ(modExport::saveDialogFilter(ReportFormat::html),
               "HTML Files (*.html)|*.html|All Files (*.*)|*.*");
 

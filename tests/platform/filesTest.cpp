@@ -87,6 +87,23 @@ TEST(Files, areFollowedThroughLinks) {
     EXPECT_EQ(folder.read("target"), "new");
 }
 
+TEST(Files, areWrittenUnderTheLongestNameButNotWhenReadOnly) {
+    const TemporaryFolder folder;
+    const std::string longest(255, 'n');
+    platform::replaceFile(folder.typed(longest), "x");
+    EXPECT_EQ(folder.read(longest), "x");
+
+    folder.write("kept", "old");
+    fs::permissions(folder.path(), fs::perms::all);
+    const testSystem::ReadOnlyFile kept(folder / "kept");
+    if (!kept.isReadOnly()) {
+        GTEST_SKIP() << "the superuser writes everything";
+    }
+    EXPECT_EQ(errorNumberOf([&] { platform::replaceFile(folder.typed("kept"), "new"); }), 70);
+    EXPECT_EQ(errorNumberOf([&] { platform::deleteFile(folder.typed("kept")); }), 70);
+    EXPECT_EQ(folder.read("kept"), "old");
+}
+
 TEST(Files, lockBetweenHolders) {
     const TemporaryFolder folder;
     auto first = platform::FileLock::tryAcquire(folder.typed("x.lock"));

@@ -64,7 +64,10 @@ bool makeLink(const std::filesystem::path& target, const std::filesystem::path& 
 
 // --- the process ----------------------------------------------------------------------------------------
 
+// An environment variable; an empty value takes it away.
 void setVariable(const std::string& name, const std::string& value);
+// The variable that says where temporary files go.
+[[nodiscard]] std::string temporaryFolderVariable();
 [[nodiscard]] std::string accountName();
 
 struct Outcome {

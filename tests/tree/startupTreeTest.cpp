@@ -68,14 +68,14 @@ TEST(StartupTree, holdsDrivesAndShares) {
     clsRegSettings settings;
     settings.setINIPath(fixture.disk.internal("settings.ini"));
     modStartupTree::initializeTreeView(tree, settings, somePlaces());
-    EXPECT_THAT(tree.allKeys(), ElementsAre("ROOT", "/\\", "b:\\", "/mnt/my stick\\", "/cd\\", "/gone\\",
-                                            "/odd\\", "NETWORK", "\\\\mail\\", "\\\\mail\\export/deep\\",
-                                            "\\\\nas\\", "\\\\nas\\b9\\", "\\\\nas\\b10\\"));
+    EXPECT_THAT(keysOf(tree), ElementsAre("ROOT", "/\\", "b:\\", "/mnt/my stick\\", "/cd\\", "/gone\\",
+                                          "/odd\\", "NETWORK", "\\\\mail\\", "\\\\mail\\export/deep\\",
+                                          "\\\\nas\\", "\\\\nas\\b9\\", "\\\\nas\\b10\\"));
     EXPECT_TRUE(tree.isFirstNode("ROOT") && tree.isExpanded("ROOT"));
     EXPECT_EQ(tree.text("/mnt/my stick\\").toStdString(), "/mnt/my stick/ (Removable Drive)");
     EXPECT_EQ(tree.text("/odd\\").toStdString(), "/odd/ ()");
     EXPECT_EQ(tree.text("\\\\mail\\export/deep\\").toStdString(), "export/deep");
-    for (const std::string& key : tree.allKeys()) {
+    for (const std::string& key : keysOf(tree)) {
         const bool isPlace = key == "/\\" || (key.starts_with("\\\\") && modNodeKeys::isFolderKey(key));
         EXPECT_EQ(tree.findNode("DUMMY" + key), isPlace) << key;
     }

@@ -14,6 +14,16 @@
 #include "tree/treeOperations.h"
 #include "views/widgets/systemIcons.h"
 
+// All keys of a tree or its model, as the nodes stand there.
+template <class Tree>
+std::vector<std::string> keysOf(const Tree& tree) {
+    std::vector<std::string> keys;
+    for (const PlacedNode& node : tree.allNodes()) {
+        keys.push_back(node.content.key);
+    }
+    return keys;
+}
+
 // A tree in sight, filled as the window fills it, with one top-level node for a folder of the disk.
 class TreeFixture {
 public:

@@ -5,6 +5,7 @@
 #include <QAbstractItemModelTester>
 
 #include "support/errorNumberOf.h"
+#include "tree/treeFixture.h"
 
 namespace {
 
@@ -45,7 +46,7 @@ TEST_F(TreeModelTest, sortsFoldersAsPeopleDoAndInsertsThemInRuns) {
     model.insertSorted("/\\", folders({"b12", "zoom", "b11", "0"}));
     EXPECT_EQ(texts(), "0 A a b2 B3 zzz b11 b12 \u00e9t\u00e9 Zoo zoom ");
     EXPECT_EQ(runs, 4) << "one for each place";
-    for (const std::string& key : model.allKeys()) {
+    for (const std::string& key : keysOf(model)) {
         EXPECT_EQ(model.keyOf(model.indexOf(key)), key);
         const QModelIndex index = model.indexOf(key);
         EXPECT_EQ(model.index(index.row(), 0, index.parent()), index) << key;
@@ -63,7 +64,45 @@ TEST_F(TreeModelTest, refusesKeysThatAreThereOrAreNot) {
     EXPECT_EQ(errorNumberOf([&] { (void)model.text("DUMMY/\\usr\\"); }), 35601);
     EXPECT_EQ(errorNumberOf([&] { model.removePlaceholder("DUMMY/\\"); }), 35601);
     EXPECT_EQ(errorNumberOf([&] { model.removePlaceholder("/\\usr\\"); }), 35601);
-    EXPECT_THAT(model.allKeys(), testing::ElementsAre("/\\", "/\\usr\\")) << "nothing was added by half";
+    EXPECT_THAT(keysOf(model), testing::ElementsAre("/\\", "/\\usr\\")) << "nothing was added by half";
+}
+
+TEST_F(TreeModelTest, replacesAllNodesOrNone) {
+    const auto placed = [](const char* key, std::size_t parent) {
+        return PlacedNode{{key, {}, {}, {}}, QString(), parent};
+    };
+    constexpr std::size_t top = PlacedNode::topLevel;
+    const std::pair<std::vector<PlacedNode>, int> wrong[] = {
+        {{placed("a", top), placed("a", 0)}, 35602},
+        {{placed("a", top), placed("b", 1)}, 9},
+        {{placed("a", 1), placed("b", top)}, 9},
+    };
+    for (const auto& each : wrong) {
+        EXPECT_EQ(errorNumberOf([&] { model.replaceAll(each.first); }), each.second);
+    }
+    EXPECT_THAT(keysOf(model), testing::ElementsAre("/\\"));
+
+    const auto indexes =
+        model.replaceAll({placed("b", top), placed("b2", 0), placed("a", top), placed("b1", 0)});
+    EXPECT_THAT(keysOf(model), testing::ElementsAre("b", "b2", "b1", "a"));
+    EXPECT_EQ(indexes[3], model.indexOf("b1"));
+    EXPECT_EQ(indexes[3].row(), 1);
+    model.append("b2", {"/\\", {}, {}, {}});
+    EXPECT_EQ(model.parentKey("/\\"), "b2") << "the old node's key is free";
+    model.replaceAll({});
+    EXPECT_FALSE(model.contains("b") || model.rowCount({}) > 0);
+}
+
+TEST(TreeModel, bearsChainsOfAnyDepth) {
+    constexpr std::size_t depth = 200'000;
+    TreeModel model;
+    std::vector<PlacedNode> chain;
+    for (std::size_t i = 0; i < depth; ++i) {
+        chain.push_back({{std::to_string(i), {}, {}, {}}, {}, i == 0 ? PlacedNode::topLevel : i - 1});
+    }
+    model.replaceAll(std::move(chain));
+    EXPECT_EQ(model.allNodes().size(), depth);
+    model.replaceAll({}); // or the stack would overflow here
 }
 
 } // namespace

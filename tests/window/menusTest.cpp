@@ -114,7 +114,7 @@ TEST_F(Menus, tableKeepsItsOddities) {
 
 TEST_F(Menus, disablingExportsLeavesTheRest) {
     create();
-    modMenus::disableExports(cP);
+    modMenus::setExportsEnabled(cP, false);
     QStringList enabled;
     for (int index = 1; index <= cP.count(); ++index) {
         if (cP.isEnabled(index) && !cP.itemKey(index).isEmpty() && !cP.action(index).isSeparator()) {

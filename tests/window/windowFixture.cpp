@@ -7,6 +7,26 @@
 #include "app/modGlobal.h"
 #include "platform/files.h"
 
+void RecordingDialogs::exportOptions(clsExport& options) {
+    frmExport box(options, nullptr);
+    QTimer::singleShot(0, &box, [&] {
+        if (setExportOptions) {
+            setExportOptions(box);
+        } else {
+            box.findChild<QPushButton*>(QStringLiteral("cmdOK"))->click();
+        }
+    });
+    box.exec();
+}
+
+std::string RecordingDialogs::chosen(const FileRequest& request) {
+    requests.push_back(request);
+    if (file.empty()) {
+        throw RuntimeError(errorNumber::dialogCancelled, "Cancel was selected");
+    }
+    return file;
+}
+
 WindowFixture::WindowFixture() {
     platform::copyFile(SPANNORY_TEMPLATE, application.internal("001.dat"));
     // The network branch shows what is mounted on the machine at hand.

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "app/window/frmExport.h"
 #include "app/window/frmMain.h"
 #include "support/temporaryFolder.h"
 #include "views/widgets/folderChart.h"
@@ -24,11 +25,25 @@ public:
         return answer;
     }
     void about() override { ++abouts; }
+    void exportOptions(clsExport& options) override;
+    [[nodiscard]] std::string saveFile(const FileRequest& request) override { return chosen(request); }
+    [[nodiscard]] std::string openFile(const FileRequest& request) override { return chosen(request); }
+    [[nodiscard]] bool startProgramOf(const std::string& path) override {
+        opened.push_back(path);
+        return true;
+    }
 
     std::vector<std::string> messages;
     std::vector<std::string> questions;
+    std::vector<FileRequest> requests; // of file dialogs
+    std::vector<std::string> opened;   // in their programs
     bool answer = true;
     int abouts = 0;
+    std::string file;                                 // what file dialogs are answered with; empty: Cancel
+    std::function<void(frmExport&)> setExportOptions; // what is done with that box; nothing: OK
+
+private:
+    std::string chosen(const FileRequest& request);
 };
 
 // The real main window over an application folder and a tree of its own, its controls found by their names.

@@ -1,6 +1,7 @@
 #include "views/widgets/chartBarPainter.h"
 
 #include <QLinearGradient>
+#include <QPainterPath>
 #include <QPolygonF>
 #include <algorithm>
 #include <array>
@@ -67,6 +68,19 @@ void paintBox(QPainter& painter, const ChartBar& bar, const ChartFrame& frame, c
     painter.drawRect(front);
 }
 
+// Bars without edges, which may touch: one shape, so that no seams are seen.
+void paintThinBars(QPainter& painter, const ChartFrame& frame, const ChartBars& bars) {
+    QPainterPath path;
+    path.setFillRule(Qt::WindingFill);
+    for (const ChartBar& bar : bars.bars) {
+        path.addRect(bar.front);
+    }
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(
+        gradient({bars.zero, 0}, {frame.plot.right(), 0}, chartLook::thinStart, chartLook::thinEnd));
+    painter.drawPath(path);
+}
+
 void paintMark(QPainter& painter, const ChartBar& bar, const ChartFrame& frame, bool highlighted) {
     painter.setPen(hairline(highlighted ? chartLook::accent : chartLook::markEdge, frame));
     painter.drawLine(bar.markFrom + halfPixel, bar.markTo + halfPixel);
@@ -118,12 +132,21 @@ void chartBarPainter::paintBars(QPainter& painter, const ChartFrame& frame, cons
                                 const ChartState& state) {
     painter.setFont(frame.labelFont);
     for (const ChartBar& bar : bars.bars) {
-        paintLabel(painter, bar, frame, bar.index == state.hovered, bar.index == state.selected);
+        if (bar.hasTexts()) {
+            paintLabel(painter, bar, frame, bar.index == state.hovered, bar.index == state.selected);
+        }
+    }
+    if (!bars.boxes) {
+        paintThinBars(painter, frame, bars);
     }
     painter.setFont(frame.markFont);
     for (const ChartBar& bar : bars.bars) {
         const bool highlighted = bar.index == state.hovered || bar.index == state.selected;
-        paintBox(painter, bar, frame, bars, highlighted);
-        paintMark(painter, bar, frame, highlighted);
+        if (bars.boxes) {
+            paintBox(painter, bar, frame, bars, highlighted);
+        }
+        if (bar.hasTexts()) {
+            paintMark(painter, bar, frame, highlighted);
+        }
     }
 }

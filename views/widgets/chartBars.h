@@ -10,7 +10,7 @@
 
 // One bar in view, with its label on the left and its mark at the end.
 struct ChartBar {
-    int index = 0; // of the entry
+    int index = 0; // of the entry, or of the largest of those that the bar stands for
     double megabytes = 0;
     QString label; // as far as there is room for it
     QString value;
@@ -19,17 +19,22 @@ struct ChartBar {
     QRectF mark;
     QPointF markFrom; // where the mark's line begins
     QPointF markTo;
+
+    // Whether it has a label and a mark; every bar has them where there is room.
+    [[nodiscard]] bool hasTexts() const { return !mark.isNull(); }
 };
 
 // Where the bars in view stand, smallest first (at the bottom). The axis is that of the bars in view, so that
-// those scrolled to can be told apart however small they are.
+// those scrolled to can be told apart however small they are. When all bars of a large folder are in view,
+// only some have texts, and where there are more of them than pixels, a bar stands for several entries.
 struct ChartBars {
     ChartBars(const ChartFrame& frame, const ChartState& state);
 
     std::vector<ChartBar> bars;
     ChartAxis axis;
-    QPointF depth;   // of a bar's box
-    double zero = 0; // x of the value 0 on the front plane
+    bool boxes = true; // false when bars are too thin for edges and sides
+    QPointF depth;     // of a bar's box
+    double zero = 0;   // x of the value 0 on the front plane
     double pixelsPerMegabyte = 0;
 
     [[nodiscard]] double x(double megabytes) const { return zero + megabytes * pixelsPerMegabyte; }
@@ -38,6 +43,10 @@ struct ChartBars {
     [[nodiscard]] QRectF markOf(int index) const;
 
 private:
+    double writeTexts(const ChartFrame& frame, const ChartState& state);
     void setRange(const ChartFrame& frame, double markWidth);
     void place(const ChartFrame& frame);
+    void placeMark(const ChartFrame& frame, std::size_t index);
+
+    double slot_ = 0; // the height that a bar has, with the gap above it
 };

@@ -31,6 +31,8 @@ ChartFrame::ChartFrame(const QRectF& rectangle, const QFont& font)
     labelFont = fontOf(font, textSize, QFont::Bold);
     markFont = fontOf(font, textSize * 0.92, QFont::Normal);
     labelHeight = std::ceil(QFontMetricsF(labelFont).height());
+    labelWidth =
+        std::round(std::min(length(chartLook::labelLength), panel.width() * chartLook::mostLabelShare));
     markHeight = std::ceil(QFontMetricsF(markFont).height()) + length(2);
 
     const double left = panel.left() + std::round(panel.width() * chartLook::leftMargin);
@@ -41,15 +43,29 @@ ChartFrame::ChartFrame(const QRectF& rectangle, const QFont& font)
     title = QRectF(panel.left(), top, panel.width(), std::ceil(QFontMetricsF(titleFont).height()) + gap);
     pieRoom = QRectF(QPointF(left, title.bottom() + gap), QPointF(right, bottom));
 
-    const QRectF room(
-        QPointF(left + std::round(length(chartLook::labelLength)) + gap, title.bottom() + gap / 2),
-        QPointF(right, bottom - labelHeight - gap));
+    const QRectF room(QPointF(left + labelWidth + gap, title.bottom() + gap / 2),
+                      QPointF(right, bottom - labelHeight - gap));
     const double offset = std::round(std::min(room.width(), room.height()) * chartLook::depth);
     depth = QPointF(offset, -offset);
     plot = room.adjusted(0, offset, -offset, 0);
+    findRoom();
+}
+
+void ChartFrame::findRoom() {
     hasRoom = plot.width() >= 60 && plot.height() >= markHeight;
 }
 
+ChartFrame ChartFrame::resized(const QSizeF& size) const {
+    ChartFrame result(*this);
+    const QSizeF more = size - panel.size();
+    result.panel.setSize(size);
+    result.title.setWidth(size.width());
+    result.plot.setSize(plot.size() + more);
+    result.pieRoom.setSize(pieRoom.size() + more);
+    result.findRoom();
+    return result;
+}
+
 int ChartFrame::barRoom() const {
-    return std::clamp(static_cast<int>(plot.height() / (markHeight + 1)), 1, ChartPaging::mostVisible);
+    return std::clamp(static_cast<int>(plot.height() / leastSlot()), 1, ChartPaging::mostVisible);
 }

@@ -14,6 +14,7 @@ struct ChartFrame {
     QFont titleFont;
     QFont labelFont;
     QFont markFont;
+    double labelWidth = 0;  // of the bars' labels
     double labelHeight = 0; // of a line of labelFont
     double markHeight = 0;  // of a mark's box
     QRectF title;
@@ -24,6 +25,13 @@ struct ChartFrame {
 
     [[nodiscard]] QRectF backWall() const { return plot.translated(depth); }
     [[nodiscard]] double length(double pixels) const { return pixels * scale; }
+    // The same for a panel of another size, which begins where this one does: texts, margins and depth stay.
+    [[nodiscard]] ChartFrame resized(const QSizeF& size) const;
+    // The height that a bar with readable labels needs.
+    [[nodiscard]] double leastSlot() const { return markHeight + 1; }
     // For how many bars with readable labels the plot is tall enough.
     [[nodiscard]] int barRoom() const;
+
+private:
+    void findRoom();
 };

@@ -39,7 +39,8 @@ inline constexpr QRgb selectedText = qRgb(255, 255, 255); // on the accent
 inline constexpr QRgb quietText = qRgb(72, 80, 92);
 inline constexpr double titleSize = 1.4; // times an ordinary text
 inline constexpr double labelLength = 100;
-inline constexpr double gap = 6; // between a text and what it belongs to
+inline constexpr double mostLabelShare = 0.3; // of the panel's width, when that is small
+inline constexpr double gap = 6;              // between a text and what it belongs to
 
 // Bars: from left to right, on top and at the end.
 // A bar is a tenth of the category axis thick, or as much of that as its slot leaves when there are many.
@@ -49,12 +50,15 @@ inline constexpr double barDepth = 0.6; // of the walls' depth
 inline constexpr QRgb barStart = qRgb(248, 248, 250);
 inline constexpr QRgb barEnd = qRgb(160, 161, 166);
 inline constexpr QRgb barEdge = qRgb(92, 96, 104);
+inline constexpr QRgb thinStart = barEnd; // without edges
+inline constexpr QRgb thinEnd = barEdge;
 inline constexpr QRgb highlightStart = qRgb(232, 241, 251);
 inline constexpr QRgb highlightEnd = qRgb(112, 160, 208);
 
 // Marks.
 inline constexpr double calloutLength = 20;
 inline constexpr double markPadding = 4;
+inline constexpr double mostMarkShare = 0.85; // of the plot's width, with their lines
 inline constexpr QRgb markFill = qRgb(255, 255, 255);
 inline constexpr QRgb markEdge = qRgb(112, 122, 136);
 

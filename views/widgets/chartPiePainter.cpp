@@ -1,5 +1,6 @@
 #include "views/widgets/chartPiePainter.h"
 
+#include <QPaintEngine>
 #include <QRadialGradient>
 #include <algorithm>
 #include <array>
@@ -10,18 +11,34 @@ namespace {
 
 enum class LabelLook { plain, hovered, selected };
 
+// Gradients that fade out come out opaque on a PDF page.
+bool hasFading(const QPainter& painter) {
+    return painter.paintEngine()->type() != QPaintEngine::Pdf;
+}
+
 void paintShadow(QPainter& painter, const ChartPie& pie) {
     const QRectF area = pie.top.translated(0, pie.depth * 1.6);
     painter.save();
     painter.translate(area.center());
     painter.scale(1, area.height() / area.width());
     const double radius = area.width() / 2 * 1.08;
-    QRadialGradient gradient(QPointF(), radius);
-    gradient.setColorAt(0.85, QColor(40, 50, 70, 90));
-    gradient.setColorAt(1, QColor(40, 50, 70, 0));
+    constexpr double inner = 0.85;
+    const QColor dark(40, 50, 70, 90);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(gradient);
-    painter.drawEllipse(QPointF(), radius, radius);
+    if (hasFading(painter)) {
+        QRadialGradient gradient(QPointF(), radius);
+        gradient.setColorAt(inner, dark);
+        gradient.setColorAt(1, QColor(dark.red(), dark.green(), dark.blue(), 0));
+        painter.setBrush(gradient);
+        painter.drawEllipse(QPointF(), radius, radius);
+    } else {
+        constexpr int discs = 18; // upon each other
+        painter.setBrush(QColor(dark.red(), dark.green(), dark.blue(), dark.alpha() / discs));
+        for (int i = 1; i <= discs; ++i) {
+            const double disc = radius * (inner + (1 - inner) * i / discs);
+            painter.drawEllipse(QPointF(), disc, disc);
+        }
+    }
     painter.restore();
 }
 
@@ -46,13 +63,15 @@ void paintTops(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) 
         painter.setBrush(slice.colour);
         painter.drawPath(pie.topOf(slice));
     }
-    QRadialGradient light(pie.top.center() - QPointF(pie.top.width(), pie.top.height()) * 0.2,
-                          pie.top.width() * 0.75);
-    light.setColorAt(0, QColor(255, 255, 255, 64));
-    light.setColorAt(0.7, QColor(255, 255, 255, 0));
-    light.setColorAt(1, QColor(0, 0, 0, 24));
-    painter.setBrush(light);
-    painter.drawEllipse(pie.top);
+    if (hasFading(painter)) {
+        QRadialGradient light(pie.top.center() - QPointF(pie.top.width(), pie.top.height()) * 0.2,
+                              pie.top.width() * 0.75);
+        light.setColorAt(0, QColor(255, 255, 255, 64));
+        light.setColorAt(0.7, QColor(255, 255, 255, 0));
+        light.setColorAt(1, QColor(0, 0, 0, 24));
+        painter.setBrush(light);
+        painter.drawEllipse(pie.top);
+    }
     painter.setBrush(Qt::NoBrush);
     painter.setPen(edgePen(Qt::white, frame.length(1.2)));
     painter.drawEllipse(pie.top);

@@ -39,6 +39,13 @@ void GroupLists::updateUserListview(Database& database, std::string_view selecte
                        [&] { update(owners_, database, selectedKey, modFigures::owners); });
 }
 
+void GroupLists::clear() {
+    for (Shown* shown : {&fileTypes_, &owners_}) {
+        shown->list.rows().clear();
+        shown->key.clear();
+    }
+}
+
 void GroupLists::update(Shown& shown, Database& database, std::string_view selectedKey, Query query) {
     if (selectedKey.empty() || selectedKey == "ROOT") {
         return;

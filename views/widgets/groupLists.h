@@ -25,6 +25,9 @@ public:
     void updateFileTypeListview(Database& database, std::string_view selectedKey);
     void updateUserListview(Database& database, std::string_view selectedKey);
 
+    // Empties both lists; the next updates fill them anew, whatever folder is shown.
+    void clear();
+
 private:
     struct Shown {
         ListView& list;

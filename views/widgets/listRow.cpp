@@ -2,6 +2,7 @@
 
 #include <array>
 #include <bit>
+#include <charconv>
 #include <cstdint>
 #include <cstring>
 
@@ -59,6 +60,20 @@ CellTag readTag(std::string_view field) {
 }
 
 } // namespace
+
+std::optional<double> numberOf(const CellTag& tag) {
+    if (const double* number = std::get_if<double>(&tag)) {
+        return *number;
+    }
+    if (const std::string_view* text = std::get_if<std::string_view>(&tag)) {
+        double result = 0;
+        const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), result);
+        if (error == std::errc() && end == text->data() + text->size()) {
+            return result;
+        }
+    }
+    return {};
+}
 
 ListRow::ListRow(std::string_view key, std::string_view tag, std::span<const ListCell> cells) {
     std::size_t size =

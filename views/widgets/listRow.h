@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -8,6 +9,9 @@
 
 // What a cell carries beside its text: nothing, a raw number, or a text. A text is not owned.
 using CellTag = std::variant<std::monostate, double, std::string_view>;
+
+// The number that a tag is, or that its text reads as; nothing when it is none.
+[[nodiscard]] std::optional<double> numberOf(const CellTag& tag);
 
 // One cell: what is shown (UTF-8), and its tag. Refers to texts of others.
 struct ListCell {

@@ -184,6 +184,11 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         Q_EMIT menuRequested(menuPlace());
         event->accept();
+    } else if (event->matches(QKeySequence::Copy)) { // all of it, not the one cell that Qt would copy
+        if (!event->isAutoRepeat()) {
+            Q_EMIT copyRequested();
+        }
+        event->accept();
     } else {
         QTreeView::keyPressEvent(event);
     }

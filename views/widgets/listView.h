@@ -48,6 +48,8 @@ Q_SIGNALS:
     void columnClicked(int column);
     // The right button, the menu key or Shift+F10; the menu's place on the screen.
     void menuRequested(const QPoint& place);
+    // Ctrl+C.
+    void copyRequested();
 
 protected:
     void contextMenuEvent(QContextMenuEvent* event) override;

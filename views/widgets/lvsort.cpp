@@ -3,7 +3,6 @@
 #include <QCollator>
 #include <QHeaderView>
 #include <algorithm>
-#include <charconv>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -49,20 +48,6 @@ private:
     bool wasDrawn_;
 };
 
-std::optional<double> number(const CellTag& tag) {
-    if (const double* number = std::get_if<double>(&tag)) {
-        return *number;
-    }
-    if (const std::string_view* text = std::get_if<std::string_view>(&tag)) {
-        double result = 0;
-        const auto [end, error] = std::from_chars(text->data(), text->data() + text->size(), result);
-        if (error == std::errc() && end == text->data() + text->size()) {
-            return result;
-        }
-    }
-    return {};
-}
-
 std::string tagText(const CellTag& tag) {
     std::string result;
     if (const double* number = std::get_if<double>(&tag)) {
@@ -87,7 +72,7 @@ std::string sortKey(const ListCell& cell, KeyKind kind) {
         return reformattedDate(cell.text, "yyyy/mm/dd");
     }
     std::string result;
-    if (const auto value = number(cell.tag)) {
+    if (const auto value = numberOf(cell.tag)) {
         modFormat::appendFormattedNumber(result, *value, "0000000000000000000");
         return result;
     }
@@ -99,7 +84,7 @@ std::string restoredText(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
         return reformattedDate(cell.text, "mm/dd/yyyy");
     }
-    const auto value = kind == KeyKind::size ? number(cell.tag) : std::nullopt;
+    const auto value = kind == KeyKind::size ? numberOf(cell.tag) : std::nullopt;
     return value ? formatSize(*value) : tagText(cell.tag);
 }
 

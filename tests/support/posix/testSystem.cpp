@@ -115,7 +115,11 @@ std::string testSystem::folderInsteadOfFile() {
 }
 
 void testSystem::setVariable(const std::string& name, const std::string& value) {
-    ::setenv(name.c_str(), value.c_str(), 1);
+    value.empty() ? ::unsetenv(name.c_str()) : ::setenv(name.c_str(), value.c_str(), 1);
+}
+
+std::string testSystem::temporaryFolderVariable() {
+    return "TMPDIR";
 }
 
 std::string testSystem::accountName() {

@@ -235,7 +235,12 @@ std::string testSystem::folderInsteadOfFile() {
 }
 
 void testSystem::setVariable(const std::string& name, const std::string& value) {
-    ::SetEnvironmentVariableW(platform::wide(name).c_str(), platform::wide(value).c_str());
+    ::SetEnvironmentVariableW(platform::wide(name).c_str(),
+                              value.empty() ? nullptr : platform::wide(value).c_str());
+}
+
+std::string testSystem::temporaryFolderVariable() {
+    return "TMP";
 }
 
 std::string testSystem::accountName() {
@@ -270,7 +275,7 @@ testSystem::Outcome testSystem::run(const std::string& program, const std::vecto
         ::CloseHandle(handle);
     }
     for (const auto& [name, value] : variables) {
-        ::SetEnvironmentVariableW(platform::wide(name).c_str(), nullptr);
+        setVariable(name, {});
     }
     return {status, outputFile.empty() ? folder.read("out") : "", folder.read("err")};
 }

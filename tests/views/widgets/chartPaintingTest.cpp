@@ -13,14 +13,6 @@
 
 namespace {
 
-ChartState stateOf(const std::vector<ChartEntry>& entries, ChartStyle style = ChartStyle::bar) {
-    ChartState state;
-    state.entries = entries;
-    state.style = style;
-    state.font = QApplication::font();
-    return state;
-}
-
 QImage painted(const ChartState& state, QSize size) {
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::magenta);

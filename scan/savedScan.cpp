@@ -1,11 +1,13 @@
-#include "app/console/savedScan.h"
+#include "scan/savedScan.h"
 
 #include <algorithm>
+#include <limits>
 #include <set>
 #include <unordered_set>
 
 #include "app/modGlobal.h"
 #include "db/values.h"
+#include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "scan/clsFile.h"
@@ -13,6 +15,7 @@
 namespace {
 
 constexpr std::size_t longestStoredPath = 255;
+constexpr std::size_t longestPath = 32767;
 
 bool holdsRows(Database& database, const std::string& key) {
     const clsFile folder(key);
@@ -47,7 +50,7 @@ std::string modSavedScan::findFolder(Database& database, std::string_view typedP
 }
 
 std::vector<std::string> modSavedScan::topFolders(Database& database) {
-    std::unordered_set<std::string> folders;
+    std::unordered_set<std::string, platform::NameHash, platform::NameEqual> folders;
     const auto own = database.OpenRecordset("select drive, fullPath from details where isFolder=1");
     for (; !own->EndOfFile(); own->MoveNext()) {
         folders.insert(std::string(own->Fields("drive").text()).append(own->Fields("fullPath").text()));
@@ -57,6 +60,9 @@ std::vector<std::string> modSavedScan::topFolders(Database& database) {
         database.OpenRecordset("select distinct parentFolder from details order by parentFolder");
     for (; !parents->EndOfFile(); parents->MoveNext()) {
         std::string key(parents->Fields("parentFolder").text());
+        if (platform::characterCount(key) > longestPath) {
+            continue; // of no scan
+        }
         const clsFile folder(key);
         // A longer path was cut in its folder's own row, and so would not be found there.
         const bool wasCut = platform::characterCount(folder.fullPathNoDrive()) > longestStoredPath;
@@ -65,4 +71,49 @@ std::vector<std::string> modSavedScan::topFolders(Database& database) {
         }
     }
     return result;
+}
+
+std::vector<std::string> modSavedScan::scannedFolders(Database& database, std::size_t most) {
+    constexpr std::int64_t allRows = std::numeric_limits<std::int64_t>::max();
+    std::vector<std::string> result;
+    for (const std::string& top : topFolders(database)) {
+        if (result.size() >= most) {
+            break;
+        }
+        if (top.find('"') != std::string::npos) { // never stored by a scan, and the end of a statement's text
+            continue;
+        }
+        if (wasWalked(database, top, allRows)) {
+            result.push_back(top);
+            continue;
+        }
+        for (std::string& folder : subfolders(database, top)) {
+            result.push_back(std::move(folder));
+        }
+    }
+    result.resize(std::min(result.size(), most));
+    return result;
+}
+
+std::vector<std::string> modSavedScan::subfolders(Database& database, std::string_view key) {
+    std::vector<std::string> result;
+    const auto rows = database.OpenRecordset(
+        "select distinct fileName from details where isFolder=1 and parentFolder=" + modGlobal::quoted(key));
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        result.push_back(modGlobal::addBackslash(std::string(key).append(rows->Fields(0).text())));
+    }
+    return result;
+}
+
+bool modSavedScan::wasWalked(Database& database, std::string_view key, std::int64_t lastRow) {
+    const bool isRoot = clsFile(key).fullPathNoDrive().empty();
+    const auto rows =
+        database.OpenRecordset("select isFolder from details where parentFolder=" + modGlobal::quoted(key) +
+                               " and idx<=" + std::to_string(lastRow));
+    for (int folders = 0; !rows->EndOfFile(); rows->MoveNext()) {
+        if (rows->Fields(0).number() == 0 || (isRoot && ++folders > 1)) {
+            return true;
+        }
+    }
+    return false;
 }

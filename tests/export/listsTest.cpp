@@ -1,0 +1,163 @@
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "app/errorLog.h"
+#include "export/clipboard.h"
+#include "export/exportQueries.h"
+#include "export/listClipboard.h"
+#include "export/listTable.h"
+#include "export/listWorkbook.h"
+#include "platform/environment.h"
+#include "platform/runtimeError.h"
+#include "support/recordingInterface.h"
+#include "support/temporaryFolder.h"
+#include "support/testSystem.h"
+#include "support/zipPart.h"
+
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+using modExport::ListTable;
+
+struct MemoryTable : ListTable {
+    struct Cell {
+        std::string_view text;
+        std::optional<double> number = {};
+    };
+    MemoryTable(std::vector<Column> itsHeaders, std::vector<std::vector<Cell>> itsRows)
+        : headers(std::move(itsHeaders)), rows(std::move(itsRows)), count(rows.size()) {}
+    [[nodiscard]] std::span<const Column> columns() const override { return headers; }
+    [[nodiscard]] std::size_t rowCount() const override { return count; }
+    [[nodiscard]] std::string_view text(std::size_t row, std::size_t column) const override {
+        return rows[row][column].text;
+    }
+    [[nodiscard]] std::optional<double> number(std::size_t row, std::size_t column) const override {
+        return rows[row][column].number;
+    }
+
+    std::vector<Column> headers;
+    std::vector<std::vector<Cell>> rows;
+    std::size_t count;
+};
+
+struct MemoryClipboard final : modExport::Clipboard {
+    void clear() override { content = "cleared"; }
+    void setText(std::string_view text) override {
+        content = fails ? throw RuntimeError(errorNumber::outOfMemory) : std::string(text);
+    }
+
+    std::string content = "as before";
+    bool fails = false;
+};
+
+// What is made in the temporary folder is made in `temporary`.
+struct Lists : testing::Test {
+    Lists() {
+        testSystem::setVariable(temporaryVariable, temporary.typed());
+        modGlobal::setErrorLogSurroundings(folder.internal(), nullptr, &userInterface);
+    }
+    ~Lists() override {
+        modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
+        testSystem::setVariable(temporaryVariable, before);
+        EXPECT_EQ(userInterface.busyDepth, 0);
+        EXPECT_FALSE(userInterface.progressVisible);
+    }
+    void copy(const ListTable& table) { modGlobal::copyClipboardLvw(table, userInterface, clipboard); }
+    void print(std::string_view fileName) {
+        modGlobal::printToExcel(files, "Details - /srv/", userInterface, fileName);
+    }
+
+    TemporaryFolder folder;
+    TemporaryFolder temporary;
+    std::string temporaryVariable = testSystem::temporaryFolderVariable();
+    std::string before = platform::environmentVariable(temporaryVariable).value_or("");
+    RecordingInterface userInterface;
+    MemoryClipboard clipboard;
+    MemoryTable files{{{"Name", ListTable::Kind::text},
+                       {"Size", ListTable::Kind::bytes},
+                       {"Modified", ListTable::Kind::date},
+                       {"Count", ListTable::Kind::count}},
+                      {{{"=1+1"}, {"5.0 Gb", 5368709120}, {"03/14/2004 09:05:07 PM"}, {"3", 3}},
+                       {{"a, \"b\""}, {"none"}, {"never"}, {"12", 12}}}};
+};
+
+} // namespace
+
+TEST_F(Lists, clipboardTextHasHeadersAndRowsUnquoted) {
+    copy(files);
+    EXPECT_EQ(clipboard.content, "Name,Size,Modified,Count\r\n"
+                                 "=1+1,5.0 Gb,03/14/2004 09:05:07 PM,3\r\n"
+                                 "a, \"b\",none,never,12");
+    EXPECT_EQ(userInterface.progressMaximum, 2);
+    EXPECT_EQ(userInterface.progressValue, 2);
+    copy(MemoryTable{{{"Name", ListTable::Kind::text}}, {{{"one"}}, {{"two"}}}});
+    EXPECT_EQ(clipboard.content, "Name\r\none\r\ntwo");
+}
+
+TEST_F(Lists, listsOfNoRowsAndOfTooManyAreRefused) {
+    files.count = 0;
+    copy(files);
+    print(folder.internal("list.xlsx"));
+    files.count = 1'048'573; // one too many beside caption, blank, headers and totals
+    print(folder.internal("list.xlsx"));
+    EXPECT_THAT(userInterface.messages,
+                ElementsAre("The list is empty.", "The list is empty.",
+                            "There is too much data to export.  Please choose a different format."));
+    EXPECT_EQ(clipboard.content, "as before");
+    EXPECT_EQ(userInterface.progressMaximum, 0);
+    EXPECT_FALSE(exists(folder / "list.xlsx"));
+}
+
+TEST_F(Lists, workbookHoldsNumbersDatesAndTotals) {
+    print(folder.internal("list.xlsx"));
+    EXPECT_THAT(userInterface.opened, ElementsAre(folder.internal("list.xlsx")));
+    const std::string sheet = zipPart(folder.read("list.xlsx"), "xl/worksheets/sheet1.xml");
+    for (const char* part :
+         {R"(<pane ySplit="3" topLeftCell="A4")", R"(<c r="A1" s="1" t="inlineStr"><is><t>Details - /srv/)",
+          R"(<c r="B3" s="1" t="inlineStr"><is><t>Size)", "<t>=1+1</t>", "<t>none</t>", "<t>never</t>",
+          R"(<c r="B4" s="2"><v>5368709120</v>)", R"(<c r="C4" s="3"><v>38060.87855324074</v>)",
+          R"(<c r="D5" s="4"><v>12</v>)", R"(<c r="A6" s="1" t="inlineStr"><is><t>Total)",
+          R"(<c r="B6" s="5"><f>SUM(B4:B5)</f><v>5368709120</v>)",
+          R"(<c r="D6" s="6"><f>SUM(D4:D5)</f><v>15</v>)",
+          // "a, "b"" and not the caption; "5,368,709,120 bytes"
+          R"(<col min="1" max="1" width="8.)", R"(<col min="2" max="2" width="21.)"}) {
+        EXPECT_THAT(sheet, HasSubstr(part));
+    }
+    EXPECT_THAT(sheet, Not(HasSubstr("SUM(C4"))) << "dates have no total";
+    EXPECT_THAT(zipPart(folder.read("list.xlsx"), "xl/styles.xml"),
+                AllOf(HasSubstr("#,##0&quot; bytes&quot;"), HasSubstr("mm/dd/yyyy hh:mm:ss AM/PM")));
+}
+
+TEST_F(Lists, failuresAreLoggedUnderTheRoutinesName) {
+    clipboard.fails = true;
+    copy(files);
+    EXPECT_THAT(userInterface.messages.back(), HasSubstr("[modGlobal.copyClipboardLvw]"));
+    EXPECT_EQ(clipboard.content, "cleared");
+    constexpr std::string_view place = "\r\n[modGlobal.printToExcel]";
+    if (const std::string full = testSystem::fullDevice(); !full.empty()) {
+        print(full);
+        EXPECT_EQ(userInterface.messages.back(), "61 Disk full: " + full + std::string(place));
+    }
+    folder.write("list.xlsx", "old");
+    testSystem::setVariable(temporaryVariable, folder.typed("none"));
+    print(folder.internal("list.xlsx"));
+    EXPECT_THAT(userInterface.messages.back(), AllOf(HasSubstr(folder.typed("none")), HasSubstr(place)));
+    EXPECT_EQ(folder.read("list.xlsx"), "old");
+    EXPECT_THAT(userInterface.opened, IsEmpty());
+}
+
+TEST_F(Lists, workbooksInTheTemporaryFolderDoNotMeet) {
+    const platform::LocalTime evening{2004, 3, 14, 21, 5, 7};
+    const std::string stem = temporary.internal("Spannory-03-14-2004-21-05-07");
+    EXPECT_EQ(modExport::temporaryWorkbookName(evening), stem + ".xlsx");
+    print(stem + ".xlsx");
+    EXPECT_EQ(modExport::temporaryWorkbookName(evening), stem + "-2.xlsx");
+    const std::filesystem::directory_iterator entries(temporary.path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "the workbook alone is left";
+}

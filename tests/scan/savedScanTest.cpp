@@ -1,0 +1,64 @@
+#include "scan/savedScan.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/scanFixture.h"
+
+namespace {
+
+TEST(SavedScan, knowsWhatWasScannedByItsRows) {
+    const struct {
+        const char* name;
+        std::vector<std::pair<const char*, bool>>
+            rows; // the parent's key with the name, and whether it is a folder
+        std::vector<std::string> scanned;
+        std::vector<std::pair<const char*, bool>> walked;
+    } cases[] = {
+        {"a folder",
+         {{"/\\usr\\|a", false}, {"/\\|usr\\", true}},
+         {"/\\usr\\"},
+         {{"/\\", false}, {"/\\usr\\", true}}},
+        {"a drive with files",
+         {{"/\\usr\\|a", false}, {"/\\|usr\\", true}, {"/\\|b", false}},
+         {"/\\"},
+         {{"/\\", true}}},
+        {"a drive with folders alone",
+         {{"/home\\|me\\", true}, {"/home\\|you\\", true}},
+         {"/home\\"},
+         {{"/home\\", true}, {"/home\\me\\", false}}},
+        {"two folders of one that was not scanned",
+         {{"/\\usr\\|lib\\", true}, {"/\\usr\\|share\\", true}},
+         {"/\\usr\\lib\\", "/\\usr\\share\\"},
+         {{"/\\usr\\", false}}},
+        {"a parent that ends a statement's text", {{"/\\\"x\\|a", false}}, {}, {}},
+        {"nothing", {}, {}, {{"/\\", false}}},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.name);
+        ScanFixture fixture;
+        Database& database = fixture.working.database();
+        const auto table = database.OpenRecordset("details");
+        for (const auto& [path, isFolder] : each.rows) {
+            const std::string_view text(path);
+            const std::size_t bar = text.find('|');
+            table->AddNew();
+            table->Fields("parentFolder").setText(text.substr(0, bar));
+            table->Fields("fileName").setText(text.substr(bar + 1));
+            table->Fields("drive").setText(text.substr(0, text.find('\\') + 1));
+            const std::string whole = std::string(text.substr(0, bar)).append(text.substr(bar + 1));
+            table->Fields("fullPath").setText(std::string_view(whole).substr(whole.find('\\') + 1));
+            table->Fields("isFolder").setInteger(isFolder ? 1 : 0);
+            table->Update();
+        }
+        EXPECT_EQ(modSavedScan::scannedFolders(database, 1000), each.scanned);
+        EXPECT_LE(modSavedScan::scannedFolders(database, 1).size(), 1U);
+        const auto last = static_cast<std::int64_t>(each.rows.size());
+        for (const auto& [key, expected] : each.walked) {
+            EXPECT_EQ(modSavedScan::wasWalked(database, key, last), expected) << key;
+            EXPECT_FALSE(modSavedScan::wasWalked(database, key, 0)) << "no later row counts";
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,128 @@
+#include "tree/folderSelection.h"
+
+#include <gmock/gmock.h>
+
+#include "support/scanFixture.h"
+#include "tree/treeOperations.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class CountingViews final : public FolderViews {
+public:
+    void updateGraph() override {}
+    void refreshActiveView() override { ++refreshes; }
+    void clearFilesList() override {}
+    void scanRuns(bool running) override { scans += running ? 1 : 0; }
+
+    int refreshes = 0;
+    int scans = 0;
+};
+
+class FolderSelectionTest : public testing::Test, public ScanFixture {
+protected:
+    FolderSelectionTest() {
+        tvw.addNode({}, {"ROOT", {}, {}, {}});
+        tree.write("a/one.txt", "1");
+        tree.write("a/deep/two.txt", "22");
+        tree.write("b/three.txt", "333");
+    }
+    std::string count() { return cell("select count(*) from details"); }
+    // Rows as of a scan that was cancelled before any folder was completed: none has a stamp.
+    void load(std::string_view name = {}) {
+        scan(name);
+        working.database().Execute("update details set scanCompleteTime=NULL");
+        selection.showLoaded();
+        selection.cmdGo_Click(tree.typed(name));
+        views.scans = 0;
+    }
+    void click(std::string_view name) {
+        if (!tvw.findNode(key(name))) {
+            modGlobal::addTopNode(tvw, images, key(name));
+        }
+        tvw.selectNode(key(name));
+        selection.tvw_NodeClick(key(name));
+    }
+
+    FolderTree tvw;
+    ImageList images;
+    CountingViews views;
+    FolderSelection selection{{tvw, images, search, settings, working, userInterface, views}};
+};
+
+TEST_F(FolderSelectionTest, heldItRemembersTheLastClickOnly) {
+    selection.cmdGo_Click(tree.typed("b"));
+    const std::string rowsBefore = count();
+    {
+        const HeldSelection held(selection);
+        {
+            const HeldSelection nested(selection);
+            selection.refreshScreen();
+            selection.cmdGo_Click(tree.typed("a"));
+        }
+        click("a/deep");
+        EXPECT_EQ(count(), rowsBefore);
+        EXPECT_EQ(views.scans, 1);
+    }
+    EXPECT_THAT(rows("select fileName from details where isFolder=0"), ElementsAre("three.txt", "two.txt"));
+    {
+        const HeldSelection held(selection);
+        selection.tvw_NodeClick(key("a"));
+        tvw.replaceNodes({});
+    }
+    { const HeldSelection nothingHappensMeanwhile(selection); }
+    EXPECT_EQ(views.scans, 2) << "of a tree that is gone nothing is wanted any more";
+    EXPECT_THAT(userInterface.messages, IsEmpty());
+}
+
+TEST_F(FolderSelectionTest, showsLoadedFoldersFromTheirRowsUntilTheyAreRefreshed) {
+    load();
+    const std::string loaded = count();
+    EXPECT_THAT(userInterface.statuses, Contains(std::pair(StatusPanel::items, loaded + " items.")));
+    tree.write("a/later.txt", "x");
+    tree.write("c/new.txt", "x");
+    views.refreshes = 0;
+    click("a");
+    EXPECT_EQ(count(), loaded);
+    EXPECT_EQ(views.scans, 0);
+    EXPECT_EQ(views.refreshes, 1);
+    EXPECT_TRUE(tvw.findNode(key("a/deep"))) << "all else that a click does";
+
+    click("c");
+    EXPECT_EQ(views.scans, 1) << "not in the file";
+    selection.refreshScreen();
+    click("a");
+    selection.refreshScreen();
+    EXPECT_EQ(cell("select count(*) from details where fileName=\"later.txt\""), "1");
+    EXPECT_EQ(views.scans, 3);
+}
+
+TEST_F(FolderSelectionTest, walksAFolderOfWhichOnlyASubfolderWasLoaded) {
+    load("a");
+    click("a");
+    EXPECT_EQ(views.scans, 0);
+    selection.cmdGo_Click(tree.typed());
+    EXPECT_EQ(views.scans, 1);
+    EXPECT_EQ(cell("select count(*) from details where fileName=\"three.txt\""), "1");
+}
+
+// The numbers of rows that a refresh deletes at the end are given again.
+TEST_F(FolderSelectionTest, takesNoNewRowForALoadedOne) {
+    load("a");
+    int folders = 0;
+    userInterface.onYield = [&] {
+        folders += search.processing ? 1 : 0;
+        search.CancelScan = folders == 2; // a's files are recorded, but a is not stamped
+    };
+    selection.refreshScreen();
+    EXPECT_EQ(folders, 2);
+    EXPECT_EQ(cell("select count(*) from details where fileName=\"one.txt\""), "1");
+    views.scans = 0;
+    click("a");
+    EXPECT_EQ(views.scans, 1);
+}
+
+} // namespace
