@@ -30,11 +30,14 @@ bool isFolder(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-// The last error of a call about a path. A folder where a file is wanted is refused like a file that may not
-// be opened; told apart here.
-RuntimeError lastError(const std::wstring& wide, std::string_view path) {
-    const DWORD cause = ::GetLastError();
+// A folder where a file is wanted is refused like a file that may not be opened; told apart here.
+RuntimeError errorOf(DWORD cause, const std::wstring& wide, std::string_view path) {
     return systemError(cause == ERROR_ACCESS_DENIED && isFolder(wide) ? folderInsteadOfFile : cause, path);
+}
+
+// The last error of a call about a path.
+RuntimeError lastError(const std::wstring& wide, std::string_view path) {
+    return errorOf(::GetLastError(), wide, path);
 }
 
 Handle openOrThrow(std::string_view path, const std::wstring& wide, DWORD access, DWORD share,
@@ -85,11 +88,20 @@ std::optional<std::wstring> finalPath(const std::wstring& path) {
     return result;
 }
 
+// What may not be written may not be replaced or deleted either.
+void requireWritable(std::string_view path, const std::wstring& wide) {
+    const DWORD attributes = ::GetFileAttributesW(wide.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        throw errorOf(ERROR_ACCESS_DENIED, wide, path);
+    }
+}
+
 // The name of a file beside the one it is to replace; the file vanishes unless it is put in place.
 class Replacement {
 public:
     Replacement(std::string_view path, const std::wstring& wide)
         : path_(path), target_(isLink(wide) ? finalPath(wide).value_or(wide) : wide) {
+        requireWritable(path, target_);
         // Short, for the target's own name may be as long as names can be.
         static std::atomic<unsigned> count = 0;
         temporary_ = target_.substr(0, target_.rfind(L'\\') + 1) + L".spannory-" +
@@ -192,6 +204,7 @@ void deleteFile(std::string_view path) {
     if (isLink(wide)) {
         throw systemError(ERROR_INVALID_FUNCTION, path);
     }
+    requireWritable(path, wide);
     if (::DeleteFileW(wide.c_str()) == 0) {
         throw lastError(wide, path);
     }

@@ -51,6 +51,7 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     EXPECT_EQ(failure->number(), 76);
     EXPECT_EQ(rows("select * from details"), before) << "the program goes on with its database";
 
+    working.close();
     platform::deleteFile(working.path());
     EXPECT_THROW(static_cast<void>(modExport::copyDatabase(working, copy, userInterface)), RuntimeError);
     EXPECT_EQ(count(), "0") << "or with a new one, where somebody has taken that away";
