@@ -30,4 +30,8 @@ namespace platform {
 // opener cannot be started. What it makes of the file it tells the user itself.
 bool openInAssociatedProgram(std::string_view path);
 
+// True where the system's dialog for saving changes the name's extension by itself when another file type is
+// chosen in it.
+[[nodiscard]] bool saveDialogFollowsFileType() noexcept;
+
 } // namespace platform

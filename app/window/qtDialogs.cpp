@@ -85,14 +85,16 @@ std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
     const auto follow = [&](const QString& chosen) {
         const auto filter =
             std::find_if(filters.begin(), filters.end(), [&](const auto& f) { return f.shown == chosen; });
-        if (filter == filters.end() || !saves) {
+        if (filter == filters.end()) {
             return;
         }
         dialog.setDefaultSuffix(filter->extension);
         dialog.selectFile(underFilter(dialog.selectedFiles().value(0), *filter, filters));
     };
-    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
     if (saves) {
+        if (!platform::saveDialogFollowsFileType()) {
+            QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+        }
         dialog.selectFile(QString::fromStdString(request.fileName));
         dialog.setDefaultSuffix(filters.front().extension);
     }

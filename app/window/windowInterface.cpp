@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int progressSteps = 500;
+constexpr int progressPause = 20; // ms between two of them at least; painting takes its time
 
 } // namespace
 
@@ -44,10 +45,13 @@ void WindowInterface::progressStart(std::int64_t maximum) {
     progressBar_.setValue(0);
     progressBar_.show();
     yieldToEvents();
+    sinceProgress_.start();
 }
 
 void WindowInterface::progressStep() {
-    if (++progressValue_ % progressPerStep_ == 0) {
+    const bool isLast = ++progressValue_ == progressMaximum_;
+    if (isLast || (progressValue_ % progressPerStep_ == 0 && sinceProgress_.hasExpired(progressPause))) {
+        sinceProgress_.start();
         progressBar_.setValue(static_cast<int>(progressValue_ * progressSteps / progressMaximum_));
         yieldToEvents();
     }

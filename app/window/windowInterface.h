@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QProgressBar>
 #include <QStatusBar>
 #include <cstdint>
@@ -38,6 +39,7 @@ private:
     std::int64_t progressValue_ = 0;
     std::int64_t progressMaximum_ = 0;
     std::int64_t progressPerStep_ = 1; // shown in as many steps as can be told apart
+    QElapsedTimer sinceProgress_;      // and not more often than anybody sees
     bool scanning_ = false;
     bool yielding_ = false;
     std::int64_t messages_ = 0; // of the running scan

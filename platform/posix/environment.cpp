@@ -80,4 +80,8 @@ bool openInAssociatedProgram(std::string_view path) {
     return true;
 }
 
+bool saveDialogFollowsFileType() noexcept {
+    return false;
+}
+
 } // namespace platform

@@ -78,4 +78,8 @@ bool openInAssociatedProgram(std::string_view path) {
     return reinterpret_cast<INT_PTR>(result) > lastFailure; // NOLINT
 }
 
+bool saveDialogFollowsFileType() noexcept {
+    return true;
+}
+
 } // namespace platform
