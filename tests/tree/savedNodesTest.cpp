@@ -8,6 +8,7 @@
 #include "app/clsRegSettings.h"
 #include "platform/files.h"
 #include "support/errorNumberOf.h"
+#include "support/expected.h"
 #include "tree/startupTree.h"
 #include "tree/treeFixture.h"
 
@@ -22,7 +23,7 @@ constexpr const char* quotedName = "Q \"1\" (Access Denied)";
 class SavedNodes : public testing::Test {
 protected:
     SavedNodes() {
-        platform::copyFile(SPANNORY_TEMPLATE, fixture.disk.internal("main.dat"));
+        platform::copyFile(templateFile(), fixture.disk.internal("main.dat"));
         database = DBEngine::OpenDatabase(fixture.disk.internal("main.dat"));
         settings.setINIPath(fixture.disk.internal("settings.ini"));
         modGlobal::setErrorLogSurroundings(fixture.disk.internal(), nullptr, &fixture.userInterface);

@@ -9,6 +9,7 @@
 #include "app/errorLog.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
+#include "support/testSystem.h"
 #include "tree/folderTree.h"
 #include "tree/nodeKeys.h"
 #include "tree/treeOperations.h"
@@ -30,7 +31,7 @@ public:
     explicit TreeFixture(std::initializer_list<std::string_view> folders = {}) {
         modGlobal::setErrorLogSurroundings({}, nullptr, &userInterface);
         for (const std::string_view name : folders) {
-            std::filesystem::create_directories(disk / name);
+            testSystem::makeFolders(disk / name);
         }
         tree.addNode({}, {key(), QStringLiteral("disk"), {}, {}});
         tree.addPlaceholder(key());

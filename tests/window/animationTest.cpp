@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QBitmap>
 #include <QThread>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,8 +11,8 @@
 #include "app/window/animation.h"
 #include "app/window/applicationIcon.h"
 #include "app/window/aviFile.h"
+#include "platform/environment.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "support/temporaryFolder.h"
 
@@ -101,7 +100,7 @@ QImage shownBy(Animation& animation) {
 }
 
 std::string builtAnimation() {
-    return platform::toInternal(std::filesystem::path(SPANNORY_TEMPLATE).replace_filename("2.avi").string());
+    return platform::executableFolder() + "2.avi";
 }
 
 } // namespace

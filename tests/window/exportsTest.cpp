@@ -8,8 +8,8 @@
 
 #include "app/window/fileFilter.h"
 #include "platform/files.h"
-#include "support/posix/unprivileged.h"
 #include "support/sqliteScript.h"
+#include "support/testSystem.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -178,10 +178,13 @@ TEST_F(Exports, tellWhyTheyFailAndGoOn) {
         {"LoadMDB", output("missing.mdb"), "[frmMain.cp_Click]"},
         {"LoadMDB", output("settings.ini"), "[frmMain.cp_Click]"},
         {"LoadMDB", output("main.dat"), "[frmMain.cp_Click]"},
-        {"ExportHTML", "/dev/full", "[modGlobal.exportHTMLSizeReport]"},
-        {"ExportMDB", "/dev/full", "Error 61 exporting to Access.  Please try again."},
+        {"ExportHTML", testSystem::fullDevice(), "[modGlobal.exportHTMLSizeReport]"},
+        {"ExportMDB", testSystem::fullDevice(), "Error 61 exporting to Access.  Please try again."},
     };
     for (const auto& each : cases) {
+        if (each.file.empty()) {
+            continue; // no file is always full here
+        }
         SCOPED_TRACE(each.file);
         save(each.command, each.file);
         EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr(each.message)));

@@ -6,10 +6,10 @@
 #include <QMimeData>
 #include <QTest>
 #include <QUrl>
-#include <filesystem>
 
 #include "platform/files.h"
-#include "support/posix/unprivileged.h"
+#include "support/expected.h"
+#include "support/testSystem.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -74,7 +74,7 @@ TEST_F(MainWindow, opensWhateverIsBroken) {
         application.write("settings.ini", each.settings);
         application.write("2.avi", "no animation");
         if (each.hasTemplate) {
-            platform::copyFile(SPANNORY_TEMPLATE, application.internal("001.dat"));
+            platform::copyFile(templateFile(), application.internal("001.dat"));
         } else {
             application.write("001.dat", "no database");
         }
@@ -209,17 +209,15 @@ TEST_F(MainWindow, listsScansAndShowsASelectedFolder) {
 TEST_F(MainWindow, marksAFolderThatMayNotBeReadOnce) {
     makeTree();
     open();
-    std::filesystem::permissions(tree / "a", std::filesystem::perms::none);
     {
-        const Unprivileged nobody;
-        if (!nobody.is()) {
+        const testSystem::ClosedFolder closed(tree / "a");
+        if (!closed.isClosed()) {
             GTEST_SKIP() << "this user reads everything";
         }
         window->openPath(tree.typed());
         click(key("a"));
         click(key("a"));
     }
-    std::filesystem::permissions(tree / "a", std::filesystem::perms::owner_all);
     EXPECT_EQ(control<FolderTree>("tvw").text(key("a")), QStringLiteral("a (Access Denied)"));
 }
 

@@ -6,6 +6,7 @@
 
 #include "app/modGlobal.h"
 #include "platform/files.h"
+#include "support/expected.h"
 
 void RecordingDialogs::exportOptions(clsExport& options) {
     frmExport box(options, nullptr);
@@ -28,7 +29,7 @@ std::string RecordingDialogs::chosen(const FileRequest& request) {
 }
 
 WindowFixture::WindowFixture() {
-    platform::copyFile(SPANNORY_TEMPLATE, application.internal("001.dat"));
+    platform::copyFile(templateFile(), application.internal("001.dat"));
     // The network branch shows what is mounted on the machine at hand.
     application.write("settings.ini", "[startup]\r\ndontUseNetwork=1\r\n");
 }
