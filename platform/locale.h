@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,12 @@ void appendLowerCase(std::string& result, std::string_view text);
 
 // Whether two names or paths are the same to the system.
 [[nodiscard]] bool sameName(std::string_view left, std::string_view right);
+
+// What texts are sorted by, byte by byte, in the alphabetical order of a language (as "en-GB"), whatever the
+// letters' case; with `numbers` digits count as the number they make. Nothing where the system has no such
+// keys.
+[[nodiscard]] std::optional<std::string> sortKey(std::string_view text, std::string_view language,
+                                                 bool numbers);
 
 // For containers of names or paths.
 struct NameHash {

@@ -11,7 +11,6 @@
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "tree/nodeKeys.h"
-#include "views/widgets/qtText.h"
 
 struct TreeModel::Node {
     Node() = default;
@@ -40,10 +39,6 @@ TreeModel::Node::~Node() {
 
 namespace {
 
-QString nameOf(std::string_view key) {
-    return QString::fromUtf8(modNodeKeys::nameOf(key));
-}
-
 void refuseKnown(bool known, std::string_view key) {
     if (known) {
         throw RuntimeError::about(errorNumber::keyNotUnique, platform::displayPath(key));
@@ -52,10 +47,7 @@ void refuseKnown(bool known, std::string_view key) {
 
 } // namespace
 
-TreeModel::TreeModel(QObject* parent)
-    : QAbstractItemModel(parent), top_(std::make_unique<Node>()), collator_(modQt::textOrder()) {
-    collator_.setNumericMode(true);
-}
+TreeModel::TreeModel(QObject* parent) : QAbstractItemModel(parent), top_(std::make_unique<Node>()) {}
 
 TreeModel::~TreeModel() = default;
 
@@ -91,7 +83,7 @@ void TreeModel::insertSorted(std::string_view parentKey, std::vector<TreeNode> n
     Node& parent = parentOf(parentKey);
     sortByName(nodes);
     for (std::size_t i = 0; i < nodes.size(); ++i) {
-        const bool twice = i > 0 && nodes[i].key == nodes[i - 1].key;
+        const bool twice = i > 0 && platform::sameName(nodes[i].key, nodes[i - 1].key);
         refuseKnown(twice || byKey_.contains(nodes[i].key), nodes[i].key);
     }
     // All that belong before the same child go there together: views work once per run.
@@ -118,27 +110,26 @@ void TreeModel::insertSorted(std::string_view parentKey, std::vector<TreeNode> n
 
 bool TreeModel::sortsBefore(std::string_view leftKey, std::string_view rightKey) const {
     // By name, not by text, to which a remark may have been added since.
-    const QString left = nameOf(leftKey);
-    const QString right = nameOf(rightKey);
-    const int order = collator_.compare(left, right);
+    const std::string_view left = modNodeKeys::nameOf(leftKey);
+    const std::string_view right = modNodeKeys::nameOf(rightKey);
+    const int order = order_.compare(left, right);
     return order != 0 ? order < 0 : left < right;
 }
 
 void TreeModel::sortByName(std::vector<TreeNode>& nodes) const {
     struct Entry {
-        QCollatorSortKey sortKey;
-        QString name;
+        TextOrder::Key sortKey;
+        std::string_view name;
         TreeNode* node;
     };
     std::vector<Entry> entries;
     entries.reserve(nodes.size());
     for (TreeNode& node : nodes) {
-        const QString name = nameOf(node.key);
-        entries.push_back({collator_.sortKey(name), name, &node});
+        const std::string_view name = modNodeKeys::nameOf(node.key);
+        entries.push_back({order_.key(name), name, &node});
     }
     std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
-        const int order = left.sortKey.compare(right.sortKey);
-        return order != 0 ? order < 0 : left.name < right.name;
+        return left.sortKey < right.sortKey || (!(right.sortKey < left.sortKey) && left.name < right.name);
     });
     std::vector<TreeNode> sorted;
     sorted.reserve(nodes.size());

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QAbstractItemModel>
-#include <QCollator>
 #include <QIcon>
 #include <QString>
 #include <cstddef>
@@ -12,6 +11,7 @@
 #include <vector>
 
 #include "platform/locale.h"
+#include "views/widgets/textOrder.h"
 
 // What a node is made from.
 struct TreeNode {
@@ -114,5 +114,5 @@ private:
 
     std::unique_ptr<Node> top_; // holds the top-level nodes; no node itself
     NodesByKey byKey_;
-    QCollator collator_;
+    TextOrder order_{TextOrder::Digits::asNumbers};
 };

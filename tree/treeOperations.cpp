@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "app/errorLog.h"
 #include "app/modGlobal.h"
 #include "platform/folders.h"
+#include "platform/locale.h"
 #include "platform/paths.h"
 #include "scan/clsFile.h"
 #include "scan/clsFileSearch.h"
@@ -68,7 +70,12 @@ void addNode(std::string_view path, FolderTree& tree, std::string_view parentKey
 void addNodes(std::span<const std::string_view> paths, FolderTree& tree, std::string_view parentKey,
               ImageList& images) {
     std::vector<TreeNode> nodes;
+    // Another system can have stored folders that this one takes for the same.
+    std::unordered_set<std::string_view, platform::NameHash, platform::NameEqual> taken;
     for (const std::string_view path : paths) {
+        if (!taken.insert(path).second) {
+            continue;
+        }
         auto node = trapped(moduleName, "addNode", [&] { return nodeOfFolder(path, tree, images); });
         if (node) {
             nodes.push_back(*std::move(node));

@@ -65,6 +65,11 @@ bool namesIgnoreCase() noexcept {
     return false;
 }
 
+std::optional<std::string> sortKey(std::string_view /*text*/, std::string_view /*language*/,
+                                   bool /*numbers*/) {
+    return std::nullopt;
+}
+
 PlainNumbers::PlainNumbers() {
     static const locale_t plain = ::newlocale(LC_NUMERIC_MASK, "C", ::duplocale(LC_GLOBAL_LOCALE));
     if (plain != nullptr) {

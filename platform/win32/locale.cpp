@@ -50,6 +50,23 @@ bool namesIgnoreCase() noexcept {
     return true;
 }
 
+std::optional<std::string> sortKey(std::string_view text, std::string_view language, bool numbers) {
+    const DWORD kind = LCMAP_SORTKEY | NORM_IGNORECASE | (numbers ? SORT_DIGITSASNUMBERS : 0);
+    const std::wstring locale = wide(language);
+    const std::wstring letters = wide(text);
+    std::string key;
+    const auto make = [&] { // gives the length in bytes; with no room for a key it only counts
+        return ::LCMapStringEx(locale.c_str(), kind, letters.data(), static_cast<int>(letters.size()),
+                               reinterpret_cast<wchar_t*>(key.data()), static_cast<int>(key.size()), // NOLINT
+                               nullptr, nullptr, 0);
+    };
+    key.resize(static_cast<std::size_t>(make()));
+    if (!key.empty()) {
+        make();
+    }
+    return key;
+}
+
 // The C library's region stays "C" as long as nobody sets another, and here nobody does.
 PlainNumbers::PlainNumbers() = default;
 PlainNumbers::~PlainNumbers() = default;

@@ -6,6 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "platform/locale.h"
 #include "views/widgets/listRow.h"
 
 class ImageList;
@@ -56,5 +57,5 @@ private:
     const ImageList* images_;
     std::vector<ListRow> rows_;
     // Made when it is first asked for; empty while there is none. Its keys refer to the rows.
-    mutable std::unordered_map<std::string_view, int> places_;
+    mutable std::unordered_map<std::string_view, int, platform::NameHash, platform::NameEqual> places_;
 };

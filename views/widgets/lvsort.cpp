@@ -1,6 +1,5 @@
 #include "views/widgets/lvsort.h"
 
-#include <QCollator>
 #include <QHeaderView>
 #include <algorithm>
 #include <numeric>
@@ -14,7 +13,7 @@
 #include "platform/text.h"
 #include "views/formatSize.h"
 #include "views/widgets/listView.h"
-#include "views/widgets/qtText.h"
+#include "views/widgets/textOrder.h"
 
 namespace modLvw {
 
@@ -101,11 +100,11 @@ std::vector<int> orderOf(const std::vector<Key>& keys, bool descending) {
 }
 
 std::vector<int> orderByText(const ListModel& rows, int column, bool descending) {
-    const QCollator collator = modQt::textOrder();
-    std::vector<QCollatorSortKey> keys;
+    const TextOrder textOrder;
+    std::vector<TextOrder::Key> keys;
     keys.reserve(static_cast<std::size_t>(rows.rowCount()));
     for (int i = 0; i < rows.rowCount(); ++i) {
-        keys.push_back(collator.sortKey(QString::fromUtf8(rows.row(i).cell(column).text)));
+        keys.push_back(textOrder.key(rows.row(i).cell(column).text));
     }
     return orderOf(keys, descending);
 }

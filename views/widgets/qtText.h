@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QCollator>
 #include <QString>
 #include <string_view>
 
@@ -9,8 +8,5 @@ namespace modQt {
 
 // The system's form of an internal path, for Qt's file classes.
 [[nodiscard]] QString nativePath(std::string_view internalPath);
-
-// The alphabetical order of the user's language, whatever the letters' case.
-[[nodiscard]] QCollator textOrder();
 
 } // namespace modQt
