@@ -59,6 +59,9 @@ bool makeLink(const std::filesystem::path& target, const std::filesystem::path& 
 // A file that is always full.
 [[nodiscard]] std::string fullDevice();
 
+// Where fonts lie that Qt's offscreen platform does not find by itself; empty where it does.
+[[nodiscard]] std::string fontFolder();
+
 // The system's words for a folder where a file is wanted.
 [[nodiscard]] std::string folderInsteadOfFile();
 

@@ -27,7 +27,7 @@ protected:
         database = DBEngine::OpenDatabase(fixture.disk.internal("main.dat"));
         settings.setINIPath(fixture.disk.internal("settings.ini"));
         modGlobal::setErrorLogSurroundings(fixture.disk.internal(), nullptr, &fixture.userInterface);
-        places.drives.logicalDriveStrings = [] { return std::string("/\\\0/cd\\\0", 8); };
+        places.drives.logicalDriveStrings = [] { return testSystem::root() + std::string("\0/cd\\\0", 6); };
         places.drives.driveType = [this](std::string_view root) {
             ++drivesAsked;
             return root == "/cd\\" ? platform::drive::cdRom : platform::drive::fixed;
@@ -122,15 +122,16 @@ TEST_F(SavedNodes, bringTheTreeBackAsItWas) {
 TEST_F(SavedNodes, aTreeIsNotExpandedForItsSelection) {
     FolderTree& tree = fixture.tree;
     modStartupTree::makeAnew(tree, settings, places);
-    tree.addNode("/\\", {"/\\usr\\", {}, {}, {}});
-    tree.selectNode("/\\usr\\");
-    tree.setExpanded("/\\", false);
+    const std::string drive = testSystem::root();
+    tree.addNode(drive, {drive + "usr\\", {}, {}, {}});
+    tree.selectNode(drive + "usr\\");
+    tree.setExpanded(drive, false);
     const std::vector<std::string> saved = describe(tree);
     modGlobal::tvwSaveNodes(tree, *database);
     EXPECT_TRUE(load(tree));
     QApplication::processEvents();
     EXPECT_EQ(describe(tree), saved);
-    EXPECT_EQ(tree.selectedKey(), "/\\usr\\");
+    EXPECT_EQ(tree.selectedKey(), drive + "usr\\");
 }
 
 TEST_F(SavedNodes, withoutARootTheTreeStaysAndMayGetTopFolders) {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "app/clsRegSettings.h"
+#include "platform/paths.h"
 #include "tree/treeFixture.h"
 
 namespace {
@@ -14,18 +15,18 @@ modStartupTree::Places somePlaces() {
     modStartupTree::Places places;
     places.drives.logicalDriveStrings = [] {
         using namespace std::string_literals;
-        return "/\\\0b:\\\0/mnt/my stick\\\0/cd\\\0/gone\\\0/nas\\\0/odd\\\0"s;
+        return testSystem::root() + "\0b:\\\0/mnt/my stick\\\0/cd\\\0/gone\\\0/nas\\\0/odd\\\0"s;
     };
     places.drives.driveType = [](std::string_view root) {
         const std::pair<std::string_view, int> types[] = {
-            {"/\\", 3},    {"b:\\", 2}, {"/mnt/my stick\\", 2}, {"/cd\\", 5},  {"/gone\\", 1},
-            {"/nas\\", 4}, {"A:\\", 2}, {"/ram\\", 6},          {"/what\\", 0}};
+            {"b:\\", 2}, {"/mnt/my stick\\", 2}, {"/cd\\", 5},  {"/gone\\", 1}, {"/nas\\", 4},
+            {"A:\\", 2}, {"/ram\\", 6},          {"/what\\", 0}};
         for (const auto& [known, type] : types) {
             if (root == known) {
                 return type;
             }
         }
-        return 99;
+        return root == testSystem::root() ? 3 : 99;
     };
     places.networkShares = [] {
         return std::vector<std::string>{"\\\\nas\\b10\\", "\\\\nas\\b9\\", "\\\\mail\\export/deep\\"};
@@ -35,12 +36,17 @@ modStartupTree::Places somePlaces() {
 
 TEST(DriveEnum, describesEachKind) {
     const modDriveEnum::DriveSource source = somePlaces().drives;
-    const std::pair<const char*, const char*> cases[] = {
-        {"/\\", "Hard Drive"},   {"b:\\", "Floppy Disk"},
-        {"A:\\", "Floppy Disk"}, {"/mnt/my stick\\", "Removable Drive"},
-        {"/nas\\", "Network"},   {"/cd\\", "Optical Drive"},
-        {"/ram\\", "RAM Disk"},  {"/gone\\", "The root directory does not exist"},
-        {"/what\\", "Unknown"},  {"", ""},
+    const std::pair<std::string, const char*> cases[] = {
+        {testSystem::root(), "Hard Drive"},
+        {"b:\\", "Floppy Disk"},
+        {"A:\\", "Floppy Disk"},
+        {"/mnt/my stick\\", "Removable Drive"},
+        {"/nas\\", "Network"},
+        {"/cd\\", "Optical Drive"},
+        {"/ram\\", "RAM Disk"},
+        {"/gone\\", "The root directory does not exist"},
+        {"/what\\", "Unknown"},
+        {"", ""},
     };
     for (const auto& [root, description] : cases) {
         EXPECT_EQ(modDriveEnum::getDriveDescription(root, source).toStdString(), description) << root;
@@ -54,7 +60,8 @@ TEST(DriveEnum, endsAtADriveThatIsThere) {
     fixture.tree.addNode({}, {"ROOT", {}, {}, {}});
     fixture.tree.addNode("ROOT", {"/cd\\", QStringLiteral("cd"), {}, {}});
     modDriveEnum::enumerateLocalDrives("ROOT", fixture.tree, places.drives);
-    EXPECT_THAT(fixture.tree.childKeys("ROOT"), ElementsAre("/cd\\", "/\\", "b:\\", "/mnt/my stick\\"));
+    EXPECT_THAT(fixture.tree.childKeys("ROOT"),
+                ElementsAre("/cd\\", testSystem::root(), "b:\\", "/mnt/my stick\\"));
     EXPECT_THAT(fixture.userInterface.messages,
                 ElementsAre(testing::HasSubstr("[modDriveEnum.enumerateLocalDrives]")));
 
@@ -68,15 +75,18 @@ TEST(StartupTree, holdsDrivesAndShares) {
     clsRegSettings settings;
     settings.setINIPath(fixture.disk.internal("settings.ini"));
     modStartupTree::initializeTreeView(tree, settings, somePlaces());
-    EXPECT_THAT(keysOf(tree), ElementsAre("ROOT", "/\\", "b:\\", "/mnt/my stick\\", "/cd\\", "/gone\\",
-                                          "/odd\\", "NETWORK", "\\\\mail\\", "\\\\mail\\export/deep\\",
-                                          "\\\\nas\\", "\\\\nas\\b9\\", "\\\\nas\\b10\\"));
+    EXPECT_THAT(keysOf(tree),
+                ElementsAre("ROOT", testSystem::root(), "b:\\", "/mnt/my stick\\", "/cd\\", "/gone\\",
+                            "/odd\\", "NETWORK", "\\\\mail\\", "\\\\mail\\export/deep\\", "\\\\nas\\",
+                            "\\\\nas\\b9\\", "\\\\nas\\b10\\"));
     EXPECT_TRUE(tree.isFirstNode("ROOT") && tree.isExpanded("ROOT"));
-    EXPECT_EQ(tree.text("/mnt/my stick\\").toStdString(), "/mnt/my stick/ (Removable Drive)");
-    EXPECT_EQ(tree.text("/odd\\").toStdString(), "/odd/ ()");
+    EXPECT_EQ(tree.text("/mnt/my stick\\").toStdString(),
+              platform::displayPath("/mnt/my stick\\") + " (Removable Drive)");
+    EXPECT_EQ(tree.text("/odd\\").toStdString(), platform::displayPath("/odd\\") + " ()");
     EXPECT_EQ(tree.text("\\\\mail\\export/deep\\").toStdString(), "export/deep");
     for (const std::string& key : keysOf(tree)) {
-        const bool isPlace = key == "/\\" || (key.starts_with("\\\\") && modNodeKeys::isFolderKey(key));
+        const bool isPlace =
+            key == testSystem::root() || (key.starts_with("\\\\") && modNodeKeys::isFolderKey(key));
         EXPECT_EQ(tree.findNode("DUMMY" + key), isPlace) << key;
     }
 

@@ -3,6 +3,7 @@
 
 #include <QProgressBar>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QTest>
 #include <filesystem>
 
@@ -65,7 +66,8 @@ protected:
 
 TEST_F(Exports, writeTheReportThatTheOptionsAskFor) {
     openOnTree();
-    const std::string stamp = "[0-9][0-9]-[0-9][0-9]-[0-9]{4}-[0-9][0-9]-[0-9][0-9]-[0-9][0-9]";
+    const QRegularExpression stampedName(
+        QStringLiteral("^\\d\\d-\\d\\d-\\d{4}-\\d\\d-\\d\\d-\\d\\d\\.(\\w+)$"));
     const struct {
         const char* command;
         const char* file;
@@ -75,13 +77,13 @@ TEST_F(Exports, writeTheReportThatTheOptionsAskFor) {
         const char* holds;
         const char* lacks;
     } cases[] = {
-        {"ExportHTML", "all.html", "optDetail0", "\\.html", "HTML Files (*.html)|*.html|All Files (*.*)|*.*",
+        {"ExportHTML", "all.html", "optDetail0", "html", "HTML Files (*.html)|*.html|All Files (*.*)|*.*",
          "big.bin", "Summary"},
-        {"ExportHTML", "folders.html", "optDetail1", "\\.html",
-         "HTML Files (*.html)|*.html|All Files (*.*)|*.*", "Spannory - Summary Report (", "big.bin"},
-        {"ExportText", "all.csv", "optDetail0", "\\.csv", "Text Files (*.csv)|*.csv|All Files (*.*)|*.*",
+        {"ExportHTML", "folders.html", "optDetail1", "html", "HTML Files (*.html)|*.html|All Files (*.*)|*.*",
+         "Spannory - Summary Report (", "big.bin"},
+        {"ExportText", "all.csv", "optDetail0", "csv", "Text Files (*.csv)|*.csv|All Files (*.*)|*.*",
          "\"3000\",\"2.9 Kb\"", "<"},
-        {"ExportXML", "tree.xml", "", "\\.xml", "XML Files (*.xml)|*.xml|All Files (*.*)|*.*",
+        {"ExportXML", "tree.xml", "", "xml", "XML Files (*.xml)|*.xml|All Files (*.*)|*.*",
          "<sizeBytes>3010</sizeBytes>", "big.bin"},
     };
     for (const auto& each : cases) {
@@ -92,8 +94,9 @@ TEST_F(Exports, writeTheReportThatTheOptionsAskFor) {
         EXPECT_THAT(report, HasSubstr(each.holds));
         EXPECT_THAT(report, Not(HasSubstr(each.lacks)));
         EXPECT_EQ(dialogs.requests.back().filter, each.filter);
-        EXPECT_THAT(dialogs.requests.back().fileName,
-                    testing::ContainsRegex("^" + stamp + each.extension + "$"));
+        const QString offeredName = QString::fromStdString(dialogs.requests.back().fileName);
+        EXPECT_EQ(stampedName.match(offeredName).captured(1).toStdString(), each.extension)
+            << dialogs.requests.back().fileName;
         EXPECT_EQ(dialogs.opened.back(), output(each.file));
         EXPECT_THAT(panel(3), HasSubstr(each.file));
     }

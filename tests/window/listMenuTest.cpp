@@ -10,6 +10,7 @@
 
 #include "app/window/listMenu.h"
 #include "app/window/qtClipboard.h"
+#include "platform/paths.h"
 #include "support/recordingInterface.h"
 #include "support/zipPart.h"
 #include "views/widgets/listView.h"
@@ -77,7 +78,8 @@ TEST_F(ListCommands, exportTheListOnShowUnderItsCaption) {
         const std::string sheet = exported();
         ASSERT_EQ(people.opened.size(), static_cast<std::size_t>(tab));
         const auto place = static_cast<std::size_t>(tab) - 1;
-        EXPECT_THAT(sheet, HasSubstr("<t>" + std::string(captions.at(place)) + tree.typed() + "/</t>"));
+        EXPECT_THAT(sheet, HasSubstr("<t>" + std::string(captions.at(place)) + platform::displayPath(key()) +
+                                     "</t>"));
         EXPECT_THAT(sheet, HasSubstr(sums.at(place)));
     }
     click("ROOT"); // the lists stay as they are

@@ -110,6 +110,10 @@ std::string testSystem::fullDevice() {
     return "/dev/full";
 }
 
+std::string testSystem::fontFolder() {
+    return {};
+}
+
 std::string testSystem::folderInsteadOfFile() {
     return "Is a directory";
 }

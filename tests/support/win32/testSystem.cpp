@@ -230,6 +230,12 @@ std::string testSystem::fullDevice() {
     return {};
 }
 
+// An imitation of the system has no fonts of its own; those of the one below it are then taken.
+std::string testSystem::fontFolder() {
+    const std::string own = "C:\\windows\\Fonts";
+    return entriesOf(own).empty() ? "Z:\\usr\\share\\fonts\\truetype\\dejavu" : own;
+}
+
 std::string testSystem::folderInsteadOfFile() {
     return "75 "; // in the user's language
 }

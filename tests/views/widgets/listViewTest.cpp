@@ -8,6 +8,7 @@
 #include <QTest>
 #include <array>
 
+#include "support/expected.h"
 #include "views/widgets/listView.h"
 #include "views/widgets/systemIcons.h"
 
@@ -35,7 +36,7 @@ struct List : testing::Test {
         std::vector<ListRow> rows;
         for (const std::string& name : names) {
             const std::array<ListCell, 2> cells{{{name, {}}, {"1 bytes", 1.0}}};
-            rows.emplace_back("/\\" + name, "FILE", cells);
+            rows.emplace_back(testSystem::root() + name, "FILE", cells);
         }
         list.rows().append(std::move(rows));
     }
@@ -60,14 +61,14 @@ TEST_F(List, tellsWhatItsSelectedRowIsActivatedWith) {
     QTest::keyClick(&list, Qt::Key_Enter);
     QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::ControlModifier, place(2, 0).center());
     QTest::keyClick(&list, Qt::Key_Return); // the row was taken out of the selection
-    EXPECT_THAT(heard, ElementsAre("/\\bananaFILE", "/\\cherryFILE"));
+    EXPECT_THAT(heard, ElementsAre(testSystem::root() + "bananaFILE", testSystem::root() + "cherryFILE"));
 }
 
 TEST_F(List, findsTheFirstColumnsTextsWhicheverCellWasClicked) {
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place(1, 1).center());
     QTest::keyClicks(&list, QStringLiteral("apr"));
     EXPECT_EQ(list.selectedRow(), 3);
-    EXPECT_EQ(list.rows().index(3, 1).data(Qt::ToolTipRole).toString(), QStringLiteral("/apricot"));
+    EXPECT_EQ(list.rows().index(3, 1).data(Qt::ToolTipRole).toString().toStdString(), shown("apricot"));
 }
 
 TEST_F(List, tellsClicksOnHeadersAndDoesNotJumpSideways) {
@@ -125,16 +126,16 @@ TEST_F(List, asksForItsMenuByMouseAndByKeys) {
 TEST_F(List, knowsItsRowsAfterEveryChange) {
     append({"banana"});
     ListModel& rows = list.rows();
-    EXPECT_EQ(rows.find("/\\banana"), 1) << "the first of two";
+    EXPECT_EQ(rows.find(testSystem::root() + "banana"), 1) << "the first of two";
     rows.setText(1, 0, "a text of another length");
-    EXPECT_EQ(rows.find("/\\banana"), 1);
+    EXPECT_EQ(rows.find(testSystem::root() + "banana"), 1);
     EXPECT_EQ(rows.row(1).cell(0).text, "a text of another length");
     EXPECT_EQ(std::get<double>(rows.row(1).cell(1).tag), 1.0);
     rows.reorder({4, 3, 2, 1, 0});
-    EXPECT_EQ(rows.find("/\\banana"), 0);
-    EXPECT_EQ(rows.find("/\\apple"), 4);
+    EXPECT_EQ(rows.find(testSystem::root() + "banana"), 0);
+    EXPECT_EQ(rows.find(testSystem::root() + "apple"), 4);
     rows.clear();
-    EXPECT_EQ(rows.find("/\\apple"), -1);
+    EXPECT_EQ(rows.find(testSystem::root() + "apple"), -1);
     EXPECT_EQ(list.rowsInView(), std::pair(0, -1));
     append(std::vector<std::string>(1000, "same"));
     QApplication::processEvents();
