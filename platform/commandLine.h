@@ -18,7 +18,7 @@ public:
     [[nodiscard]] char** arguments() noexcept { return pointers_.data(); }
 
 private:
-    int count_;
+    int count_ = 0;
     std::vector<std::string> words_;
     std::vector<char*> pointers_;
 };

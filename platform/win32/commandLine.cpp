@@ -11,7 +11,7 @@
 namespace platform {
 
 // The system is asked again: main's are texts of the machine's code page, and have lost what it lacks.
-CommandLine::CommandLine(int /*count*/, char** /*arguments*/) : count_(0) {
+CommandLine::CommandLine(int /*count*/, char** /*arguments*/) {
     const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> list(
         ::CommandLineToArgvW(::GetCommandLineW(), &count_), &::LocalFree);
     for (int i = 0; i < count_; ++i) {
