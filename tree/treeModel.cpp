@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <algorithm>
 #include <iterator>
+#include <numeric>
 #include <utility>
 
 #include "platform/paths.h"
@@ -117,24 +118,22 @@ bool TreeModel::sortsBefore(std::string_view leftKey, std::string_view rightKey)
 }
 
 void TreeModel::sortByName(std::vector<TreeNode>& nodes) const {
-    struct Entry {
-        TextOrder::Key sortKey;
-        std::string_view name;
-        TreeNode* node;
-    };
-    std::vector<Entry> entries;
-    entries.reserve(nodes.size());
-    for (TreeNode& node : nodes) {
-        const std::string_view name = modNodeKeys::nameOf(node.key);
-        entries.push_back({order_.key(name), name, &node});
+    std::vector<TextOrder::Key> keys;
+    keys.reserve(nodes.size());
+    for (const TreeNode& node : nodes) {
+        keys.push_back(order_.key(modNodeKeys::nameOf(node.key)));
     }
-    std::sort(entries.begin(), entries.end(), [](const Entry& left, const Entry& right) {
-        return left.sortKey < right.sortKey || (!(right.sortKey < left.sortKey) && left.name < right.name);
+    std::vector<std::size_t> places(nodes.size());
+    std::iota(places.begin(), places.end(), std::size_t{0});
+    std::sort(places.begin(), places.end(), [&](std::size_t left, std::size_t right) {
+        return keys[left] < keys[right] ||
+               (!(keys[right] < keys[left]) &&
+                modNodeKeys::nameOf(nodes[left].key) < modNodeKeys::nameOf(nodes[right].key));
     });
     std::vector<TreeNode> sorted;
     sorted.reserve(nodes.size());
-    for (const Entry& entry : entries) {
-        sorted.push_back(std::move(*entry.node));
+    for (const std::size_t place : places) {
+        sorted.push_back(std::move(nodes[place]));
     }
     nodes = std::move(sorted);
 }

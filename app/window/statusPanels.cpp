@@ -38,6 +38,8 @@ StatusPanels::StatusPanels(QStatusBar& statusBar) {
         statusBar.addWidget(&label, stretches.at(panel));
     }
     sinceShown_.start();
+    later_.setParent(&statusBar);
+    later_.setObjectName(QStringLiteral("tmrStatus"));
     later_.setSingleShot(true);
     later_.setInterval(millisecondsBetweenShows);
     QObject::connect(&later_, &QTimer::timeout, &later_, [this] { show(); });

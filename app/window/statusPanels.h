@@ -39,5 +39,5 @@ private:
     std::array<QFrame, panelCount - 1> lines_; // between them
     std::array<std::string, panelCount> texts_;
     QElapsedTimer sinceShown_;
-    QTimer later_;
+    QTimer later_; // tmrStatus; runs while there are texts to be shown
 };

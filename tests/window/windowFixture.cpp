@@ -78,8 +78,7 @@ void WindowFixture::duringScan(std::function<void()> body) {
 }
 
 std::string WindowFixture::panel(int number) {
-    constexpr int longerThanTextsWait = 40;
-    QTest::qWait(longerThanTextsWait);
+    EXPECT_TRUE(QTest::qWaitFor([this] { return !control<QTimer>("tmrStatus").isActive(); }));
     const QString name = QStringLiteral("sbPanel%1").arg(number);
     return control<QLabel>(qPrintable(name)).text().toStdString();
 }
