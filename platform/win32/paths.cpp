@@ -40,9 +40,10 @@ std::string withUpperDrive(std::string path) {
     return path;
 }
 
-// Of a share `\\server\share` that is all of the path.
+// Of a share `\\server\share` that is all of the path. A device `\\.\NUL` is none.
 std::string withShareRoot(const std::string& path) {
-    const std::size_t server = path.starts_with("\\\\") ? path.find('\\', 2) : std::string::npos;
+    const bool isNetwork = path.starts_with("\\\\") && !path.starts_with("\\\\.\\");
+    const std::size_t server = isNetwork ? path.find('\\', 2) : std::string::npos;
     const bool endsWithShare =
         server != std::string::npos && path.find('\\', server + 1) == std::string::npos;
     return endsWithShare && !path.ends_with('\\') ? path + "\\" : path;

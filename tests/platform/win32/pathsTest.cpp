@@ -25,6 +25,7 @@ TEST(Paths, understandWhatAUserTypes) {
         {"\\\\?\\UNC\\server\\share\\x", "\\\\server\\share\\x"},
         {"\\\\server\\share", "\\\\server\\share\\"},
         {"//server/share/x", "\\\\server\\share\\x"},
+        {"NUL", "\\\\.\\NUL"},
         {"x", here + "\\x"},
         {".\\x\\", here + "\\x\\"},
         {"x/../y", here + "\\y"},
