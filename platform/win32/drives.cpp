@@ -5,14 +5,24 @@
 
 #include <set>
 
+#include "platform/locale.h"
 #include "platform/win32/wide.h"
 
 namespace platform {
 
 namespace {
 
+struct NameLess {
+    bool operator()(const std::string& left, const std::string& right) const {
+        return compareIgnoringCase(left, right) < 0;
+    }
+};
+
+// One share may be connected several times, by names written differently.
+using Shares = std::set<std::string, NameLess>;
+
 // The network's names of the resources of one listing.
-void addShares(HANDLE listing, std::set<std::string>& shares) {
+void addShares(HANDLE listing, Shares& shares) {
     std::vector<char> buffer(std::size_t{16} << 10);
     for (;;) {
         DWORD count = 0xFFFFFFFF;
@@ -51,7 +61,7 @@ int driveType(std::string_view root) {
 }
 
 std::vector<std::string> networkShares() {
-    std::set<std::string> shares; // one may be connected several times
+    Shares shares;
     HANDLE listing = nullptr;
     if (::WNetOpenEnumW(RESOURCE_CONNECTED, RESOURCETYPE_DISK, 0, nullptr, &listing) == NO_ERROR) {
         addShares(listing, shares);
