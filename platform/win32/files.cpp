@@ -118,7 +118,13 @@ public:
 
     [[nodiscard]] const std::wstring& temporary() const noexcept { return temporary_; }
 
+    // On the disk before its name is: otherwise neither content might be there after a loss of power.
     void putInPlace() {
+        Handle copy = openOrThrow(path_, temporary_, GENERIC_WRITE, shareAll, OPEN_EXISTING);
+        if (::FlushFileBuffers(copy.get()) == 0 && ::GetLastError() != ERROR_INVALID_FUNCTION) {
+            throw systemError(::GetLastError(), path_); // not where there is no such thing
+        }
+        copy.reset();
         if (::MoveFileExW(temporary_.c_str(), target_.c_str(),
                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) == 0) {
             throw lastError(target_, path_);
