@@ -86,6 +86,9 @@ std::optional<IconPicture> shellIconPicture(int index) {
     }
     const std::unique_ptr<std::remove_pointer_t<HICON>, DestroyIcon> icon(
         ::ImageList_GetIcon(smallIcons, index, ILD_TRANSPARENT));
+    if (!icon) {
+        return std::nullopt;
+    }
     const std::vector<std::uint32_t> onBlack = drawnOn(0, icon.get(), width);
     const std::vector<std::uint32_t> onWhite = drawnOn(0xFFFFFF, icon.get(), width);
     if (onBlack.empty() || onWhite.empty()) {
