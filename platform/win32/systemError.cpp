@@ -23,6 +23,7 @@ int numberOf(DWORD errorCode) {
     case ERROR_DIRECTORY:
         return errorNumber::pathNotFound;
     case ERROR_ACCESS_DENIED:
+    case ERROR_NETWORK_ACCESS_DENIED:
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
     case ERROR_WRITE_PROTECT:
