@@ -26,6 +26,10 @@ namespace platform {
 // True when the user's session has a display that windows can be shown on.
 [[nodiscard]] bool hasDisplay();
 
+// From here on the system shows no boxes of its own, such as one that asks for a disk where a drive is empty:
+// the call that wanted it fails.
+void keepSystemBoxesAway();
+
 // Starts the program associated with the file's type on it, and does not wait for it; false when the system's
 // opener cannot be started. What it makes of the file it tells the user itself.
 bool openInAssociatedProgram(std::string_view path);

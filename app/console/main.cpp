@@ -3,11 +3,13 @@
 #include "app/console/consoleOptions.h"
 #include "app/console/consoleRun.h"
 #include "platform/commandLine.h"
+#include "platform/environment.h"
 #include "platform/terminal.h"
 
 int main(int argumentCount, char** arguments) {
     constexpr int statusFailed = 1;
     try {
+        platform::keepSystemBoxesAway();
         platform::CommandLine given(argumentCount, arguments);
         const ParsedCommandLine parsed = parseCommandLine(given.count(), given.arguments());
         return parsed.exitStatus ? *parsed.exitStatus : ConsoleRun(parsed.options).run();

@@ -67,6 +67,9 @@ bool hasDisplay() {
     return environmentVariable("DISPLAY").has_value() || environmentVariable("WAYLAND_DISPLAY").has_value();
 }
 
+// There are none.
+void keepSystemBoxesAway() {}
+
 bool openInAssociatedProgram(std::string_view path) {
     std::string program = "xdg-open";
     std::string file = toNative(toInternal(path));

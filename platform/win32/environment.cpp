@@ -70,6 +70,10 @@ bool hasDisplay() {
     return true;
 }
 
+void keepSystemBoxesAway() {
+    ::SetErrorMode(SEM_FAILCRITICALERRORS);
+}
+
 // The shell takes no path with the prefix for long ones.
 bool openInAssociatedProgram(std::string_view path) {
     constexpr INT_PTR lastFailure = 32;
