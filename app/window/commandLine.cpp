@@ -1,6 +1,7 @@
 #include "app/window/commandLine.h"
 
 #include <CLI/CLI.hpp>
+#include <sstream>
 
 WindowOptions parseWindowCommandLine(int argumentCount, const char* const* arguments) {
     constexpr int wrongUsage = 2;
@@ -15,7 +16,9 @@ WindowOptions parseWindowCommandLine(int argumentCount, const char* const* argum
     try {
         app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {
-        options.exitStatus = app.exit(error) == 0 ? 0 : wrongUsage;
+        std::ostringstream answer;
+        options.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;
+        options.answer = answer.str();
     }
     return options;
 }

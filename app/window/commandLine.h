@@ -8,10 +8,10 @@ struct WindowOptions {
     std::string applicationFolder; // as typed; empty for the usual one
     std::string path;              // the folder to select and scan at once, as typed; may be empty
 
-    // Set when there is nothing more to do (help, version, wrong usage): what to exit with.
+    // When nothing more is to be done (help, version, wrong usage): what to exit with, what to say before.
     std::optional<int> exitStatus;
+    std::string answer;
 };
 
-// Takes its own options; prints help, version and errors of usage itself. Qt's own options (-style,
-// -platform, …) must have been taken out before.
+// Takes its own options. Qt's own (-style, -platform, …) must have been taken out before.
 [[nodiscard]] WindowOptions parseWindowCommandLine(int argumentCount, const char* const* arguments);

@@ -25,6 +25,12 @@ bool asksForText(std::span<char*> arguments) {
     });
 }
 
+// Whether what the command line asks for could be written.
+bool wroteAnswer(const WindowOptions& options) {
+    using platform::Stream;
+    return platform::writeTo(options.exitStatus == 0 ? Stream::output : Stream::error, options.answer);
+}
+
 // Qt takes its own options out of the arguments; what is left is the program's.
 int run(int& argumentCount, char** arguments) {
     QApplication application(argumentCount, arguments);
@@ -33,10 +39,13 @@ int run(int& argumentCount, char** arguments) {
     QApplication::setDesktopFileName(QStringLiteral("spannory"));
     QApplication::setWindowIcon(applicationIcon());
     const WindowOptions options = parseWindowCommandLine(argumentCount, arguments);
+    QtDialogs dialogs;
     if (options.exitStatus) {
+        if (!wroteAnswer(options)) { // a program with a window need not have anywhere to write
+            dialogs.message(QString::fromStdString(options.answer));
+        }
         return *options.exitStatus;
     }
-    QtDialogs dialogs;
     try {
         frmMain window(findApplicationFolder(options.applicationFolder), dialogs);
         dialogs.setParent(&window);
@@ -54,9 +63,13 @@ int run(int& argumentCount, char** arguments) {
 } // namespace
 
 int main(int argumentCount, char** arguments) {
+    platform::keepSystemBoxesAway();
     platform::CommandLine given(argumentCount, arguments);
     if (asksForText({given.arguments(), static_cast<std::size_t>(given.count())})) {
-        return parseWindowCommandLine(given.count(), given.arguments()).exitStatus.value_or(statusFailed);
+        const WindowOptions asked = parseWindowCommandLine(given.count(), given.arguments());
+        if (asked.exitStatus && wroteAnswer(asked)) {
+            return *asked.exitStatus;
+        }
     }
     if (!platform::hasDisplay() && !platform::environmentVariable("QT_QPA_PLATFORM")) {
         platform::writeTo(platform::Stream::error,
