@@ -38,7 +38,7 @@ std::string modSavedScan::findFolder(Database& database, std::string_view typedP
     for (; !drives->EndOfFile(); drives->MoveNext()) {
         const std::string drive(drives->Fields("drive").text());
         const std::string shown = platform::displayPath(drive);
-        if (!shown.empty() && wanted.starts_with(shown)) {
+        if (!shown.empty() && platform::sameName(wanted.substr(0, shown.size()), shown)) {
             std::string names = wanted.substr(shown.size());
             std::replace(names.begin(), names.end(), '/', '\\');
             keys.push_back(drive + names);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/locale.h"
 #include "support/scanFixture.h"
 
 namespace {
@@ -59,6 +60,18 @@ TEST(SavedScan, knowsWhatWasScannedByItsRows) {
             EXPECT_FALSE(modSavedScan::wasWalked(database, key, 0)) << "no later row counts";
         }
     }
+}
+
+TEST(SavedScan, findsTheFoldersOfADriveByTheSystemsRule) {
+    ScanFixture fixture;
+    Database& database = fixture.working.database();
+    const std::string drive = "\\\\nas\\Media\\";
+    database.Execute("insert into details (drive,fullPath,parentFolder,isFolder) values ('" + drive +
+                     "','films\\','" + drive + "',1)");
+    EXPECT_EQ(modSavedScan::findFolder(database, drive + "films"), drive + "films\\");
+    EXPECT_EQ(modSavedScan::findFolder(database, "\\\\NAS\\media\\films"),
+              platform::namesIgnoreCase() ? drive + "films\\" : "");
+    EXPECT_EQ(modSavedScan::findFolder(database, drive + "music"), "");
 }
 
 } // namespace
