@@ -24,14 +24,14 @@ void appendNativeName(std::string& result, std::string_view internalName);
 
 // --- whole paths ----------------------------------------------------------------------------------------
 
-// The internal path of what a user typed: a native path, absolute or relative, "~" or "~/x", or an internal
-// path. "." and ".." are resolved, ".." as the system does it behind a link. No trailing "\" unless the text
-// had a trailing separator or names a drive's root. An empty text gives an empty path. Throws RuntimeError 76
-// for a relative path when the current folder is gone.
+// The internal path of what a user typed: a native path, absolute or relative, on Linux "~" or "~/x", or an
+// internal path. "." and ".." are resolved, ".." as the system does it behind a link. No trailing "\" unless
+// the text had a trailing separator or names a drive's root. An empty text gives an empty path. Throws
+// RuntimeError 76 for a relative path when the current folder is gone.
 [[nodiscard]] std::string toInternal(std::string_view typedPath);
 
 // The system's form of an internal path, without a trailing separator (unless it is the root itself).
-// A network share that is not mounted gives an empty text.
+// On Linux a network share that is not mounted gives an empty text.
 [[nodiscard]] std::string toNative(std::string_view internalPath);
 
 // The text shown to people and written in reports: on Linux `/usr/lib/x.so` (drive and separators in native
