@@ -13,6 +13,6 @@ find_library(xlsxwriter_LIBRARY xlsxwriter REQUIRED)
 add_library(xlsxwriter UNKNOWN IMPORTED GLOBAL)
 set_target_properties(xlsxwriter PROPERTIES IMPORTED_LOCATION ${xlsxwriter_LIBRARY}
                                             INTERFACE_INCLUDE_DIRECTORIES ${xlsxwriter_INCLUDE_DIR})
-if(WIN32)
-    target_link_libraries(xlsxwriter INTERFACE ZLIB::ZLIB) # linked statically there
+if(xlsxwriter_LIBRARY MATCHES "\\${CMAKE_STATIC_LIBRARY_SUFFIX}$") # which holds nothing of what it needs itself
+    target_link_libraries(xlsxwriter INTERFACE ZLIB::ZLIB)
 endif()
