@@ -201,9 +201,9 @@ TEST_F(Scan, takesARefreshInItsMidst) {
 }
 
 TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
-    makeHostileTree(tree);
     const std::string longName(100, 'n');
     tree.write(longName + "/" + longName + "/" + longName + "/" + longName + "/file", "x");
+    makeHostileTree(tree); // last, for it settles the times of access
     scan();
     const auto* const columns =
         "select fullPath, drive, folder, fileName, extension, description, size, dateAccessed, "
