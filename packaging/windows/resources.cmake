@@ -3,6 +3,9 @@
 enable_language(RC)
 
 function(add_windows_resources target description)
+    if(NOT TARGET ${target})
+        return()
+    endif()
     set(folder ${CMAKE_BINARY_DIR}/resources)
     set(manifest ${folder}/spannory.manifest)
     set(icon_line "")
@@ -17,7 +20,8 @@ function(add_windows_resources target description)
     target_sources(${target} PRIVATE ${folder}/${target}.rc)
 endfunction()
 
-add_windows_resources(spannory-scan "Spannory for the console")
-if(TARGET spannory)
-    add_windows_resources(spannory "Spannory disk-usage analyser")
-endif()
+# When all programs are there. The tests are to run with the code page of those that they test.
+cmake_language(DEFER CALL add_windows_resources spannory "Spannory disk-usage analyser")
+cmake_language(DEFER CALL add_windows_resources spannory-scan "Spannory for the console")
+cmake_language(DEFER CALL add_windows_resources spannory_tests "Tests of Spannory")
+cmake_language(DEFER CALL add_windows_resources spannory_window_tests "Tests of Spannory's window")

@@ -1,6 +1,6 @@
 #include "platform/registry.h"
 
-#include "platform/iniFile.h"
+#include "platform/posix/iniFile.h"
 
 namespace platform {
 

@@ -1,6 +1,6 @@
 #include "platform/profile.h"
 
-#include "platform/iniFile.h"
+#include "platform/posix/iniFile.h"
 #include "platform/text.h"
 
 namespace platform {

@@ -1,4 +1,4 @@
-#include "platform/iniFile.h"
+#include "platform/posix/iniFile.h"
 
 #include <algorithm>
 #include <cstdint>
