@@ -144,11 +144,15 @@ void ListView::resizeEvent(QResizeEvent* event) {
     QHeaderView& bar = *header();
     const int room = viewport()->width();
     const int left = room - (bar.length() - bar.sectionSize(0));
-    if (left > bar.sectionSize(0) || bar.length() == roomBefore_) {
+    if (left > bar.sectionSize(0) || fillsItsRoom()) {
         bar.resizeSection(0, std::max(left, leastFirstWidth_));
     }
     roomBefore_ = room;
     QTreeView::resizeEvent(event);
+}
+
+bool ListView::fillsItsRoom() const {
+    return header()->length() == roomBefore_;
 }
 
 void ListView::initViewItemOption(QStyleOptionViewItem* option) const {
