@@ -22,6 +22,8 @@ void CutLabel::paintEvent(QPaintEvent*) {
 }
 
 StatusPanels::StatusPanels(QStatusBar& statusBar) {
+    // Some styles frame each panel, beside the lines that part them here.
+    statusBar.setStyleSheet(QStringLiteral("QStatusBar::item { border: none; }"));
     constexpr std::array stretches{0, 0, 1};
     constexpr std::array widestTexts{"1,000,000,000 items.", "1,000,000 files/sec", ""};
     for (std::size_t panel = 0; panel < panelCount; ++panel) {

@@ -216,7 +216,7 @@ void ViewTabs::restore(QSettings& state) {
         QHeaderView& bar = *tab.list.header();
         const QStringList widths = state.value(tab.list.objectName()).toStringList();
         for (int i = 0; i < bar.count() && i < widths.size(); ++i) {
-            const int width = widths[i].toInt(); // 0 when it is no number
+            const int width = widths[i].toInt(); // 0 when it is no number, or follows the window
             if (width >= bar.minimumSectionSize() && width <= widestColumn) {
                 bar.resizeSection(i, width);
             }
@@ -230,7 +230,8 @@ void ViewTabs::save(QSettings& state) const {
         const QHeaderView& bar = *tab.list.header();
         QStringList widths;
         for (int i = 0; i < bar.count(); ++i) {
-            widths << QString::number(bar.sectionSize(i));
+            const bool follows = i == 0 && tab.list.fillsItsRoom();
+            widths << QString::number(follows ? 0 : bar.sectionSize(i));
         }
         state.setValue(tab.list.objectName(), widths);
     }

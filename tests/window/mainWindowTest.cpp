@@ -92,8 +92,10 @@ TEST_F(MainWindow, opensWhateverIsBroken) {
 }
 
 TEST_F(MainWindow, remembersItsShape) {
-    open().resize(777, 555);
-    tabs().setCurrentIndex(2);
+    open().resize(900, 555);
+    tabs().setCurrentIndex(3);
+    tabs().setCurrentIndex(2); // what is behind does not see that the window gets smaller
+    window->resize(777, 555);
     control<QTreeView>("lvwT").header()->resizeSection(1, 123);
     window->close();
     close();
@@ -101,6 +103,8 @@ TEST_F(MainWindow, remembersItsShape) {
     EXPECT_EQ(window->size(), QSize(777, 555));
     EXPECT_EQ(tabs().currentIndex(), 2);
     EXPECT_EQ(control<QTreeView>("lvwT").header()->sectionSize(1), 123);
+    tabs().setCurrentIndex(3);
+    EXPECT_EQ(control<QTreeView>("lvwU").header()->length(), control<QTreeView>("lvwU").viewport()->width());
     close();
 
     application.write("window.ini",

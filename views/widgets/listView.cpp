@@ -3,7 +3,6 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
@@ -14,38 +13,15 @@
 
 namespace {
 
-constexpr int gapBehindNumbers = 8; // so that they do not touch the texts of the next column
 constexpr int roomBetweenRows = 6;
 
 class RowDelegate final : public QStyledItemDelegate {
 public:
     explicit RowDelegate(ListView& list) : QStyledItemDelegate(&list), list_(list) {}
 
-    void paint(QPainter* painter, const QStyleOptionViewItem& option,
-               const QModelIndex& index) const override {
-        if (!isNumber(index)) {
-            QStyledItemDelegate::paint(painter, option, index);
-            return;
-        }
-        QStyleOptionViewItem cell = option;
-        initStyleOption(&cell, index);
-        const QString text = std::exchange(cell.text, QString());
-        const QStyle& style = *list_.style();
-        style.drawControl(QStyle::CE_ItemViewItem, &cell, painter, &list_);
-        const QRect place = cell.rect.adjusted(0, 0, -gapBehindNumbers, 0);
-        const bool selected = cell.state.testFlag(QStyle::State_Selected);
-        cell.palette.setCurrentColorGroup(cell.state.testFlag(QStyle::State_Active) ? QPalette::Active
-                                                                                    : QPalette::Inactive);
-        style.drawItemText(painter, place, static_cast<int>(cell.displayAlignment), cell.palette,
-                           cell.state.testFlag(QStyle::State_Enabled),
-                           cell.fontMetrics.elidedText(text, cell.textElideMode, place.width()),
-                           selected ? QPalette::HighlightedText : QPalette::Text);
-    }
-
     [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
                                  const QModelIndex& index) const override {
         QSize size = QStyledItemDelegate::sizeHint(option, index);
-        size.rwidth() += isNumber(index) ? gapBehindNumbers : 0;
         size.setHeight(std::max(option.fontMetrics.height(), list_.iconSize().height()) + roomBetweenRows);
         return size;
     }
@@ -53,6 +29,11 @@ public:
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
         QStyledItemDelegate::initStyleOption(option, index);
+        if (isNumber(index)) {
+            // A blank that stays, so that numbers do not touch the texts of the next column. The style draws
+            // them like the other texts: it alone knows the colour that can be read on its selection.
+            option->text += QChar::Nbsp;
+        }
         if (index.column() == 0 && list_.rows().hasIcons()) {
             // Icons come late; the names make room for them from the beginning and do not jump.
             option->features |= QStyleOptionViewItem::HasDecoration;
@@ -163,11 +144,15 @@ void ListView::resizeEvent(QResizeEvent* event) {
     QHeaderView& bar = *header();
     const int room = viewport()->width();
     const int left = room - (bar.length() - bar.sectionSize(0));
-    if (left > bar.sectionSize(0) || bar.length() == roomBefore_) {
+    if (left > bar.sectionSize(0) || fillsItsRoom()) {
         bar.resizeSection(0, std::max(left, leastFirstWidth_));
     }
     roomBefore_ = room;
     QTreeView::resizeEvent(event);
+}
+
+bool ListView::fillsItsRoom() const {
+    return header()->length() == roomBefore_;
 }
 
 void ListView::initViewItemOption(QStyleOptionViewItem* option) const {

@@ -34,6 +34,9 @@ public:
     // The first and last row that are in view, be it in part; {0, -1} when none is.
     [[nodiscard]] std::pair<int, int> rowsInView() const;
 
+    // Whether the first column is as wide as the others leave room for, and so follows the list's width.
+    [[nodiscard]] bool fillsItsRoom() const;
+
     [[nodiscard]] const ListSort& sort() const noexcept { return sort_; }
     // Notes how the rows are sorted, and shows it in the header.
     void setSort(const ListSort& sort);

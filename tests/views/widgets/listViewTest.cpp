@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QHeaderView>
+#include <QProxyStyle>
 #include <QScrollBar>
 #include <QTest>
 #include <array>
@@ -51,6 +52,21 @@ struct List : testing::Test {
     std::vector<QPoint> menuPlaces;
 };
 
+// As some desktops do: a selection in colours of the style's own, whatever the palette has for it.
+struct RedSelection : QProxyStyle {
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        if (element == CE_ItemViewItem) {
+            QStyleOptionViewItem red = *static_cast<const QStyleOptionViewItem*>(option);
+            red.palette.setColor(QPalette::Highlight, Qt::red);
+            red.palette.setColor(QPalette::HighlightedText, Qt::red);
+            QProxyStyle::drawControl(element, &red, painter, widget);
+        } else {
+            QProxyStyle::drawControl(element, option, painter, widget);
+        }
+    }
+};
+
 } // namespace
 
 TEST_F(List, tellsWhatItsSelectedRowIsActivatedWith) {
@@ -94,6 +110,25 @@ TEST_F(List, showsItsSelectedRowPalerWhileTheKeyboardIsElsewhere) {
     list.setFocus();
     EXPECT_NE(pale, bare);
     EXPECT_GT(pale.lightness(), ground().lightness() + 20);
+}
+
+TEST_F(List, leavesTheColoursOfItsSelectionToTheStyle) {
+    RedSelection style;
+    list.setStyle(&style);
+    QPalette palette = list.palette();
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    list.setPalette(palette);
+    QApplication::setActiveWindow(&list);
+    list.setFocus();
+    list.selectRow(1);
+    for (int column = 0; column < 2; ++column) {
+        const QImage cell = list.viewport()->grab(place(1, column).adjusted(9, 4, -3, -4)).toImage();
+        for (int x = 0; x < cell.width(); ++x) {
+            const QColor middle = cell.pixelColor(x, cell.height() / 2);
+            ASSERT_LT(middle.green(), 100) << "column " << column << ", x " << x;
+        }
+    }
+    list.setStyle(nullptr);
 }
 
 TEST_F(List, givesItsFirstColumnTheRoomThatIsLeft) {
