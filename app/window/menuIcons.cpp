@@ -1,12 +1,16 @@
 #include "app/window/menuIcons.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QIconEngine>
+#include <QImage>
 #include <QPainter>
 #include <QPalette>
 #include <QPixmap>
+#include <QStyle>
+#include <QStyleOptionMenuItem>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <utility>
 
 #include "app/window/menuIconsDrawings.h"
@@ -28,15 +32,38 @@ Colours oneColour(const QColor& colour) {
     return {colour, colour, tint};
 }
 
+// What the style lays below the item under the pointer, which need not be what the palette names for it.
+QColor highlight(const QPalette& palette) {
+    QImage item(48, 24, QImage::Format_RGB32);
+    item.fill(palette.color(QPalette::Window));
+    QStyleOptionMenuItem option;
+    option.rect = item.rect();
+    option.palette = palette;
+    option.state = QStyle::State_Enabled | QStyle::State_Selected | QStyle::State_Active;
+    QPainter painter(&item);
+    QApplication::style()->drawControl(QStyle::CE_MenuItem, &option, &painter);
+    return item.pixelColor(item.rect().center());
+}
+
+// The colour for texts that is the easier to read on the ground.
+QColor textOn(const QColor& ground, const QPalette& palette) {
+    const QColor text = palette.color(QPalette::WindowText);
+    const QColor other = palette.color(QPalette::HighlightedText);
+    const auto contrast = [&](const QColor& colour) {
+        return std::abs(qGray(colour.rgb()) - qGray(ground.rgb()));
+    };
+    return contrast(other) < contrast(text) ? text : other;
+}
+
 Colours coloursFor(QIcon::Mode mode, QIcon::State state, Place place) {
-    const QPalette palette = QGuiApplication::palette();
+    const QPalette palette = QApplication::palette();
     if (mode == QIcon::Disabled) {
         return oneColour(palette.color(QPalette::Disabled, QPalette::WindowText));
     }
     // A menu lays a frame of its own between its highlight and a checked item's picture.
     const bool highlighted = mode == QIcon::Selected || (mode == QIcon::Active && place == Place::menu);
     if (highlighted && state == QIcon::Off) {
-        return oneColour(palette.color(QPalette::HighlightedText));
+        return oneColour(textOn(highlight(palette), palette));
     }
     const QColor text = palette.color(QPalette::WindowText);
     const QColor background = palette.color(QPalette::Window);
