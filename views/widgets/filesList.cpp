@@ -1,5 +1,6 @@
 #include "views/widgets/filesList.h"
 
+#include <QElapsedTimer>
 #include <array>
 
 #include "app/errorLog.h"
@@ -21,6 +22,9 @@ constexpr std::array<ListColumn, 5> filesColumns{{
     {"Modified", "DATETIME", false, "12/28/2028 10:58:58 AM"},
     {"Accessed", "DATETIME", false, "12/28/2028 10:58:58 AM"},
 }};
+
+// How long the window may stand still for icons, in milliseconds.
+constexpr qint64 longestTick = 50;
 
 // Makes list rows of a query's rows.
 class RowReader {
@@ -122,7 +126,11 @@ void FilesList::getListViewIcons() {
             return;
         }
         const auto [first, last] = lvwF_.rowsInView();
-        for (int row = first; row <= last; ++row) {
+        const auto count = static_cast<unsigned>(last - first + 1);
+        QElapsedTimer spent;
+        spent.start();
+        for (unsigned tried = 0; tried < count && !spent.hasExpired(longestTick); ++tried, ++nextIcon_) {
+            const int row = first + static_cast<int>(nextIcon_ % count);
             const ListRow& shown = lvwF_.rows().row(row);
             if (shown.icon.isEmpty()) {
                 lvwF_.rows().setIcon(row, modSystemIcons::getIcon(shown.key(), imlFiles_));

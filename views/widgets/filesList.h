@@ -27,7 +27,8 @@ public:
     // Empties the list; the next update fills it from the first row on, whatever folder is shown.
     void clear();
 
-    // Gives the rows in view the icons that they lack. Cheap when they have them: for a timer.
+    // Gives the rows in view the icons that they lack. For a timer: cheap when they have them, and where the
+    // system takes long to tell, such as for a slow network, the next call goes on with the rows behind.
     void getListViewIcons();
 
 private:
@@ -41,4 +42,5 @@ private:
     ImageList& imlFiles_;
     std::string shownKey_;
     std::int64_t shownRows_ = nothing;
+    unsigned nextIcon_ = 0; // counts on through the rows in view, so that each has its turn
 };
