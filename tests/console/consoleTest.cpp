@@ -55,7 +55,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--load %F/garbage.dat", 1, "Unrecognized database format"},
         {"--html %F/exists.html %T", 1, "exists.html: Overwrite existing file?"},
         {"--html %F/no/where.html %T", 1, "where.html"},
-        {"--text %F %T", 1, testSystem::folderInsteadOfFile()},
+        {"--text %F %T", 1, "Is a directory"},
         {"--excel %F/no/where.xlsx %T", 1, "where.xlsx"},
         {"--database %F/no/where.mdb %T", 1, "where.mdb"},
         {"--database %F/app/main.dat --force %T", 1, "working database itself"},
