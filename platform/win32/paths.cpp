@@ -65,8 +65,8 @@ bool isInternal(std::string_view path) {
     return path.find("\\\\", 2) == std::string_view::npos && path.find('/') == std::string_view::npos;
 }
 
-// No name holds a quote, but a pasted path stands in two. One at the end alone comes of "C:\some folder\" in a
-// command line, where the backslash protects it.
+// No name holds a quote, but a pasted path stands in two. One at the end alone comes of "C:\some folder\" in
+// a command line, where the backslash protects it.
 std::string withoutQuotes(std::string_view typed) {
     const bool opens = typed.starts_with('"');
     typed.remove_prefix(opens ? 1 : 0);
