@@ -46,6 +46,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--html", 2, "html"},
         {"--help", 0, ""},
         {"--version", 0, ""},
+        {"/missing", 1, "/missing: Directory not found."},
         {"%F/missing", 1, "missing: Directory not found."},
         {"%T/direct.txt", 1, "direct.txt: Directory not found."},
         {"''", 1, "Directory not found."},
