@@ -31,21 +31,27 @@ bool holdsRows(Database& database, const std::string& key) {
 } // namespace
 
 std::string modSavedScan::findFolder(Database& database, std::string_view typedPath) {
-    const std::string wanted =
-        platform::displayPath(modGlobal::addBackslash(platform::toInternal(typedPath)));
     std::vector<std::string> keys;
-    const auto drives = database.OpenRecordset("select distinct drive from details");
-    for (; !drives->EndOfFile(); drives->MoveNext()) {
-        const std::string drive(drives->Fields("drive").text());
-        const std::string shown = platform::displayPath(drive);
-        if (!shown.empty() && platform::sameName(wanted.substr(0, shown.size()), shown)) {
-            std::string names = wanted.substr(shown.size());
-            std::replace(names.begin(), names.end(), '/', '\\');
-            keys.push_back(drive + names);
+    // As it stands it may be a path of the machine that was scanned, of another system perhaps.
+    const std::string_view asItStands =
+        typedPath.substr(0, typedPath.size() - (typedPath.ends_with('/') ? 1 : 0));
+    for (const std::string& path : {platform::toInternal(typedPath), std::string(asItStands)}) {
+        const std::string wanted = platform::displayPath(modGlobal::addBackslash(path));
+        const auto drives = database.OpenRecordset("select distinct drive from details");
+        for (; !drives->EndOfFile(); drives->MoveNext()) {
+            const std::string drive(drives->Fields("drive").text());
+            const std::string shown = platform::displayPath(drive);
+            if (!shown.empty() && platform::sameName(wanted.substr(0, shown.size()), shown)) {
+                std::string names = wanted.substr(shown.size());
+                std::replace(names.begin(), names.end(), '/', '\\');
+                keys.push_back(drive + names);
+            }
         }
     }
-    const auto found =
-        std::find_if(keys.begin(), keys.end(), [&](const auto& key) { return holdsRows(database, key); });
+    // A quote is never stored by a scan, and ends a statement's text.
+    const auto found = std::find_if(keys.begin(), keys.end(), [&](const std::string& key) {
+        return key.find('"') == std::string::npos && holdsRows(database, key);
+    });
     return found == keys.end() ? std::string() : *found;
 }
 

@@ -12,7 +12,8 @@
 namespace modSavedScan {
 
 // The key (internal path with trailing "\") under which the scan knows a typed folder, by the drives of its
-// own rows; empty when it has neither the folder nor anything in it.
+// own rows, whether typed as here or as the machine that was scanned has it; empty when it has neither the
+// folder nor anything in it.
 [[nodiscard]] std::string findFolder(Database& database, std::string_view typedPath);
 
 // The keys of the folders that hold all the rest: those that rows lie in and that have no row of their own.

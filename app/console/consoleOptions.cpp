@@ -13,6 +13,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     ParsedCommandLine parsed;
     ConsoleOptions& options = parsed.options;
     CLI::App app("Scans folders into a database and reports what takes the space.", "spannory-scan");
+    app.allow_windows_style_options(false); // "/etc" is a path everywhere
     app.set_version_flag("--version", "spannory-scan " SPANNORY_VERSION);
     app.set_help_flag("-h,--help", "Print this help and exit");
 

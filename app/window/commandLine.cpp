@@ -7,6 +7,7 @@ WindowOptions parseWindowCommandLine(int argumentCount, const char* const* argum
     constexpr int wrongUsage = 2;
     WindowOptions options;
     CLI::App app("Shows what takes the room on a disk, in a window.", "spannory");
+    app.allow_windows_style_options(false); // "/etc" is a path everywhere
     app.set_version_flag("--version", "spannory " SPANNORY_VERSION);
     app.set_help_flag("-h,--help", "Print this help and exit");
     app.add_option("PATH", options.path, "Folder to select and scan at once")->type_name("");

@@ -102,5 +102,5 @@ std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
         throw RuntimeError(errorNumber::dialogCancelled, "Cancel was selected");
     }
     folder_ = QFileInfo(dialog.selectedFiles().first()).path();
-    return dialog.selectedFiles().first().toStdString();
+    return QDir::toNativeSeparators(dialog.selectedFiles().first()).toStdString();
 }

@@ -1,5 +1,6 @@
 #include "platform/terminal.h"
 
+#include <fcntl.h>
 #include <langinfo.h>
 #include <locale.h>
 #include <sys/ioctl.h>
@@ -101,8 +102,15 @@ bool wasInterrupted() {
     return interrupted != 0;
 }
 
-void ignoreBrokenPipes() {
+void prepareStreams() {
     ::signal(SIGPIPE, SIG_IGN);
+    int descriptor = 0;
+    do {
+        descriptor = ::open("/dev/null", O_RDONLY); // a write to it fails like one to a closed stream
+    } while (descriptor >= 0 && descriptor <= STDERR_FILENO);
+    if (descriptor >= 0) {
+        ::close(descriptor);
+    }
 }
 
 } // namespace platform

@@ -44,6 +44,18 @@ std::optional<WIN32_FIND_DATAW> ownEntry(const std::wstring& path) {
     return entry;
 }
 
+// Of what is there and may not be opened, by what the folder above tells. Where a link leads is not told.
+std::optional<FileInformation> informationOfClosed(const std::wstring& path) {
+    const std::optional<WIN32_FIND_DATAW> entry = ownEntry(path);
+    if (!entry || isLink(entry->dwFileAttributes, entry->dwReserved0)) {
+        return std::nullopt;
+    }
+    FileInformation result;
+    result.facts = factsOf(*entry);
+    result.isRegular = !result.facts.isFolder;
+    return result;
+}
+
 } // namespace
 
 std::optional<FileInformation> informationOf(const std::wstring& path) {
@@ -51,7 +63,7 @@ std::optional<FileInformation> informationOf(const std::wstring& path) {
                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                     OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
     if (!file.isOpen()) {
-        return std::nullopt;
+        return ::GetLastError() == ERROR_ACCESS_DENIED ? informationOfClosed(path) : std::nullopt;
     }
     BY_HANDLE_FILE_INFORMATION record{};
     if (::GetFileType(file.get()) != FILE_TYPE_DISK ||

@@ -17,7 +17,7 @@ struct FileInformation {
     std::uint64_t number = 0;
 };
 
-// Links followed; nothing when nothing can be opened there.
+// Links followed; nothing when nothing is there. What may not be opened has no number.
 [[nodiscard]] std::optional<FileInformation> informationOf(const std::wstring& path);
 
 // The facts in a find record. A link (a junction, a mount point, a symbolic link) is no folder.

@@ -66,6 +66,16 @@ bool isInternal(std::string_view path) {
     return path.find("\\\\", 2) == std::string_view::npos && path.find('/') == std::string_view::npos;
 }
 
+// No name holds a quote, but a pasted path stands in two. One at the end alone comes of "C:\some folder\" in
+// a command line, where the backslash protects it.
+std::string withoutQuotes(std::string_view typed) {
+    const bool opens = typed.starts_with('"');
+    typed.remove_prefix(opens ? 1 : 0);
+    const bool closes = typed.ends_with('"');
+    typed.remove_suffix(closes ? 1 : 0);
+    return std::string(typed) + (closes && !opens ? "\\" : "");
+}
+
 std::string absolute(std::string_view typed) {
     const std::wstring text = wide(typed);
     const DWORD needed = ::GetFullPathNameW(text.c_str(), 0, nullptr, nullptr);
@@ -102,14 +112,14 @@ void appendNativeName(std::string& result, std::string_view internalName) {
 std::string toInternal(std::string_view typedPath) {
     constexpr std::string_view longPrefix = "\\\\?\\";
     constexpr std::string_view longSharePrefix = "\\\\?\\UNC\\";
-    if (typedPath.empty()) {
-        return {};
+    std::string path = withoutQuotes(typedPath);
+    if (path.starts_with(longSharePrefix)) {
+        path.replace(0, longSharePrefix.size(), "\\\\");
+    } else if (path.starts_with(longPrefix)) {
+        path.erase(0, longPrefix.size());
     }
-    std::string path(typedPath);
-    if (typedPath.starts_with(longSharePrefix)) {
-        path = "\\\\" + std::string(typedPath.substr(longSharePrefix.size()));
-    } else if (typedPath.starts_with(longPrefix)) {
-        path = typedPath.substr(longPrefix.size());
+    if (path.empty()) {
+        return {};
     }
     return withShareRoot(withUpperDrive(isInternal(path) ? path : absolute(path)));
 }

@@ -60,6 +60,9 @@ RuntimeError systemError(DWORD errorCode, std::string_view path) {
 }
 
 std::string systemMessage(DWORD errorCode) {
+    if (errorCode == folderInsteadOfFile) {
+        return "Is a directory"; // not every version of the system has words for it
+    }
     std::array<wchar_t, 512> text{};
     const DWORD length =
         ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, errorCode, 0,

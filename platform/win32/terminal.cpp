@@ -144,7 +144,7 @@ bool wasInterrupted() {
     return interrupted;
 }
 
-// They never do here.
-void ignoreBrokenPipes() {}
+// All this is so.
+void prepareStreams() {}
 
 } // namespace platform

@@ -8,11 +8,46 @@
 
 namespace {
 
+// The parent's key, a bar, and the name.
+using Row = std::pair<const char*, bool>; // and whether it is a folder
+
+void addRows(Database& database, const std::vector<Row>& rows) {
+    const auto table = database.OpenRecordset("details");
+    for (const auto& [path, isFolder] : rows) {
+        const std::string_view text(path);
+        const std::size_t bar = text.find('|');
+        table->AddNew();
+        table->Fields("parentFolder").setText(text.substr(0, bar));
+        table->Fields("fileName").setText(text.substr(bar + 1));
+        table->Fields("drive").setText(text.substr(0, text.find('\\') + 1));
+        const std::string whole = std::string(text.substr(0, bar)).append(text.substr(bar + 1));
+        table->Fields("fullPath").setText(std::string_view(whole).substr(whole.find('\\') + 1));
+        table->Fields("isFolder").setInteger(isFolder ? 1 : 0);
+        table->Update();
+    }
+}
+
+TEST(SavedScan, findsFoldersOfOtherSystems) {
+    ScanFixture fixture;
+    Database& database = fixture.working.database();
+    addRows(database, {{"C:\\Windows\\|a", false}, {"/\\usr\\|b", false}});
+    const std::pair<const char*, const char*> typed[] = {
+        {"C:\\Windows", "C:\\Windows\\"},
+        {"C:/Windows/", "C:\\Windows\\"},
+        {"/\\usr", "/\\usr\\"},
+        {"/\\nothing", ""},
+        {"/\\u\"sr", ""},
+        {"", ""},
+    };
+    for (const auto& [path, key] : typed) {
+        EXPECT_EQ(modSavedScan::findFolder(database, path), key) << path;
+    }
+}
+
 TEST(SavedScan, knowsWhatWasScannedByItsRows) {
     const struct {
         const char* name;
-        std::vector<std::pair<const char*, bool>>
-            rows; // the parent's key with the name, and whether it is a folder
+        std::vector<Row> rows;
         std::vector<std::string> scanned;
         std::vector<std::pair<const char*, bool>> walked;
     } cases[] = {
@@ -39,19 +74,7 @@ TEST(SavedScan, knowsWhatWasScannedByItsRows) {
         SCOPED_TRACE(each.name);
         ScanFixture fixture;
         Database& database = fixture.working.database();
-        const auto table = database.OpenRecordset("details");
-        for (const auto& [path, isFolder] : each.rows) {
-            const std::string_view text(path);
-            const std::size_t bar = text.find('|');
-            table->AddNew();
-            table->Fields("parentFolder").setText(text.substr(0, bar));
-            table->Fields("fileName").setText(text.substr(bar + 1));
-            table->Fields("drive").setText(text.substr(0, text.find('\\') + 1));
-            const std::string whole = std::string(text.substr(0, bar)).append(text.substr(bar + 1));
-            table->Fields("fullPath").setText(std::string_view(whole).substr(whole.find('\\') + 1));
-            table->Fields("isFolder").setInteger(isFolder ? 1 : 0);
-            table->Update();
-        }
+        addRows(database, each.rows);
         EXPECT_EQ(modSavedScan::scannedFolders(database, 1000), each.scanned);
         EXPECT_LE(modSavedScan::scannedFolders(database, 1).size(), 1U);
         const auto last = static_cast<std::int64_t>(each.rows.size());

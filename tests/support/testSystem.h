@@ -62,9 +62,6 @@ bool makeLink(const std::filesystem::path& target, const std::filesystem::path& 
 // Where fonts lie that Qt's offscreen platform does not find by itself; empty where it does.
 [[nodiscard]] std::string fontFolder();
 
-// The system's words for a folder where a file is wanted.
-[[nodiscard]] std::string folderInsteadOfFile();
-
 // --- the process ----------------------------------------------------------------------------------------
 
 // An environment variable; an empty value takes it away.

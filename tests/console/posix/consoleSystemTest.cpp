@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <fstream>
 
 namespace fs = std::filesystem;
@@ -27,6 +28,13 @@ TEST_F(Console, takesNoOtherFolderForOneThatIsGone) {
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(holds(outcome.errors, "Path not found: the current folder")) << outcome.errors;
     EXPECT_FALSE(fs::exists("/report.csv"));
+}
+
+TEST_F(Console, writesToNoFileOfItsOwnInPlaceOfAClosedStream) {
+    const std::string command =
+        program + " --app-folder " + folder.typed("app") + " " + folder.typed("tree") + " >&- 2>&-";
+    EXPECT_NE(std::system(command.c_str()), 0) << "its output was lost"; // NOLINT: a shell closes them
+    EXPECT_EQ(folder.read("app/main.dat.lock"), "");
 }
 
 // A scan that takes more than the database may grow to, as on a full disk.

@@ -26,6 +26,9 @@ TEST(Paths, understandWhatAUserTypes) {
         {"\\\\server\\share", "\\\\server\\share\\"},
         {"//server/share/x", "\\\\server\\share\\x"},
         {"NUL", "\\\\.\\NUL"},
+        {"\"C:\\some folder\\x\"", "C:\\some folder\\x"},
+        {"C:\\some folder\"", "C:\\some folder\\"}, // of "C:\some folder\" in a command line
+        {"\"", ""},
         {"x", here + "\\x"},
         {".\\x\\", here + "\\x\\"},
         {"x/../y", here + "\\y"},

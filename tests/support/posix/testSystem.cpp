@@ -114,10 +114,6 @@ std::string testSystem::fontFolder() {
     return {};
 }
 
-std::string testSystem::folderInsteadOfFile() {
-    return "Is a directory";
-}
-
 void testSystem::setVariable(const std::string& name, const std::string& value) {
     value.empty() ? ::unsetenv(name.c_str()) : ::setenv(name.c_str(), value.c_str(), 1);
 }

@@ -236,10 +236,6 @@ std::string testSystem::fontFolder() {
     return entriesOf(own).empty() ? "Z:\\usr\\share\\fonts\\truetype\\dejavu" : own;
 }
 
-std::string testSystem::folderInsteadOfFile() {
-    return "75 "; // in the user's language
-}
-
 void testSystem::setVariable(const std::string& name, const std::string& value) {
     ::SetEnvironmentVariableW(platform::wide(name).c_str(),
                               value.empty() ? nullptr : platform::wide(value).c_str());
