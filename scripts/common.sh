@@ -97,3 +97,9 @@ useWine() {
         quietly "$wine" wineboot --init
     fi
 }
+
+# endWine: ends every program in that prefix, also those that Wine itself has started.
+endWine() {
+    /usr/lib/wine/wineserver64 -k || true # status 1: there are none
+    /usr/lib/wine/wineserver64 -w
+}
