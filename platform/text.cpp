@@ -47,6 +47,16 @@ char32_t decodeCodePoint(std::string_view text, std::size_t& position) {
     return codePoint;
 }
 
+char32_t loneSurrogateAt(std::string_view text, std::size_t position) {
+    if (text.size() - position < 3 || text[position] != '\xED') {
+        return 0;
+    }
+    const auto middle = static_cast<unsigned char>(text[position + 1]);
+    const auto last = static_cast<unsigned char>(text[position + 2]);
+    const bool isSurrogate = middle >= 0xA0 && middle <= 0xBF && isContinuation(text[position + 2]);
+    return isSurrogate ? 0xD000U | (middle & 0x3FU) << 6 | (last & 0x3FU) : 0;
+}
+
 void appendCodePoint(std::string& text, char32_t codePoint) {
     const auto put = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
     if (codePoint < 0x80) {

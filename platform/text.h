@@ -5,13 +5,17 @@
 #include <string_view>
 
 // UTF-8 text. A "character" is one Unicode code point throughout the program; all texts inside it are
-// valid UTF-8 (platform/paths.h sees to that for file names).
+// valid UTF-8 (platform/paths.h sees to that for file names), but for surrogates that stand alone in Windows'
+// names.
 namespace platform {
 
 // Decodes the code point that starts at text[position] and moves position behind it. A byte that starts no
 // valid sequence (overlong, surrogate, beyond U+10FFFF, cut short) yields invalidCodePoint and moves by one.
 inline constexpr char32_t invalidCodePoint = 0xFFFFFFFF;
 [[nodiscard]] char32_t decodeCodePoint(std::string_view text, std::size_t& position);
+
+// The surrogate whose three bytes, which are no valid UTF-8, stand at text[position]; 0 when there is none.
+[[nodiscard]] char32_t loneSurrogateAt(std::string_view text, std::size_t position);
 
 void appendCodePoint(std::string& text, char32_t codePoint);
 

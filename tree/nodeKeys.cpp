@@ -12,16 +12,20 @@ constexpr std::string_view placeholderPrefix = "DUMMY";
 
 bool isSound(std::string_view key) {
     constexpr char32_t firstPrintable = U' ';
-    constexpr std::u32string_view never = U"\"|*?<>\x7F";
+    constexpr std::u32string_view never = U"\"|*?<>";
     std::size_t count = 0;
-    for (std::size_t position = 0; position < key.size();) {
+    for (std::size_t position = 0; position < key.size(); ++count) {
+        if (platform::loneSurrogateAt(key, position) != 0) { // in a name on Windows
+            position += 3;
+            continue;
+        }
         const char32_t code = platform::decodeCodePoint(key, position);
         if (code < firstPrintable || code == platform::invalidCodePoint ||
-            never.find(code) != std::u32string_view::npos || ++count > longest) {
+            never.find(code) != std::u32string_view::npos) {
             return false;
         }
     }
-    return count > 0;
+    return count > 0 && count <= longest;
 }
 
 std::string placeholderOf(std::string_view key) {

@@ -13,16 +13,6 @@ constexpr bool isLowSurrogate(wchar_t unit) {
     return unit >= 0xDC00 && unit <= 0xDFFF;
 }
 
-// The surrogate whose three bytes stand at the position, 0 for none.
-wchar_t loneSurrogateAt(std::string_view text, std::size_t position) {
-    if (text.size() - position < 3) {
-        return 0;
-    }
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[position + i]); };
-    const bool is = byte(0) == 0xED && byte(1) >= 0xA0 && byte(1) <= 0xBF && (byte(2) & 0xC0) == 0x80;
-    return is ? static_cast<wchar_t>(0xD000 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F)) : L'\0';
-}
-
 } // namespace
 
 void appendNarrow(std::string& result, std::wstring_view text) {
@@ -46,8 +36,8 @@ std::wstring wide(std::string_view text) {
     std::wstring result;
     result.reserve(text.size());
     for (std::size_t position = 0; position < text.size();) {
-        if (const wchar_t surrogate = loneSurrogateAt(text, position); surrogate != 0) {
-            result.push_back(surrogate);
+        if (const char32_t surrogate = loneSurrogateAt(text, position); surrogate != 0) {
+            result.push_back(static_cast<wchar_t>(surrogate));
             position += 3;
             continue;
         }
