@@ -43,8 +43,11 @@ private:
 // True once Ctrl-C was pressed under a watch.
 [[nodiscard]] bool wasInterrupted();
 
-// From here on a reader of standard output that goes away does not end the program. No file that the program
-// opens takes the place of a stream that it was started without; writing to that one goes on failing.
-void prepareStreams();
+// From here on a reader of standard output that goes away does not end the program.
+void ignoreBrokenPipes();
+
+// From here on no file that the program opens takes the place of a standard stream that it was started
+// without; writing to that one goes on failing.
+void keepClosedStreamsClosed();
 
 } // namespace platform

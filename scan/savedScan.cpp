@@ -31,15 +31,18 @@ bool holdsRows(Database& database, const std::string& key) {
 } // namespace
 
 std::string modSavedScan::findFolder(Database& database, std::string_view typedPath) {
+    std::vector<std::string> drives;
+    const auto rows = database.OpenRecordset("select distinct drive from details");
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        drives.emplace_back(rows->Fields("drive").text());
+    }
     std::vector<std::string> keys;
     // As it stands it may be a path of the machine that was scanned, of another system perhaps.
     const std::string_view asItStands =
         typedPath.substr(0, typedPath.size() - (typedPath.ends_with('/') ? 1 : 0));
     for (const std::string& path : {platform::toInternal(typedPath), std::string(asItStands)}) {
         const std::string wanted = platform::displayPath(modGlobal::addBackslash(path));
-        const auto drives = database.OpenRecordset("select distinct drive from details");
-        for (; !drives->EndOfFile(); drives->MoveNext()) {
-            const std::string drive(drives->Fields("drive").text());
+        for (const std::string& drive : drives) {
             const std::string shown = platform::displayPath(drive);
             if (!shown.empty() && platform::sameName(wanted.substr(0, shown.size()), shown)) {
                 std::string names = wanted.substr(shown.size());

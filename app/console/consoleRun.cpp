@@ -29,7 +29,7 @@ ConsoleRun::ConsoleRun(ConsoleOptions options)
     : options_(std::move(options)), userInterface_(options_.force, options_.quiet) {}
 
 int ConsoleRun::run() {
-    platform::prepareStreams();
+    platform::ignoreBrokenPipes();
     if (!start()) {
         return statusFailed;
     }

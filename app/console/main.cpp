@@ -10,6 +10,7 @@ int main(int argumentCount, char** arguments) {
     constexpr int statusFailed = 1;
     try {
         platform::keepSystemBoxesAway();
+        platform::keepClosedStreamsClosed();
         platform::CommandLine given(argumentCount, arguments);
         const ParsedCommandLine parsed = parseCommandLine(given.count(), given.arguments());
         return parsed.exitStatus ? *parsed.exitStatus : ConsoleRun(parsed.options).run();

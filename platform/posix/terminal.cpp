@@ -102,8 +102,11 @@ bool wasInterrupted() {
     return interrupted != 0;
 }
 
-void prepareStreams() {
+void ignoreBrokenPipes() {
     ::signal(SIGPIPE, SIG_IGN);
+}
+
+void keepClosedStreamsClosed() {
     int descriptor = 0;
     do {
         descriptor = ::open("/dev/null", O_RDONLY); // a write to it fails like one to a closed stream

@@ -23,7 +23,9 @@ class ScratchFile {
 public:
     explicit ScratchFile(std::string_view content)
         : path_(temporaryFolder() + "spannory-" + std::to_string(::GetCurrentProcessId()) + ".ini") {
-        replaceFile(path_, content);
+        FileSink file(path_);
+        file.write(content);
+        file.close();
     }
     ~ScratchFile() { ::DeleteFileW(widePath(path_).c_str()); }
     ScratchFile(const ScratchFile&) = delete;

@@ -144,7 +144,10 @@ bool wasInterrupted() {
     return interrupted;
 }
 
-// All this is so.
-void prepareStreams() {}
+// They never do here.
+void ignoreBrokenPipes() {}
+
+// Files take no stream's place here.
+void keepClosedStreamsClosed() {}
 
 } // namespace platform
