@@ -1,4 +1,4 @@
-// What the chart does for each redraw, with 10,000 entries, in a window and on a large screen.
+// The work of the chart for each redraw, with 10,000 entries, in a window and on a large screen.
 
 #include <benchmark/benchmark.h>
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "views/widgets/folderChart.h"
+#include "widgets/folderChart.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ QApplication& application() {
     return instance;
 }
 
-// A few large folders and a long tail, as folders are.
+// A few large folders and a long tail, as in real trees.
 std::vector<ChartEntry> entries() {
     constexpr int count = 10000;
     std::vector<ChartEntry> result;

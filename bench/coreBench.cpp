@@ -1,22 +1,22 @@
-// What a scan and a report do once per file or folder.
+// The work of a scan and a report for each file or folder.
 
 #include <benchmark/benchmark.h>
 
 #include <filesystem>
 
-#include "app/pictures.h"
+#include "base/clsFile.h"
+#include "base/dateFormat.h"
+#include "base/formatSize.h"
 #include "db/detailsTable.h"
 #include "db/jetLike.h"
 #include "db/jetTranslator.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "scan/clsFile.h"
 #include "scan/dateTexts.h"
-#include "views/formatSize.h"
 
 namespace {
 
-constexpr std::string_view filePath = "/\\home\\somebody\\projects\\spannory\\platform\\posix\\folders.cpp";
+constexpr std::string_view filePath = "/\\home\\somebody\\projects\\spannory\\platform\\linux\\folders.cpp";
 
 void pathArithmetic(benchmark::State& state) {
     clsFile file;
@@ -64,7 +64,7 @@ void dateOfASecond(benchmark::State& state) {
     platform::Seconds moment = 1'700'000'000;
     while (state.KeepRunning()) {
         benchmark::DoNotOptimize(texts.of(moment));
-        moment += state.range(0); // 0: the same second again; 1: always another
+        moment += state.range(0); // 0: the same second each time; 1: always a new one
     }
 }
 BENCHMARK(dateOfASecond)->Arg(0)->Arg(1);

@@ -1,4 +1,4 @@
-"""What the comparisons share: running a command and printing a table of what it took."""
+"""Shared by the comparisons: runs commands and prints a table of their times and memory."""
 
 import os
 import statistics
@@ -11,7 +11,7 @@ PROGRAM = Path(__file__).resolve().parent.parent / "build/release/bin/spannory-s
 
 
 def run(command):
-    """Runs the command to its end, its output thrown away; returns (seconds, peak memory in MiB)."""
+    """Runs the command, discards its output and returns (seconds, peak memory in MiB)."""
     start = time.perf_counter()
     process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL)
     _, status, usage = os.wait4(process.pid, 0)
@@ -23,8 +23,8 @@ def run(command):
 
 
 def in_turn(commands, rounds, before=lambda: None):
-    """Runs all commands (name: command) once to warm the caches, then each once per round, in turn, so that
-    what else happens on the machine meets all of them alike. Returns name: list of (seconds, MiB)."""
+    """Runs all commands (name: command) once to warm the caches, then each once per round, alternating, so that other
+    activity on the machine affects all of them alike. Returns name: list of (seconds, MiB)."""
     results = {name: [] for name in commands}
     for turn in range(rounds + 1):
         for name, command in commands.items():
@@ -36,8 +36,8 @@ def in_turn(commands, rounds, before=lambda: None):
 
 
 def print_table(results, base, base_label):
-    """Medians, the range, and the ratio to the median of the result called base."""
-    floor = run(["true"])[1]  # a new process starts out counted with this one's own memory
+    """Prints medians, ranges, and ratios to the median of the result named base."""
+    floor = run(["true"])[1]  # a new process starts with this one's memory counted
     base_median = statistics.median(seconds for seconds, _ in results[base])
     width = max(map(len, results))
     print(f"{'':{width}}  {'median':>9}  {'range':>17}  {base_label:>8}  {'peak':>11}")

@@ -1,4 +1,4 @@
-// What reports and folder totals take from the working database.
+// The cost of reports and folder totals, read from the working database.
 
 #include <benchmark/benchmark.h>
 
@@ -6,8 +6,8 @@
 #include <string>
 
 #include "db/dao.h"
-#include "export/exportQueries.h"
 #include "export/htmlReport.h"
+#include "export/reportFormats.h"
 #include "export/textReport.h"
 #include "platform/files.h"
 #include "support/reportFixture.h"
@@ -27,7 +27,7 @@ void fill(ReportFixture& fixture, std::int64_t count) {
     }
 }
 
-// One statement of a shape already prepared, looked up by an index.
+// One statement whose shape is already prepared, answered through an index.
 void folderSum(benchmark::State& state) {
     ReportFixture fixture;
     fill(fixture, 10'000);
@@ -41,7 +41,7 @@ void folderSum(benchmark::State& state) {
 }
 BENCHMARK(folderSum);
 
-// The rows of a report, sorted, and written to nowhere.
+// A sink that discards a report's sorted rows.
 class NullSink final : public platform::Sink {
 public:
     void write(std::string_view text) override { benchmark::DoNotOptimize(text.data()); }

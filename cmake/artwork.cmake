@@ -1,14 +1,14 @@
-# The artwork: the busy animation 2.avi beside the programs, the application's icons below icons/. A program of
-# our own draws it; where the compiler makes programs for another system, name one built for this system.
+# The artwork: the busy animation 2.avi beside the programs, and the application's icons below icons/. The build's own
+# program draws them; when cross-compiling, name one that was built for this system.
 set(SPANNORY_ARTWORK_TOOL "" CACHE FILEPATH "spannory-artwork to draw with; empty builds it")
 
 if(SPANNORY_ARTWORK_TOOL)
     set(artwork_tool ${SPANNORY_ARTWORK_TOOL})
 else()
     file(GLOB artwork_sources CONFIGURE_DEPENDS assets/tool/*.cpp)
-    add_executable(spannory-artwork ${artwork_sources} app/window/applicationIcon.cpp)
+    add_executable(spannory-artwork ${artwork_sources} widgets/applicationIcon.cpp)
     target_include_directories(spannory-artwork PRIVATE ${CMAKE_SOURCE_DIR})
-    target_compile_definitions(spannory-artwork PRIVATE QT_NO_CAST_FROM_ASCII QT_NO_KEYWORDS)
+    target_compile_definitions(spannory-artwork PRIVATE ${SPANNORY_QT_RULES})
     target_link_libraries(spannory-artwork PRIVATE spannory_warnings Qt6::Gui)
     set_target_properties(spannory-artwork PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/artwork)
     set(artwork_tool $<TARGET_FILE:spannory-artwork>)

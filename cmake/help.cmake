@@ -1,5 +1,5 @@
-# The help: its pages for the program's own help window and, where chmcmd (of Free Pascal) is found, compiled into
-# spannory.chm. In the build tree they stand beside the program.
+# The help: its pages for the program's own help window and, if chmcmd (from Free Pascal) is found, compiled into
+# spannory.chm. In the build tree they are beside the program.
 
 set(help_sources ${CMAKE_SOURCE_DIR}/assets/help)
 file(GLOB help_pages CONFIGURE_DEPENDS ${help_sources}/*.html ${help_sources}/*.css ${help_sources}/*.hhc)
@@ -17,7 +17,7 @@ add_custom_command(
     COMMENT "Copying the help pages"
     VERBATIM)
 
-# It writes its result into the current folder and reads the other files from it.
+# It reads its files from the current folder and writes the result there.
 find_program(CHMCMD_PROGRAM chmcmd)
 if(CHMCMD_PROGRAM)
     set(compiled_help ${CMAKE_BINARY_DIR}/bin/spannory.chm)

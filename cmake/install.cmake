@@ -1,6 +1,6 @@
-# What is installed, and the Debian package of it (cpack in the build folder).
+# The installed files, and the Debian package (run cpack in the build folder).
 
-# The programs look for their data files in ../share/spannory, from where they stand themselves.
+# The programs look for their data files in ../share/spannory, relative to their own folder.
 install(TARGETS spannory-scan RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${CMAKE_BINARY_DIR}/bin/001.dat DESTINATION ${CMAKE_INSTALL_DATADIR}/spannory)
 install(FILES packaging/spannory-scan.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
@@ -26,12 +26,12 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_SECTION utils)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "shows what takes the room on a disk")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "shows what uses the space on a disk")
 set(CPACK_DEBIAN_PACKAGE_DESCRIPTION
-    "Walks a folder, records every file and folder in an SQLite database and\nshows what its subfolders, the file types and the owners take: in a window,\nor printed by the console program spannory-scan. Writes HTML, text, XML and\nExcel reports.")
+    "Scans a folder, records every file and folder in an SQLite database and\nshows how much space the subfolders, file types and owners use, in a window\nor in the terminal (spannory-scan). Writes HTML, text, XML and Excel reports.")
 if(SPANNORY_BUILD_WINDOW)
-    # The window opens under X11 with the libraries alone. These are Wayland, the desktop's own icons (drawn as
-    # SVG) and opening a file in its program.
+    # The window opens under X11 with the libraries alone. These packages add Wayland, the desktop's own icons (in SVG)
+    # and opening files in their applications.
     set(CPACK_DEBIAN_PACKAGE_RECOMMENDS
         "qt6-wayland, qt6-svg-plugins | libqt6svg6, adwaita-icon-theme | breeze-icon-theme, hicolor-icon-theme, xdg-utils")
 endif()

@@ -15,7 +15,7 @@
 
 namespace {
 
-// Scratch data: whatever a crash leaves is replaced at the next start.
+// Scratch data: if the program crashes, the next start replaces the file.
 constexpr std::array scratchSettings{"pragma journal_mode = off", "pragma synchronous = off",
                                      "pragma locking_mode = exclusive", "pragma cache_size = -32768"};
 
@@ -33,9 +33,9 @@ struct EngineError {
 
 constexpr std::array<EngineError, 12> engineErrors{{
     {SQLITE_FULL, databaseError::diskFull, "Not enough space on disk"},
-    {SQLITE_READONLY, databaseError::readOnly, "The database or its folder cannot be written"},
-    {SQLITE_BUSY, databaseError::inUse, "Could not use the database; it is already in use"},
-    {SQLITE_LOCKED, databaseError::inUse, "Could not use the database; it is already in use"},
+    {SQLITE_READONLY, databaseError::readOnly, "The database or its folder is not writable"},
+    {SQLITE_BUSY, databaseError::inUse, "The database is already in use"},
+    {SQLITE_LOCKED, databaseError::inUse, "The database is already in use"},
     {SQLITE_CORRUPT, databaseError::damaged, "The database is damaged"},
     {SQLITE_NOTADB, databaseError::notADatabase, "Unrecognized database format"},
     {SQLITE_CANTOPEN, databaseError::cannotOpen, "Cannot open the database"},
@@ -85,7 +85,7 @@ void leftFunction(sqlite3_context* context, int /*count*/, sqlite3_value** argum
     sqlite3_result_text(context, result.data(), static_cast<int>(result.size()), SQLITE_TRANSIENT);
 }
 
-// What SQLite calls for `text like pattern`: the pattern comes first.
+// SQLite calls this for `text like pattern`, with the pattern first.
 void likeFunction(sqlite3_context* context, int /*count*/, sqlite3_value** arguments) {
     if (!isNull(arguments[0]) && !isNull(arguments[1])) {
         const auto matches = platform::namesIgnoreCase() ? jetLikeIgnoringCase : jetLike;
@@ -240,10 +240,10 @@ Connection::Connection(std::string_view path, OpenMode mode) : path_(path) {
 void Connection::open(OpenMode mode) {
     const std::string shown = platform::displayPath(path_);
     const std::string native = platform::toNative(path_);
-    if (!platform::fileExists(path_)) { // also keeps the engine from waiting at a pipe
+    if (!platform::fileExists(path_)) { // also prevents the engine from blocking on a pipe
         throw RuntimeError(databaseError::fileMissing, "Could not find file: " + shown);
     }
-    const bool readOnly = mode == OpenMode::readOnly;
+    const bool readOnly = mode != OpenMode::scratch;
     const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                       (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
     if (sqlite3_open_v2(native.c_str(), &handle_, flags, nullptr) != SQLITE_OK) {
@@ -251,7 +251,10 @@ void Connection::open(OpenMode mode) {
     }
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // an unknown [name] is an error, no text
     if (readOnly) {
-        sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+        // Otherwise the engine would not open a truncated file.
+        const bool anyLength = mode == OpenMode::schema;
+        sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, anyLength ? 0 : 1, nullptr);
+        sqlite3_db_config(handle_, SQLITE_DBCONFIG_WRITABLE_SCHEMA, anyLength ? 1 : 0, nullptr);
         sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, longestForeignText);
         sqlite3_busy_timeout(handle_, waitForOtherProgram);
         for (const char* setting : readOnlySettings) {
@@ -260,26 +263,26 @@ void Connection::open(OpenMode mode) {
     } else {
         if (sqlite3_db_readonly(handle_, "main") == 1) {
             throw RuntimeError(databaseError::readOnly,
-                               "The database or its folder cannot be written: " + shown);
+                               "The database or its folder is not writable: " + shown);
         }
         for (const char* setting : scratchSettings) {
             run(setting);
         }
     }
     addFunctions();
-    run("select 1 from sqlite_master"); // the first look at the file: is it one of ours at all?
-    if (readOnly) {
+    run("select 1 from sqlite_master"); // the first access to the file: is it a database at all?
+    if (mode == OpenMode::readOnly) {
         requireWhole();
     }
 }
 
-// The engine takes a last page that was cut short for a page of zeros.
+// The engine would treat a truncated last page as a page of zeros.
 void Connection::requireWhole() {
     Statement sizes = prepare("select page_count * page_size from pragma_page_count, pragma_page_size");
     sizes.step();
     if (platform::fileSize(path_) < static_cast<std::uint64_t>(sizes.number(0))) {
         throw RuntimeError(databaseError::damaged,
-                           "The database is damaged; a part is missing: " + platform::displayPath(path_));
+                           "The database is damaged; part of it is missing: " + platform::displayPath(path_));
     }
 }
 
@@ -306,7 +309,7 @@ void Connection::close() noexcept {
 }
 
 Statement Connection::prepare(const std::string& text) {
-    std::vector<sqlite3_stmt*>& home = idle_[text]; // stays where it is, however many texts are added
+    std::vector<sqlite3_stmt*>& home = idle_[text]; // the reference stays valid when texts are added
     sqlite3_stmt* handle = nullptr;
     if (home.empty()) {
         const int length = static_cast<int>(text.size()) + 1;
@@ -332,7 +335,7 @@ std::int64_t Connection::changedRows() const {
 }
 
 void Connection::setLongWork(std::function<void()> callback) noexcept {
-    constexpr int stepsPerLook = 10'000; // at the clock: about half a millisecond of work
+    constexpr int stepsPerLook = 10'000; // between looks at the clock: about half a millisecond of work
     static constexpr std::chrono::milliseconds pause{10};
     longWork_ = std::move(callback);
     lastCalled_ = std::chrono::steady_clock::now();
@@ -342,7 +345,7 @@ void Connection::setLongWork(std::function<void()> callback) noexcept {
             connection.longWork_();
             connection.lastCalled_ = std::chrono::steady_clock::now();
         }
-        return 0; // go on
+        return 0; // continue
     };
     sqlite3_progress_handler(handle_, stepsPerLook, longWork_ ? +look : nullptr, this);
 }

@@ -17,7 +17,7 @@ struct sqlite3_stmt;
 
 class Connection;
 
-// A prepared statement, taken from its connection's store and given back, reset, at the end.
+// A prepared statement, taken from its connection's store; when destroyed, it is reset and returned.
 class Statement {
 public:
     Statement() = default;
@@ -25,7 +25,7 @@ public:
     Statement(Statement&& other) noexcept;
     Statement& operator=(Statement&& other) noexcept;
 
-    // Values are bound by position from 1. Texts are copied unless said otherwise.
+    // Values are bound by position, from 1. Texts are copied unless stated otherwise.
     void bindNull(int position);
     void bindInteger(int position, std::int64_t number);
     void bindNumber(int position, double number);
@@ -34,10 +34,10 @@ public:
     void bindValue(int position, const Value& value);
     void unbindAll();
 
-    // True when a row is there, false at the end.
+    // True if there is a row, false at the end.
     bool step();
     void reset();
-    // Steps a statement without rows to its end and resets it.
+    // Runs a statement that returns no rows, and resets it.
     void run();
 
     [[nodiscard]] int columnCount() const;
@@ -59,11 +59,11 @@ private:
     std::vector<sqlite3_stmt*>* home_ = nullptr;
 };
 
-// A connection to one SQLite file, and the statements prepared on it, kept by their text.
+// A connection to one SQLite file, with the statements prepared on it, which are kept by their text.
 class Connection {
 public:
-    // The collation that ignores case: SQLite's of this name, made to know all letters. Where the system
-    // ignores the case of file names the template's columns have it (db/ignoreCase.sql).
+    // The collation that ignores case: SQLite's own name for it, extended to all letters. If the system
+    // ignores the case of file names, the columns of the template use it (db/ignoreCase.sql).
     static constexpr std::string_view ignoringCase = "nocase";
 
     // `path` is an internal path. Throws as DBEngine::OpenDatabase does.
@@ -72,20 +72,21 @@ public:
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    // SQLite's text. A statement in use is not shared: asking again prepares another.
+    // Takes SQLite's own text. A statement in use is not shared: preparing the same text again returns
+    // another one.
     [[nodiscard]] Statement prepare(const std::string& text);
 
-    // Runs SQLite's own text that gives no rows.
+    // Runs SQLite's own text, which must not return rows.
     void run(const std::string& text);
 
     [[nodiscard]] std::int64_t changedRows() const;
 
-    // As Database's.
+    // See Database.
     void setLongWork(std::function<void()> callback) noexcept;
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
 
-    // The last failure as an error with the engine's number.
+    // The last failure as an error, with the engine's number.
     [[nodiscard]] RuntimeError lastError() const;
 
 private:

@@ -8,7 +8,7 @@
 #include "db/dao.h"
 #include "db/jetTranslator.h"
 
-// What the objects of db/dao.h are made of.
+// The implementation of the objects in db/dao.h.
 
 struct Recordset::Implementation {
     Implementation(Connection& owner, Statement prepared, std::string counting)
@@ -18,7 +18,7 @@ struct Recordset::Implementation {
     Statement statement;
     std::string countText;            // SQLite's statement that counts the rows
     std::vector<Value> literals;      // of a query, for counting its rows
-    std::vector<std::string> columns; // of a table that rows are appended to; empty for a query
+    std::vector<std::string> columns; // of a table opened for appending; empty for a query
     std::deque<Field> fields;
     bool atEnd = true;
 };
@@ -29,10 +29,8 @@ struct Database::Implementation {
     Implementation(const Implementation&) = delete;
     Implementation& operator=(const Implementation&) = delete;
 
-    // The rows of the statement that the translator holds.
+    // The rows of the statement in the translator.
     [[nodiscard]] std::unique_ptr<Recordset> openTranslated();
-    // Carries out `insert into T in 'file' select …`, which the translator holds.
-    std::int64_t insertIntoOtherFile(Database& self);
 
     Connection connection;
     JetTranslator translator;

@@ -1,24 +1,15 @@
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <utility>
 
+#include "base/numberFormat.h"
 #include "db/daoImplementation.h"
-#include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
 namespace {
 
-// The databases open in this process, so that `insert into T in 'file'` finds one of them by its name: a
-// file that is open exclusively cannot be opened a second time.
-std::vector<Database*>& openDatabases() {
-    static std::vector<Database*> databases;
-    return databases;
-}
-
-std::string quoted(std::string_view name) {
+std::string inDoubleQuotes(std::string_view name) {
     std::string result = "\"";
     for (const char c : name) {
         result.append(c == '"' ? 2 : 1, c);
@@ -53,24 +44,12 @@ bool isTableName(std::string_view text) {
 
 } // namespace
 
-void appendNumber(std::string& result, double number) {
-    constexpr double exactlyWhole = 9007199254740992.0 * 512; // digits beyond 2^53 are still whole
-    char digits[32];                                          // NOLINT: to_chars wants an array
-    std::to_chars_result end{};
-    if (std::abs(number) < exactlyWhole && number == std::trunc(number)) {
-        end = std::to_chars(digits, digits + sizeof digits, static_cast<std::int64_t>(number));
-    } else {
-        end = std::to_chars(digits, digits + sizeof digits, number);
-    }
-    result.append(digits, end.ptr);
-}
-
 std::string valueText(const Value& value) {
     std::string result;
     if (const auto* whole = std::get_if<std::int64_t>(&value)) {
         result = std::to_string(*whole);
     } else if (const auto* real = std::get_if<double>(&value)) {
-        appendNumber(result, *real);
+        modFormat::appendNumber(result, *real);
     } else if (const auto* text = std::get_if<std::string>(&value)) {
         result = *text;
     }
@@ -94,57 +73,8 @@ std::unique_ptr<Recordset> Database::Implementation::openTranslated() {
     return std::unique_ptr<Recordset>(new Recordset(std::move(rows)));
 }
 
-std::int64_t Database::Implementation::insertIntoOtherFile(Database& self) {
-    const std::string path = platform::toInternal(translator.targetFile());
-    const std::string table(translator.targetTable());
-    const auto found =
-        std::find_if(openDatabases().begin(), openDatabases().end(), [&](const Database* database) {
-            return database != &self && platform::sameName(platform::toInternal(database->Name()), path);
-        });
-    std::unique_ptr<Database> opened;
-    if (found == openDatabases().end()) {
-        opened = DBEngine::OpenDatabase(path);
-    }
-    Database& target = opened ? *opened : **found;
-
-    const std::unique_ptr<Recordset> from = openTranslated();
-    const std::unique_ptr<Recordset> into = target.OpenRecordset(table);
-    std::vector<std::pair<Field*, Field*>> pairs;
-    for (int i = 0; i < from->FieldCount(); ++i) {
-        Field& source = from->Fields(i);
-        Field* destination = nullptr;
-        try {
-            destination = &into->Fields(source.name());
-        } catch (const RuntimeError&) {
-            throw RuntimeError(databaseError::unknownTargetField,
-                               "The INSERT INTO statement contains the unknown field name '" + source.name() +
-                                   "': " + platform::displayPath(connection.path()));
-        }
-        pairs.emplace_back(&source, destination);
-    }
-    // Pages of a damaged or forged file may lead to each other without end.
-    const std::uint64_t bytes =
-        platform::fileSize(connection.path()) + platform::fileSize(connection.path() + "-wal");
-    std::int64_t count = 0;
-    for (; !from->EndOfFile(); from->MoveNext(), ++count) {
-        if (static_cast<std::uint64_t>(count) > bytes) {
-            throw RuntimeError(databaseError::damaged,
-                               "The database is damaged; it has more rows than there is room for: " +
-                                   platform::displayPath(connection.path()));
-        }
-        into->AddNew();
-        for (const auto& [source, destination] : pairs) {
-            destination->set(source->value());
-        }
-        into->Update();
-    }
-    return count;
-}
-
 Database::Database(std::unique_ptr<Implementation> implementation)
-    : implementation_(std::move(implementation)) {
-    openDatabases().push_back(this);
-}
+    : implementation_(std::move(implementation)) {}
 
 Database::~Database() {
     Close();
@@ -164,9 +94,6 @@ const std::string& Database::Name() const {
 std::int64_t Database::Execute(std::string_view statement) {
     Implementation& self = open();
     self.translator.translate(statement);
-    if (!self.translator.targetFile().empty()) {
-        return self.insertIntoOtherFile(*this);
-    }
     Statement prepared = self.connection.prepare(self.translator.shape());
     bind(prepared, self.translator.literals());
     prepared.run();
@@ -179,7 +106,7 @@ std::unique_ptr<Recordset> Database::OpenRecordset(std::string_view tableOrState
         self.translator.translate(tableOrStatement);
         return self.openTranslated();
     }
-    const std::string table = quoted(tableOrStatement);
+    const std::string table = inDoubleQuotes(tableOrStatement);
     std::vector<std::string> columns;
     std::string names;
     std::string places;
@@ -187,7 +114,7 @@ std::unique_ptr<Recordset> Database::OpenRecordset(std::string_view tableOrState
     for (int column = 0; column < layout.columnCount(); ++column) {
         const char* comma = column == 0 ? "" : ", ";
         columns.emplace_back(layout.columnName(column));
-        names.append(comma).append(quoted(columns.back()));
+        names.append(comma).append(inDoubleQuotes(columns.back()));
         places.append(comma).append("?");
     }
     auto rows = std::make_unique<Recordset::Implementation>(
@@ -220,7 +147,7 @@ std::vector<std::string> Database::TakeIndexes(std::string_view table) {
         }
     }
     for (const std::string& name : names) {
-        connection.run("drop index " + quoted(name));
+        connection.run("drop index " + inDoubleQuotes(name));
     }
     return definitions;
 }
@@ -244,7 +171,7 @@ SmallTransaction::~SmallTransaction() {
             connection.run("rollback");
         }
         connection.run("pragma journal_mode = off");
-    } catch (...) { // the engine has rolled back by itself, or the database was closed
+    } catch (...) { // the engine has already rolled back, or the database was closed
     }
 }
 
@@ -260,7 +187,6 @@ void Database::setLongWork(std::function<void()> callback) noexcept {
 }
 
 void Database::Close() noexcept {
-    std::erase(openDatabases(), this);
     implementation_.reset();
 }
 

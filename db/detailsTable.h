@@ -4,12 +4,13 @@
 
 #include "db/dao.h"
 
-// The appending recordset on table "details" with its fields at hand.
+// The recordset that appends to table "details", and its fields.
 class DetailsTable {
 public:
     explicit DetailsTable(Database& database) : rows(database.OpenRecordset("details")) {}
 
     std::unique_ptr<Recordset> rows;
+    Field& idx = rows->Fields("idx");
     Field& fullPath = rows->Fields("fullPath");
     Field& drive = rows->Fields("drive");
     Field& folder = rows->Fields("folder");

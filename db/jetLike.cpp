@@ -13,7 +13,7 @@ char32_t asItIs(char32_t letter) {
     return letter;
 }
 
-// A position in a text or pattern, which is read through a change of its letters.
+// A position in a text or pattern; letters are converted as they are read.
 template <char32_t (*letterOf)(char32_t)>
 struct Cursor {
     std::string_view text;
@@ -23,7 +23,7 @@ struct Cursor {
     char32_t next() { return letterOf(decodeCodePoint(text, position)); }
 };
 
-// Matches one character against the class whose "[" was read; `pattern` is left behind its "]".
+// Matches one character against the class whose "[" has been read; moves `pattern` past the "]".
 template <class Cursor>
 bool matchesClass(char32_t c, Cursor& pattern) {
     const bool negated = !pattern.atEnd() && pattern.text[pattern.position] == '!';
@@ -43,7 +43,7 @@ bool matchesClass(char32_t c, Cursor& pattern) {
     return found != negated;
 }
 
-// Matches one character against the pattern's next element, which is not "*".
+// Matches one character against the pattern's next element, which is not a "*".
 template <class Cursor>
 bool matchesElement(char32_t c, Cursor& pattern) {
     const char32_t element = pattern.next();
@@ -67,7 +67,7 @@ template <char32_t (*letterOf)(char32_t)>
 bool matches(std::string_view text, std::string_view pattern) {
     Cursor<letterOf> in{text};
     Cursor<letterOf> by{pattern};
-    // Where to go on after the last "*" should the attempt fail: it then takes one character more.
+    // Where to continue after the last "*" if the attempt fails: the "*" then takes one more character.
     std::size_t retryPattern = std::string_view::npos;
     std::size_t retryText = 0;
     for (;;) {
@@ -103,4 +103,13 @@ bool jetLike(std::string_view text, std::string_view pattern) {
 
 bool jetLikeIgnoringCase(std::string_view text, std::string_view pattern) {
     return matches<platform::lowerCaseLetter>(text, pattern);
+}
+
+std::string jetLiteral(std::string_view text) {
+    std::string pattern;
+    for (const char c : text) {
+        const bool isSpecial = std::string_view("*?#[").find(c) != std::string_view::npos;
+        isSpecial ? pattern.append("[").append(1, c).append("]") : pattern.append(1, c);
+    }
+    return pattern;
 }

@@ -29,7 +29,7 @@ std::size_t endOfWhile(std::string_view text, std::size_t position, bool (*belon
     return position;
 }
 
-// The position of the quote that closes a text begun before `position`; a doubled quote does not.
+// The position of the quote that closes a text begun before `position`; a doubled quote does not close it.
 std::size_t closingQuote(std::string_view statement, std::size_t position, char quote) {
     for (;;) {
         position = statement.find(quote, position);

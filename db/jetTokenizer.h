@@ -3,27 +3,27 @@
 #include <cstddef>
 #include <string_view>
 
-// The words of a statement in the Jet dialect.
+// A word of a statement in the Jet dialect.
 struct JetToken {
     enum class Kind { name, bracketedName, text, number, symbol, end };
 
     Kind kind = Kind::end;
-    // A name without its brackets, a text without its quotes (doubled quotes still doubled), a number or a
-    // symbol ("<=" and the like are one). A view into the statement.
+    // A name without its brackets, a text without its quotes (with quotes inside still doubled), a number or
+    // a symbol (including those like "<="). A view into the statement.
     std::string_view value;
-    char quote = '\0'; // of a text
+    char quote = '\0'; // the quote around a text
 
-    [[nodiscard]] bool is(std::string_view word) const; // a plain name, letter case ignored, or a symbol
+    [[nodiscard]] bool is(std::string_view word) const; // a plain name, ignoring case, or a symbol
 };
 
 // Splits a statement into tokens, one at a time. Throws RuntimeError 3075 for a quote or bracket that is not
-// closed and for a character that starts no token.
+// closed, and for a character that cannot start a token.
 class JetTokenizer {
 public:
     explicit JetTokenizer(std::string_view statement) : statement_(statement) { advance(); }
 
     [[nodiscard]] const JetToken& current() const noexcept { return current_; }
-    // The token behind the current one.
+    // The token after the current one.
     [[nodiscard]] JetToken following() const;
     void advance();
 

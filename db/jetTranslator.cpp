@@ -38,10 +38,7 @@ void JetTranslator::translate(std::string_view statement) {
     shape_.clear();
     literals_.clear();
     unquoted_.clear();
-    targetFile_.clear();
-    targetTable_.clear();
     lengthWithoutOrder_ = std::string::npos;
-    inCondition_ = false;
 
     JetTokenizer tokens(statement);
     copyStatement(tokens);
@@ -50,45 +47,19 @@ void JetTranslator::translate(std::string_view statement) {
 
 void JetTranslator::copyStatement(JetTokenizer& tokens) {
     const JetToken& first = tokens.current();
-    if (first.is("insert")) {
-        readInsertTarget(tokens);
-    } else if (first.is("delete")) {
+    if (first.is("delete")) {
         copyWord(tokens);
         if (tokens.current().is("*")) {
             tokens.advance();
         }
-    } else if (!first.is("select") && !first.is("update")) {
+    } else if (!first.is("insert") && !first.is("select") && !first.is("update")) {
         throw RuntimeError(databaseError::syntax,
                            "Invalid SQL statement; expected 'DELETE', 'INSERT', 'SELECT', or 'UPDATE'.");
     }
     copyUntilClosed(tokens, false);
 }
 
-void JetTranslator::readInsertTarget(JetTokenizer& tokens) {
-    copyWord(tokens);
-    if (!tokens.current().is("into")) {
-        fail("'into' is missing");
-    }
-    copyWord(tokens);
-    const std::string_view table = tokens.current().value;
-    copyName(tokens);
-    if (!tokens.current().is("in")) {
-        return;
-    }
-    tokens.advance();
-    if (tokens.current().kind != JetToken::Kind::text) {
-        fail("a file's name in quotes is missing behind 'in'");
-    }
-    targetTable_ = table;
-    targetFile_ = tokens.current().value;
-    tokens.advance();
-    if (!tokens.current().is("select")) {
-        fail("'select' is missing");
-    }
-    shape_.clear();
-}
-
-// Copies to the end of the statement, or nested to the parenthesis that closes the current one.
+// Copies up to the end of the statement or, if nested, up to the parenthesis that closes the current one.
 void JetTranslator::copyUntilClosed(JetTokenizer& tokens, bool nested) {
     for (;;) {
         const JetToken& token = tokens.current();
@@ -101,7 +72,7 @@ void JetTranslator::copyUntilClosed(JetTokenizer& tokens, bool nested) {
         if (token.is(";")) {
             tokens.advance();
             if (nested || tokens.current().kind != JetToken::Kind::end) {
-                fail("characters found after the end of the statement");
+                fail("text found after the end of the statement");
             }
             return;
         }
@@ -110,7 +81,6 @@ void JetTranslator::copyUntilClosed(JetTokenizer& tokens, bool nested) {
             if (!nested && token.is("order")) {
                 lengthWithoutOrder_ = shape_.size();
             }
-            inCondition_ = inCondition_ || token.is("where");
             copyWord(tokens);
         } else if (token.kind == JetToken::Kind::symbol && !token.is("(") && !isArithmetic(token)) {
             if (token.is("&") || token.is(".")) {
@@ -123,34 +93,14 @@ void JetTranslator::copyUntilClosed(JetTokenizer& tokens, bool nested) {
     }
 }
 
+// a & b & c becomes (ifnull(a, '') || ifnull(b, '') || ifnull(c, '')), so NULL counts as an empty text.
 void JetTranslator::copyExpression(JetTokenizer& tokens) {
-    const std::size_t start = shape_.size();
-    const bool isPath = inCondition_ && tokens.current().is("fullPath") && tokens.following().is("=");
-    copyConcatenation(tokens);
-    if (isPath && tokens.following().kind == JetToken::Kind::text &&
-        tokens.following().value.ends_with('\\')) {
-        copyFolderComparison(tokens, start);
-    }
-}
-
-// fullPath = "a\b\": what it implies is said too, so that the index of folders by location can serve.
-void JetTranslator::copyFolderComparison(JetTokenizer& tokens, std::size_t start) {
-    copyWord(tokens);
-    if (!copyConcatenation(tokens)) {
-        shape_.insert(start, " (");
-        shape_.append(" and substr(fullPath, -1) = '\\')");
-    }
-}
-
-// a & b & c becomes (ifnull(a, '') || ifnull(b, '') || ifnull(c, '')): NULL counts as the empty text.
-// False when there was a single operand only.
-bool JetTranslator::copyConcatenation(JetTokenizer& tokens) {
     static constexpr std::string_view opening = " ifnull(";
     static constexpr std::string_view closing = ", '')";
     const std::size_t start = shape_.size();
     copySum(tokens);
     if (!tokens.current().is("&")) {
-        return false;
+        return;
     }
     shape_.insert(start, opening);
     shape_.insert(start, " (");
@@ -160,7 +110,6 @@ bool JetTranslator::copyConcatenation(JetTokenizer& tokens) {
         copySum(tokens);
     }
     shape_.append(closing).append(")");
-    return true;
 }
 
 void JetTranslator::copySum(JetTokenizer& tokens) {
@@ -239,7 +188,7 @@ void JetTranslator::appendLiteral(const JetToken& token) {
         double number = 0;
         const char* end = token.value.data() + token.value.size();
         if (std::from_chars(token.value.data(), end, number).ptr != end) {
-            fail("'" + std::string(token.value) + "' is no number");
+            fail("'" + std::string(token.value) + "' is not a number");
         }
         literals_.emplace_back(number);
     } else if (token.value.find(token.quote) == std::string_view::npos) {

@@ -2,16 +2,18 @@
 
 #include <string_view>
 
-#include "app/clsUserInterface.h"
+#include "base/clsUserInterface.h"
 #include "db/workingDatabase.h"
 
 namespace modDatabase {
 
-// Makes the file at `databasePath` anew from the template and opens it with an empty table "details". A file
-// that another program works in, or that is the same as `keep` (may be empty), is left alone: a file of the
-// program's own beside it is used until the end (main-2.dat, …), and the user interface says so. Links are
-// followed, so that two names of one file are one. Throws RuntimeError naming the file when that cannot be
-// done.
+// Replaces the file at `databasePath` with a copy of the template and opens it with an empty table "details".
+// A file that another program uses, or that is the same as `keep` (which may be empty), is left alone; a
+// separate file beside it (main-2.dat, …) is used until the program ends, and a message says so. Links are
+// followed, so that two names of one file count as one. Throws RuntimeError naming the file if this fails.
+//
+// A file that is neither empty nor a database with such a table is left alone as well: a message says so, and
+// main.dat in the application folder is used. Throws 58 if that is not such a database either.
 [[nodiscard]] WorkingDatabase prepareDatabase(std::string_view applicationFolder,
                                               std::string_view databasePath, clsUserInterface& userInterface,
                                               std::string_view keep = {});

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "base/numberFormat.h"
 #include "db/daoImplementation.h"
 #include "platform/text.h"
 
@@ -21,7 +22,7 @@ std::string_view Field::text() const {
     const Statement& row = recordset_->current();
     if (row.isReal(index_)) {
         digits_.clear();
-        appendNumber(digits_, row.number(index_));
+        modFormat::appendNumber(digits_, row.number(index_));
         return digits_;
     }
     return row.text(index_);
@@ -98,7 +99,7 @@ bool Recordset::EndOfFile() const {
 
 void Recordset::MoveNext() {
     Statement& row = current();
-    implementation_->atEnd = true; // should the step fail
+    implementation_->atEnd = true; // in case the step fails
     implementation_->atEnd = !row.step();
 }
 

@@ -1,7 +1,7 @@
 -- The template 001.dat of the working database. Every run starts from a copy of it.
 pragma page_size = 16384;
 
--- One row per file and per folder that a scan visited.
+-- One row for each file and folder recorded.
 create table details (
     idx integer primary key,      -- order of recording
     fullPath varchar(255),        -- without the drive part, cut to 255 characters; a folder's ends in "\"
@@ -20,13 +20,15 @@ create table details (
     scanCompleteTime varchar(255)
 );
 
--- A folder's direct children: views and folder totals.
+-- What lies in a folder, and, for parents begin with their own parents, what lies anywhere below it.
 create index details_parentFolder on details (parentFolder);
 
--- Folders by location key. Only a folder's path ends in "\", so a tenth of the rows is in here.
-create index details_location on details (fullPath, drive) where substr(fullPath, -1) = '\';
+-- A folder's own row, and a folder's subfolders. Found by these columns and not by fullPath, which is cut; only
+-- folders, a tenth of the rows, are in here. The "+ 0" keeps queries that ask for "isFolder = 1" from using it: they
+-- get their rows in the order of recording.
+create index details_folders on details (parentFolder, fileName) where isFolder + 0 = 1;
 
--- The folder tree as it was saved.
+-- The saved folder tree.
 create table nodes (
     nodeIndex integer,
     nodeKey varchar(255),

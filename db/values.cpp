@@ -1,6 +1,6 @@
 #include "db/values.h"
 
-#include "app/errorLog.h"
+#include "base/errorTrap.h"
 
 namespace {
 

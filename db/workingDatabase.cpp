@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "app/errorLog.h"
+#include "base/errorTrap.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ Part& opened(const std::unique_ptr<Part>& part) {
 FileRemoval::~FileRemoval() {
     try {
         platform::deleteFile(path_);
-    } catch (...) { // it is gone already, or stays
+    } catch (...) { // it is already deleted, or cannot be
     }
 }
 
@@ -41,14 +41,14 @@ DetailsTable& WorkingDatabase::details() const {
 
 void WorkingDatabase::startAnew() {
     close();
-    // On a first start there is none to delete, which the log may know but nobody needs to be told.
+    // At the very first start there is no file to delete; this is logged, but nobody needs to see it.
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { platform::deleteFile(path_); }, modGlobal::Logging::quiet);
-    // A copy that fails shows when the file is opened; the reason is then told with it.
+    // If the copy fails, opening the file shows it; the reason is then added to that message.
     std::string copyFailure;
     try {
         const std::string content = platform::readFile(templatePath_);
-        platform::FileSink file(path_); // in place, and never synced: whatever a crash leaves is made anew
+        platform::FileSink file(path_); // overwritten, never synced: a crash only costs scratch data
         file.write(content);
         file.close();
     } catch (const RuntimeError& error) {
@@ -59,6 +59,7 @@ void WorkingDatabase::startAnew() {
         database().Execute("delete * from details");
     } catch (const RuntimeError& error) {
         close();
+        const FileRemoval rest(path_); // the next start would take it for someone else's file
         throw RuntimeError(error.number(), error.what() + copyFailure);
     }
 }

@@ -8,7 +8,7 @@
 #include "db/detailsTable.h"
 #include "platform/files.h"
 
-// Removes a file when it goes.
+// Deletes a file in its destructor.
 class FileRemoval {
 public:
     explicit FileRemoval(std::string path) : path_(std::move(path)) {}
@@ -20,38 +20,38 @@ private:
     std::string path_;
 };
 
-// The working database: scratch storage, one file that only this program works in, made anew from the empty
-// template at every start. Obtained from modDatabase::prepareDatabase.
+// The working database: one scratch file that only this program uses, replaced by the empty template at every
+// start. Obtained from modDatabase::prepareDatabase.
 class WorkingDatabase {
 public:
     // Not open.
     WorkingDatabase() = default;
 
-    // The file at `path`, whose lock is held, and the template that it is made from; not open yet.
+    // The file at `path`, which is already locked, and the template to copy; not open yet.
     WorkingDatabase(std::unique_ptr<platform::FileLock> lock, std::string path, std::string templatePath);
 
-    // The file goes with the object.
+    // The file is deleted with the object.
     void removeAtEnd();
 
     [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
 
-    // Both throw 3420 when the file is not open.
+    // Both throw 3420 if the file is not open.
     [[nodiscard]] Database& database() const;
-    [[nodiscard]] DetailsTable& details() const; // the one place that rows are appended through
+    [[nodiscard]] DetailsTable& details() const; // the only way to append rows
 
     // The internal path.
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
 
-    // Deletes the file, copies the template in its place and opens it. Throws when that cannot be done; the
-    // database is closed then.
+    // Deletes the file, replaces it with a copy of the template and opens it. Throws if this fails; the
+    // database is then closed.
     void startAnew();
 
-    // Closes the file so that it can be copied, and opens it again.
+    // Close the file so that it can be copied, and open it again.
     void close() noexcept;
     void reopen();
 
 private:
-    // Declared in this order: the file is closed, then removed, then let go.
+    // In this order, so that the file is closed, then deleted, then unlocked.
     std::unique_ptr<platform::FileLock> lock_;
     std::unique_ptr<FileRemoval> removal_;
     std::string path_;

@@ -4,7 +4,7 @@
 
 namespace modExport {
 
-// The system's clipboard, as far as anything is put on it.
+// The system's clipboard, for writing only.
 class Clipboard {
 public:
     virtual ~Clipboard() = default;

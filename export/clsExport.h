@@ -2,11 +2,14 @@
 
 #include <cstdint>
 
-// The export options. One object lives as long as the program, so that its values carry over from one export
-// to the next.
+// The export options. One object lives as long as the program, so its values are kept from one export to the
+// next.
 class clsExport {
 public:
-    std::int32_t detail = 0;   // 1: all files and folders; 2: folders only; anything else selects as 1 does
-    bool exportType = false;   // cleared before the options are asked for; nothing reads it
-    bool cancelExport = false; // the options were last left with Cancel
+    static constexpr std::int32_t detailed = 1; // all files and folders
+    static constexpr std::int32_t summary = 2;  // folders only
+
+    std::int32_t detail = 0;   // one of these; anything else works like `detailed`
+    bool exportType = false;   // cleared before the options are shown; nothing reads it
+    bool cancelExport = false; // the options were last closed with Cancel
 };

@@ -3,15 +3,16 @@
 #include <string>
 #include <vector>
 
-#include "app/clsUserInterface.h"
-#include "app/workApart.h"
+#include "base/clsUserInterface.h"
+#include "base/runInBackground.h"
+#include "db/copyRows.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
 namespace {
 
-// A view or a virtual table of the same name could run anything while it is read.
+// A view or a virtual table of the same name could run anything when it is read.
 void requireTable(Database& source, std::string_view table) {
     const auto rows = source.OpenRecordset("select type, name, sql from sqlite_master");
     for (; !rows->EndOfFile(); rows->MoveNext()) {
@@ -27,9 +28,9 @@ void requireTable(Database& source, std::string_view table) {
                                                        "': " + platform::displayPath(source.Name()));
 }
 
-void appendTable(Database& source, const WorkingDatabase& working, const std::string& table) {
+void appendTable(Database& source, const WorkingDatabase& working, std::string_view table) {
     requireTable(source, table);
-    source.Execute("Insert into " + table + " in '" + working.path() + "' select * from " + table);
+    copyRows(source, working.database(), table);
 }
 
 void replaceDetails(Database& source, WorkingDatabase& working, clsUserInterface& userInterface) {
@@ -43,12 +44,12 @@ void replaceDetails(Database& source, WorkingDatabase& working, clsUserInterface
         database.RestoreIndexes(indexes);
         database.CommitTrans();
     } catch (const RuntimeError&) {
-        working.startAnew(); // without a journal nothing of a failed transaction can be relied on
+        working.startAnew(); // without a journal, nothing from a failed transaction is reliable
         throw;
     }
 }
 
-// What the engine has left beside a database of that name would be taken for the new one's.
+// Files that the engine left beside an earlier database of that name would be taken for those of the new one.
 void removeLeftovers(std::string_view path) {
     const std::string file = platform::resolveLinks(path);
     for (const char* ending : {"-wal", "-shm", "-journal"}) {
@@ -66,14 +67,14 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     std::optional<RuntimeError> failure;
     working.close();
     try {
-        workApart(userInterface, [&] { platform::copyFile(working.path(), path); });
+        runInBackground(userInterface, [&] { platform::copyFile(working.path(), path); });
         removeLeftovers(path);
     } catch (const RuntimeError& error) {
         failure = error;
     }
     try {
         working.reopen();
-    } catch (const RuntimeError&) { // somebody has taken the file away
+    } catch (const RuntimeError&) { // someone has removed the file
         working.startAnew();
         throw;
     }
@@ -84,14 +85,14 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
                              clsUserInterface& userInterface) {
     const std::string file = platform::toInternal(path);
     if (platform::isSameFile(file, working.path())) {
-        throw RuntimeError(databaseError::inUse,
-                           "This is the working database itself: " + platform::displayPath(file));
+        throw RuntimeError(databaseError::inUse, "This is the working database; choose another file: " +
+                                                     platform::displayPath(file));
     }
     if (!working.isOpen()) {
-        working.startAnew(); // nothing is lost by it
+        working.startAnew(); // it has no content to lose
     }
     const auto source = DBEngine::OpenDatabase(file, OpenMode::readOnly);
-    requireTable(*source, "details"); // before the rows there are given up
+    requireTable(*source, "details"); // before the existing rows are deleted
     const ShownProgress progress(userInterface, 0);
     const LongWork answering(*source, [&] { userInterface.yieldToEvents(); });
     replaceDetails(*source, working, userInterface);

@@ -8,20 +8,20 @@
 
 class clsUserInterface;
 
-// A scan kept as a database file of its own, and brought back. Both let pending events be handled while they
-// work; whoever handles them must leave the working database alone.
+// Saves a scan in a database file of its own, and loads it. Both handle pending events while they work; the
+// event handlers must not touch the working database.
 namespace modExport {
 
-// Copies the working database's file to the path, replacing what is there; the database is closed meanwhile
-// and open again afterwards, whether or not the copy worked. The reason when it did not; throws only when
-// the working database cannot be opened again, and is then made anew, empty.
+// Copies the working database's file to the path, replacing any file there. The database is closed meanwhile
+// and open again afterwards, even if the copy failed. Returns the reason of a failed copy; throws only if the
+// working database cannot be opened again, and then replaces it by an empty one.
 [[nodiscard]] std::optional<RuntimeError> copyDatabase(WorkingDatabase& working, std::string_view path,
                                                        clsUserInterface& userInterface);
 
-// Replaces the rows of the working database by those of such a file (a path as typed) and appends its saved
-// tree nodes. The file is not trusted: it is only read, and refused unless it holds the tables and is another
-// file. Throws with the file's displayed path; the working database then keeps its rows if the file was
-// refused, and has none if reading it failed half-way.
+// Replaces the rows of the working database by those of a saved scan (a path as typed), and appends its saved
+// tree nodes. The file is not trusted: it is only read, and refused unless it is another file and has the
+// tables. Throws with the file's displayed path. If the file was refused, the working database keeps its
+// rows; if reading it failed halfway, it has none.
 void loadDatabase(WorkingDatabase& working, std::string_view path, clsUserInterface& userInterface);
 
 } // namespace modExport

@@ -3,7 +3,8 @@
 #include <array>
 #include <string>
 
-#include "app/clsUserInterface.h"
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
 #include "export/excelSheet.h"
 #include "platform/files.h"
 #include "platform/locale.h"
@@ -11,10 +12,12 @@
 namespace {
 
 constexpr std::int64_t mostRows = 65500;
-constexpr std::int64_t manyRows = 10000; // asked about above this
+constexpr std::int64_t mostExactRows = modExport::ExcelSheet::mostRows - 1; // without the header row
+constexpr std::int64_t manyRows = 10000; // more rows than this need a confirmation
 
+template <std::int64_t most>
 bool acceptsCount(clsUserInterface& userInterface, std::int64_t count) {
-    if (count > mostRows) {
+    if (count > most) {
         userInterface.message(modExport::tooMuchDataMessage);
         return false;
     }
@@ -28,34 +31,30 @@ bool acceptsCount(clsUserInterface& userInterface, std::int64_t count) {
 constexpr std::array<std::string_view, 7> headers{"Path",          "Size (bytes)", "Size", "Date Accessed",
                                                   "Date Modified", "Owner",        "Type"};
 
-void writeHead(modExport::ExcelSheet& sheet, const std::string& title) {
-    using Style = modExport::ExcelSheet::Style;
-    sheet.text(0, title, Style::bold);
-    sheet.nextRow();
-    sheet.startTable();
-    for (std::size_t column = 0; column < headers.size(); ++column) {
-        sheet.text(column, headers[column], Style::bold);
+// An exact report needs all rows except that of the headers, so its title is in the document's properties.
+void writeHead(modExport::ExcelSheet& sheet, const std::string& title, bool exact) {
+    if (exact) {
+        sheet.setTitle(title);
+    } else {
+        sheet.text(0, title, modExport::ExcelSheet::Style::bold);
+        sheet.nextRow();
     }
-    sheet.nextRow();
-    sheet.freezeRowsAbove();
+    sheet.tableHead(headers);
 }
 
 } // namespace
 
 bool modGlobal::exportXLSSizeReport(const modExport::ReportContext& context, std::string_view query,
                                     std::string_view fileName) {
-    return modExport::exportReport(context, {"exportXLSSizeReport", acceptsCount, false}, query, fileName,
-                                   [fileName](modExport::ReportRows& rows) {
-                                       platform::TextSink workbook;
-                                       modExport::writeExcelReport(rows, workbook);
-                                       platform::replaceFile(fileName, workbook.text());
-                                   });
+    auto* const accepts = context.settings.exact() ? acceptsCount<mostExactRows> : acceptsCount<mostRows>;
+    return modExport::exportReport(context, {"exportXLSSizeReport", accepts, false}, query, fileName,
+                                   modExport::writeExcelReport);
 }
 
 void modExport::writeExcelReport(ReportRows& rows, platform::Sink& sink) {
     const platform::PlainNumbers plainNumbers;
     ExcelSheet sheet(headers.size());
-    writeHead(sheet, rows.title());
+    writeHead(sheet, rows.title(), rows.exact());
     std::string text;
     for (; !rows.atEnd(); rows.next()) {
         text.clear();
@@ -73,5 +72,5 @@ void modExport::writeExcelReport(ReportRows& rows, platform::Sink& sink) {
         sheet.text(6, rows.type());
         sheet.nextRow();
     }
-    sink.write(sheet.finish());
+    sheet.finish(sink);
 }

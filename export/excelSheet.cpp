@@ -7,11 +7,10 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <limits>
 #include <random>
 #include <system_error>
 
-#include "app/pictures.h"
+#include "base/dateFormat.h"
 #include "export/xmlText.h"
 #include "platform/environment.h"
 #include "platform/files.h"
@@ -25,13 +24,13 @@ namespace {
 
 constexpr std::size_t cellLimit = 32767; // UTF-16 units
 constexpr std::size_t widestColumn = 255;
-constexpr std::size_t margin = 2; // what the program draws beside the text
-constexpr int firstYear = 1900;   // no date cell holds an earlier one
+constexpr std::size_t margin = 2; // space that the application adds beside the text
+constexpr int firstYear = 1900;   // date cells cannot hold earlier years
 
 struct StyleFacts {
     bool bold = false;
     const char* numberFormat = nullptr;
-    std::string_view around = {}; // what is shown beside a number's digits, or the like of a date
+    std::string_view around = {}; // the text around a number's digits; for a date, one of the same width
 };
 
 // In the order of ExcelSheet::Style.
@@ -78,8 +77,8 @@ void cutToCellLimit(std::string& text) {
     }
 }
 
-// The spreadsheet program reads "_x0041_" as the character of that code. Such a text, which encoded names
-// do hold, is kept by encoding its first underscore.
+// The spreadsheet application reads "_x0041_" as the character with that code. Such a text, which encoded
+// names may contain, is preserved by encoding its first underscore.
 void escapeCharacterCodes(std::string& text) {
     constexpr std::string_view hexDigits = "0123456789abcdefABCDEF";
     constexpr std::size_t length = 7;
@@ -93,9 +92,25 @@ void escapeCharacterCodes(std::string& text) {
     }
 }
 
-// The library looks neither whether the rows reached its file nor whether its second file with the whole
-// sheet did, and would make a broken workbook on a full disk. So before it is completed the rows must be
-// there, and room for the sheet and the workbook, which is never larger.
+// In the form that the spreadsheet application itself writes. (TAB and LF stay.)
+void encodeControlCharacters(std::string& text) {
+    const auto isEncoded = [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 && c != '\t' && c != '\n';
+    };
+    for (auto at = std::find_if(text.begin(), text.end(), isEncoded); at != text.end();
+         at = std::find_if(at, text.end(), isEncoded)) {
+        std::array<char, 8> code{};
+        std::snprintf(code.data(), code.size(), "_x%04X_", static_cast<unsigned>(*at));
+        const auto place = at - text.begin();
+        text.replace(static_cast<std::size_t>(place), 1, code.data());
+        at = text.begin() + place;
+    }
+}
+
+// The library does not check whether the rows reached its file, nor whether its second file received the
+// whole sheet, and would create a broken workbook on a full disk. So before the workbook is completed, the
+// rows must be in their file, and there must be room for the sheet and for the workbook, which is never
+// larger.
 bool rowsAreSafe(std::FILE* rows, const std::string& folder) {
     constexpr std::uintmax_t otherParts = std::uintmax_t{256} << 10;
     const bool written = std::fflush(rows) == 0 && std::ferror(rows) == 0;
@@ -108,7 +123,7 @@ bool rowsAreSafe(std::FILE* rows, const std::string& folder) {
 
 int numberOf(lxw_error error) {
     if (error != LXW_ERROR_CREATING_XLSX_FILE && error != LXW_ERROR_CREATING_TMPFILE) {
-        return errorNumber::diskFull; // nothing else stops the writing of a file that could be made
+        return errorNumber::diskFull; // nothing else prevents writing a file that could be created
     }
     const bool denied = errno == EACCES || errno == EROFS;
     return denied ? errorNumber::permissionDenied : errorNumber::pathFileAccess;
@@ -123,7 +138,7 @@ void ExcelSheet::Discard::operator()(lxw_workbook* workbook) const noexcept {
 ExcelSheet::ExcelSheet(std::size_t columns)
     : path_(platform::temporaryFolder() + temporaryName()), nativePath_(platform::toNative(path_)),
       nativeFolder_(platform::toNative(platform::temporaryFolder())), widths_(columns) {
-    platform::FileSink(path_).close(); // fails here with its reason; the library would only print one
+    platform::FileSink(path_).close(); // fails here with its reason, which the library would only print
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
     options.tmpdir = nativeFolder_.data();
@@ -138,22 +153,23 @@ ExcelSheet::~ExcelSheet() {
     workbook_.reset();
     try {
         platform::deleteFile(path_);
-    } catch (...) { // not there unless the workbook was finished
+    } catch (...) { // there is no file unless the workbook was finished
     }
 }
 
 void ExcelSheet::text(std::size_t column, std::string_view value, Style style) {
     cell_.assign(value);
     widen(column, platform::characterCount(cell_));
-    replaceForbiddenCharacters(cell_);
+    moveForbiddenCharacters(cell_, Document::workbook);
     escapeCharacterCodes(cell_);
+    encodeControlCharacters(cell_);
     cutToCellLimit(cell_);
     check(worksheet_write_string(sheet_, row_, static_cast<lxw_col_t>(column), cell_.c_str(), format(style)));
 }
 
 void ExcelSheet::number(std::size_t column, double value, Style style) {
     if (!std::isfinite(value)) {
-        return; // no cell can hold it
+        return; // a cell cannot hold it
     }
     widen(column, shownLength(value, factsOf(style)));
     check(worksheet_write_number(sheet_, row_, static_cast<lxw_col_t>(column), value, format(style)));
@@ -180,18 +196,25 @@ void ExcelSheet::sumOfRowsAbove(std::size_t column, std::size_t rows, double sum
     check(worksheet_write_formula_num(sheet_, row_, position, formula.c_str(), format(style), sum));
 }
 
-void ExcelSheet::freezeRowsAbove() {
+void ExcelSheet::setTitle(const std::string& title) {
+    std::string copy = title; // the library takes texts that it may modify
+    lxw_doc_properties properties{};
+    properties.title = copy.data();
+    check(workbook_set_properties(workbook_.get(), &properties));
+}
+
+void ExcelSheet::tableHead(std::span<const std::string_view> headers) {
+    inTable_ = true;
+    for (std::size_t column = 0; column < headers.size(); ++column) {
+        text(column, headers[column], Style::bold);
+    }
+    nextRow();
     worksheet_freeze_panes(sheet_, row_, 0);
 }
 
-std::string ExcelSheet::finish() {
+void ExcelSheet::finish(platform::Sink& sink) {
     complete();
-    return platform::readFile(path_, std::numeric_limits<std::uint64_t>::max());
-}
-
-void ExcelSheet::saveAs(std::string_view fileName) {
-    complete();
-    platform::copyFile(path_, fileName);
+    platform::copyFile(path_, sink);
 }
 
 void ExcelSheet::complete() {
@@ -213,7 +236,7 @@ void ExcelSheet::check(int error) const {
     }
 }
 
-// Null for the plain style. Made when it is first wanted, so that a workbook holds those that it uses.
+// Null for the plain style. Created when first needed, so that a workbook only has the formats that it uses.
 lxw_format* ExcelSheet::format(Style style) {
     if (style == Style::plain) {
         return nullptr;

@@ -1,6 +1,7 @@
 #include "export/htmlReport.h"
 
-#include "app/pictures.h"
+#include "base/dateFormat.h"
+#include "export/html5Report.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -11,16 +12,29 @@ using platform::lineEnd;
 
 constexpr std::size_t pathWidth = 55;
 
-void appendHtmlPath(std::string& result, std::string_view text, std::size_t width) {
+// Escapes the characters that names on Windows cannot contain. Odd on purpose: & stays.
+void appendEscaped(std::string& result, std::string_view text) {
+    for (const char c : text) {
+        if (c == '<' || c == '>' || c == '"') {
+            result.append(c == '<' ? "&lt;" : c == '>' ? "&gt;" : "&quot;");
+        } else {
+            result.push_back(c);
+        }
+    }
+}
+
+template <class Append>
+void appendInPieces(std::string& result, std::string_view text, std::size_t width, Append append) {
     while (width > 0 && text.size() > width) {
         const std::string_view piece = platform::firstCharacters(text, width);
         if (piece.size() == text.size()) {
             break;
         }
-        result.append(piece).append("<BR>");
+        append(result, piece);
+        result.append("<BR>");
         text.remove_prefix(piece.size());
     }
-    result.append(text);
+    append(result, text);
 }
 
 std::string pageHead(const std::string& title, bool withOwner) {
@@ -29,7 +43,7 @@ std::string pageHead(const std::string& title, bool withOwner) {
     const auto headerCell = [&line](std::string_view name) {
         line("    <td><FONT color=midnightblue face=Arial size=2><STRONG>", name, "</STRONG></FONT></td>");
     };
-    // The second <HEAD> in place of a closing tag is deliberate.
+    // Odd on purpose: a second <HEAD> instead of the closing tag.
     line("<HTML><HEAD><TITLE>", title, "</TITLE><HEAD><BODY><P align=center>");
     line("<TABLE cellSpacing=0 cellPadding=1 align=left border=1 style='BORDER-TOP: 0px; BORDER-LEFT-WIDTH: "
          "0px; FONT-SIZE: smaller; BORDER-BOTTOM-WIDTH: 0px; WIDTH: 800px; BORDER-RIGHT-WIDTH: 0px' "
@@ -37,7 +51,7 @@ std::string pageHead(const std::string& title, bool withOwner) {
     line("  <TR><TD colspan=", withOwner ? "7" : "6", "><P align=center><FONT face=Arial size=2><br><STRONG>",
          title, "</STRONG></FONT></P><br></TD></TR>");
     line("  <TR>");
-    // The trailing non-breaking blanks widen the columns.
+    // The trailing no-break spaces widen the columns.
     headerCell("Path");
     headerCell("Size&nbsp;(Bytes)");
     headerCell("Size&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;&nbsp;");
@@ -56,20 +70,20 @@ std::string pageHead(const std::string& title, bool withOwner) {
 bool modGlobal::exportHTMLSizeReport(const modExport::ReportContext& context, std::string_view query,
                                      std::string_view fileName) {
     return modExport::exportReport(context, {"exportHTMLSizeReport"}, query, fileName,
-                                   [fileName](modExport::ReportRows& rows) {
-                                       modExport::writeStreamed(fileName, [&rows](platform::Sink& sink) {
-                                           modExport::writeHtmlReport(rows, sink);
-                                       });
-                                   });
+                                   modExport::writeHtmlReport);
 }
 
 std::string modGlobal::htmlPathString(std::string_view text, std::size_t width) {
     std::string result;
-    appendHtmlPath(result, text, width);
+    appendInPieces(result, text, width, [](std::string& to, std::string_view piece) { to.append(piece); });
     return result;
 }
 
 void modExport::writeHtmlReport(ReportRows& rows, platform::Sink& sink) {
+    if (rows.exact()) {
+        writeHtml5Report(rows, sink);
+        return;
+    }
     sink.write(pageHead(rows.title(), rows.withOwner()));
     std::string path;
     std::string cells;
@@ -82,7 +96,7 @@ void modExport::writeHtmlReport(ReportRows& rows, platform::Sink& sink) {
         path.clear();
         rows.appendPath(path);
         cells.assign("  <TR>").append(lineEnd).append("    <td>");
-        appendHtmlPath(cells, path, pathWidth);
+        appendInPieces(cells, path, pathWidth, appendEscaped);
         cells.append("</td>").append(lineEnd).append("    <td> ");
         cells.append(rows.storedSize()).append(" </td>").append(lineEnd).append("    <td>");
         rows.appendShownSize(cells);
@@ -90,7 +104,9 @@ void modExport::writeHtmlReport(ReportRows& rows, platform::Sink& sink) {
         date(rows.dateAccessed());
         date(rows.dateModified());
         if (rows.withOwner()) {
-            cells.append("    <td>").append(rows.owner()).append("&nbsp;</td>").append(lineEnd);
+            cells.append("    <td>");
+            appendEscaped(cells, rows.owner());
+            cells.append("&nbsp;</td>").append(lineEnd);
         }
         cells.append("    <td>").append(rows.type()).append("</td>").append(lineEnd);
         cells.append("  </TR>").append(lineEnd);

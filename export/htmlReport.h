@@ -8,12 +8,12 @@
 
 namespace modGlobal {
 
-// Writes the query's rows as one page with a table, row by row, and opens it. Values are deliberately not
-// escaped. True when the page was written; errors are logged and a partly written file stays.
+// Writes the query's rows as a page with a table, row by row, and opens it. Odd on purpose: values are not
+// escaped. True if the page was written; errors are logged and leave an existing file unchanged.
 bool exportHTMLSizeReport(const modExport::ReportContext& context, std::string_view query,
                           std::string_view fileName);
 
-// The text in pieces of at most `width` characters joined by "<BR>". A width of 0 leaves it whole.
+// The text in pieces of at most `width` characters joined by "<BR>". With a width of 0, it stays whole.
 [[nodiscard]] std::string htmlPathString(std::string_view text, std::size_t width);
 
 } // namespace modGlobal

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "app/clsConcat.h"
-#include "app/clsUserInterface.h"
-#include "app/errorLog.h"
+#include "base/clsConcat.h"
+#include "base/clsUserInterface.h"
+#include "base/errorTrap.h"
 #include "export/clipboard.h"
 #include "export/listTable.h"
 
@@ -12,7 +12,29 @@ namespace {
 
 using modExport::ListTable;
 
-std::string listText(const ListTable& list, ShownProgress& progress) {
+// Odd on purpose: a cell is quoted only if its line breaks or quotes would swallow rows; an exact text quotes
+// every cell that needs it.
+bool needsQuotes(std::string_view cell, bool exact) {
+    if (exact) {
+        return cell.find_first_of(",\"\r\n") != std::string_view::npos;
+    }
+    return cell.starts_with('"') || cell.find(",\"") != std::string_view::npos ||
+           cell.find_first_of("\r\n") != std::string_view::npos;
+}
+
+void appendCell(clsConcat& text, std::string_view cell, bool exact) {
+    if (!needsQuotes(cell, exact)) {
+        text.SConcat(cell);
+        return;
+    }
+    std::string quoted = "\"";
+    for (const char c : cell) {
+        quoted.append(c == '"' ? 2 : 1, c);
+    }
+    text.SConcat(quoted.append("\""));
+}
+
+std::string listText(const ListTable& list, ShownProgress& progress, bool exact) {
     clsConcat text;
     const std::size_t columns = list.columns().size();
     for (std::size_t column = 0; column < columns; ++column) {
@@ -22,7 +44,7 @@ std::string listText(const ListTable& list, ShownProgress& progress) {
     for (std::size_t row = 0; row < list.rowCount(); ++row) {
         for (std::size_t column = 0; column < columns; ++column) {
             text.SConcat(column == 0 ? "\r\n" : ",");
-            text.SConcat(list.text(row, column));
+            appendCell(text, list.text(row, column), exact);
         }
         progress.step();
     }
@@ -32,7 +54,7 @@ std::string listText(const ListTable& list, ShownProgress& progress) {
 } // namespace
 
 void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userInterface,
-                                 modExport::Clipboard& clipboard) {
+                                 modExport::Clipboard& clipboard, bool exact) {
     trapped("modGlobal", "copyClipboardLvw", [&] {
         if (list.rowCount() == 0) {
             userInterface.message(modExport::emptyListMessage);
@@ -41,6 +63,6 @@ void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userIn
         const BusyPointer busy(userInterface);
         ShownProgress progress(userInterface, static_cast<std::int64_t>(list.rowCount()));
         clipboard.clear();
-        clipboard.setText(listText(list, progress));
+        clipboard.setText(listText(list, progress, exact));
     });
 }

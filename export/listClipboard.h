@@ -9,10 +9,12 @@ class ListTable;
 
 namespace modGlobal {
 
-// Puts the whole list on the clipboard as lines of text, headers first: cells joined by commas, lines by CR
-// LF. Deliberately nothing is quoted: a comma in a name shifts the columns behind it. An empty list is told
-// in a message and leaves the clipboard as it was; errors are logged and may leave it empty.
+// Copies the whole list to the clipboard as lines of text, headers first: cells are joined by commas, lines
+// by CR LF. Odd on purpose: commas are not quoted, so a comma in a name shifts the columns after it. Only a
+// cell with a line break, or with a quote at its start, is put in quotes, with its own quotes doubled. An
+// exact text follows RFC 4180, with every such cell in quotes. For an empty list, a message is shown and the
+// clipboard stays unchanged; errors are logged and may leave it empty.
 void copyClipboardLvw(const modExport::ListTable& list, clsUserInterface& userInterface,
-                      modExport::Clipboard& clipboard);
+                      modExport::Clipboard& clipboard, bool exact);
 
 } // namespace modGlobal

@@ -2,11 +2,13 @@
 
 #include <vector>
 
-#include "app/clsUserInterface.h"
-#include "app/errorLog.h"
+#include "base/clsUserInterface.h"
+#include "base/errorTrap.h"
+#include "base/runInBackground.h"
 #include "export/excelSheet.h"
 #include "export/listTable.h"
 #include "export/reportFrame.h"
+#include "platform/files.h"
 #include "platform/locale.h"
 
 namespace {
@@ -15,21 +17,20 @@ using modExport::ExcelSheet;
 using modExport::ListTable;
 using Style = ExcelSheet::Style;
 
-constexpr std::size_t rowsBesideTheLists = 4; // caption, blank, headers, totals
+constexpr std::size_t rowsBesideTheLists = 4; // caption, blank line, headers, totals
 
 void writeHead(ExcelSheet& sheet, const ListTable& list, std::string_view caption) {
     sheet.text(0, caption, Style::bold);
     sheet.nextRow();
     sheet.nextRow();
-    sheet.startTable();
-    for (std::size_t column = 0; column < list.columns().size(); ++column) {
-        sheet.text(column, list.columns()[column].header, Style::bold);
+    std::vector<std::string_view> headers;
+    for (const ListTable::Column& column : list.columns()) {
+        headers.push_back(column.header);
     }
-    sheet.nextRow();
-    sheet.freezeRowsAbove();
+    sheet.tableHead(headers);
 }
 
-// Adds the row's numbers to the totals, one of each column.
+// Adds the row's numbers to the totals, one per column.
 void writeRow(ExcelSheet& sheet, const ListTable& list, std::size_t row, std::vector<double>& totals) {
     for (std::size_t column = 0; column < totals.size(); ++column) {
         const ListTable::Kind kind = list.columns()[column].kind;
@@ -58,7 +59,7 @@ void writeTotals(ExcelSheet& sheet, const ListTable& list, std::size_t rows,
 }
 
 void writeWorkbook(const ListTable& list, std::string_view caption, ShownProgress& progress,
-                   std::string_view fileName) {
+                   platform::Sink& sink) {
     const platform::PlainNumbers plainNumbers;
     ExcelSheet sheet(list.columns().size());
     writeHead(sheet, list, caption);
@@ -69,7 +70,7 @@ void writeWorkbook(const ListTable& list, std::string_view caption, ShownProgres
         progress.step();
     }
     writeTotals(sheet, list, row, totals);
-    sheet.saveAs(fileName);
+    sheet.finish(sink);
 }
 
 } // namespace
@@ -89,7 +90,9 @@ void modGlobal::printToExcel(const ListTable& list, std::string_view caption, cl
         {
             const BusyPointer busy(userInterface);
             ShownProgress progress(userInterface, static_cast<std::int64_t>(rows));
-            writeWorkbook(list, caption, progress, fileName);
+            platform::Replacement file(fileName);
+            writeWorkbook(list, caption, progress, file);
+            runInBackground(userInterface, [&] { file.commit(); });
         }
         modExport::showSaved(userInterface, fileName);
         userInterface.openFile(fileName);

@@ -10,10 +10,10 @@ class ListTable;
 
 namespace modGlobal {
 
-// Writes the whole list into a new workbook of that name, in place of an existing one, and opens it in the
-// spreadsheet program: the caption in A1, the headers in row 3, the rows below, sizes and counts as numbers
-// with their sums in the last row. An empty list, and one that is longer than a sheet, is told in a message.
-// Errors are logged and leave an existing file as it was.
+// Writes the whole list into a new workbook with that name, replacing any file there, and opens it in the
+// spreadsheet application: the caption in A1, the headers in row 3, the rows below, with sizes and counts as
+// numbers and their sums in the last row. If the list is empty or longer than a sheet, a message says so.
+// Errors are logged and leave an existing file unchanged.
 void printToExcel(const modExport::ListTable& list, std::string_view caption, clsUserInterface& userInterface,
                   std::string_view fileName);
 

@@ -1,13 +1,14 @@
 #include "export/reportFrame.h"
 
-#include "app/clsSettings.h"
-#include "app/clsUserInterface.h"
-#include "app/errorLog.h"
-#include "app/pictures.h"
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
+#include "base/dateFormat.h"
+#include "base/errorTrap.h"
+#include "base/formatSize.h"
+#include "base/runInBackground.h"
 #include "export/clsExport.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "views/formatSize.h"
 
 namespace modExport {
 
@@ -15,7 +16,7 @@ namespace {
 
 constexpr std::int64_t largeReport = 10000; // more rows than this
 
-// Where the report is, or that no program opens it, is told in the status bar.
+// The status bar shows where the report is, or that no application can open it.
 void openReport(clsUserInterface& userInterface, std::string_view fileName, bool asks) {
     modExport::showSaved(userInterface, fileName);
     if (!asks ||
@@ -45,7 +46,8 @@ ReportRows::ReportRows(const ReportContext& context, std::string_view query)
       drive_(records_->Fields("drive")), fullPath_(records_->Fields("fullPath")),
       size_(records_->Fields("size")), dateAccessed_(records_->Fields("dateAccessed")),
       dateModified_(records_->Fields("dateModified")), owner_(records_->Fields("owner")),
-      isFolder_(records_->Fields("isFolder")) {
+      isFolder_(records_->Fields("isFolder")), parentFolder_(records_->Fields("parentFolder")),
+      fileName_(records_->Fields("fileName")) {
     count_ = atEnd() ? 0 : records_->RecordCount();
 }
 
@@ -59,6 +61,15 @@ bool ReportRows::withOwner() const {
     return context_.settings.getOwnerInfo();
 }
 
+bool ReportRows::exact() const {
+    return context_.settings.exact();
+}
+
+std::vector<std::string> ReportRows::scannedFolders(std::size_t most) const {
+    return context_.scannedFolders == nullptr ? std::vector<std::string>()
+                                              : context_.scannedFolders(context_.database, most);
+}
+
 void ReportRows::begin() {
     showsProgress_ = true;
     context_.userInterface.progressStart(count_);
@@ -70,7 +81,8 @@ void ReportRows::next() {
 }
 
 void ReportRows::appendPath(std::string& result) {
-    path_.assign(drive_.text()).append(fullPath_.text());
+    const bool isWhole = !parentFolder_.isNull() && !fileName_.isNull();
+    path_.assign((isWhole ? parentFolder_ : drive_).text()).append((isWhole ? fileName_ : fullPath_).text());
     platform::appendDisplayPath(result, path_);
 }
 
@@ -81,7 +93,7 @@ void ReportRows::appendShownSize(std::string& result) const {
 }
 
 bool exportReport(const ReportContext& context, const ReportCourse& course, std::string_view query,
-                  std::string_view fileName, const std::function<void(ReportRows&)>& write) {
+                  std::string_view fileName, const std::function<void(ReportRows&, platform::Sink&)>& write) {
     return modGlobal::trapped("modGlobal", course.procedure, [&] {
         clsUserInterface& userInterface = context.userInterface;
         bool large = false;
@@ -97,24 +109,14 @@ bool exportReport(const ReportContext& context, const ReportCourse& course, std:
                 return false;
             }
             large = rows.count() > largeReport;
+            platform::Replacement file(fileName);
             rows.begin();
-            write(rows);
+            write(rows, file);
+            runInBackground(userInterface, [&] { file.commit(); }); // it may wait for the disk
         }
         openReport(userInterface, fileName, large && course.asksBeforeOpening);
         return true;
     });
-}
-
-void writeStreamed(std::string_view fileName, const std::function<void(platform::Sink&)>& write) {
-    try {
-        platform::deleteFile(fileName);
-    } catch (const RuntimeError&) {
-        // None there, or a link or device, which is written to as it stands. What forbids that too is
-        // reported by the opening.
-    }
-    platform::FileSink sink(fileName);
-    write(sink);
-    sink.close();
 }
 
 } // namespace modExport

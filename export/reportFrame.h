@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "db/dao.h"
 #include "platform/clock.h"
@@ -17,26 +18,29 @@ namespace platform {
 class Sink;
 }
 
-// What every report writer shares: the rows, the title, and the course of an export around the writing.
+// The common part of all report writers: the rows, the title, and the steps of an export before and after the
+// writing.
 namespace modExport {
 
-// Where a report's rows come from and who is told of its progress. Nothing is owned.
+// The source of a report's rows, and the user interface for its progress. Nothing is owned.
 struct ReportContext {
     Database& database;
     clsUserInterface& userInterface;
     const clsSettings& settings;
     const clsExport& options;
+    // Returns the folders that the rows cover, at most this many; exact reports name them. May be null.
+    std::vector<std::string> (*scannedFolders)(Database& database, std::size_t most) = nullptr;
 };
 
-// Names a file that was written in the status bar.
+// Shows the name of the written file in the status bar.
 void showSaved(clsUserInterface& userInterface, std::string_view fileName);
 
-// "Spannory - Detail Report (03/14/04 09:05 PM) ": the trailing blank is deliberate. Any detail other than 1
-// is titled a summary.
+// "Spannory - Detail Report (03/14/04 09:05 PM) ". Odd on purpose: the trailing blank, and the title of a
+// summary for any detail other than 1.
 [[nodiscard]] std::string reportTitle(std::int32_t detail, const platform::LocalTime& time);
 
-// The rows of a report, visited one after the other. Showing progress begins with begin() and ends with the
-// object. Database errors pass through.
+// The rows of a report, read one after the other. Progress is shown from begin() until the object is
+// destroyed. Database errors are passed on.
 class ReportRows {
 public:
     ReportRows(const ReportContext& context, std::string_view query);
@@ -46,14 +50,16 @@ public:
 
     [[nodiscard]] const std::string& title() const noexcept { return title_; }
     [[nodiscard]] std::int64_t count() const noexcept { return count_; }
-    [[nodiscard]] bool withOwner() const; // the setting, as it is at this moment
+    [[nodiscard]] bool withOwner() const; // the current value of the setting
+    [[nodiscard]] bool exact() const;     // likewise
+    [[nodiscard]] std::vector<std::string> scannedFolders(std::size_t most) const; // empty if unknown
 
     void begin();
     [[nodiscard]] bool atEnd() const { return records_->EndOfFile(); }
     void next();
 
     // --- the current row, appended to a text the writer reuses -----------------------------------------
-    void appendPath(std::string& result);            // displayed form of drive and path
+    void appendPath(std::string& result);            // the whole path as it is on the disk
     void appendShownSize(std::string& result) const; // "1.5 Kb"
     [[nodiscard]] std::string_view storedSize() const { return size_.text(); } // plain digits
     [[nodiscard]] bool hasSize() const { return !size_.isNull(); }
@@ -78,23 +84,23 @@ private:
     Field& dateModified_;
     Field& owner_;
     Field& isFolder_;
+    Field& parentFolder_;
+    Field& fileName_;
 };
 
 // How one kind of report is exported.
 struct ReportCourse {
-    std::string_view procedure; // the name its errors are logged under, in module modGlobal
-    // Asks, before anything is written, whether so many rows are wanted; null when any number is.
+    std::string_view procedure; // the procedure name for its errors in the log, in module modGlobal
+    // Asks, before anything is written, whether to write this many rows; null if any number is fine.
     bool (*accepts)(clsUserInterface& userInterface, std::int64_t count) = nullptr;
-    bool asksBeforeOpening = true; // when the report is large
+    bool asksBeforeOpening = true; // if the report is large
 };
 
-// Runs the query, hands its rows to `write`, and opens the finished file. False, after telling the person
-// why, when there are no rows, they are not accepted, or an error was trapped and logged.
+// Runs the query, lets `write` write its rows to the file, which is replaced as a whole
+// (platform::Replacement), and opens it. False, after a message, if there are no rows, if they are not
+// accepted, or if an error was logged; the file is then unchanged.
 [[nodiscard]] bool exportReport(const ReportContext& context, const ReportCourse& course,
                                 std::string_view query, std::string_view fileName,
-                                const std::function<void(ReportRows&)>& write);
-
-// Streams a report into a new file in place of an existing one. After an error what was written stays.
-void writeStreamed(std::string_view fileName, const std::function<void(platform::Sink&)>& write);
+                                const std::function<void(ReportRows&, platform::Sink&)>& write);
 
 } // namespace modExport

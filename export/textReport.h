@@ -6,9 +6,9 @@
 
 namespace modGlobal {
 
-// Writes the query's rows as text, a header line and one line per row of seven quoted fields joined by the
-// separator, and opens it. Values are deliberately not escaped, and the owner is there whatever the
-// settings say. True when the file was written; errors are logged and a partly written file stays.
+// Writes the query's rows as text, with a header line and one line per row of seven quoted fields joined by
+// the separator, and opens it. Odd on purpose: values are not escaped, and the owner is included whatever the
+// settings say. True if the file was written; errors are logged and leave an existing file unchanged.
 bool exportTextSizeReport(const modExport::ReportContext& context, std::string_view query,
                           std::string_view fileName, std::string_view separator, std::string_view quote);
 

@@ -14,21 +14,21 @@
 
 namespace {
 
-// The document's "path" elements, found by their path text as a search through the whole document would
-// find them: ignoring the case of A to Z, the first in document order.
+// The document's "path" elements, found by their path with the same result as a search through the whole
+// document: the first in document order. A search expression treats A to Z like a to z; an exact report does
+// not.
 class PathElements {
 public:
     using Position = std::size_t; // in order of creation
     static constexpr Position root = 0;
 
-    explicit PathElements(pugi::xml_node rootNode) { elements_.push_back({rootNode, root, 0}); }
+    PathElements(pugi::xml_node rootNode, bool exact) : exact_(exact) {
+        elements_.push_back({rootNode, root, 0});
+    }
 
-    // The root when there is no such element.
+    // The root if there is no such element.
     [[nodiscard]] Position find(std::string_view path) {
-        if (path.find('"') != std::string_view::npos) {
-            return root; // deliberate: a search expression cannot hold a quote, so that the search fails
-        }
-        const auto found = firstByPath_.find(lowered(path));
+        const auto found = firstByPath_.find(keyOf(path));
         return found == firstByPath_.end() ? root : found->second;
     }
 
@@ -39,7 +39,7 @@ public:
         }
         const Position created = elements_.size();
         elements_.push_back({node, parent, elements_[parent].depth + 1});
-        const auto [entry, isNew] = firstByPath_.try_emplace(lowered(path), created);
+        const auto [entry, isNew] = firstByPath_.try_emplace(keyOf(path), created);
         if (!isNew && precedes(created, entry->second)) {
             entry->second = created;
         }
@@ -53,7 +53,7 @@ private:
         std::size_t depth;
     };
 
-    // Document order. Children are only ever appended, so siblings stand in order of creation.
+    // Document order. Children are only appended, so siblings are in order of creation.
     [[nodiscard]] bool precedes(Position left, Position right) const {
         const bool leftIsHigher = elements_[left].depth < elements_[right].depth;
         while (elements_[left].depth > elements_[right].depth) {
@@ -63,7 +63,7 @@ private:
             right = elements_[right].parent;
         }
         if (left == right) {
-            return leftIsHigher; // one is within the other, which begins first
+            return leftIsHigher; // one contains the other, and comes first
         }
         while (elements_[left].parent != elements_[right].parent) {
             left = elements_[left].parent;
@@ -72,10 +72,10 @@ private:
         return left < right;
     }
 
-    const std::string& lowered(std::string_view path) {
+    const std::string& keyOf(std::string_view path) {
         key_.assign(path);
         for (char& c : key_) {
-            c = platform::asciiLower(c);
+            c = exact_ ? c : platform::asciiLower(c);
         }
         return key_;
     }
@@ -83,35 +83,35 @@ private:
     std::vector<Element> elements_;
     std::unordered_map<std::string, Position> firstByPath_;
     std::string key_;
+    bool exact_;
 };
 
-void appendText(pugi::xml_node parent, const char* name, std::string& text) {
-    modExport::replaceForbiddenCharacters(text);
-    parent.append_child(name).text().set(text.c_str());
+void appendText(pugi::xml_node parent, const char* name, std::string_view text) {
+    std::string held(text);
+    modExport::moveForbiddenCharacters(held, modExport::Document::xml);
+    std::string escaped;
+    modExport::appendXmlEscaped(escaped, held);
+    parent.append_child(name).text().set(escaped.c_str());
 }
 
 void appendData(pugi::xml_node element, modExport::ReportRows& rows, const std::string& path) {
-    std::string text;
-    const auto put = [&](const char* name, std::string_view value) {
-        text.assign(value);
-        appendText(element, name, text);
-    };
-    put("pathName", path);
-    put("sizeBytes", rows.storedSize());
-    text.clear();
-    rows.appendShownSize(text);
-    appendText(element, "size", text);
-    put("dateAccessed", rows.dateAccessed());
-    put("dateModified", rows.dateModified());
+    appendText(element, "pathName", path);
+    appendText(element, "sizeBytes", rows.storedSize());
+    std::string size;
+    rows.appendShownSize(size);
+    appendText(element, "size", size);
+    appendText(element, "dateAccessed", rows.dateAccessed());
+    appendText(element, "dateModified", rows.dateModified());
     if (rows.withOwner()) {
-        put("dateModified", rows.owner()); // deliberate: the owner goes by this name
+        // Odd on purpose: unless the report is exact, the owner is stored under this name.
+        appendText(element, rows.exact() ? "owner" : "dateModified", rows.owner());
     }
-    put("type", rows.type());
+    appendText(element, "type", rows.type());
 }
 
 void buildDocument(pugi::xml_document& document, modExport::ReportRows& rows) {
     document.append_child(pugi::node_comment).set_value(rows.title().c_str());
-    PathElements elements(document.append_child("root"));
+    PathElements elements(document.append_child("root"), rows.exact());
     Field& parentField = rows.field("parentFolder");
     PathElements::Position parent = PathElements::root;
     std::string previousParentFolder;
@@ -122,15 +122,14 @@ void buildDocument(pugi::xml_document& document, modExport::ReportRows& rows) {
         }
         const std::string_view parentFolder = parentField.text();
         if (parentFolder != previousParentFolder) {
-            path.clear();
-            platform::appendDisplayPath(path, parentFolder);
-            modExport::replaceForbiddenCharacters(path);
-            parent = elements.find(path);
+            // A search expression cannot contain a quote, so the search fails; scans never record one.
+            const bool cannotBeSearched = !rows.exact() && parentFolder.find('"') != std::string_view::npos;
+            parent =
+                cannotBeSearched ? PathElements::root : elements.find(platform::displayPath(parentFolder));
             previousParentFolder.assign(parentFolder);
         }
         path.clear();
         rows.appendPath(path);
-        modExport::replaceForbiddenCharacters(path);
         appendData(elements.append(parent, path), rows, path);
     }
 }
@@ -151,16 +150,12 @@ private:
 bool modGlobal::exportXMLSizeReport(const modExport::ReportContext& context, std::string_view query,
                                     std::string_view fileName) {
     return modExport::exportReport(context, {"exportXMLSizeReport"}, query, fileName,
-                                   [fileName](modExport::ReportRows& rows) {
-                                       platform::TextSink text;
-                                       modExport::writeXmlReport(rows, text);
-                                       platform::replaceFile(fileName, text.text());
-                                   });
+                                   modExport::writeXmlReport);
 }
 
 void modExport::writeXmlReport(ReportRows& rows, platform::Sink& sink) {
     pugi::xml_document document;
     buildDocument(document, rows);
     SinkWriter writer(sink);
-    document.save(writer, "", pugi::format_raw | pugi::format_no_declaration);
+    document.save(writer, "", pugi::format_raw | pugi::format_no_declaration | pugi::format_no_escapes);
 }

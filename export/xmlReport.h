@@ -6,9 +6,9 @@
 
 namespace modGlobal {
 
-// Writes the query's rows (which need parentFolder too) as nested "path" elements, each within the element of
-// its parent folder where that was written before, else below the document element, and opens the file.
-// True when it was saved; errors are logged and leave an existing file as it was.
+// Writes the query's rows (which must include parentFolder) as nested "path" elements and opens the file. An
+// element is placed in that of its parent folder if there already is one, otherwise in the document element.
+// True if it was saved; errors are logged and leave an existing file unchanged.
 bool exportXMLSizeReport(const modExport::ReportContext& context, std::string_view query,
                          std::string_view fileName);
 
@@ -16,7 +16,7 @@ bool exportXMLSizeReport(const modExport::ReportContext& context, std::string_vi
 
 namespace modExport {
 
-// The document is held in memory until all rows are read; only then is the sink written to.
+// Keeps the document in memory until all rows have been read, and only then writes to the sink.
 void writeXmlReport(ReportRows& rows, platform::Sink& sink);
 
 } // namespace modExport

@@ -5,9 +5,19 @@
 
 namespace modExport {
 
-// Puts U+FFFD in the place of everything that an XML document cannot hold: control characters other than
-// TAB, LF and CR, U+FFFE, U+FFFF, and each byte that is not valid UTF-8. Most texts hold none and are only
-// looked at.
-void replaceForbiddenCharacters(std::string& text);
+// Kinds of documents of Unicode text, by the characters that they cannot contain. XML: control characters
+// other than TAB, LF and CR. HTML 5: those other than TAB and LF, and U+0080 to U+009F. A workbook has its
+// own codes for control characters.
+enum class Document { xml, html5, workbook };
+
+// Replaces everything that the document cannot contain by the form that names have inside the program: a
+// control character becomes U+F000 + its code, and each byte of anything else (invalid UTF-8, U+FFFE and the
+// like) U+EF00 + the byte. Characters that already have this form (U+F000 to U+F01F, U+F07F, U+EF80 to
+// U+EFFF) are converted too, so that every text can be restored. Most texts contain nothing of this kind and
+// are only scanned.
+void moveForbiddenCharacters(std::string& text, Document document);
+
+// Appends the text with &, < and > as entities, and with CR as one, because readers turn a plain CR into LF.
+void appendXmlEscaped(std::string& result, std::string_view text);
 
 } // namespace modExport

@@ -2,14 +2,14 @@
 
 #include <cstdint>
 
-// Time, and its parts in the user's time zone.
+// The time, and its parts in the user's time zone.
 namespace platform {
 
 // Seconds since 1970-01-01 00:00 UTC.
 using Seconds = std::int64_t;
 
 struct LocalTime {
-    long long year = 0; // as counted by people: 2026
+    long long year = 0; // the full year: 2026
     int month = 0;      // 1 to 12
     int day = 0;        // 1 to 31
     int hour = 0;       // 0 to 23
@@ -21,7 +21,7 @@ struct LocalTime {
 
 [[nodiscard]] Seconds now();
 
-// The parts of a moment in local time; all zero when the moment is beyond what the system can express.
+// The parts of a moment in local time; all zero if the system cannot express that moment.
 [[nodiscard]] LocalTime localTime(Seconds moment);
 
 // Milliseconds since some fixed moment; never runs backwards.

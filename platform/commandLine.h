@@ -5,11 +5,11 @@
 
 namespace platform {
 
-// The arguments that the program was started with, in the form of main's (the program's name first, a null
-// pointer behind the last), as UTF-8 on every system. What takes some of them out lowers the count.
+// The program's arguments as UTF-8 on every system, in the form that main gets them: the program's name
+// first, a null pointer after the last. Code that takes out some of them lowers the count.
 class CommandLine {
 public:
-    // Those of main.
+    // The arguments of main.
     CommandLine(int count, char** arguments);
     CommandLine(const CommandLine&) = delete;
     CommandLine& operator=(const CommandLine&) = delete;

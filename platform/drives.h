@@ -1,6 +1,5 @@
 #pragma once
 
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -9,9 +8,9 @@
 // (platform/paths.h).
 namespace platform {
 
-// The numbers that driveType gives.
+// The values that driveType returns.
 namespace drive {
-inline constexpr int unknown = 0; // what is mounted cannot be told
+inline constexpr int unknown = 0; // the kind of volume is not known
 inline constexpr int noRoot = 1;  // nothing is mounted there
 inline constexpr int removable = 2;
 inline constexpr int fixed = 3;
@@ -20,19 +19,19 @@ inline constexpr int cdRom = 5;
 inline constexpr int ramDisk = 6;
 } // namespace drive
 
-// The roots of all drives, each followed by NUL: the root volume's first, then by mount point, then the
-// network shares'. Nothing when the list cannot be had.
+// The roots of all drives: the root volume first, then the others by mount point, then
+// the network shares. None if the list is not available.
 //
-// One root per volume: what is mounted a second time, wholly or in part, counts once (a btrfs subvolume is a
-// volume). Left out are kernel file systems, files mounted on files, the system's own memory file systems
-// below /dev, /proc, /run and /sys (but not /dev/shm), overlays other than the root's, the images of
-// installed packages, and the desktop's views of other places.
-[[nodiscard]] std::optional<std::string> logicalDriveStrings();
+// There is one root per volume: a volume that is mounted several times, wholly or in part, counts once (a
+// btrfs subvolume is a volume). Left out are kernel file systems, files mounted on files, the system's own
+// memory file systems below /dev, /proc, /run and /sys (but not /dev/shm), overlays other than the root, the
+// images of installed packages, and the desktop's views of other places.
+[[nodiscard]] std::vector<std::string> driveRoots();
 
-// The kind of drive with that root.
+// The kind of the drive with that root.
 [[nodiscard]] int driveType(std::string_view root);
 
-// The roots `\\server\share\` of the network shares that are mounted, in alphabetical order.
+// The roots `\\server\share\` of the mounted network shares, in alphabetical order.
 [[nodiscard]] std::vector<std::string> networkShares();
 
 } // namespace platform

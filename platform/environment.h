@@ -4,38 +4,37 @@
 #include <string>
 #include <string_view>
 
-// The process's surroundings. All paths are internal paths; folders end in "\".
+// The process's environment. All paths are internal paths; folders end in "\".
 namespace platform {
 
-// The variable's value; nothing when it is unset. Empty is a value.
+// The variable's value, which may be empty; nothing if the variable is not set.
 [[nodiscard]] std::optional<std::string> environmentVariable(std::string_view name);
 
 [[nodiscard]] std::string executableFolder();
 
-// Where a user's own data of this program belongs ($XDG_DATA_HOME/spannory\, %LOCALAPPDATA%\Spannory\).
+// The folder for the user's own data of this program ($XDG_DATA_HOME/spannory\, %LOCALAPPDATA%\Spannory\).
 [[nodiscard]] std::string userDataFolder();
 
-// Where the installed program's read-only files are (beside the executable, or ../share/spannory).
+// The folder of the installed program's read-only files (beside the executable, or ../share/spannory).
 [[nodiscard]] std::string shareFolder();
 
 [[nodiscard]] std::string temporaryFolder();
 
-// True when new files can be made in the folder.
+// True if new files can be created in the folder.
 [[nodiscard]] bool folderIsWritable(std::string_view path);
 
-// True when the user's session has a display that windows can be shown on.
+// True if the user's session has a display that can show windows.
 [[nodiscard]] bool hasDisplay();
 
-// From here on the system shows no boxes of its own, such as one that asks for a disk where a drive is empty:
-// the call that wanted it fails.
+// From here on, the system shows no message boxes of its own, such as a request for a disk when a drive is
+// empty; the call fails instead.
 void keepSystemBoxesAway();
 
-// Starts the program associated with the file's type on it, and does not wait for it; false when the system's
-// opener cannot be started. What it makes of the file it tells the user itself.
+// Starts the application associated with the file's type, without waiting for it. False if the system's
+// opener cannot be started; the opener itself reports any later problem to the user.
 bool openInAssociatedProgram(std::string_view path);
 
-// True where the system's dialog for saving changes the name's extension by itself when another file type is
-// chosen in it.
+// True if the system's save dialog adjusts the name's extension when the user chooses another file type.
 [[nodiscard]] bool saveDialogFollowsFileType() noexcept;
 
 } // namespace platform

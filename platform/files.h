@@ -1,54 +1,68 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 
-// Files, by internal path (platform/paths.h) or any text that a user may type for one.
-// Unless said otherwise a failure throws RuntimeError with the number of its cause (53 file not found, 61
-// disk full, 70 permission denied, 76 path not found, …) and the displayed path in its description.
+// Files, by internal path (platform/paths.h) or by any path that a user may type. Unless stated otherwise, a
+// failure throws RuntimeError with the number of its cause (53 file not found, 61 disk full, 70 permission
+// denied, 76 path not found, …) and the displayed path in the description.
 namespace platform {
 
-// True when a regular file is there (links are followed): something that can be overwritten.
+// True if there is a regular file (links are followed): something that can be overwritten.
 [[nodiscard]] bool fileExists(std::string_view path) noexcept;
 
-// The file's size in bytes; 0 when there is none.
+// The file's size in bytes; 0 if there is no such file.
 [[nodiscard]] std::uint64_t fileSize(std::string_view path) noexcept;
 
-// True when anything at all is there, be it a link that leads nowhere.
+// True if anything exists there, even a link that leads nowhere.
 [[nodiscard]] bool somethingExists(std::string_view path) noexcept;
 
-// True when the user may write to the file that is there.
+// True for the name of a stream that the process was given (/dev/stdout, /dev/fd/3); writing to it does not
+// replace a file.
+[[nodiscard]] bool isStream(std::string_view path) noexcept;
+
+// True if the file exists and the user may write to it.
 [[nodiscard]] bool fileIsWritable(std::string_view path) noexcept;
 
-// The internal path of the file that a path leads to, links followed; of one that does not exist yet, in the
-// folder that its own leads to.
+// The internal path of the file that a path leads to, with links followed. If the file does not exist yet,
+// the links of its folder are followed.
 [[nodiscard]] std::string resolveLinks(std::string_view path);
 
-// True when both paths lead to one existing file.
+// True if both paths lead to the same existing file.
 [[nodiscard]] bool isSameFile(std::string_view left, std::string_view right) noexcept;
 
-// Throws 53 when there is none, 75 for what is no regular file (a link, a device).
+// Throws 53 if there is no such file, and 75 if it is not a regular file (a link, a device).
 void deleteFile(std::string_view path);
 
-// Copies the bytes of one file over another, which is replaced once the copy is complete.
+class Sink;
+
+// Copies the bytes of one file over another, which is replaced as Replacement does.
 void copyFile(std::string_view from, std::string_view to);
 
-// The whole content. Refuses (75) what is no regular file, and more than `limit` bytes (6).
+// Writes the bytes of a file to the sink.
+void copyFile(std::string_view from, Sink& to);
+
+// The whole content. Throws 75 if this is not a regular file, and 6 if it has more than `limit` bytes.
 [[nodiscard]] std::string readFile(std::string_view path, std::uint64_t limit = 64ULL << 20);
 
-// Replaces the file's content by way of a temporary file beside it and a rename, so that at any moment
-// either the old or the new content is there whole.
+// The first bytes of the file, or all if it has fewer. Throws 75 if it is not a regular file.
+[[nodiscard]] std::string readStart(std::string_view path, std::size_t count);
+
+// Replaces the file's content as Replacement does.
 void replaceFile(std::string_view path, std::string_view content);
 
-// Appends the text in one write. Throws 53 when the file does not exist.
+// Appends the text in one write. Throws 53 if the file does not exist.
 void appendToFile(std::string_view path, std::string_view text);
 
-// Makes the folder and those above it where they are missing.
+// Creates the folder and any missing folders above it.
 void makeFolders(std::string_view path);
 
-// What a report is written to.
+class OutputFile;
+
+// The target of a report.
 class Sink {
 public:
     virtual ~Sink() = default;
@@ -64,31 +78,57 @@ private:
     std::string text_;
 };
 
-// A file emptied or made anew, written through a buffer. Without close() what was written so far stays.
-class FileSink final : public Sink {
+// Collects everything written to a file in a buffer.
+class BufferedSink : public Sink {
+public:
+    ~BufferedSink() override;
+    BufferedSink(const BufferedSink&) = delete;
+    BufferedSink& operator=(const BufferedSink&) = delete;
+
+    void write(std::string_view text) final;
+
+protected:
+    explicit BufferedSink(std::unique_ptr<OutputFile> file);
+    void flush();
+    void finish();
+
+private:
+    std::unique_ptr<OutputFile> file_;
+    std::string buffer_;
+};
+
+// A new or emptied file. Without close(), it keeps what has been written so far.
+class FileSink final : public BufferedSink {
 public:
     explicit FileSink(std::string_view path);
     ~FileSink() override;
     FileSink(const FileSink&) = delete;
     FileSink& operator=(const FileSink&) = delete;
 
-    void write(std::string_view text) override;
-
-    // Writes what is buffered and closes; the last moment at which a full disk is noticed.
-    void close();
-
-private:
-    void flush();
-
-    std::string path_;
-    std::string buffer_;
-    std::intptr_t handle_ = -1;
+    // Writes the buffer and closes the file; the last moment at which a full disk is noticed.
+    void close() { finish(); }
 };
 
-// A lock between programs: held while the object lives, released by the system when the process dies.
+// A file that replaces the one at the path, if any, when it is complete: at any moment, either the complete
+// old content or the complete new one exists. It is written beside its target and takes over its permissions
+// and, if possible, its owner; links are followed to their file. Without commit(), nothing changes. A killed
+// program may leave one file `.spannory-….tmp` in the folder, which the next replacement of the same target
+// removes. Several programs may replace a file at the same time; the last one wins.
+//
+// A device, a pipe or a stream of the process (/dev/stdout) cannot be replaced and is written directly. A
+// target that is not writable, or a folder in which no file can be created, is refused (70).
+class Replacement final : public BufferedSink {
+public:
+    explicit Replacement(std::string_view path);
+
+    // Flushed to the disk before this returns.
+    void commit() { finish(); }
+};
+
+// A lock between programs, held while the object lives. The system releases it if the process dies.
 class FileLock {
 public:
-    // Tries to hold the lock file at `path` (made when missing). Null when another program holds it.
+    // Tries to lock the file at `path` (created if missing). Null if another program holds the lock.
     [[nodiscard]] static std::unique_ptr<FileLock> tryAcquire(std::string_view path);
     ~FileLock();
     FileLock(const FileLock&) = delete;

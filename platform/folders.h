@@ -11,25 +11,25 @@
 
 #include "platform/clock.h"
 
-// Reading folders. Failures are results here, not errors: a folder that cannot be read is empty.
+// Reading folders. Failures are results here, not errors: an unreadable folder is empty.
 namespace platform {
 
-// What the system says of one entry itself; links are not followed.
+// The system's facts about one entry itself; links are not followed.
 struct EntryFacts {
-    bool isFolder = false;   // a link to a folder is none
-    bool known = false;      // false when only the name could be had: the rest is 0 then
+    bool isFolder = false;   // false for a link to a folder
+    bool known = false;      // false if only the name is known; the other facts are then 0
     std::int64_t size = 0;   // bytes
     Seconds accessed = 0;    // last access
     Seconds modified = 0;    // last write
-    std::uint32_t owner = 0; // the system's number of the owning account, where it has one (owners.h)
+    std::uint32_t owner = 0; // the system's number for the owning account, if it has one (owners.h)
 };
 
 struct FolderEntry : EntryFacts {
     std::string_view name; // internal form (paths.h)
 };
 
-// The entries of one folder in the system's order, without "." and "..". An object is meant to be used for
-// many folders: it keeps its memory.
+// The entries of one folder, without "." and "..", in the system's order. Reuse an object for many folders:
+// it keeps its memory.
 class FolderListing {
 public:
     [[nodiscard]] std::size_t size() const noexcept { return items_.size(); }
@@ -49,8 +49,8 @@ private:
     std::vector<Item> items_;
 };
 
-// Opens, reads and closes folders; nothing of a folder is open once `read` has returned. Paths may be longer
-// than what the system takes in one call.
+// Opens, reads and closes folders; nothing stays open after `read`. Paths may be longer than the system
+// accepts in one call.
 class FolderReader {
 public:
     FolderReader();
@@ -58,12 +58,12 @@ public:
     FolderReader(const FolderReader&) = delete;
     FolderReader& operator=(const FolderReader&) = delete;
 
-    // Fills the listing with the folder's entries. False when it cannot be read (no permission, vanished, no
-    // folder); the listing then holds what was read so far. `followLink`: the path may be a link to the
-    // folder.
+    // Fills the listing with the folder's entries. False if the folder cannot be read (no permission,
+    // vanished, not a folder); the listing then has the entries read so far. `followLink`: the path may be a
+    // link to the folder.
     bool read(std::string_view internalFolder, FolderListing& listing, bool followLink = false);
 
-    // The names alone with their isFolder, which is cheaper.
+    // Only the names and isFolder, which is cheaper.
     bool readNames(std::string_view internalFolder, FolderListing& listing);
 
 private:
@@ -71,23 +71,24 @@ private:
     std::unique_ptr<Implementation> implementation_;
 };
 
-// True when the path names a folder, or a link to one.
+// True if the path leads to a folder, possibly through a link.
 [[nodiscard]] bool folderExists(std::string_view internalPath);
 
-// An entry's own facts, links not followed; `known` is false when there is none.
+// An entry's own facts, without following links; `known` is false if there is no such entry.
 [[nodiscard]] EntryFacts entryFacts(std::string_view internalPath);
 
-// The folder's own facts, links followed; nothing when there is none.
+// The folder's own facts, with links followed; nothing if there is no such folder.
 [[nodiscard]] std::optional<EntryFacts> folderFacts(std::string_view internalFolder);
 
-// True when what is at the path cannot be told, for a folder above it may not be entered.
+// True if the path cannot be examined because the user may not enter a folder above it.
 [[nodiscard]] bool mayNotEnter(std::string_view internalPath);
 
-// Why the folder cannot be read now, for people ("Permission denied"); empty when it can be.
+// The reason, in the system's words, why the folder cannot be read now ("Permission denied"); empty if it can
+// be read.
 [[nodiscard]] std::string whyUnreadable(std::string_view internalFolder);
 
-// The folders below the given one that other volumes are mounted on, as internal paths of that folder's own
-// volume, without trailing "\".
+// The folders below the given one that are mount points of other volumes, as internal paths on the given
+// folder's own volume, without a trailing "\".
 [[nodiscard]] std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder);
 
 } // namespace platform

@@ -7,8 +7,8 @@ namespace platform {
 
 namespace {
 
-// Reads the character at the position in lower case; a byte that is no text stands for itself, behind all
-// characters.
+// Reads the character at the position and returns it in lower case; an invalid byte stands for itself, after
+// all characters.
 char32_t nextLowered(std::string_view text, std::size_t& position) {
     const auto byte = static_cast<unsigned char>(text[position]);
     if (byte < 0x80) {

@@ -9,32 +9,32 @@
 namespace platform {
 
 struct NumberSeparators {
-    std::string grouping; // "," where the region says nothing; may be empty or more than one byte
-    std::string decimal;  // "." where the region says nothing
+    std::string grouping; // "," if the region does not say; may be empty or have more than one byte
+    std::string decimal;  // "." if the region does not say
 };
 
-// The separators of the user's regional settings. Read from the environment once per process.
+// The separators of the user's regional settings, read from the environment once per process.
 [[nodiscard]] const NumberSeparators& numberSeparators();
 
-// No letter becomes two.
+// Never more than one letter.
 [[nodiscard]] char32_t lowerCaseLetter(char32_t letter);
 
 // Appends the text in lower case, letter by letter.
 void appendLowerCase(std::string& result, std::string_view text);
 [[nodiscard]] std::string lowerCase(std::string_view text);
 
-// True where the system takes file names that differ in case alone for the same. Texts of the program are
-// then compared so too, in the database and out of it.
+// True if the system treats file names that differ only in case as the same. The program then compares texts
+// in the same way, in the database and elsewhere.
 [[nodiscard]] bool namesIgnoreCase() noexcept;
 
-// Below 0, 0 or above 0: the order of two texts by their letters in lower case.
+// Below 0, 0 or above 0: compares two texts by their letters in lower case.
 [[nodiscard]] int compareIgnoringCase(std::string_view left, std::string_view right);
 
 // Whether two names or paths are the same to the system.
 [[nodiscard]] bool sameName(std::string_view left, std::string_view right);
 
-// What texts are sorted by, byte by byte, in the alphabetical order of a language (as "en-GB"), whatever the
-// letters' case; with `numbers` digits count as the number they make. Nothing where the system has no such
+// A key that sorts texts, byte by byte, in the alphabetical order of a language (such as "en-GB"), ignoring
+// case; with `numbers`, digits are sorted by the number that they form. Nothing if the system has no such
 // keys.
 [[nodiscard]] std::optional<std::string> sortKey(std::string_view text, std::string_view language,
                                                  bool numbers);
@@ -49,8 +49,8 @@ struct NameEqual {
     }
 };
 
-// While one lives, the C library of this thread writes numbers with a decimal point whatever the region is.
-// For libraries that print numbers into files.
+// While an object lives, the C library writes numbers with a decimal point in this thread, whatever the
+// region. For libraries that write numbers to files.
 class PlainNumbers {
 public:
     PlainNumbers();

@@ -7,8 +7,8 @@
 
 namespace platform {
 
-// Names of owning accounts in the form domain, "\", account; "unknown" for whatever cannot be told. A name is
-// looked up once per account and object, so an object should live for one scan.
+// Names of owning accounts in the form domain, "\", account; "unknown" if the name cannot be found out. Each
+// account is looked up once per object, so use one object for a whole scan.
 class OwnerNames {
 public:
     OwnerNames();
@@ -16,7 +16,7 @@ public:
     OwnerNames(const OwnerNames&) = delete;
     OwnerNames& operator=(const OwnerNames&) = delete;
 
-    // The owner of the entry at `internalPath`, whose facts are at hand. Valid while the object lives.
+    // The owner of the entry at `internalPath`, whose facts are already known. Valid while the object lives.
     [[nodiscard]] std::string_view ownerOf(std::string_view internalPath, const EntryFacts& facts);
 
 private:

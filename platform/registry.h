@@ -8,25 +8,25 @@ namespace platform {
 
 enum class RegistryRoot { localMachine, currentUser };
 
-// The system's registry of text values. Where the system has none, the file `registry.ini` stands in for it:
+// The system's registry of text values. On a system without one, the file `registry.ini` stands in for it:
 // one section per key, every value in quotes. Each operation opens and closes what it needs; none raises an
-// error. Names are compared ignoring case; the value name "" is the key's unnamed default value.
+// error. Names ignore case; the value name "" is the key's unnamed default value.
 class Registry {
 public:
-    // The folder (an internal path ending in "\") that a stand-in file lies in. Every operation on a stand-in
-    // fails when it is empty.
+    // The folder of the stand-in file (an internal path ending in "\"). If it is empty, every operation on a
+    // stand-in fails.
     explicit Registry(std::string_view folder);
 
-    // Nothing when the key or value is missing, or the value holds not even an empty text.
+    // Nothing if the key or value is missing, or if the value does not even hold an empty text.
     [[nodiscard]] std::optional<std::string> readText(RegistryRoot root, std::string_view keyPath,
                                                       std::string_view valueName) const noexcept;
 
-    // Makes the key when it is missing. False for names and values that cannot be stored, such as those
-    // with line breaks.
+    // Creates the key if it is missing. False for names and values that cannot be stored, such as those with
+    // line breaks.
     [[nodiscard]] bool writeText(RegistryRoot root, std::string_view keyPath, std::string_view valueName,
                                  std::string_view text) const noexcept;
 
-    // False when there is no such key or value.
+    // False if there is no such key or value.
     [[nodiscard]] bool deleteValue(RegistryRoot root, std::string_view keyPath,
                                    std::string_view valueName) const noexcept;
     [[nodiscard]] bool deleteSubkey(RegistryRoot root, std::string_view keyPath,

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// The numbers that the program's errors carry. They are what the error log's first field records.
+// The numbers of the program's errors, as recorded in the first field of the error log.
 namespace errorNumber {
 inline constexpr int invalidCall = 5;
 inline constexpr int overflow = 6;
@@ -22,21 +22,21 @@ inline constexpr int pathNotFound = 76;
 inline constexpr int duplicateKey = 457;
 inline constexpr int dialogCancelled = 32755;
 inline constexpr int elementNotFound = 35601;
-inline constexpr int keyNotUnique = 35602; // a tree's
+inline constexpr int keyNotUnique = 35602; // in a tree
 } // namespace errorNumber
 
-// A run-time error: a number and a description, as the error log writes them.
-// Thrown by every layer; trapped by modGlobal::trapped, which logs it.
+// A run-time error: a number and a description, as written to the error log. Thrown by every layer, and
+// caught by modGlobal::trapped, which logs it.
 class RuntimeError : public std::runtime_error {
 public:
     RuntimeError(int number, const std::string& description)
         : std::runtime_error(description), number_(number) {}
 
-    // The number's standard description alone: "Overflow" for 6.
+    // With the number's standard description: "Overflow" for 6.
     explicit RuntimeError(int number);
 
-    // The standard description, a colon and what it concerns, usually a displayed path:
-    // "Disk full: /srv/report.html".
+    // The standard description, a colon and the subject, usually a displayed path: "Disk full:
+    // /srv/report.html".
     [[nodiscard]] static RuntimeError about(int number, std::string_view subject);
 
     [[nodiscard]] int number() const noexcept { return number_; }

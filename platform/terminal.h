@@ -5,30 +5,30 @@
 #include <string>
 #include <string_view>
 
-// The terminal that a console program may stand in.
+// The terminal of a console program.
 namespace platform {
 
 enum class Stream { input, output, error };
 
 [[nodiscard]] bool isTerminal(Stream stream);
 
-// Columns of the terminal behind standard output or error; the fallback when there is none.
+// The width, in columns, of the terminal behind standard output or error; `fallback` if there is none.
 [[nodiscard]] std::size_t terminalWidth(Stream stream, std::size_t fallback = 80);
 
-// True when the terminal or locale takes UTF-8.
+// True if the terminal or locale accepts UTF-8.
 [[nodiscard]] bool writesUnicode();
 
-// Writes to standard output or error. False when the bytes could not be taken (a full disk, a closed pipe).
+// Writes to standard output or error. False if not all bytes could be written (a full disk, a closed pipe).
 bool writeTo(Stream stream, std::string_view text);
 
-// The reason of the last failed writeTo; empty when the reader merely went away.
+// The reason why the last writeTo failed; empty if the reader merely went away.
 [[nodiscard]] std::string lastWriteFailure();
 
-// A line from standard input; nothing at its end.
+// A line from standard input; nothing at the end of input.
 [[nodiscard]] std::optional<std::string> readLine();
 
-// While one lives, the first Ctrl-C only sets a flag; a second one ends the program. A program that was
-// started with Ctrl-C ignored goes on ignoring it.
+// While an object lives, the first Ctrl-C only sets a flag; a second one ends the program. A program that was
+// started with Ctrl-C ignored keeps ignoring it.
 class InterruptionWatch {
 public:
     InterruptionWatch();
@@ -40,14 +40,14 @@ private:
     bool replaced_ = false;
 };
 
-// True once Ctrl-C was pressed under a watch.
+// True after Ctrl-C was pressed during a watch.
 [[nodiscard]] bool wasInterrupted();
 
-// From here on a reader of standard output that goes away does not end the program.
+// From here on, the program does not end when the reader of its standard output goes away.
 void ignoreBrokenPipes();
 
-// From here on no file that the program opens takes the place of a standard stream that it was started
-// without; writing to that one goes on failing.
+// If the program was started without a standard stream, no file that it opens later takes that stream's
+// place; writing to the stream keeps failing.
 void keepClosedStreamsClosed();
 
 } // namespace platform

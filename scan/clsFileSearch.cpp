@@ -1,5 +1,6 @@
 #include "scan/clsFileSearch.h"
 
+#include <algorithm>
 #include <limits>
 
 #include "platform/folders.h"
@@ -12,8 +13,25 @@ void clsFileSearch::setStartstr(std::string_view folder) {
     }
 }
 
+std::string clsFileSearch::folders() const {
+    std::string joined;
+    for (const std::string& folder : subfolders_) {
+        joined.append(joined.empty() ? "" : "|").append(folder);
+    }
+    return joined;
+}
+
+void clsFileSearch::setFolders(std::string_view folders) {
+    subfolders_.clear();
+    while (!folders.empty()) {
+        const std::string_view folder = folders.substr(0, folders.find('|'));
+        subfolders_.emplace_back(folder);
+        folders.remove_prefix(std::min(folder.size() + 1, folders.size()));
+    }
+}
+
 void clsFileSearch::getFolders() {
-    folders_.clear();
+    subfolders_.clear();
     if (cancel_) {
         return;
     }
@@ -32,10 +50,7 @@ void clsFileSearch::getFolders() {
             throw RuntimeError(errorNumber::overflow);
         }
         ++folderCount_;
-        if (!folders_.empty()) {
-            folders_ += '|';
-        }
-        folders_.append(startFolder_).append(entry.name);
+        subfolders_.emplace_back(startFolder_).append(entry.name);
     }
 }
 

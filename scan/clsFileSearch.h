@@ -3,35 +3,40 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
-#include "app/clsUserInterface.h"
+#include "base/clsUserInterface.h"
 
-// Lists the immediate subfolders of a folder, for the folder tree. May be used again and again.
+// Lists the direct subfolders of a folder, for the folder tree. Can be used repeatedly.
 class clsFileSearch {
 public:
     // The user interface handles pending events once per listing; it is not owned.
     explicit clsFileSearch(clsUserInterface& userInterface) : userInterface_(userInterface) { initialize(); }
 
-    // After getFolders: the subfolders' full paths joined by "|" in the system's order.
-    [[nodiscard]] const std::string& folders() const noexcept { return folders_; }
-    void setFolders(std::string_view folders) { folders_ = folders; }
+    // After getFolders: the subfolders' full paths in the system's order.
+    [[nodiscard]] const std::vector<std::string>& subfolders() const noexcept { return subfolders_; }
 
-    // Of no use to the program.
+    // The same, joined by "|"; can be read and written.
+    [[nodiscard]] std::string folders() const;
+    void setFolders(std::string_view folders);
+
+    // Odd on purpose: nothing uses it.
     [[nodiscard]] const std::string& owner() const noexcept { return owner_; }
     void setOwner(std::string_view owner) { owner_ = owner; }
 
-    // The folder to list. A "\" is appended unless the text ends in one; deliberately also to the empty text.
+    // The folder to list. A "\" is appended unless the text ends in one. Odd on purpose: also to an empty
+    // text.
     void setStartstr(std::string_view folder);
 
-    // Stops a listing at its next entry, or before it begins.
+    // Stops a listing at its next entry, or before it starts.
     [[nodiscard]] bool Cancel() const noexcept { return cancel_; }
     void setCancel(bool cancel) noexcept { cancel_ = cancel; }
 
-    // Makes the start folder empty.
+    // Clears the start folder.
     void initialize() { startFolder_.clear(); }
 
-    // Lists the start folder. One that cannot be read has no subfolders; nothing is reported. Throws 6 when
-    // more than 2,147,483,647 folders were found by this object.
+    // Lists the start folder. An unreadable folder has no subfolders, and this is not reported. Throws 6 if
+    // this object has found more than 2,147,483,647 folders.
     void getFolders();
 
     // The text before the first NUL.
@@ -40,7 +45,7 @@ public:
 private:
     clsUserInterface& userInterface_;
     std::string startFolder_;
-    std::string folders_;
+    std::vector<std::string> subfolders_;
     std::string owner_;
     std::int32_t folderCount_ = 0;
     bool cancel_ = false;

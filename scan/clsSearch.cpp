@@ -1,5 +1,7 @@
 #include "scan/clsSearch.h"
 
+#include <algorithm>
+
 #include "db/values.h"
 #include "platform/locale.h"
 #include "platform/text.h"
@@ -9,18 +11,18 @@ namespace {
 constexpr std::size_t longestStoredPath = 255;
 constexpr std::string_view detailsTable = "details";
 
-// Kinds of values, as vts and vtsSQL count them.
+// Kinds of values, as used by vts and vtsSQL.
 constexpr int textKind = 6;
 constexpr int numberKind = 3;
 
-// Of a new row, whose fields are NULL. Empty texts are stored so.
+// For a field of a new row, which is still NULL. An empty text leaves it NULL.
 void setText(Field& field, std::string_view text) {
     if (const auto value = modGlobal::vts(text, textKind)) {
         field.setText(*value);
     }
 }
 
-// True for what befalls the file rather than the row: no further row would fare better.
+// True for errors that concern the file and not the row: no other row could be stored either.
 bool endsStoring(const RuntimeError& error) {
     return error.number() != databaseError::duplicateKey && error.number() != errorNumber::overflow &&
            error.number() != errorNumber::invalidCall;
@@ -43,9 +45,12 @@ bool clsSearch::appendRow(std::string_view path, std::string_view description, d
         const bool isFolder = path.ends_with('\\');
         const std::string_view parent = file_.parentFolder();
         row.rows->AddNew();
+        if (!scanned_.empty()) {
+            row.idx.setInteger(++lastNumber_);
+        }
         setText(row.fullPath, platform::firstCharacters(file_.fullPathNoDrive(), longestStoredPath));
         setText(row.drive, file_.drive());
-        // A folder's own name and the "\" behind it are what its path has over its parent's.
+        // A folder's own name, including its "\", is the part of its path that its parent's path lacks.
         setText(row.folder, isFolder ? parent : file_.folder());
         setText(row.fileName,
                 isFolder ? std::string_view(file_.fullPath()).substr(parent.size()) : file_.FileName());
@@ -94,92 +99,157 @@ void clsSearch::updateDetailSQLMETHOD(std::string_view path, std::string_view de
     database_.database().Execute(statement + ")");
 }
 
-bool clsSearch::recordFolder(std::string_view path, double size, std::string_view dateAccessed,
-                             std::string_view dateModified, std::string_view owner) {
-    constexpr std::string_view description = "File Folder";
-    file_.setFullPath(path);
-    const std::size_t length = platform::characterCount(file_.fullPathNoDrive());
-    stamp_ = CancelScan ? std::string_view() : currentDate_.of(platform::now());
-    // The stamp goes to the rows whose stored path is the folder's whole one: never to one that was cut, and
-    // of a path that just fits also to the rows below it, whose paths were cut to the same text.
-    const bool stampsItself = bulkLoad_ && length < longestStoredPath;
-    const bool isRoot = length == 0;
-    const bool stored = !isRoot && appendRow(path, description, size, dateAccessed, dateModified, owner,
-                                             stampsItself ? std::string_view(stamp_) : std::string_view());
-    if (stamp_.empty() || stampsItself) {
-        return stored;
-    }
-    if (!bulkLoad_) {
-        stampFolder(path, stamp_);
-    } else if (length == longestStoredPath) {
-        lateStamps_.emplace_back(path, stamp_);
-    }
-    return stored;
-}
-
-std::string clsSearch::locationCondition(std::string_view path) {
-    file_.setFullPath(path);
-    return "fullPath=" + modGlobal::quoted(file_.fullPathNoDrive()) +
-           " and drive=" + modGlobal::quoted(file_.drive());
-}
-
 std::string clsSearch::getLastScanStopTimeByLocationKey(std::string_view path) {
-    if (bulkLoad_) {
-        return {};
-    }
-    const auto rows = database_.database().OpenRecordset("select scanCompleteTime from details where " +
-                                                         locationCondition(path));
-    return rows->EndOfFile() ? std::string() : std::string(rows->Fields(0).text());
-}
-
-void clsSearch::resetScanCompleteTime(std::string_view path) {
-    leaveBulkLoad(); // what it relies on ends when a person refreshes a folder in the midst of it
-    database_.database().Execute("delete * from details where (" + locationCondition(path) +
-                                 ") or parentFolder=" + modGlobal::quoted(path));
+    return modFolderRows::find(database_.database(), path).stamp;
 }
 
 double clsSearch::folderSum(std::string_view path) const {
-    const auto rows = database_.database().OpenRecordset(
-        "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=" +
-        modGlobal::quoted(path) + "));");
-    return rows->EndOfFile() ? 0 : rows->Fields("sumofsize").number();
+    return modFolderRows::sum(database_.database(), path);
 }
 
-void clsSearch::stampFolder(std::string_view path, std::string_view stamp) {
-    database_.database().Execute("update details set scanCompleteTime='" + std::string(stamp) + "' where " +
-                                 locationCondition(path));
+// --- Resets -----------------------------------------------------------------------------------------------
+
+void clsSearch::resetScanCompleteTime(std::string_view path) {
+    beginReset();
+    modFolderRows::remove(database_.database(),
+                          "(" + modFolderRows::itself(path) + ") or " + modFolderRows::directlyIn(path));
+    above_.follow(database_.database(), path, false);
 }
 
-void clsSearch::beginScan() {
+void clsSearch::resetWholeFolder(std::string_view path) {
+    beginReset();
+    modFolderRows::removeWhole(database_.database(), path);
+    above_.follow(database_.database(), path, false);
+}
+
+// The user may refresh a folder during a scan.
+void clsSearch::beginReset() {
+    noteLastNumber();
+    if (!scanned_.empty()) {
+        endBulkLoad();
+        disturbed_ = true;
+        CancelScan = true;
+    }
+}
+
+void clsSearch::noteLastNumber() {
+    const auto rows = database_.database().OpenRecordset("select max(idx) from details");
+    lastNumber_ = std::max(lastNumber_, static_cast<std::int64_t>(rows->Fields(0).number()));
+}
+
+void clsSearch::rowsReplaced() noexcept {
+    above_.forget();
+}
+
+// --- One scan ---------------------------------------------------------------------------------------------
+
+void clsSearch::beginScan(std::string_view path) {
     storageFailure_.reset();
-    lateStamps_.clear();
     takenIndexes_.clear();
+    stamp_.clear();
     filesSeen = 0;
+    changed_ = false;
+    disturbed_ = false;
     Database& database = database_.database();
     database.BeginTrans();
+    noteLastNumber();
+    scanned_ = path;
     bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
     if (bulkLoad_) {
         takenIndexes_ = database.TakeIndexes(detailsTable);
     }
 }
 
-void clsSearch::leaveBulkLoad() {
-    if (!bulkLoad_) {
-        return;
-    }
-    bulkLoad_ = false;
-    database_.database().RestoreIndexes(takenIndexes_);
-    for (const auto& [folder, stamp] : lateStamps_) {
-        stampFolder(folder, stamp);
+void clsSearch::endBulkLoad() {
+    if (bulkLoad_) {
+        bulkLoad_ = false;
+        database_.database().RestoreIndexes(takenIndexes_);
     }
 }
 
 void clsSearch::endScan() {
-    leaveBulkLoad();
+    if (bulkLoad_) {
+        endBulkLoad();
+        above_.forget(); // there was no row for it
+    } else if (changed_) {
+        above_.follow(database_.database(), scanned_, !stamp_.empty());
+    }
     database_.database().CommitTrans();
+    scanned_.clear();
 }
 
 void clsSearch::abandonScan() {
     bulkLoad_ = false;
+    scanned_.clear();
+    above_.forget();
     database_.startAnew();
+}
+
+modFolderRows::RecordedFolder clsSearch::recordedFolder(std::string_view path) {
+    modFolderRows::RecordedFolder result;
+    if (!bulkLoad_) {
+        storing([&] { result = modFolderRows::find(database_.database(), path); });
+    }
+    return result;
+}
+
+modFolderRows::RecordedFolders clsSearch::recordedSubfolders(std::string_view path) {
+    modFolderRows::RecordedFolders result;
+    storing([&] { result = modFolderRows::subfolders(database_.database(), path); });
+    return result;
+}
+
+void clsSearch::replaceFolder(std::string_view path, const modFolderRows::RecordedFolder& recorded,
+                              const std::vector<std::string>& goneSubfolders) {
+    storing([&] {
+        Database& database = database_.database();
+        if (recorded.hasOwnRow) {
+            modFolderRows::remove(database, modFolderRows::itself(path));
+        }
+        if (recorded.hasContent) {
+            modFolderRows::remove(database, modFolderRows::directlyIn(path) + " and isFolder=0");
+        }
+        for (const std::string& name : goneSubfolders) {
+            modFolderRows::removeWhole(database, std::string(path).append(name).append("\\"));
+        }
+        changed_ = true;
+    });
+}
+
+void clsSearch::removeFileCalled(std::string_view path) {
+    if (!bulkLoad_) {
+        file_.setFullPath(path);
+        const std::string file = modFolderRows::directlyIn(file_.parentFolder()) +
+                                 " and isFolder=0 and fileName=" + modGlobal::quoted(file_.lastFolder());
+        storing([&] { modFolderRows::remove(database_.database(), file); });
+    }
+}
+
+// If it cannot be read or removed, it must not be recorded a second time.
+void clsSearch::storing(const std::function<void()>& body) {
+    try {
+        body();
+    } catch (const RuntimeError& error) {
+        if (!storageFailure_) {
+            storageFailure_ = error;
+        }
+        throw;
+    }
+}
+
+std::optional<double> clsSearch::recordFolder(std::string_view path, double size, bool isNew,
+                                              std::string_view dateAccessed, std::string_view dateModified,
+                                              std::string_view owner) {
+    constexpr std::string_view description = "File Folder";
+    file_.setFullPath(path);
+    const bool isRoot = file_.fullPathNoDrive().empty();
+    stamp_ = CancelScan ? std::string_view() : currentDate_.of(platform::now());
+    changed_ = true;
+    above_.scannedAnew(path);
+    // A cancelled scan has not reached all recorded items of the folder.
+    const double total = disturbed_ || (CancelScan && !isNew) ? folderSum(path) : size;
+    if (isRoot || !appendRow(path, description, total, dateAccessed, dateModified, owner, stamp_)) {
+        return {};
+    }
+    return total;
 }

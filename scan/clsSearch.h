@@ -1,69 +1,99 @@
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
-#include "app/clsSettings.h"
+#include "base/clsFile.h"
+#include "base/clsSettings.h"
+#include "db/folderRows.h"
 #include "db/modDatabase.h"
 #include "platform/runtimeError.h"
-#include "scan/clsFile.h"
 #include "scan/dateTexts.h"
+#include "scan/foldersAbove.h"
 
-// The scan's gateway to table `details`, and the flags of the running scan. One lives as long as the program.
+// Gives the scan access to table `details`, and holds the flags of the running scan. One object lives as long
+// as the program.
 //
-// Paths are internal paths; a folder's ends in "\", a file's does not.
+// Paths are internal paths; a folder's ends in "\", a file's does not. Whatever is scanned, refreshed and
+// cancelled, in any order, every path has one row, and every folder's size is the sum of the items directly
+// in it. A stamp means that everything below the folder has been scanned.
 class clsSearch {
 public:
     // Neither is owned.
     clsSearch(WorkingDatabase& database, const clsSettings& settings)
         : database_(database), settings_(settings) {}
 
-    bool CancelScan = false; // set by the Cancel Scan command, polled once per folder
-    bool processing = false; // while a scan runs
-    std::string rootPath;    // where the running scan started
-    std::string nextNode;    // key of the tree node to handle when the running scan ends; empty for none
-    double filesSeen = 0;    // by the running scan
+    bool CancelScan = false; // set by the Cancel Scan command, checked once per folder
+    bool processing = false; // True while a scan runs
+    std::string rootPath;    // the folder where the running scan started
+    std::string nextNode;    // key of the tree node to handle after the running scan; empty for none
+    double filesSeen = 0;    // the number of files that the running scan has seen
 
-    // Appends one row. Size in bytes, dates as mm/dd/yyyy hh:nn:ss AMPM; an empty text is stored as NULL.
-    // A row that cannot be stored is not reported, and the scan goes on; the result tells.
+    // Appends one row. The size is in bytes, dates are in the form mm/dd/yyyy hh:nn:ss AMPM; an empty text is
+    // stored as NULL. If the row cannot be stored, nothing is reported and the scan goes on; the result tells
+    // whether it was stored.
     bool updateDetail(std::string_view path, std::string_view description, double size,
                       std::string_view dateAccessed, std::string_view dateModified, std::string_view owner);
 
-    // Another way to append a row, as one statement and with fewer columns; nothing uses it. Its errors are
-    // thrown: a quote in a value makes a statement that the engine refuses.
+    // Odd on purpose: another way to append a row, as one statement with fewer columns, which nothing uses.
+    // It throws its errors: with a quote in a value, the engine refuses the statement.
     void updateDetailSQLMETHOD(std::string_view path, std::string_view description, double size,
                                std::string_view dateAccessed, std::string_view dateModified,
                                std::string_view owner);
 
-    // The folder row's completion stamp; empty when it has none or there is no row.
+    // The completion stamp in the folder's row; empty if there is no stamp or no row.
     [[nodiscard]] std::string getLastScanStopTimeByLocationKey(std::string_view path);
 
-    // Deletes the folder's own row and those of its direct children; deliberately nothing deeper down.
+    // Deletes the rows of the folder and of its direct children. Odd on purpose: deeper rows stay.
     void resetScanCompleteTime(std::string_view path);
 
-    // The total size of the rows whose parent is the folder; 0 when there are none.
+    // Deletes the folder's own row and everything below it.
+    void resetWholeFolder(std::string_view path);
+    // After each of these two, the sizes of the folders above are correct again, and those folders have no
+    // stamp until this one has. A running scan is cancelled, because what it knows about the rows is no
+    // longer true.
+
+    // Call it after all rows have been replaced by others.
+    void rowsReplaced() noexcept;
+
+    // The total size of the rows whose parent is the folder; 0 if there are none.
     [[nodiscard]] double folderSum(std::string_view path) const;
 
-    // Appends a folder's own row (a drive's root has none) and, unless the scan is cancelled, stamps the
-    // folder as completely scanned. True when a row was stored.
-    bool recordFolder(std::string_view path, double size, std::string_view dateAccessed,
-                      std::string_view dateModified, std::string_view owner);
-
     // --- one scan ----------------------------------------------------------------------------------------
-    // A scan is one transaction. One that begins with an empty table is a bulk load: nothing of what it
-    // records can have been there before, so nothing needs looking up, stamps go in with their rows, and the
-    // indexes are made when all is there.
-    void beginScan();
+    // A scan is one transaction. One that begins with an empty table is a bulk load: the indexes are made
+    // when all is there.
+    void beginScan(std::string_view path);
     void endScan();
-    // After either has failed, or storing has: nothing in the file can be relied on any more, for it has no
-    // journal, so it is made anew and empty. Throws when not even that can be done.
+    // Call it after one of these two, or storing, has failed: without a journal, nothing in the file is
+    // reliable, so it is replaced by an empty one. Throws if even this fails.
     void abandonScan();
-    [[nodiscard]] bool isBulkLoad() const noexcept { return bulkLoad_; }
 
-    // Why the database takes no more rows: a full disk, a lost file. Nothing as long as all is well.
+    // What was recorded for the folder with which the scan begins, and for the subfolders of a folder.
+    [[nodiscard]] modFolderRows::RecordedFolder recordedFolder(std::string_view path);
+    [[nodiscard]] modFolderRows::RecordedFolders recordedSubfolders(std::string_view path);
+
+    // Makes room for the rows of a folder that is recorded again: removes its own row, those of the files
+    // directly in it, and those of the named subfolders, which no longer exist, with everything below them.
+    void replaceFolder(std::string_view path, const modFolderRows::RecordedFolder& recorded,
+                       const std::vector<std::string>& goneSubfolders);
+
+    // The folder with which the scan begins may have been a file when the folder above it was scanned.
+    void removeFileCalled(std::string_view path);
+
+    // Appends a folder's own row (a drive's root has none), with a stamp unless the scan was cancelled.
+    // `size` is the total of the items in it that the scan has recorded or found; if that is not all, the
+    // size is summed up from the rows. `isNew`: nothing was recorded for the folder before. Returns the size,
+    // or nothing if no row was stored.
+    std::optional<double> recordFolder(std::string_view path, double size, bool isNew,
+                                       std::string_view dateAccessed, std::string_view dateModified,
+                                       std::string_view owner);
+
+    // The reason why the database accepts no more rows: a full disk, a lost file. Nothing while there is no
+    // such problem.
     [[nodiscard]] const std::optional<RuntimeError>& storageFailure() const noexcept {
         return storageFailure_;
     }
@@ -72,19 +102,24 @@ private:
     bool appendRow(std::string_view path, std::string_view description, double size,
                    std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
                    std::string_view stamp);
-    void leaveBulkLoad();
-    void stampFolder(std::string_view path, std::string_view stamp);
-    [[nodiscard]] std::string locationCondition(std::string_view path);
+    void storing(const std::function<void()>& body);
+    void beginReset();
+    void endBulkLoad();
+    void noteLastNumber();
 
     WorkingDatabase& database_;
     const clsSettings& settings_;
     clsFile file_;
     std::string extension_;
-    std::string stamp_;
+    std::string stamp_; // of the last recorded folder; empty if the scan was cancelled
     DateTexts currentDate_;
 
-    bool bulkLoad_ = false;
+    FoldersAbove above_;
+    std::string scanned_;   // the folder of the running scan; empty if there is none
+    bool bulkLoad_ = false; // also of the running scan
+    bool changed_ = false;
+    bool disturbed_ = false;      // by a reset
+    std::int64_t lastNumber_ = 0; // the highest number ever given to a row; none is given twice
     std::vector<std::string> takenIndexes_;
-    std::vector<std::pair<std::string, std::string>> lateStamps_; // folder, stamp
     std::optional<RuntimeError> storageFailure_;
 };

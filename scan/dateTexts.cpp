@@ -1,6 +1,6 @@
 #include "scan/dateTexts.h"
 
-#include "app/pictures.h"
+#include "base/dateFormat.h"
 
 std::string_view DateTexts::of(platform::Seconds moment) {
     Entry& entry = entries_[static_cast<std::size_t>(moment) & (remembered - 1)];

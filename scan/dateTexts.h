@@ -7,11 +7,11 @@
 
 #include "platform/clock.h"
 
-// Moments as local-time texts in the stored form, each formatted once as long as it is remembered: the files
-// of a tree share far fewer seconds than there are files.
+// Formats times as local-time texts in the stored form. Each second is formatted only once while it is
+// remembered, because the files of a tree have far fewer different times than there are files.
 class DateTexts {
 public:
-    // Valid until the next call. Empty for a moment beyond the calendar.
+    // Valid until the next call. Empty for a time beyond the calendar.
     [[nodiscard]] std::string_view of(platform::Seconds moment);
 
 private:

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <utility>
 
-#include "app/errorLog.h"
-#include "platform/clock.h"
+#include "base/errorTrap.h"
+#include "base/numberFormat.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -12,8 +12,7 @@ namespace {
 
 constexpr int visitsPerThroughput = 20;
 
-// Deliberately the low 32 bits, read as a signed number, unless whole sizes are asked for: 3 GiB come out
-// negative and 4 GiB as 0.
+// Odd on purpose: the low 32 bits, read as a signed number, unless full sizes are requested.
 double recordedSize(std::int64_t size, bool whole) {
     return whole ? static_cast<double>(size)
                  : static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(size)));
@@ -27,9 +26,9 @@ void trapped(Body&& body) {
 } // namespace
 
 FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserInterface& userInterface,
-                       std::int64_t startTick)
+                       std::function<std::int64_t()> elapsed)
     : search_(search), userInterface_(userInterface), withOwners_(settings.getOwnerInfo()),
-      wholeSizes_(settings.fullFileSizes()), startTick_(startTick) {}
+      wholeSizes_(settings.fullFileSizes() || settings.exact()), elapsed_(std::move(elapsed)) {}
 
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
@@ -49,31 +48,88 @@ void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     }
 }
 
-// Begins the folder that path_ names, unless it is to be left out.
+// Begins the folder named by path_, unless it has to be skipped.
 void FolderWalk::enterFolder(const platform::EntryFacts& facts) {
     showProgress();
     if (search_.CancelScan || search_.storageFailure()) {
         return;
     }
     requireRecordable();
-    if (!search_.getLastScanStopTimeByLocationKey(path_).empty()) {
-        return; // was scanned completely before, with all below it
+    const modFolderRows::RecordedFolder recorded = recordedFolder();
+    if (recorded.stamp.empty()) {
+        beginFolder(facts, recorded);
+    } else if (depth_ > 0) {
+        levels_[depth_ - 1]->size += recorded.size; // already scanned completely, with everything below it
     }
+}
+
+// What was recorded for the folder named by path_ before this scan. Subfolders are looked up together with
+// their siblings; below a folder without any rows there is nothing to look up.
+modFolderRows::RecordedFolder FolderWalk::recordedFolder() {
+    if (depth_ == 0) {
+        return search_.recordedFolder(path_);
+    }
+    const Level& parent = *levels_[depth_ - 1];
+    if (parent.subfolders.empty()) {
+        return {};
+    }
+    const auto found =
+        parent.subfolders.find(path_.substr(parent.pathLength, path_.size() - 1 - parent.pathLength));
+    return found == parent.subfolders.end() ? modFolderRows::RecordedFolder() : found->second;
+}
+
+void FolderWalk::beginFolder(const platform::EntryFacts& facts,
+                             const modFolderRows::RecordedFolder& recorded) {
+    const bool isStart = depth_ == 0;
     if (depth_ == levels_.size()) {
         levels_.push_back(std::make_unique<Level>());
     }
-    Level& level = *levels_[depth_++];
+    Level& level = *levels_[depth_];
     level.next = 0;
     level.pathLength = path_.size();
     level.facts = facts;
     level.size = 0;
-    const bool isStart = depth_ == 1;
+    level.isNew = !recorded.isThere();
+    level.subfolders.clear();
     if (!reader_.read(path_, level.entries, isStart) && ++unreadableFolders_ == 1) {
         firstUnreadable_ = path_;
     }
+    if (!level.isNew) {
+        replaceRecorded(level, recorded);
+    }
+    if (isStart && platform::entryFacts(std::string_view(path_).substr(0, path_.size() - 1)).isFolder) {
+        search_.removeFileCalled(path_); // a link to a folder stays a file
+    }
+    ++depth_;
 }
 
-// Fails for a path that is longer than the path model takes; what lies below cannot be recorded.
+// Only the subfolders that still exist keep their rows until the walk reaches them.
+void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded) {
+    level.subfolders = search_.recordedSubfolders(path_);
+    std::unordered_set<std::string, platform::NameHash, platform::NameEqual> walked;
+    for (std::size_t i = 0; i < level.entries.size() && !level.subfolders.empty(); ++i) {
+        const platform::FolderEntry entry = level.entries[i];
+        path_.append(entry.name);
+        if (isWalked(entry)) {
+            walked.emplace(entry.name);
+        }
+        path_.resize(level.pathLength);
+    }
+    std::vector<std::string> gone;
+    for (const auto& [name, subfolder] : level.subfolders) {
+        if (!walked.contains(name)) {
+            gone.push_back(name);
+        }
+    }
+    search_.replaceFolder(path_, recorded, gone);
+}
+
+// Whether the entry named by path_ is a folder to walk, on this volume.
+bool FolderWalk::isWalked(const platform::FolderEntry& entry) const {
+    return entry.isFolder && (mountPoints_.empty() || !mountPoints_.contains(path_));
+}
+
+// Throws if a path is too long for the path model; nothing below it can be recorded.
 void FolderWalk::requireRecordable() {
     try {
         file_.setFullPath(path_);
@@ -90,8 +146,7 @@ void FolderWalk::requireRecordable() {
 void FolderWalk::recordEntry(Level& level) {
     const platform::FolderEntry entry = level.entries[level.next++];
     path_.append(entry.name);
-    const bool isFolder = entry.isFolder && (mountPoints_.empty() || !mountPoints_.contains(path_));
-    if (isFolder) {
+    if (isWalked(entry)) {
         path_ += '\\';
         enterFolder(entry);
         return;
@@ -103,22 +158,21 @@ void FolderWalk::recordEntry(Level& level) {
     }
 }
 
-// Records the folder itself, whose contents are all recorded.
+// Records the folder itself after all its contents.
 void FolderWalk::leaveFolder(Level& level) {
     level.entries.clear();
-    const double size = search_.isBulkLoad() ? level.size : search_.folderSum(path_);
-    const bool stored = search_.recordFolder(path_, size, accessedText(level.facts),
-                                             modifiedText(level.facts), ownerOf(level.facts));
-    if (stored && depth_ > 0) {
-        levels_[depth_ - 1]->size += size;
+    const auto size = search_.recordFolder(path_, level.size, level.isNew, accessedText(level.facts),
+                                           modifiedText(level.facts), ownerOf(level.facts));
+    if (size && depth_ > 0) {
+        levels_[depth_ - 1]->size += *size;
     }
 }
 
 void FolderWalk::showProgress() {
-    const double seconds = static_cast<double>(platform::tickCount() - startTick_) / 1000;
+    const double seconds = static_cast<double>(elapsed_()) / 1000;
     if (visits_ % visitsPerThroughput == 0 && seconds > 0) {
         status_.clear();
-        appendNumber(status_, std::round(search_.filesSeen / seconds));
+        modFormat::appendNumber(status_, std::round(search_.filesSeen / seconds));
         userInterface_.status(StatusPanel::throughput, status_.append(" files/sec"));
         visits_ = 1;
     }

@@ -1,30 +1,31 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_set>
 #include <vector>
 
-#include "app/clsSettings.h"
-#include "app/clsUserInterface.h"
+#include "base/clsFile.h"
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
 #include "platform/folders.h"
 #include "platform/owners.h"
-#include "scan/clsFile.h"
 #include "scan/clsSearch.h"
 #include "scan/dateTexts.h"
 
-// One depth-first walk below a starting folder. Keeps its own stack of folders, so that the depth of a tree
-// is bounded by the length of paths alone, and no folder is open while another is read.
+// A depth-first walk below a starting folder. It keeps its own stack of folders, so that only the length of
+// paths limits the depth of a tree, and no folder is open while another is read.
 class FolderWalk {
 public:
-    // `startTick` is when the scan began. Nothing is owned.
+    // `elapsed` returns the milliseconds since the scan began. Nothing else is owned.
     FolderWalk(clsSearch& search, const clsSettings& settings, clsUserInterface& userInterface,
-               std::int64_t startTick);
+               std::function<std::int64_t()> elapsed);
 
-    // Records the folder, given with trailing "\", and all below it. An error in one folder is logged under
-    // the routine's name and ends that folder only.
+    // Records the folder (given with a trailing "\") and everything below it. An error in one folder is
+    // logged under the routine's name and ends only that folder.
     void run(std::string_view path, const platform::EntryFacts& facts);
 
     [[nodiscard]] std::int64_t unreadableFolders() const noexcept { return unreadableFolders_; }
@@ -37,10 +38,16 @@ private:
         std::size_t next = 0;
         std::size_t pathLength = 0;
         platform::EntryFacts facts;
-        double size = 0; // of what was recorded in it so far
+        double size = 0;                           // of the items recorded or found in it so far
+        bool isNew = true;                         // neither it nor anything in it had a row before
+        modFolderRows::RecordedFolders subfolders; // its subfolders that had rows
     };
 
     void enterFolder(const platform::EntryFacts& facts);
+    void beginFolder(const platform::EntryFacts& facts, const modFolderRows::RecordedFolder& recorded);
+    void replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded);
+    [[nodiscard]] modFolderRows::RecordedFolder recordedFolder();
+    [[nodiscard]] bool isWalked(const platform::FolderEntry& entry) const;
     void requireRecordable();
     void recordEntry(Level& level);
     void leaveFolder(Level& level);
@@ -51,12 +58,12 @@ private:
 
     clsSearch& search_;
     clsUserInterface& userInterface_;
-    const bool withOwners_; // as set when the scan began, whatever is chosen while it runs
+    const bool withOwners_; // fixed when the scan begins, even if the setting changes
     const bool wholeSizes_;
-    const std::int64_t startTick_;
+    const std::function<std::int64_t()> elapsed_;
 
-    std::string path_;                           // of the folder on top, or of its entry being recorded
-    std::vector<std::unique_ptr<Level>> levels_; // those beyond depth_ are kept for their memory
+    std::string path_;                           // of the current folder, or of its entry being recorded
+    std::vector<std::unique_ptr<Level>> levels_; // levels beyond depth_ are kept to reuse their memory
     std::size_t depth_ = 0;
     clsFile file_;
     platform::FolderReader reader_;
@@ -65,7 +72,7 @@ private:
     DateTexts modified_;
     std::unordered_set<std::string> mountPoints_;
     std::string status_;
-    int visits_ = 0; // folders since the throughput was shown
+    int visits_ = 0; // folders since the throughput was last shown
     std::int64_t unreadableFolders_ = 0;
     std::string firstUnreadable_;
 };

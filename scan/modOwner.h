@@ -5,10 +5,10 @@
 
 #include "platform/owners.h"
 
-// Who owns a file or folder: the account as domain, "\", name. Every failure gives "unknown".
+// The owner of a file or folder: domain, "\", account name. Every failure gives "unknown".
 namespace modOwner {
 
-// By internal path alone.
+// Takes an internal path.
 [[nodiscard]] std::string fileOwner(std::string_view path);
 
 } // namespace modOwner

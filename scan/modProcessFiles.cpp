@@ -2,23 +2,23 @@
 
 #include <cmath>
 
-#include "app/errorLog.h"
-#include "app/modGlobal.h"
-#include "app/pictures.h"
+#include "base/errorTrap.h"
+#include "base/modGlobal.h"
+#include "base/numberFormat.h"
 #include "platform/folders.h"
 #include "scan/dateTexts.h"
 #include "scan/folderWalk.h"
 
 namespace {
 
+using modProcessFiles::Dependencies;
 using modProcessFiles::ScanResult;
-using modProcessFiles::Surroundings;
 
 constexpr std::string_view moduleName = "modProcessFiles";
 constexpr std::string_view procedureName = "processMain";
 
 void walkAndStore(FolderWalk& walk, clsSearch& search, const std::string& path) {
-    search.beginScan();
+    search.beginScan(path);
     walk.run(path, platform::folderFacts(path).value_or(platform::EntryFacts{}));
     if (search.storageFailure()) {
         throw *search.storageFailure();
@@ -26,10 +26,11 @@ void walkAndStore(FolderWalk& walk, clsSearch& search, const std::string& path) 
     search.endScan();
 }
 
-// The walk as one transaction.
-ScanResult scan(const std::string& path, const Surroundings& surroundings, std::int64_t startTick) {
-    clsSearch& search = surroundings.search;
-    FolderWalk walk(search, surroundings.settings, surroundings.userInterface, startTick);
+// The whole walk in one transaction.
+ScanResult scan(const std::string& path, const Dependencies& dependencies, std::int64_t startTick) {
+    clsSearch& search = dependencies.search;
+    FolderWalk walk(search, dependencies.settings, dependencies.userInterface,
+                    [&] { return dependencies.tickCount() - startTick; });
     try {
         walkAndStore(walk, search, path);
     } catch (...) {
@@ -45,28 +46,28 @@ ScanResult scan(const std::string& path, const Surroundings& surroundings, std::
 
 } // namespace
 
-ScanResult modProcessFiles::processMain(std::string_view path, const Surroundings& surroundings) {
-    clsSearch& search = surroundings.search;
-    const std::int64_t startTick = platform::tickCount();
+ScanResult modProcessFiles::processMain(std::string_view path, const Dependencies& dependencies) {
+    clsSearch& search = dependencies.search;
+    const std::int64_t startTick = dependencies.tickCount();
     ScanResult result;
     std::string queued;
     {
-        const BusyPointer busy(surroundings.userInterface);
+        const BusyPointer busy(dependencies.userInterface);
         search.processing = true;
         search.rootPath = modGlobal::addBackslash(path);
         result = modGlobal::trapped(moduleName, procedureName,
-                                    [&] { return scan(search.rootPath, surroundings, startTick); });
+                                    [&] { return scan(search.rootPath, dependencies, startTick); });
         result.files = search.filesSeen;
         result.cancelled = search.CancelScan;
         search.processing = false;
         search.CancelScan = false;
         queued.swap(search.nextNode);
-        if (!queued.empty() && surroundings.handleNode) {
-            modGlobal::trapped(moduleName, procedureName, [&] { surroundings.handleNode(queued); });
+        if (!queued.empty() && dependencies.handleNode) {
+            modGlobal::trapped(moduleName, procedureName, [&] { dependencies.handleNode(queued); });
         }
     }
-    result.seconds = static_cast<double>(platform::tickCount() - startTick) / 1000;
-    surroundings.userInterface.status(StatusPanel::folder, finishedText(result.seconds));
+    result.seconds = static_cast<double>(dependencies.tickCount() - startTick) / 1000;
+    dependencies.userInterface.status(StatusPanel::folder, finishedText(result.seconds));
     return result;
 }
 
@@ -79,6 +80,6 @@ std::string modProcessFiles::finishedText(double seconds) {
     constexpr double secondsPerMinute = 60;
     const bool inSeconds = seconds < secondsPerMinute;
     std::string text = "Finished in ";
-    appendNumber(text, std::round((inSeconds ? seconds : seconds / secondsPerMinute) * 10) / 10);
+    modFormat::appendNumber(text, std::round((inSeconds ? seconds : seconds / secondsPerMinute) * 10) / 10);
     return text + (inSeconds ? " seconds." : " minutes.");
 }

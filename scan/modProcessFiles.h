@@ -5,40 +5,42 @@
 #include <string>
 #include <string_view>
 
-#include "app/clsSettings.h"
-#include "app/clsUserInterface.h"
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
 #include "platform/clock.h"
 #include "scan/clsSearch.h"
 
-// The scan driver: walks a folder tree depth-first and records every file and folder in table `details`,
-// totalling each folder from the rows of its contents.
+// The scan driver: walks a folder tree depth-first, records every file and folder in table `details`, and
+// totals each folder from the rows of its contents.
 namespace modProcessFiles {
 
-// What a scan works with. Nothing is owned.
-struct Surroundings {
+// The objects that a scan uses. None is owned.
+struct Dependencies {
     clsSearch& search;
     const clsSettings& settings;
     clsUserInterface& userInterface;
-    // Handles the tree node of this key; called for the node that was queued while the scan ran.
+    // Handles the tree node with this key; called for the node queued during the scan.
     std::function<void(const std::string& nodeKey)> handleNode = {};
+    // The clock, in milliseconds.
+    std::function<std::int64_t()> tickCount = platform::tickCount;
 };
 
-// How a scan went.
+// The outcome of a scan.
 struct ScanResult {
-    double files = 0; // recorded, folders not counted
+    double files = 0; // the number of files recorded, without folders
     double seconds = 0;
     bool cancelled = false;
-    bool stored = false; // false when the database could not take it; the error has been logged
+    bool stored = false; // false if the database could not store it; the error has been logged
     std::int64_t unreadableFolders = 0;
     std::string firstUnreadable; // internal path
 };
 
-// Scans a folder or drive root, given by internal path with or without trailing "\", as one transaction.
-// Leaves out what was completely scanned before. Status texts: the folder being read, " files/sec" now and
-// then, and "Finished in " at the end. Errors are logged, none is thrown.
-ScanResult processMain(std::string_view path, const Surroundings& surroundings);
+// Scans a folder or drive root (an internal path, with or without a trailing "\") in one transaction. Folders
+// that have already been scanned completely are skipped. Status texts: the folder being read, " files/sec"
+// now and then, and "Finished in " at the end. Errors are logged, not thrown.
+ScanResult processMain(std::string_view path, const Dependencies& dependencies);
 
-// A file time as local-time text, mm/dd/yyyy hh:nn:ss AMPM; empty when it lies beyond the calendar.
+// A file time as local-time text, mm/dd/yyyy hh:nn:ss AMPM; empty if it is beyond the calendar.
 [[nodiscard]] std::string getFolderFileDate(platform::Seconds fileTime);
 
 // "Finished in 1.5 seconds." or "Finished in 2.3 minutes."

@@ -5,27 +5,33 @@
 #include <set>
 #include <unordered_set>
 
-#include "app/modGlobal.h"
+#include "base/clsFile.h"
+#include "base/modGlobal.h"
+#include "db/folderRows.h"
 #include "db/values.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
-#include "scan/clsFile.h"
 
 namespace {
 
-constexpr std::size_t longestStoredPath = 255;
 constexpr std::size_t longestPath = 32767;
 
+// The path with only one kind of separator, so that its drive can be compared with part of a folder's path.
+std::string slashed(std::string_view path) {
+    if (path.starts_with("/\\")) {
+        path.remove_prefix(1);
+    }
+    std::string result(path);
+    std::replace(result.begin(), result.end(), '\\', '/');
+    return result;
+}
+
 bool holdsRows(Database& database, const std::string& key) {
-    const clsFile folder(key);
-    return !database.OpenRecordset("select idx from details where parentFolder=" + modGlobal::quoted(key))
-                ->EndOfFile() ||
-           !database
-                .OpenRecordset(
-                    "select idx from details where fullPath=" + modGlobal::quoted(folder.fullPathNoDrive()) +
-                    " and drive=" + modGlobal::quoted(folder.drive()))
-                ->EndOfFile();
+    const auto hasRows = [&](const std::string& condition) {
+        return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
+    };
+    return hasRows(modFolderRows::directlyIn(key)) || hasRows(modFolderRows::itself(key));
 }
 
 } // namespace
@@ -37,21 +43,21 @@ std::string modSavedScan::findFolder(Database& database, std::string_view typedP
         drives.emplace_back(rows->Fields("drive").text());
     }
     std::vector<std::string> keys;
-    // As it stands it may be a path of the machine that was scanned, of another system perhaps.
+    // The text as typed may be a path on the scanned machine, which may have had another system.
     const std::string_view asItStands =
         typedPath.substr(0, typedPath.size() - (typedPath.ends_with('/') ? 1 : 0));
     for (const std::string& path : {platform::toInternal(typedPath), std::string(asItStands)}) {
-        const std::string wanted = platform::displayPath(modGlobal::addBackslash(path));
+        const std::string wanted = slashed(modGlobal::addBackslash(path));
         for (const std::string& drive : drives) {
-            const std::string shown = platform::displayPath(drive);
-            if (!shown.empty() && platform::sameName(wanted.substr(0, shown.size()), shown)) {
-                std::string names = wanted.substr(shown.size());
+            const std::string root = slashed(drive);
+            if (!root.empty() && platform::sameName(wanted.substr(0, root.size()), root)) {
+                std::string names = wanted.substr(root.size());
                 std::replace(names.begin(), names.end(), '/', '\\');
                 keys.push_back(drive + names);
             }
         }
     }
-    // A quote is never stored by a scan, and ends a statement's text.
+    // A scan never records a quote, and a quote would end the text in a statement.
     const auto found = std::find_if(keys.begin(), keys.end(), [&](const std::string& key) {
         return key.find('"') == std::string::npos && holdsRows(database, key);
     });
@@ -60,22 +66,17 @@ std::string modSavedScan::findFolder(Database& database, std::string_view typedP
 
 std::vector<std::string> modSavedScan::topFolders(Database& database) {
     std::unordered_set<std::string, platform::NameHash, platform::NameEqual> folders;
-    const auto own = database.OpenRecordset("select drive, fullPath from details where isFolder=1");
+    const auto own = database.OpenRecordset("select parentFolder, fileName from details where isFolder=1");
     for (; !own->EndOfFile(); own->MoveNext()) {
-        folders.insert(std::string(own->Fields("drive").text()).append(own->Fields("fullPath").text()));
+        folders.insert(std::string(own->Fields(0).text()).append(own->Fields(1).text()));
     }
     std::vector<std::string> result;
     const auto parents =
         database.OpenRecordset("select distinct parentFolder from details order by parentFolder");
     for (; !parents->EndOfFile(); parents->MoveNext()) {
         std::string key(parents->Fields("parentFolder").text());
-        if (platform::characterCount(key) > longestPath) {
-            continue; // of no scan
-        }
-        const clsFile folder(key);
-        // A longer path was cut in its folder's own row, and so would not be found there.
-        const bool wasCut = platform::characterCount(folder.fullPathNoDrive()) > longestStoredPath;
-        if (!key.empty() && !wasCut && !folders.contains(key)) {
+        const bool isOfNoScan = platform::characterCount(key) > longestPath;
+        if (!key.empty() && !isOfNoScan && !folders.contains(key)) {
             result.push_back(std::move(key));
         }
     }
@@ -89,7 +90,7 @@ std::vector<std::string> modSavedScan::scannedFolders(Database& database, std::s
         if (result.size() >= most) {
             break;
         }
-        if (top.find('"') != std::string::npos) { // never stored by a scan, and the end of a statement's text
+        if (top.find('"') != std::string::npos) { // never recorded, and it would end the text in a statement
             continue;
         }
         if (wasWalked(database, top, allRows)) {

@@ -1,6 +1,6 @@
 # shellcheck shell=bash
-# What the scripts beside it share; sourced by each of them. Everything said here goes to stderr, so that a
-# script's stdout is the output of the program it runs.
+# Functions for the other scripts, which source this file. All messages go to stderr, so that a script's stdout is the
+# output of the program that it runs.
 set -euo pipefail
 
 root=$(CDPATH='' cd -- "$(dirname -- "${BASH_SOURCE[0]}")/.." && pwd -P)
@@ -9,7 +9,7 @@ say() {
     printf '== %s\n' "$*" >&2
 }
 
-# quietly COMMAND...: runs it; its output is shown only when it fails.
+# quietly COMMAND...: runs it, and shows its output only if it fails.
 quietly() {
     local log status=0
     log=$(mktemp)
@@ -30,7 +30,7 @@ asRoot() {
     fi
 }
 
-# packagesOf GROUP...: the names that scripts/packages gives for these groups.
+# packagesOf GROUP...: prints the packages of these groups in scripts/packages.
 packagesOf() {
     local wanted=" $* " group names
     while read -r group names; do
@@ -40,15 +40,15 @@ packagesOf() {
     done <"$root/scripts/packages"
 }
 
-# installMissing GROUP...: the packages of these groups that are not there yet, with apt-get.
+# installMissing GROUP...: installs the missing packages of these groups with apt-get.
 installMissing() {
     local wanted installed package missing=()
     read -r -d '' -a wanted <<<"$(packagesOf "$@")" || true # status 1: the end of the text
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        say "no apt-get here; this needs what Debian calls: ${wanted[*]}"
+        say "apt-get not found; this needs the equivalents of these Debian packages: ${wanted[*]}"
         return
     fi
-    # It fails when one of the names is unknown, and still lists the others.
+    # This fails if one of the names is unknown, but still lists the others.
     installed=" $(dpkg-query -W -f '${db:Status-Status}:${Package} ' "${wanted[@]}" 2>/dev/null || true)"
     for package in "${wanted[@]}"; do
         if [[ $installed != *" installed:$package "* ]]; then
@@ -59,11 +59,11 @@ installMissing() {
         return
     fi
     if ((EUID != 0)) && ! command -v sudo >/dev/null; then
-        say "missing, and neither root nor sudo to install it: ${missing[*]}"
+        say "these packages are missing, and installing them needs root or sudo: ${missing[*]}"
         return 1
     fi
     say "installing ${missing[*]}"
-    quietly asRoot apt-get update || say "the package lists could not be brought up to date; trying with those there are"
+    quietly asRoot apt-get update || say "could not update the package lists; using the existing ones"
     quietly asRoot env DEBIAN_FRONTEND=noninteractive apt-get install --yes --no-install-recommends \
         -o DPkg::Lock::Timeout=300 "${missing[@]}"
 }
@@ -76,9 +76,10 @@ buildPreset() {
         targets=(--target "$@")
     fi
     if command -v ccache >/dev/null && [[ -w ${HOME:-/nonexistent} ]]; then
-        export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+        # A second checkout of the same sources reuses what the first has compiled.
+        export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
     fi
-    # Ninja itself runs CMake again for the files that CMake read; the presets are not among them.
+    # Ninja runs CMake again if a file that CMake has read changes, except for the presets.
     if [[ ! -e $folder/build.ninja || $root/CMakePresets.json -nt $folder/build.ninja ]]; then
         say "configuring build/$preset"
         quietly cmake -S "$root" --preset "$preset"
@@ -88,7 +89,8 @@ buildPreset() {
 }
 
 # useWine: makes a Wine prefix of the project's own below build/ ready for the programs of this script.
-wine=/usr/lib/wine/wine64
+wineFolder=${SPANNORY_WINE_FOLDER:-/usr/lib/wine} # Debian's
+wine=$wineFolder/wine64
 useWine() {
     export WINEPREFIX=$root/build/wine WINEDEBUG=-all
     mkdir -p "$root/build"
@@ -98,8 +100,8 @@ useWine() {
     fi
 }
 
-# endWine: ends every program in that prefix, also those that Wine itself has started.
+# endWine: ends every program in that prefix, including those that Wine itself has started.
 endWine() {
-    /usr/lib/wine/wineserver64 -k || true # status 1: there are none
-    /usr/lib/wine/wineserver64 -w
+    "$wineFolder/wineserver64" -k || true # status 1: there are none
+    "$wineFolder/wineserver64" -w
 }

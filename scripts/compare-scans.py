@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 """compare-scans.py LINUX-DATABASE WINDOWS-DATABASE FOLDER
 
-Compares two scans of one folder, row by row, in a form that does not tell which system wrote them: paths with "/",
-without a drive and with the characters that an internal path moves elsewhere moved back; without owners, times of
-access, the time of the scan, and without links, whose sizes the two systems do not agree on (they are taken out of
-the folders' totals too). Prints how many rows differ, and the first of them."""
+Compares two scans of one folder, row by row, in a form that is independent of the system: paths with "/", without a
+drive and with mapped characters mapped back; without owners, access times and the time of the scan; and without links,
+whose sizes differ between the two systems (they are subtracted from the folders' totals too). Prints the number of rows
+that differ, and the first of them."""
 
 import os
 import sqlite3
@@ -29,7 +29,7 @@ def plain(text, drive):
 
 
 def rows_of(database, folder):
-    """The rows by path, with folder totals that count no links."""
+    """The rows by path, with folder totals that do not include links."""
     connection = sqlite3.connect(f"file:{database}?mode=ro", uri=True)
     connection.create_collation("nocase", lambda left, right: (left > right) - (left < right))
     connection.text_factory = lambda data: data.decode("utf-8", "surrogateescape")

@@ -5,10 +5,10 @@
 #include <utility>
 #include <vector>
 
-#include "app/errorLog.h"
-#include "app/modGlobal.h"
+#include "base/errorTrap.h"
+#include "base/modGlobal.h"
+#include "db/folderRows.h"
 #include "db/values.h"
-#include "platform/clock.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "scan/modProcessFiles.h"
@@ -24,13 +24,13 @@ constexpr std::string_view notFound =
     "Directory not found.  You can select a directory in the list on the left "
     "hand side of the screen, or try again.";
 
-// The key of the node that a typed path stands for; empty when it names no folder.
+// The key of the node for a typed path; empty if there is no such folder.
 std::string nodeOf(std::string_view typedPath) {
     try {
         const std::string path = platform::toInternal(typedPath);
         return path.empty() || !platform::folderExists(path) ? "" : modGlobal::addBackslash(path);
     } catch (const RuntimeError&) {
-        return {}; // a relative path without a current folder
+        return {}; // a relative path, and the current folder no longer exists
     }
 }
 
@@ -38,13 +38,13 @@ std::string nodeOf(std::string_view typedPath) {
 
 void FolderSelection::tvw_Expand(const std::string& key) {
     modGlobal::trapped(moduleName, "tvw_Expand", [&] {
-        FolderTree& tree = with_.tree;
+        FolderTree& tree = dependencies_.tree;
         const std::string placeholder = modNodeKeys::placeholderOf(key);
         if (modGlobal::findNode(tree, placeholder)) {
             tree.removePlaceholder(placeholder);
         }
         if (modNodeKeys::isFolderKey(key) && tree.tag(key).isEmpty()) {
-            const BusyPointer busy(with_.userInterface);
+            const BusyPointer busy(dependencies_.userInterface);
             listSubfolders(key);
             tree.setTag(key, QString::fromUtf8(modNodeKeys::foldersProcessed));
         }
@@ -60,65 +60,62 @@ void FolderSelection::tvw_NodeClick(const std::string& key) {
 }
 
 void FolderSelection::listSubfolders(const std::string& key) {
-    modGlobal::getChildFoldersAPI(with_.tree, with_.userInterface, with_.icons, key);
-    modGlobal::getDummyFolders(with_.tree, key);
+    modGlobal::getChildFoldersAPI(dependencies_.tree, dependencies_.userInterface, dependencies_.icons, key);
+    modGlobal::getDummyFolders(dependencies_.tree, key);
     listLoadedSubfolders(key);
 }
 
-// What was loaded may be another machine's, or no longer there: its rows tell which folders there are.
+// Loaded folders may be on another machine or no longer exist, so the rows show which folders there are.
 void FolderSelection::listLoadedSubfolders(const std::string& key) {
     if (lastLoadedRow_ == 0 || holds_ > 0) {
         return;
     }
-    const std::vector<std::string> paths = modSavedScan::subfolders(with_.database.database(), key);
+    const std::vector<std::string> paths = modSavedScan::subfolders(dependencies_.database.database(), key);
     std::vector<std::string_view> sound;
     std::copy_if(paths.begin(), paths.end(), std::back_inserter(sound), modNodeKeys::isSound);
-    modGlobal::addNodes(sound, with_.tree, key, with_.icons);
+    modGlobal::addNodes(sound, dependencies_.tree, key, dependencies_.icons);
     for (const std::string_view path : sound) {
-        const bool isNew =
-            with_.tree.findNode(path) && with_.tree.tag(path).isEmpty() && with_.tree.childKeys(path).empty();
-        if (isNew && !with_.tree.findNode(modNodeKeys::placeholderOf(path))) {
-            with_.tree.addPlaceholder(path);
+        const bool isNew = dependencies_.tree.findNode(path) && dependencies_.tree.tag(path).isEmpty() &&
+                           dependencies_.tree.childKeys(path).empty();
+        if (isNew && !dependencies_.tree.findNode(modNodeKeys::placeholderOf(path))) {
+            dependencies_.tree.addPlaceholder(path);
         }
     }
 }
 
 void FolderSelection::clickNode(const std::string& key) {
-    if (with_.tree.isFirstNode(key) || !modNodeKeys::isFolderKey(key)) {
+    if (dependencies_.tree.isFirstNode(key) || !modNodeKeys::isFolderKey(key)) {
         return;
     }
-    with_.views.updateGraph();
+    dependencies_.views.updateGraph();
     const bool isElsewhere = lastLoadedRow_ > 0 && !platform::folderExists(key); // it was loaded
     if (isElsewhere || platform::whyUnreadable(key).empty()) {
         listSubfolders(key);
     } else {
         markAccessDenied(key);
     }
-    if (!with_.database.isOpen()) { // why not was said when it happened
-        with_.userInterface.status(StatusPanel::folder, "There is no scan database to work with.");
+    if (!dependencies_.database.isOpen()) { // the reason was shown when it happened
+        dependencies_.userInterface.status(StatusPanel::folder, "The working database is not available.");
         return;
     }
-    const std::int64_t startTick = platform::tickCount();
-    if (with_.search.processing) {
+    if (dependencies_.search.processing) {
         queue(key);
     } else {
-        with_.search.nextNode.clear();
+        dependencies_.search.nextNode.clear();
         if (!isLoaded(key)) {
             scan(key);
         }
     }
-    elapsedTicks_ = platform::tickCount() - startTick;
     if (!suppressed_) {
         showItems();
-        const BusyPointer busy(with_.userInterface);
-        with_.views.refreshActiveView();
+        const BusyPointer busy(dependencies_.userInterface);
+        dependencies_.views.refreshActiveView();
     }
 }
 
-// A click on the very folder that is being scanned asks for what is being done. To begin again would record
-// the rows of its unfinished folders twice.
+// If the user clicks the folder that is being scanned, the scan simply goes on.
 void FolderSelection::queue(const std::string& key) {
-    clsSearch& search = with_.search;
+    clsSearch& search = dependencies_.search;
     if (search.CancelScan || search.rootPath != key) {
         search.CancelScan = true;
         search.nextNode = key;
@@ -127,31 +124,32 @@ void FolderSelection::queue(const std::string& key) {
 
 void FolderSelection::markAccessDenied(const std::string& key) {
     const QString suffix = QStringLiteral(" (Access Denied)");
-    const QString text = with_.tree.text(key);
+    const QString text = dependencies_.tree.text(key);
     if (text.right(suffix.size() - 1).compare(suffix.mid(1), Qt::CaseInsensitive) != 0) {
-        with_.tree.setText(key, text + suffix);
+        dependencies_.tree.setText(key, text + suffix);
     }
 }
 
-// A Cancel Scan that was given when there was nothing to cancel is not meant for this scan. What was queued
-// is handled when this scan is over for everybody: the listing before the next scan takes no input.
+// A Cancel Scan that came when nothing was running must not affect this scan. A queued node is handled after
+// this scan has ended completely: listing the folder before the next scan does not accept input.
 void FolderSelection::scan(const std::string& key) {
-    with_.search.CancelScan = false;
-    with_.views.scanRuns(true);
-    const bool stored = modProcessFiles::processMain(key, {with_.search, with_.settings, with_.userInterface,
+    dependencies_.search.CancelScan = false;
+    Q_EMIT scanRuns(true);
+    const bool stored = modProcessFiles::processMain(key, {dependencies_.search, dependencies_.settings,
+                                                           dependencies_.userInterface,
                                                            [this](const std::string& node) {
-                                                               with_.views.scanRuns(false);
+                                                               Q_EMIT scanRuns(false);
                                                                handleQueued(node);
                                                            }})
                             .stored;
     if (!stored) {
-        lastLoadedRow_ = 0; // the rows are gone, and their numbers are given anew
+        lastLoadedRow_ = 0; // the rows are gone
     }
-    with_.views.scanRuns(false);
+    Q_EMIT scanRuns(false);
 }
 
-// Called by a scan at its end. Nodes that are queued while a queued node is handled are taken in turn here,
-// so that however many clicks follow each other, their scans do not nest.
+// Called at the end of a scan. Nodes that are queued while a queued node is handled are taken in turn here,
+// so that the scans of many clicks do not nest.
 void FolderSelection::handleQueued(const std::string& key) {
     queued_ = key;
     if (handlingQueue_) {
@@ -165,7 +163,8 @@ void FolderSelection::handleQueued(const std::string& key) {
 }
 
 void FolderSelection::showItems() {
-    with_.userInterface.status(StatusPanel::items, modFigures::itemsText(with_.database.database()));
+    dependencies_.userInterface.status(StatusPanel::items,
+                                       modFigures::itemsText(dependencies_.database.database()));
 }
 
 // --- Loaded rows -----------------------------------------------------------------------------------------
@@ -173,23 +172,41 @@ void FolderSelection::showItems() {
 void FolderSelection::showLoaded() {
     modGlobal::trapped(moduleName, "showLoaded", [&] {
         lastLoadedRow_ = lastRow();
-        held_.clear(); // it was another tree's
+        dependencies_.search.rowsReplaced();
+        held_.clear(); // it belonged to another tree
         showItems();
     });
 }
 
-// The number of the row that was recorded last.
+// The number of the last recorded row.
 std::int64_t FolderSelection::lastRow() const {
-    const auto rows = with_.database.database().OpenRecordset("select max(idx) from details");
+    const auto rows = dependencies_.database.database().OpenRecordset("select max(idx) from details");
     const Value number = rows->Fields(0).value();
     const auto* whole = std::get_if<std::int64_t>(&number);
     return whole == nullptr ? 0 : *whole;
 }
 
-// A folder that was completed has a stamp, and the scan driver knows it; others are known by their rows. Of a
-// scan that was cancelled the folders that it was in stay as they were saved.
+// A completed folder has a stamp, which the scan driver recognises; other folders are recognised by their
+// rows. The unfinished folders of a cancelled scan stay as they were saved.
 bool FolderSelection::isLoaded(const std::string& key) const {
-    return lastLoadedRow_ > 0 && modSavedScan::wasWalked(with_.database.database(), key, lastLoadedRow_);
+    return lastLoadedRow_ > 0 &&
+           (modSavedScan::wasWalked(dependencies_.database.database(), key, lastLoadedRow_) ||
+            hasLoadedRow(modFolderRows::itself(key)));
+}
+
+// True if rows of the folder were loaded and it does not exist here.
+bool FolderSelection::isOnlyLoaded(const std::string& key) const {
+    if (lastLoadedRow_ == 0 || !dependencies_.database.isOpen() || platform::folderExists(key)) {
+        return false;
+    }
+    return hasLoadedRow(modFolderRows::itself(key)) || hasLoadedRow(modFolderRows::anywhereIn(key));
+}
+
+bool FolderSelection::hasLoadedRow(const std::string& condition) const {
+    return !dependencies_.database.database()
+                .OpenRecordset("select idx from details where " + condition +
+                               " and idx<=" + std::to_string(lastLoadedRow_))
+                ->EndOfFile();
 }
 
 // --- Holding ----------------------------------------------------------------------------------------------
@@ -197,7 +214,7 @@ bool FolderSelection::isLoaded(const std::string& key) const {
 void FolderSelection::release() {
     if (--holds_ == 0 && !held_.empty()) {
         const std::string key = std::exchange(held_, {});
-        if (!suppressed_ && modGlobal::findNode(with_.tree, key)) { // it may have been another tree's
+        if (!suppressed_ && modGlobal::findNode(dependencies_.tree, key)) { // it may have been another tree's
             tvw_NodeClick(key);
         }
     }
@@ -209,12 +226,12 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
     modGlobal::trapped(moduleName, "cmdGo_Click", [&] {
         const std::string key = nodeOf(typedPath);
         if (key.empty()) {
-            with_.userInterface.message(notFound);
+            dependencies_.userInterface.message(notFound);
             return;
         }
-        FolderTree& tree = with_.tree;
+        FolderTree& tree = dependencies_.tree;
         if (!modGlobal::findNode(tree, key)) {
-            modGlobal::addTopNode(tree, with_.icons, key);
+            modGlobal::addTopNode(tree, dependencies_.icons, key);
         }
         tree.selectNode(key);
         modGlobal::getDummyFolders(tree, key);
@@ -224,28 +241,32 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
 
 void FolderSelection::refreshScreen() {
     modGlobal::trapped(moduleName, "refreshScreen", [&] {
-        const std::string key = with_.tree.selectedKey();
+        const std::string key = dependencies_.tree.selectedKey();
         if (key.empty()) {
-            with_.userInterface.message("You must first select a folder.");
+            dependencies_.userInterface.message("You must first select a folder.");
             return;
         }
         if (holds_ > 0) {
             return;
         }
-        if (with_.database.isOpen()) {
-            with_.search.resetScanCompleteTime(key);
-            // New rows may get the numbers of those that were deleted.
-            lastLoadedRow_ = std::min(lastLoadedRow_, lastRow());
+        if (isOnlyLoaded(key)) {
+            dependencies_.userInterface.message("There is no folder " + platform::displayPath(key) +
+                                                " on this computer.  What was loaded of it stays as it is.");
+            return;
         }
-        with_.views.clearFilesList();
-        with_.search.CancelScan = with_.search.processing; // also when it is this folder's scan that runs
+        if (dependencies_.database.isOpen()) {
+            const BusyPointer busy(dependencies_.userInterface);
+            clsSearch& search = dependencies_.search;
+            dependencies_.settings.exact() ? search.resetWholeFolder(key) : search.resetScanCompleteTime(key);
+        }
+        dependencies_.views.clearFilesList();
         tvw_NodeClick(key);
     });
 }
 
 void FolderSelection::openFolder(const std::string& key) {
-    if (modGlobal::findNode(with_.tree, key)) {
-        modGlobal::tvwSelectNode(with_.tree, key);
+    if (modGlobal::findNode(dependencies_.tree, key)) {
+        modGlobal::tvwSelectNode(dependencies_.tree, key);
         tvw_NodeClick(key);
     }
 }

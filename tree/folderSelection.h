@@ -1,37 +1,38 @@
 #pragma once
 
+#include <QObject>
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "app/clsSettings.h"
-#include "app/clsUserInterface.h"
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
 #include "db/workingDatabase.h"
 #include "scan/clsSearch.h"
 #include "tree/folderTree.h"
-#include "views/widgets/systemIcons.h"
+#include "widgets/systemIcons.h"
 
-// What follows the selected folder; implemented by the main window. Implementations trap their errors.
+// The views of the selected folder, updated when a scan requests it. Implementations trap their errors.
 class FolderViews {
 public:
     virtual ~FolderViews() = default;
 
-    // Draws the chart of the selected folder, whichever tab is shown.
+    // Draws the chart of the selected folder, on whichever tab.
     virtual void updateGraph() = 0;
-    // Brings the view of the active tab up to date with the rows, and sorts it as remembered.
+    // Updates the view of the active tab from the rows, and sorts it as remembered.
     virtual void refreshActiveView() = 0;
-    // Empties the files and folders list, so that it is filled from its first row again.
+    // Empties the files and folders list, so that it is filled again from the first row.
     virtual void clearFilesList() = 0;
-    // A scan begins or has ended: the busy animation and the views' growth follow.
-    virtual void scanRuns(bool running) = 0;
 };
 
-// The road of every scan that a person starts: from the tree's events, the path box and Refresh to the scan
-// driver and back to the views. Errors are logged as the main window's.
-class FolderSelection {
+// The path of every scan that the user starts: from the tree's events, the path box and Refresh to the scan
+// driver and back to the views. Errors are logged for the main window.
+class FolderSelection final : public QObject {
+    Q_OBJECT
+
 public:
-    // All that it works with; nothing is owned.
-    struct Surroundings {
+    // Everything that it uses; nothing is owned.
+    struct Dependencies {
         FolderTree& tree;
         ImageList& icons;
         clsSearch& search;
@@ -41,37 +42,42 @@ public:
         FolderViews& views;
     };
 
-    explicit FolderSelection(const Surroundings& surroundings) : with_(surroundings) {}
+    explicit FolderSelection(const Dependencies& dependencies) : dependencies_(dependencies) {}
 
-    // Fills the subfolders of a node that is being expanded.
+    // Fills in the subfolders of a node that is being expanded.
     void tvw_Expand(const std::string& key);
 
-    // Makes the folder the current place: lists its subfolders, scans it unless it was scanned, refreshes
-    // the views. While a scan runs it is cancelled and this node is handled when it has ended.
+    // Goes to the folder: lists its subfolders, scans it unless it has been scanned, and refreshes the views.
+    // If a scan is running, it is cancelled, and this node is handled when it has ended.
     void tvw_NodeClick(const std::string& key);
 
-    // Selects the typed folder, which gets a top-level node when it has none, and handles it as a click.
+    // Selects the typed folder and handles it like a click. If the tree does not have it, it becomes a
+    // top-level node.
     void cmdGo_Click(std::string_view typedPath);
 
-    // Scans the selected folder anew.
+    // Scans the selected folder again: the folder and its direct subfolders or, if exact figures are set,
+    // everything below it. A loaded folder that is not on this computer stays unchanged.
     void refreshScreen();
 
-    // Selects the folder of a row or bar, if the tree has it, and handles it as a click.
+    // Selects the folder of a row or bar, if the tree has it, and handles it like a click.
     void openFolder(const std::string& key);
 
-    // From here on no counts and views are refreshed after a scan: the window is closing.
+    // From here on, nothing is refreshed after a scan, because the window is closing.
     void suppressRefresh() { suppressed_ = true; }
 
-    // A database file's rows have taken the place of all rows, or what could be read of them has: folders
-    // whose files are among them are shown from them and not walked, until they are refreshed. Brings the
-    // item count up to date.
+    // The rows of a saved scan have replaced all rows (or as many as could be read). Folders whose files are
+    // among them are shown from these rows, and not scanned until they are refreshed. Updates the item count.
     void showLoaded();
 
-    // From a hold to its release no scan begins and no row is deleted: something else works on the database
-    // and handles events meanwhile. The last click is handled at the release, a refresh is dropped. Holds may
-    // nest; HeldSelection makes pairs of them.
+    // From a hold to its release, no scan starts and no row is deleted, because something else uses the
+    // database and handles events. The last click is handled at the release; a refresh is dropped. Holds can
+    // be nested; use HeldSelection to pair them.
     void hold() { ++holds_; }
     void release();
+
+Q_SIGNALS:
+    // A scan starts, or none is running any more.
+    void scanRuns(bool running);
 
 private:
     void listSubfolders(const std::string& key);
@@ -84,18 +90,19 @@ private:
     void showItems();
     [[nodiscard]] std::int64_t lastRow() const;
     [[nodiscard]] bool isLoaded(const std::string& key) const;
+    [[nodiscard]] bool isOnlyLoaded(const std::string& key) const;
+    [[nodiscard]] bool hasLoadedRow(const std::string& condition) const;
 
-    Surroundings with_;
+    Dependencies dependencies_;
     bool suppressed_ = false;
     bool handlingQueue_ = false;
     std::string queued_;
-    std::int64_t lastLoadedRow_ = 0; // its number; later ones were recorded by scans
+    std::int64_t lastLoadedRow_ = 0; // its number; rows of later scans have higher ones
     int holds_ = 0;
-    std::string held_;              // key of the node clicked meanwhile
-    std::int64_t elapsedTicks_ = 0; // of the last scan, milliseconds; kept, and read by nobody
+    std::string held_; // key of the node clicked during a hold
 };
 
-// Holds the selection for as long as it lives.
+// Holds the selection during its lifetime.
 class HeldSelection {
 public:
     explicit HeldSelection(FolderSelection& selection) : selection_(selection) { selection_.hold(); }

@@ -10,11 +10,9 @@
 #include <algorithm>
 #include <memory>
 
-#include "views/widgets/paleSelection.h"
+#include "widgets/paleSelection.h"
 
 namespace {
-
-constexpr int restMilliseconds = 300;
 
 // Shows a selected node with its other image.
 class NodeDelegate final : public QStyledItemDelegate {
@@ -40,15 +38,16 @@ FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     setEditTriggers(NoEditTriggers);
     setSelectionMode(SingleSelection);
     setHorizontalScrollMode(ScrollPerPixel);
-    // As wide as what is in sight, and never narrower than the view: a row can be clicked behind its text.
+    // As wide as the visible rows, and never narrower than the view, so that a click after a row's text still
+    // selects it.
     header()->setStretchLastSection(false);
     header()->setSectionResizeMode(QHeaderView::ResizeToContents);
 
     rest_.setSingleShot(true);
-    rest_.setInterval(restMilliseconds);
+    setRestInterval(restInterval);
     connect(&rest_, &QTimer::timeout, this, [this] {
         if (QGuiApplication::mouseButtons() != Qt::NoButton) {
-            rest_.start(); // releasing the button will tell what is meant
+            rest_.start(); // releasing the button will settle it
         } else {
             announceSelection();
         }
@@ -80,7 +79,7 @@ std::string FolderTree::selectedKey() const {
 }
 
 void FolderTree::selectNode(std::string_view key) {
-    // Whoever fills a node that is expanded here may change rows.
+    // A handler that fills the expanded node may change rows here.
     const QPersistentModelIndex index(model_.indexOf(key));
     std::vector<QPersistentModelIndex> above;
     for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent()) {
@@ -98,11 +97,11 @@ std::vector<PlacedNode> FolderTree::allNodes() const {
     const std::string selected = selectedKey();
     for (PlacedNode& node : nodes) {
         if (node.parent != PlacedNode::topLevel) {
-            nodes[node.parent].expanded = true; // for now: has children
+            nodes[node.parent].expanded = true; // for now: it has children
         }
         node.selected = node.content.key == selected;
     }
-    for (PlacedNode& node : nodes) { // asking the view takes time
+    for (PlacedNode& node : nodes) { // asking the view is slow
         node.expanded = node.expanded && isExpanded(node.content.key);
     }
     return nodes;
@@ -130,7 +129,7 @@ void FolderTree::replaceNodes(std::vector<PlacedNode> nodes) {
     }
 }
 
-// Behind a collapsed node it stays out of sight: scrolling there would expand that.
+// A node below a collapsed one stays out of sight, because scrolling to it would expand its parents.
 void FolderTree::selectQuietly(const QModelIndex& index) {
     const QScopedValueRollback<bool> guard(selecting_, true);
     const bool scrolls = hasAutoScroll();
@@ -165,14 +164,14 @@ void FolderTree::selectionChanged(const QItemSelection& selected, const QItemSel
 
 QItemSelectionModel::SelectionFlags FolderTree::selectionCommand(const QModelIndex& index,
                                                                  const QEvent* event) const {
-    // Once a node is selected there always is one.
+    // Once a node is selected, there is always a selection.
     const QItemSelectionModel::SelectionFlags command = QTreeView::selectionCommand(index, event);
     return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
 }
 
 void FolderTree::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
-    if (rest_.isActive()) { // pressed on one node and released elsewhere, or not with the left button
+    if (rest_.isActive()) { // pressed on one node and released on another, or with another button
         announceSelection();
     }
 }
@@ -191,7 +190,7 @@ void FolderTree::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Enter:
         announceSelection();
         break;
-    case Qt::Key_Asterisk: // Qt would expand, and so list, all that is below
+    case Qt::Key_Asterisk: // Qt would expand, and so list, everything below
     case Qt::Key_Plus:
         if (const std::string key = selectedKey(); !key.empty()) {
             setExpanded(key, true);
@@ -220,8 +219,9 @@ void FolderTree::initViewItemOption(QStyleOptionViewItem* option) const {
     paleSelectionWithoutFocus(*this, *option);
 }
 
-// The widest row in sight, that which the horizontal scroll bar covers or would cover included: else a row
-// could need the bar that takes it out of sight, so that the bar goes, and comes again, without end.
+// The widest visible row, including the row that the horizontal scroll bar covers or would cover. Otherwise,
+// a row could need the scroll bar that hides it, so that the bar would disappear and appear again without
+// end.
 int FolderTree::sizeHintForColumn(int) const {
     const int bottom = maximumViewportSize().height();
     int width = -1;
@@ -236,7 +236,7 @@ int FolderTree::sizeHintForColumn(int) const {
     return width;
 }
 
-// Qt would bring the whole column into sight, so that each step in a deep tree would jump sideways.
+// Qt would scroll the whole column into view, so that each step in a deep tree would jump sideways.
 void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
     const QScopedValueRollback<bool> guard(exact_, true);
     const int before = horizontalScrollBar()->value();
@@ -249,9 +249,9 @@ void FolderTree::scrollTo(const QModelIndex& index, ScrollHint hint) {
     horizontalScrollBar()->setValue(before + shift);
 }
 
-// Laying out takes time in proportion to all rows that are expanded. When the program expands folder after
-// folder and handles events in between, what is shown may lag behind, so that layouts take a fifth of the
-// time at most. Whoever asks where a node is, or goes to one, gets the layout as it is now.
+// The time for a layout is proportional to the number of expanded rows. When the program expands folder after
+// folder and handles events in between, the view may lag behind, so that layouts take at most a fifth of the
+// time. Code that asks where a node is, or goes to one, gets a current layout.
 void FolderTree::doItemsLayout() {
     if (!exact_ && sinceLayout_.isValid() && sinceLayout_.elapsed() < 4 * layoutCost_) {
         scheduleDelayedItemsLayout();

@@ -3,18 +3,19 @@
 #include <QElapsedTimer>
 #include <QTimer>
 #include <QTreeView>
+#include <chrono>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tree/treeModel.h"
 
-// The folder tree control `tvw`: nodes are spoken of by their keys (tree/nodeKeys.h), one at most is
+// The folder tree control `tvw`. Nodes are identified by their keys (tree/nodeKeys.h); at most one is
 // selected.
 //
-// Errors are the model's: an unknown key throws RuntimeError 35601, a new node's key that is there already
-// 35602. Handlers of the signals may add nodes and handle events; a signal may then arrive while another is
-// still being handled.
+// Errors are those of the model: an unknown key throws RuntimeError 35601, and adding a key that already
+// exists throws 35602. Signal handlers may add nodes and handle events, so a signal may arrive while another
+// is still being handled.
 class FolderTree final : public QTreeView {
     Q_OBJECT
 
@@ -23,24 +24,25 @@ public:
 
     // --- nodes ------------------------------------------------------------------------------------------
 
-    // True for a placeholder's key ("DUMMY" + key) too.
+    // Also true for the key of a placeholder ("DUMMY" + key).
     [[nodiscard]] bool findNode(std::string_view key) const { return model_.contains(key); }
 
-    // As the parent's last child; the empty parent key means the top level.
+    // Adds the node as its parent's last child; an empty parent key means the top level.
     void addNode(std::string_view parentKey, TreeNode node) { model_.append(parentKey, std::move(node)); }
-    // In order of their names, among their siblings that were added so too. All or none.
+    // Adds the folders sorted by name among the siblings that were added in the same way. All or none.
     void addFolders(std::string_view parentKey, std::vector<TreeNode> nodes) {
         model_.insertSorted(parentKey, std::move(nodes));
     }
 
-    // All nodes as they stand in the tree, expanded and selected as they are.
+    // All nodes in tree order, with their state (expanded, selected).
     [[nodiscard]] std::vector<PlacedNode> allNodes() const;
-    // These take the place of all nodes, expanded and selected as they say (the last one, if several are);
-    // none, and the tree is empty. A node without children stays collapsed. Emits neither signal. Errors are
-    // TreeModel::replaceAll's.
+    // Replaces all nodes by these, with their state (if several are selected, the last one counts); with no
+    // nodes, the tree becomes empty. A node without children stays collapsed. Emits neither signal. For
+    // errors, see TreeModel::replaceAll.
     void replaceNodes(std::vector<PlacedNode> nodes);
 
-    // A placeholder makes its parent show an expand mark. The second takes the placeholder's own key.
+    // A placeholder makes its parent show an expand mark. The second function takes the placeholder's own
+    // key.
     void addPlaceholder(std::string_view parentKey) { model_.addPlaceholder(parentKey); }
     void removePlaceholder(std::string_view placeholderKey) { model_.removePlaceholder(placeholderKey); }
 
@@ -58,20 +60,24 @@ public:
     [[nodiscard]] std::vector<std::string> childKeys(std::string_view parentKey) const {
         return model_.childKeys(parentKey);
     }
-    // The first of the top level: "My Computer".
+    // True for the first node of the top level: "My Computer".
     [[nodiscard]] bool isFirstNode(std::string_view key) const;
 
     // --- what is seen of them ---------------------------------------------------------------------------
 
     [[nodiscard]] bool isExpanded(std::string_view key) const;
-    // Expanding a node without children (or placeholder) does nothing.
+    // Does nothing if a node without children (or placeholder) is to be expanded.
     void setExpanded(std::string_view key, bool expanded);
 
-    // Empty when no node is selected.
+    // Empty if no node is selected.
     [[nodiscard]] std::string selectedKey() const;
-    // Selects the node, expands the nodes above it and scrolls to it. Emits nodeExpanded for those that were
-    // collapsed, but not nodeClicked.
+    // Selects the node, expands the nodes above it and scrolls to it. Emits nodeExpanded for each of those
+    // that was collapsed, but not nodeClicked.
     void selectNode(std::string_view key);
+
+    static constexpr std::chrono::milliseconds restInterval{300};
+    // How long the user must stay on a node reached with keys before this counts as a click.
+    void setRestInterval(std::chrono::milliseconds interval) { rest_.setInterval(interval); }
 
     // --- for Qt -----------------------------------------------------------------------------------------
 
@@ -85,8 +91,8 @@ public:
 Q_SIGNALS:
     // The user or the program has expanded a node.
     void nodeExpanded(const std::string& key);
-    // The user clicked a node, though it be the selected one, pressed Enter or Space on it, or moved to it
-    // with other keys and rested there for 300 ms.
+    // The user clicked a node (even the selected one), pressed Enter or Space on it, or moved to it with
+    // other keys and stayed there (see setRestInterval).
     void nodeClicked(const std::string& key);
 
 protected:
@@ -105,10 +111,10 @@ private:
     void selectQuietly(const QModelIndex& index);
 
     TreeModel model_;
-    QTimer rest_; // runs while a selection by the user has not been announced
+    QTimer rest_; // runs until a selection by the user is announced
     bool selecting_ = false;
     QElapsedTimer sinceTyped_;
-    mutable bool exact_ = false; // no layout may be put off
+    mutable bool exact_ = false; // the layout must be current
     QElapsedTimer sinceLayout_;
     qint64 layoutCost_ = 0; // ms
 };

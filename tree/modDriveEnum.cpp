@@ -2,9 +2,8 @@
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
-#include "app/errorLog.h"
+#include "base/errorTrap.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "tree/folderTree.h"
@@ -51,23 +50,16 @@ void enumerateLocalDrives(std::string_view parentNode, FolderTree& tree, const D
     });
 }
 
-std::string getDriveString(const DriveSource& source) {
-    return modGlobal::trapped(moduleName, "getDriveString",
-                              [&] { return source.logicalDriveStrings().value_or(std::string()); });
+std::vector<std::string> driveRoots(const DriveSource& source) {
+    return modGlobal::trapped(moduleName, "getDriveString", [&] { return source.driveRoots(); });
 }
 
-std::vector<std::string> driveRoots(const DriveSource& source) {
-    const std::string drives = getDriveString(source);
-    std::vector<std::string> roots;
-    // A root may hold blanks, so that only NUL separates.
-    for (std::string_view rest = drives; !rest.empty();) {
-        std::string root(rest.substr(0, rest.find('\0')));
-        rest.remove_prefix(std::min(root.size() + 1, rest.size()));
-        if (!root.empty()) {
-            roots.push_back(std::move(root));
-        }
+std::string getDriveString(const DriveSource& source) {
+    std::string drives;
+    for (const std::string& root : driveRoots(source)) {
+        drives.append(root).push_back('\0');
     }
-    return roots;
+    return drives;
 }
 
 QString getDriveDescription(std::string_view drive, const DriveSource& source) {

@@ -17,7 +17,7 @@ QString shownName(std::string_view key) {
 void addNetworkBranch(FolderTree& tree, std::string_view parentKey, const std::vector<std::string>& shares) {
     const QIcon networkIcon = modNodeImages::networkImage(tree);
     const QIcon serverIcon = modNodeImages::computerImage(tree);
-    // What is no folder has nothing more to be listed.
+    // Nodes that are not folders have nothing more to list.
     const QString listed = QString::fromUtf8(modNodeKeys::foldersProcessed);
 
     tree.addNode(parentKey, {std::string(modNodeKeys::network), QStringLiteral("Network"), networkIcon, {}});

@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "tree/nodeKeys.h"
-#include "views/widgets/systemIcons.h"
+#include "widgets/systemIcons.h"
 
 namespace modNodeImages {
 
@@ -54,7 +54,7 @@ ImagesByPlace::ImagesByPlace(const QWidget& tree, ImageList& images, const modDr
     for (const std::string& root : modDriveEnum::driveRoots(drives)) {
         drives_.emplace(root, driveImage(tree, drives.driveType(root)));
     }
-    folder_.key = topFolder_.key = "\\"; // any folder
+    folder_.key = topFolder_.key = "\\"; // for any folder
     giveFolderImages(folder_, images, false);
     giveFolderImages(topFolder_, images, true);
 }

@@ -11,19 +11,19 @@
 class ImageList;
 class QWidget;
 
-// The pictures of the folder tree's nodes.
+// The images of the folder tree's nodes.
 namespace modNodeImages {
 
-// Places look as the tree's style has them: the computer and servers, "Network" and shares, drives.
+// Images from the tree's style: for the computer and servers, for "Network" and shares, and for drives.
 [[nodiscard]] QIcon computerImage(const QWidget& tree);
 [[nodiscard]] QIcon networkImage(const QWidget& tree);
 [[nodiscard]] QIcon driveImage(const QWidget& tree, int driveType);
 
-// The shell's icon for the folder, which opens while it is selected; at the top level it does not.
+// The shell's icon for the folder, which looks open while the folder is selected, except at the top level.
 void giveFolderImages(TreeNode& node, ImageList& images, bool atTopLevel);
 
-// Gives each node of a whole tree its pictures by where it stands, without looking at what it stands for:
-// the drives are asked for once, and all folders look alike.
+// Gives each node of a whole tree its images by its place in the tree, without reading folders: the drives
+// are queried once, and all folders look alike.
 class ImagesByPlace {
 public:
     // The tree and the images are not owned.

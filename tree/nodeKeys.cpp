@@ -15,7 +15,7 @@ bool isSound(std::string_view key) {
     constexpr std::u32string_view never = U"\"|*?<>";
     std::size_t count = 0;
     for (std::size_t position = 0; position < key.size(); ++count) {
-        if (platform::loneSurrogateAt(key, position) != 0) { // in a name on Windows
+        if (platform::loneSurrogateAt(key, position) != 0) { // in a name from Windows
             position += 3;
             continue;
         }
@@ -42,7 +42,7 @@ bool isFolderKey(std::string_view key) {
         return false;
     }
     std::size_t driveEnd = key.find('\\');
-    if (key.starts_with("\\\\")) { // a share's drive part ends at the second "\" behind the server's two
+    if (key.starts_with("\\\\")) { // a share's drive part ends at the second "\" after the two at the start
         const std::size_t serverEnd = key.find('\\', 2);
         driveEnd = serverEnd == std::string_view::npos ? serverEnd : key.find('\\', serverEnd + 1);
     }

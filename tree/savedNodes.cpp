@@ -7,7 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "app/errorLog.h"
+#include "base/errorLog.h"
+#include "base/errorTrap.h"
 #include "platform/locale.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
@@ -23,7 +24,7 @@ constexpr std::uint16_t deepestLevel = 2048;
 
 // --- Saving -----------------------------------------------------------------------------------------------
 
-// A row of the table; the texts live until it is written.
+// A row of the table; its texts must live until it is written.
 struct NodeRow {
     std::int64_t index;
     std::string_view key;
@@ -35,8 +36,7 @@ struct NodeRow {
     bool selected;
 };
 
-// The table, open for appending. Rows are appended field by field and not as statements, in which a quote in
-// a text would end it.
+// The table, open for appending. Rows are appended field by field; in a statement, a quote would end a text.
 class NodeWriter {
 public:
     explicit NodeWriter(Database& database) : rows_(database.OpenRecordset("nodes")) {}
@@ -55,7 +55,7 @@ public:
     }
 
 private:
-    static constexpr std::int64_t isTrue = -1; // all ones
+    static constexpr std::int64_t isTrue = -1; // all bits set
 
     static void setUnlessEmpty(Field& field, std::string_view text) {
         if (!text.empty()) {
@@ -77,7 +77,7 @@ private:
 void writeNodes(const std::vector<PlacedNode>& nodes, Database& database) {
     constexpr std::int64_t noParent = -1;
     NodeWriter writer(database);
-    std::vector<std::int64_t> indexes; // of the nodes; placeholders have some as well
+    std::vector<std::int64_t> indexes; // of the nodes; placeholders have indexes too
     indexes.reserve(nodes.size());
     std::int64_t index = 0;
     for (const PlacedNode& node : nodes) {
@@ -113,14 +113,14 @@ QString oneLine(std::string_view text) {
 class NodeReader {
 public:
     NodeReader(modNodeImages::ImagesByPlace& images, std::size_t rowCount) : images_(images) {
-        nodes_.reserve(std::min(rowCount, mostNodes)); // for positions_, whose keys are views
+        nodes_.reserve(std::min(rowCount, mostNodes)); // positions_ has keys that refer to them
     }
 
     void readTopLevel(Recordset& rows) { read(rows, true); }
     void readChildren(Recordset& rows) { read(rows, false); }
 
     [[nodiscard]] bool contains(std::string_view key) const { return positions_.contains(key); }
-    // How many rows were good, placeholders included.
+    // The number of valid rows, including placeholders.
     [[nodiscard]] std::size_t taken() const noexcept { return taken_; }
     [[nodiscard]] std::vector<PlacedNode> release() { return std::move(nodes_); }
 
@@ -145,8 +145,8 @@ private:
         }
     }
 
-    // Makes the node, still without its texts; null for a placeholder, which has none, and for what is left
-    // out.
+    // Creates the node, still without its texts; null for a placeholder, which has none, and for a row that
+    // is left out.
     PlacedNode* place(std::string_view key, std::string_view parentKey, bool topLevel) {
         const auto parent = positions_.find(parentKey);
         if ((parent == positions_.end()) != topLevel) {
@@ -175,17 +175,18 @@ private:
 
     modNodeImages::ImagesByPlace& images_;
     std::vector<PlacedNode> nodes_;
-    std::vector<std::uint16_t> levels_; // of the nodes, 1 at the top
+    std::vector<std::uint16_t> levels_; // of the nodes; 1 at the top
     std::unordered_map<std::string_view, std::size_t, platform::NameHash, platform::NameEqual> positions_;
     std::size_t taken_ = 0;
-    std::size_t bytes_ = 0; // of keys and texts
+    std::size_t bytes_ = 0; // used by keys and texts
 };
 
-// Rows that could not be made nodes of are told of together.
+// All rows that are left out are reported together.
 void logLeftOut(std::size_t count) {
     if (count > 0) {
         modGlobal::logError(errorNumber::elementNotFound,
-                            "Saved nodes that have no place in the folder tree: " + std::to_string(count),
+                            "Saved nodes left out because they do not fit into the folder tree: " +
+                                std::to_string(count),
                             "modGlobal", "tvwLoadNodes", true);
     }
 }

@@ -1,7 +1,7 @@
 #include "tree/startupTree.h"
 
-#include "app/clsSettings.h"
-#include "app/errorLog.h"
+#include "base/clsSettings.h"
+#include "base/errorTrap.h"
 #include "tree/folderTree.h"
 #include "tree/networkBranch.h"
 #include "tree/nodeImages.h"
@@ -14,7 +14,7 @@ void initializeTreeView(FolderTree& tree, const clsRegSettings& settings, const 
     modGlobal::trapped("frmMain", "initializeTreeView", [&] {
         const std::string root(modNodeKeys::root);
         tree.addNode({}, {root, QStringLiteral("My Computer"), modNodeImages::computerImage(tree), {}, true});
-        // What it holds is given here, not listed.
+        // Its children are added here, not listed.
         tree.setTag(root, QString::fromUtf8(modNodeKeys::foldersProcessed));
 
         modDriveEnum::enumerateLocalDrives(root, tree, places.drives);

@@ -8,20 +8,20 @@
 class clsRegSettings;
 class FolderTree;
 
-// The tree as the window first shows it.
+// The tree as the window shows it at the start.
 namespace modStartupTree {
 
-// Who knows the places: the system, unless a test says otherwise.
+// The source of the places: the system, unless a test provides another.
 struct Places {
     modDriveEnum::DriveSource drives;
     std::function<std::vector<std::string>()> networkShares = platform::networkShares;
 };
 
 // Fills the empty tree: "My Computer" (key "ROOT"), expanded, with the drives below it and, unless the
-// settings forbid it, the network branch. Traps its errors and logs them as the main window's.
+// settings forbid it, the network branch. Traps its errors and logs them for the main window.
 void initializeTreeView(FolderTree& tree, const clsRegSettings& settings, const Places& places = {});
 
-// Has the tree be again as at the start, whatever it holds.
+// Resets the tree to its state at the start, whatever it contains.
 void makeAnew(FolderTree& tree, const clsRegSettings& settings, const Places& places = {});
 
 } // namespace modStartupTree

@@ -12,6 +12,7 @@
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "tree/nodeKeys.h"
+#include "widgets/qtText.h"
 
 struct TreeModel::Node {
     Node() = default;
@@ -27,7 +28,7 @@ struct TreeModel::Node {
     std::vector<std::unique_ptr<Node>> children;
 };
 
-// Node by node: were each to take its children along, a deep tree would need a deep stack.
+// Destroys node by node: if each node destroyed its children, a deep tree would need a deep stack.
 TreeModel::Node::~Node() {
     std::vector<std::unique_ptr<Node>> doomed = std::move(children);
     while (!doomed.empty()) {
@@ -44,6 +45,14 @@ void refuseKnown(bool known, std::string_view key) {
     if (known) {
         throw RuntimeError::about(errorNumber::keyNotUnique, platform::displayPath(key));
     }
+}
+
+// A node's text begins with its internal name, or is another kind of text, such as a drive's.
+QString shownText(const TreeNode& node) {
+    const std::string_view name = modNodeKeys::nameOf(node.key);
+    const QString internalName = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    return node.text.startsWith(internalName) ? modQt::shownName(name) + node.text.mid(internalName.size())
+                                              : modQt::shownText(node.text.toStdString());
 }
 
 } // namespace
@@ -87,7 +96,7 @@ void TreeModel::insertSorted(std::string_view parentKey, std::vector<TreeNode> n
         const bool twice = i > 0 && platform::sameName(nodes[i].key, nodes[i - 1].key);
         refuseKnown(twice || byKey_.contains(nodes[i].key), nodes[i].key);
     }
-    // All that belong before the same child go there together: views work once per run.
+    // Nodes that belong before the same child are inserted together, because views do work for each run.
     const std::vector<std::unique_ptr<Node>>& children = parent.children;
     std::size_t position = 0;
     TreeNode* const end = nodes.data() + nodes.size();
@@ -110,10 +119,10 @@ void TreeModel::insertSorted(std::string_view parentKey, std::vector<TreeNode> n
 }
 
 bool TreeModel::sortsBefore(std::string_view leftKey, std::string_view rightKey) const {
-    // By name, not by text, to which a remark may have been added since.
+    // Compares names, not texts, because a remark may have been added to the text.
     const std::string_view left = modNodeKeys::nameOf(leftKey);
     const std::string_view right = modNodeKeys::nameOf(rightKey);
-    const int order = order_.compare(left, right);
+    const int order = order_.compare(platform::displayName(left), platform::displayName(right));
     return order != 0 ? order < 0 : left < right;
 }
 
@@ -121,7 +130,7 @@ void TreeModel::sortByName(std::vector<TreeNode>& nodes) const {
     std::vector<TextOrder::Key> keys;
     keys.reserve(nodes.size());
     for (const TreeNode& node : nodes) {
-        keys.push_back(order_.key(modNodeKeys::nameOf(node.key)));
+        keys.push_back(order_.key(platform::displayName(modNodeKeys::nameOf(node.key))));
     }
     std::vector<std::size_t> places(nodes.size());
     std::iota(places.begin(), places.end(), std::size_t{0});
@@ -252,7 +261,7 @@ std::vector<std::string> TreeModel::childKeys(std::string_view parentKey) const 
 std::vector<PlacedNode> TreeModel::allNodes() const {
     std::vector<PlacedNode> nodes;
     nodes.reserve(byKey_.size());
-    std::vector<std::pair<const Node*, std::size_t>> open; // with their parents' positions
+    std::vector<std::pair<const Node*, std::size_t>> open; // with the positions of their parents
     const auto openChildren = [&open](const Node& parent, std::size_t position) {
         std::transform(parent.children.rbegin(), parent.children.rend(), std::back_inserter(open),
                        [position](const auto& child) { return std::pair(child.get(), position); });
@@ -314,14 +323,13 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     const TreeNode& node = at(index).content;
     switch (role) {
     case Qt::DisplayRole:
-        return node.text;
+        return shownText(node);
     case Qt::DecorationRole:
         return node.image;
     case SelectedImageRole:
         return node.selectedImage.isNull() ? node.image : node.selectedImage;
     case Qt::ToolTipRole:
-        return modNodeKeys::isFolderKey(node.key) ? QString::fromStdString(platform::displayPath(node.key))
-                                                  : QString();
+        return modNodeKeys::isFolderKey(node.key) ? modQt::tip(modQt::shownPath(node.key)) : QString();
     case Qt::FontRole: {
         QFont font;
         font.setBold(node.bold);

@@ -11,37 +11,37 @@
 #include <vector>
 
 #include "platform/locale.h"
-#include "views/widgets/textOrder.h"
+#include "widgets/textOrder.h"
 
-// What a node is made from.
+// The content of a node.
 struct TreeNode {
     std::string key; // unique in the tree
     QString text;
     QIcon image;
-    QIcon selectedImage; // shown while the node is selected; null: the image then as well
+    QIcon selectedImage; // shown while the node is selected; if null, the first image stays
     bool bold = false;
 };
 
-// A node and its place among others that are handed over together, each parent before its children.
+// A node and its place in a list of nodes, in which each parent comes before its children.
 struct PlacedNode {
     static constexpr std::size_t topLevel = static_cast<std::size_t>(-1);
 
     TreeNode content;
     QString tag;
-    std::size_t parent = topLevel; // the parent's position among them
+    std::size_t parent = topLevel; // the parent's position in the list
     bool hasPlaceholder = false;
-    bool expanded = false; // this and the next are the view's matter
+    bool expanded = false; // this and the next concern only the view
     bool selected = false;
 };
 
-// The nodes of the folder tree, each found by its key at once. Nodes are added one by one and go all
-// together, so an index stays usable until then, though its row may change.
+// The nodes of the folder tree, each quickly found by its key. Nodes are added one by one but only removed
+// all together, so an index stays valid until then, although its row may change.
 //
-// A placeholder (key "DUMMY" + the key of the node it stands below) is a child for all that ask by key, but
-// no row of the model: it makes a node show its expand mark, and a tree may have a great many of them.
+// A placeholder (key "DUMMY" + the key of the node above it) counts as a child when asked for by key, but is
+// not a row of the model: it makes a node show its expand mark, and a tree may have very many of them.
 //
-// Errors: an unknown key throws RuntimeError 35601, the key of a new node that is there already 35602. The
-// empty key as a parent's means the top level.
+// Errors: an unknown key throws RuntimeError 35601, and adding a key that already exists throws 35602. An
+// empty parent key means the top level.
 class TreeModel final : public QAbstractItemModel {
     Q_OBJECT
 
@@ -53,20 +53,20 @@ public:
 
     // --- nodes by key -----------------------------------------------------------------------------------
 
-    // True for a placeholder's key too.
+    // Also true for the key of a placeholder.
     [[nodiscard]] bool contains(std::string_view key) const;
 
     // Adds the node as its parent's last child.
     void append(std::string_view parentKey, TreeNode node);
-    // Adds folders as children where their names belong: in alphabetical order as the user's language has it,
-    // ignoring case, numbers by their value. The other children must have been added like this too. Adds all
-    // or, on error, none.
+    // Adds folders as children, sorted by name: in the alphabetical order of the user's language, ignoring
+    // case, with numbers by value. The other children must have been added in this way too. Adds all or, on
+    // error, none.
     void insertSorted(std::string_view parentKey, std::vector<TreeNode> nodes);
 
-    // All nodes as they stand in the tree.
+    // All nodes in tree order.
     [[nodiscard]] std::vector<PlacedNode> allNodes() const;
-    // These take the place of all nodes, in one reset; their indexes, in the order given. Changes nothing on
-    // error: 35602, or 9 for a parent that does not stand before its child.
+    // Replaces all nodes by these, in one reset; returns their indexes in the same order. Changes nothing on
+    // error: 35602, or 9 if a parent does not come before its child.
     std::vector<QModelIndex> replaceAll(std::vector<PlacedNode> nodes);
 
     void addPlaceholder(std::string_view parentKey);
@@ -97,7 +97,7 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
 
 Q_SIGNALS:
-    // A node got or lost its placeholder, which is no change of rows.
+    // A node got or lost its placeholder; the rows did not change.
     void expandMarksChanged();
 
 private:
@@ -112,7 +112,7 @@ private:
     void sortByName(std::vector<TreeNode>& nodes) const;
     void insertRun(Node& parent, std::size_t position, TreeNode* first, TreeNode* last);
 
-    std::unique_ptr<Node> top_; // holds the top-level nodes; no node itself
+    std::unique_ptr<Node> top_; // parent of the top-level nodes; not a node itself
     NodesByKey byKey_;
     TextOrder order_{TextOrder::Digits::asNumbers};
 };

@@ -6,13 +6,13 @@
 #include <utility>
 #include <vector>
 
-#include "app/clsUserInterface.h"
-#include "app/errorLog.h"
-#include "app/modGlobal.h"
+#include "base/clsFile.h"
+#include "base/clsUserInterface.h"
+#include "base/errorTrap.h"
+#include "base/modGlobal.h"
 #include "platform/folders.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
-#include "scan/clsFile.h"
 #include "scan/clsFileSearch.h"
 #include "tree/folderTree.h"
 #include "tree/nodeImages.h"
@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::string_view moduleName = "modGlobal";
 
-// The node for a subfolder; nothing when the tree has it.
+// The node for a subfolder; nothing if the tree already has it.
 std::optional<TreeNode> nodeOfFolder(std::string_view path, const FolderTree& tree, ImageList& images) {
     std::string key = addBackslash(path);
     if (findNode(tree, key)) {
@@ -51,10 +51,7 @@ void getChildFoldersAPI(FolderTree& tree, clsUserInterface& userInterface, Image
         clsFileSearch search(userInterface);
         search.setStartstr(parentKey);
         search.getFolders();
-        std::vector<std::string_view> paths;
-        for (std::string_view rest = search.folders(); !rest.empty();) {
-            paths.push_back(getNextToken(rest));
-        }
+        const std::vector<std::string_view> paths(search.subfolders().begin(), search.subfolders().end());
         addNodes(paths, tree, parentKey, images);
     });
 }
@@ -70,7 +67,7 @@ void addNode(std::string_view path, FolderTree& tree, std::string_view parentKey
 void addNodes(std::span<const std::string_view> paths, FolderTree& tree, std::string_view parentKey,
               ImageList& images) {
     std::vector<TreeNode> nodes;
-    // Another system can have stored folders that this one takes for the same.
+    // Another system may have recorded several folders that are the same folder to this system.
     std::unordered_set<std::string_view, platform::NameHash, platform::NameEqual> taken;
     for (const std::string_view path : paths) {
         if (!taken.insert(path).second) {

@@ -4,20 +4,20 @@
 #include <array>
 #include <cmath>
 
-#include "app/pictures.h"
+#include "base/numberFormat.h"
 
 namespace {
 
 constexpr std::string_view valuePicture = "#,##0.###Mb";
-constexpr double finest = 0.001; // the last digit of the picture
+constexpr double finest = 0.001; // the last digit that a label shows
 
-// The smallest step that is not below `wanted`.
+// The smallest round step that is not below `wanted`.
 double roundStep(double wanted) {
     constexpr std::array<double, 4> mantissas{1, 2, 2.5, 5};
     for (int exponent = std::max(-3, static_cast<int>(std::floor(std::log10(wanted))));; ++exponent) {
         const double power = std::pow(10, std::abs(exponent));
         for (const double mantissa : mantissas) {
-            // Two and a half thousandths have no label of their own.
+            // Two and a half thousandths cannot be shown in a label.
             const bool shown = exponent > -3 || mantissa != 2.5;
             const double step = exponent < 0 ? mantissa / power : mantissa * power;
             if (shown && step >= wanted) {
@@ -35,7 +35,7 @@ ChartAxis chartAxis(double least, double greatest, int mostSteps) {
         return {};
     }
     ChartAxis axis;
-    // Bounds that lie on a step keep their label though their quotient may come out a trifle short.
+    // Bounds on a step keep their label even if rounding makes their quotient slightly too small.
     constexpr double slack = 1e-9;
     axis.step = roundStep(std::max(range / std::max(mostSteps, 1) * (1 - slack), finest));
     axis.first = static_cast<int>(std::ceil(least / axis.step - slack));

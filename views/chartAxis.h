@@ -4,7 +4,7 @@
 
 // The chart's value axis, in megabytes.
 
-// Labels stand at value(first) to value(last), both included.
+// The labels are at value(first) to value(last), inclusive.
 struct ChartAxis {
     int first = 0;
     int last = 0;
@@ -14,12 +14,13 @@ struct ChartAxis {
 };
 
 // The axis from `least` to `greatest` (least <= 0 <= greatest), with the smallest step of 1, 2, 2.5 or 5
-// times a power of ten that makes at most `mostSteps` of them. No step is finer than what a label can show,
-// so that no two labels read alike: very small values leave the 0 alone. Bounds that are no numbers do, too.
+// times a power of ten that gives at most `mostSteps` steps. No step is finer than a label can show, so that
+// no two labels read the same: for very small values, only 0 is left. The same goes for bounds that are not
+// numbers.
 [[nodiscard]] ChartAxis chartAxis(double least, double greatest, int mostSteps);
 
-// A label of the axis: "#,##0.###Mb", as in "1.5Mb" and "1,024Mb".
+// A label of the axis: "#,##0.###Mb", such as "1.5Mb" or "1,024Mb".
 [[nodiscard]] std::string chartAxisText(double megabytes);
 
-// A bar's own value, likewise; one that is too small for the picture reads "<0.001Mb" instead of zero.
+// The value shown at a bar, in the same form; if it is too small to show, "<0.001Mb" instead of zero.
 [[nodiscard]] std::string chartMarkText(double megabytes);

@@ -5,7 +5,7 @@
 namespace {
 
 constexpr std::size_t mostSlices = 15;
-constexpr std::size_t fewestSlices = 5; // however thin they are
+constexpr std::size_t fewestSlices = 5; // even if they are thin
 constexpr double thinnestShare = 0.006; // about two degrees
 
 } // namespace
@@ -24,7 +24,7 @@ std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries) {
         const std::size_t index = entries.size() - 1 - rank;
         const double size = entries[index].size;
         const std::size_t left = sized - rank;
-        // A rest of one entry would only hide its name.
+        // Grouping a single entry as the rest would only hide its name.
         const bool tooThin = rank >= fewestSlices && size < total * thinnestShare;
         if (left > 1 && (rank >= mostSlices || tooThin)) {
             const double rest = std::max(total - used, 0.0);

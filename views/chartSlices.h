@@ -10,17 +10,17 @@
 struct ChartSlice {
     static constexpr int rest = -1;
 
-    int index = rest; // of the entry; `rest` for all those that have no slice of their own
-    int entries = 1;  // how many entries it stands for
+    int index = rest; // the entry's index; `rest` for the slice of all entries without their own
+    int entries = 1;  // the number of entries in this slice
     double size = 0;  // bytes
-    double share = 0; // of the whole pie, above 0 and at most 1
+    double share = 0; // of the whole pie; above 0, at most 1
 };
 
-// The pie of the entries (ascending by size), largest slice first. Slices that would be too many or too thin
-// to be told apart are one last slice, the rest. What has no size, or a negative one, has no slice; there may
-// be none.
+// The slices for the entries (ascending by size), largest first. If there are too many slices, or they are
+// too thin to tell apart, the last slice, the rest, combines them. Entries whose size is zero or negative
+// have no slice; there may be no slices at all.
 [[nodiscard]] std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries);
 
-// Which slice begins at the top of the pie, when they follow each other clockwise: the one that leaves the
-// two sides with the same number of slices, or nearly so, since each side has the same room for labels.
+// The slice to draw first from the top of the pie, if the slices follow each other clockwise. It is chosen so
+// that both sides have about the same number of slices, because each side has the same room for labels.
 [[nodiscard]] std::size_t chartSliceOnTop(std::span<const ChartSlice> slices);

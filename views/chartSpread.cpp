@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-// With what stands above each label taken off, places only have to ascend; labels that want to stand in each
-// other's way become a block, which lies at the mean of what its labels want.
+// With the height of the labels above it subtracted, each place only has to be at least the one before.
+// Labels that would overlap form a block at the mean of the places that they want.
 std::vector<double> modChartSpread::spread(std::span<const double> wanted, double height, double top,
                                            double bottom) {
     struct Block {

@@ -3,12 +3,12 @@
 #include <charconv>
 #include <cstddef>
 
-#include "app/pictures.h"
+#include "base/numberFormat.h"
 #include "platform/folders.h"
 
 namespace {
 
-// The number that a text begins with, always with "." as decimal point; 0 when it begins with none.
+// The number at the start of a text, always with "." as the decimal point; 0 if there is none.
 double leadingNumber(std::string_view text) {
     double number = 0;
     const std::size_t firstDigit = text.starts_with('-') ? 1 : 0;
@@ -22,7 +22,7 @@ std::string counted(std::size_t count, std::string_view noun) {
     return std::to_string(count).append(" ").append(noun).append(count == 1 ? "" : "s");
 }
 
-// The bar of a folder's own files has a label that no name can have in an internal path.
+// The label of the bar for a folder's own files cannot occur as a name in an internal path.
 bool mayBeFolder(std::string_view path) {
     return !path.empty() && path.find('|') == std::string_view::npos && platform::folderExists(path);
 }

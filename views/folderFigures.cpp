@@ -3,13 +3,13 @@
 #include <unordered_map>
 #include <utility>
 
+#include "db/folderRows.h"
+#include "db/jetLike.h"
 #include "db/values.h"
-#include "platform/text.h"
-#include "scan/clsFile.h"
 
 namespace {
 
-// Groups of one name share a row of the list, which holds what the last of them said, deliberately.
+// Odd on purpose: groups with the same name share a row of the list, which shows the last of them.
 std::vector<modFigures::FileGroup> groups(Database& database, const std::string& query,
                                           std::string_view nameColumn) {
     std::vector<modFigures::FileGroup> result;
@@ -38,16 +38,14 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
     if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
         entries.push_back({std::string(modFigures::filesLabel), files->Fields("Total").number()});
     }
-    const auto folders = database.OpenRecordset(
-        "select distinct drive,fullPath,size from details where parentFolder =" + modGlobal::quoted(key) +
-        " and isFolder=1");
-    const Field& drive = folders->Fields("drive");
-    const Field& path = folders->Fields("fullPath");
+    const auto folders = database.OpenRecordset("select distinct fileName,size from details where " +
+                                                modFolderRows::directlyIn(key) + " and isFolder=1");
+    const Field& name = folders->Fields("fileName");
     const Field& size = folders->Fields("size");
-    clsFile folder;
     for (; !folders->EndOfFile(); folders->MoveNext()) {
-        folder.setFullPath(std::string(drive.text()).append(path.text()));
-        entries.push_back({std::string(folder.lastFolder()), size.number()});
+        std::string_view label = name.text();
+        label.remove_suffix(label.ends_with('\\') ? 1 : 0);
+        entries.push_back({std::string(label), size.number()});
     }
     if (!entries.empty()) {
         modQuickSort::quickSortUDT(entries, 0, static_cast<std::ptrdiff_t>(entries.size()) - 1);
@@ -60,8 +58,8 @@ std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std
                   "SELECT details.extension, details.description, Sum(details.size) AS totalSize, "
                   "Count(details.extension) AS totalCount "
                   "From details "
-                  "WHERE Left([drive] & [fullPath]," +
-                      std::to_string(platform::characterCount(key)) + ")=" + modGlobal::quoted(key) +
+                  "WHERE " +
+                      modFolderRows::anywhereIn(key) +
                       " AND isFolder=0 "
                       "GROUP BY details.extension, details.description;",
                   "extension");
@@ -72,8 +70,8 @@ std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::s
         database,
         "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
         "From details "
-        "WHERE (details.drive & details.fullPath) Like " +
-            modGlobal::quoted(std::string(key) + "*") +
+        "WHERE parentFolder Like " +
+            modGlobal::quoted(jetLiteral(key) + "*") +
             " AND isFolder=0 "
             "GROUP BY details.owner;",
         "owner");

@@ -8,14 +8,14 @@
 #include "db/dao.h"
 #include "views/quickSort.h"
 
-// What the views show of a folder, by query over table `details`. `key` is the folder's internal path with
-// trailing "\", put into the statements as it stands. Database errors are thrown.
+// The figures that the views show for a folder, queried from table `details`. `key` is the folder's internal
+// path with a trailing "\", inserted into the statements unchanged. Database errors are thrown.
 namespace modFigures {
 
-// The chart's entry for the files that stand in the folder itself. No folder can be called so.
+// The chart's entry for the files directly in the folder. No folder can have this name.
 inline constexpr std::string_view filesLabel = "|Files|";
 
-// One group of files: all of one extension, or of one owner.
+// A group of files with the same extension or the same owner.
 struct FileGroup {
     std::string name; // as stored; empty for NULL
     double size = 0;  // bytes
@@ -26,13 +26,13 @@ struct FileGroup {
 // subfolder.
 [[nodiscard]] std::vector<ChartEntry> chartEntries(Database& database, std::string_view key);
 
-// The files of the whole subtree by extension and description, as the engine groups them.
+// The files of the whole subtree grouped by extension and description.
 [[nodiscard]] std::vector<FileGroup> fileTypes(Database& database, std::string_view key);
 
-// The files of the whole subtree by owner. The key is a pattern's beginning here: wildcards in it count.
+// The files of the whole subtree grouped by owner.
 [[nodiscard]] std::vector<FileGroup> owners(Database& database, std::string_view key);
 
-// "17 items.": the rows of the whole table.
+// "17 items.": the number of rows in the whole table.
 [[nodiscard]] std::string itemsText(Database& database);
 
 } // namespace modFigures

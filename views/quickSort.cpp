@@ -2,13 +2,13 @@
 
 #include <utility>
 
-#include "app/errorLog.h"
+#include "base/errorTrap.h"
 
 namespace modQuickSort {
 
 namespace {
 
-// Half of the sum, with halves rounded to even.
+// Half of the sum; halves are rounded to the even number.
 std::size_t middle(std::ptrdiff_t low, std::ptrdiff_t high) {
     const auto sum = static_cast<std::size_t>(low + high);
     const std::size_t half = sum / 2;
@@ -34,7 +34,7 @@ void sortRange(std::span<ChartEntry> entries, std::ptrdiff_t low, std::ptrdiff_t
                 std::swap(at(left++), at(right--));
             }
         }
-        // Recursing into the smaller side only keeps the stack shallow whatever the order of the entries.
+        // Recursing only into the smaller part keeps the stack shallow, whatever the order of the entries.
         if (right - low < high - left) {
             sortRange(entries, low, right);
             low = left;

@@ -12,8 +12,8 @@ struct ChartEntry {
 
 namespace modQuickSort {
 
-// Sorts entries[low..high], both included, ascending by size; equal sizes keep no particular order. Nothing
-// to do when high is not above low. Bounds outside the entries are logged and leave them as they are.
+// Sorts entries[low..high], inclusive, ascending by size; entries of equal size may change their order. Does
+// nothing if high is not above low. Bounds outside the entries are logged and change nothing.
 void quickSortUDT(std::span<ChartEntry> entries, std::ptrdiff_t low, std::ptrdiff_t high);
 
 } // namespace modQuickSort

@@ -25,7 +25,7 @@ QByteArray list(const char* kind, const QByteArray& content) {
     return chunk("LIST", QByteArray(kind) + content);
 }
 
-// Bottom line first, each line filled up to four bytes.
+// Bottom line first; each line is padded to a multiple of four bytes.
 QByteArray pixels(const QImage& picture, QRgb key) {
     const QImage image = picture.convertToFormat(QImage::Format_ARGB32);
     QByteArray bytes;
@@ -58,7 +58,7 @@ QByteArray writeAvi(const std::vector<QImage>& frames, int framesPerSecond, QRgb
     for (const QImage& frame : frames) {
         const QByteArray bytes = pixels(frame, key);
         frameLength = bytes.size();
-        // Places in the index count from the list's kind.
+        // Positions in the index count from the list's type.
         index += QByteArray("00db") + numbers(isKeyFrame, movie.size() + 4, frameLength);
         movie += chunk("00db", bytes);
     }

@@ -5,6 +5,6 @@
 #include <QRgb>
 #include <vector>
 
-// The bytes of an AVI file of uncompressed 24-bit frames, all of one size (at least one). What is less than
-// half opaque in a frame gets the key colour, all else is opaque.
+// The bytes of an AVI file of uncompressed 24-bit frames, all of the same size (at least one frame). Pixels
+// that are less than half opaque get the key colour; all others become opaque.
 [[nodiscard]] QByteArray writeAvi(const std::vector<QImage>& frames, int framesPerSecond, QRgb key);

@@ -1,4 +1,4 @@
-// spannory-artwork FOLDER: draws what the program shows and the desktop needs into the folder: 2.avi,
+// spannory-artwork FOLDER: draws the artwork of the program and the desktop into the folder: 2.avi,
 // spannory.ico and icons/hicolor/<n>x<n>/apps/spannory.png. Part of the build; needs no display.
 
 #include <QCoreApplication>
@@ -9,18 +9,18 @@
 #include <cstdio>
 #include <numbers>
 
-#include "app/window/applicationIcon.h"
 #include "assets/tool/aviWriter.h"
 #include "assets/tool/icoWriter.h"
+#include "widgets/applicationIcon.h"
 
 namespace {
 
 constexpr int frameCount = 24;
 constexpr int framesPerSecond = 15;
-constexpr int frameSide = 64; // shown at half of it, or at full size on a screen of twice the density
+constexpr int frameSide = 64; // shown at half size, or at full size on a screen of twice the density
 constexpr QRgb keyColour = 0xffff00ff;
 
-// The bars rise and fall one after another, and light runs through the gauge.
+// The bars rise and fall one after another, and a light runs through the gauge.
 QImage busyFrame(int number) {
     const double turn = static_cast<double>(number) / frameCount;
     ApplicationMark mark;
@@ -29,7 +29,7 @@ QImage busyFrame(int number) {
         const double phase = turn - static_cast<double>(i) / 4;
         mark.bars.at(i) = 0.58 - 0.42 * std::cos(2 * std::numbers::pi * phase);
     }
-    // It comes in from outside and leaves the same way.
+    // The light enters and leaves at the ends.
     constexpr double lightLength = 0.4;
     mark.gaugeTo = turn * (1 + lightLength);
     mark.gaugeFrom = mark.gaugeTo - lightLength;

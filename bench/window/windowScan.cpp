@@ -1,7 +1,7 @@
-// window-scan APP-FOLDER PATH [TAB [COMMAND FILE]]: scans PATH in the main window, on the platform that
-// QT_QPA_PLATFORM names (offscreen unless set), with the view of TAB (0 to 3) shown, and ends. For
-// bench/compare-window. With a menu command (ExportHTML, LoadMDB, ...) and the file that it is to write or
-// read, gives it and prints how long it took, and the longest time in which no events were handled.
+// window-scan APP-FOLDER PATH [TAB [COMMAND FILE]]: scans PATH in the main window, on the platform named by
+// QT_QPA_PLATFORM (offscreen by default), with tab TAB (0 to 3) shown, and exits. Used by
+// bench/compare-window. With a menu command (ExportHTML, LoadMDB, ...) and the file to write or read, runs
+// the command and prints how long it took, and the longest time without event handling.
 
 #include <QAction>
 #include <QApplication>
@@ -11,8 +11,8 @@
 #include <cstdio>
 #include <string>
 
-#include "app/window/frmMain.h"
 #include "platform/paths.h"
+#include "window/frmMain.h"
 
 namespace {
 

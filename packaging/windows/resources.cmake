@@ -1,5 +1,5 @@
-# What a Windows program carries inside: its version, its manifest (long paths, sharp text on every monitor, UTF-8 as
-# the code page) and, where there is one, its icon.
+# The resources in a Windows program: its version, its manifest (long paths, sharp text on every monitor, UTF-8 as the
+# code page) and, if there is one, its icon.
 enable_language(RC)
 
 function(add_windows_resources target description)
@@ -20,7 +20,7 @@ function(add_windows_resources target description)
     target_sources(${target} PRIVATE ${folder}/${target}.rc)
 endfunction()
 
-# When all programs are there. The tests are to run with the code page of those that they test.
+# Deferred until all programs are defined. The tests must run with the same code page as the programs.
 cmake_language(DEFER CALL add_windows_resources spannory "Spannory disk-usage analyser")
 cmake_language(DEFER CALL add_windows_resources spannory-scan "Spannory for the console")
 cmake_language(DEFER CALL add_windows_resources spannory_tests "Tests of Spannory")

@@ -10,7 +10,8 @@
 
 namespace platform {
 
-// The system is asked again: main's are texts of the machine's code page, and have lost what it lacks.
+// The arguments are read from the system again: those of main are in the machine's code page and have lost
+// the characters that it lacks.
 CommandLine::CommandLine(int /*count*/, char** /*arguments*/) {
     const std::unique_ptr<wchar_t*, decltype(&::LocalFree)> list(
         ::CommandLineToArgvW(::GetCommandLineW(), &count_), &::LocalFree);

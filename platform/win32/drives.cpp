@@ -3,6 +3,7 @@
 #include <windows.h>
 #include <winnetwk.h>
 
+#include <algorithm>
 #include <set>
 
 #include "platform/locale.h"
@@ -18,10 +19,10 @@ struct NameLess {
     }
 };
 
-// One share may be connected several times, by names written differently.
+// A share may be connected several times, under names written differently.
 using Shares = std::set<std::string, NameLess>;
 
-// The network's names of the resources of one listing.
+// Adds the network names of the resources in one listing.
 void addShares(HANDLE listing, Shares& shares) {
     std::vector<char> buffer(std::size_t{16} << 10);
     for (;;) {
@@ -46,14 +47,23 @@ void addShares(HANDLE listing, Shares& shares) {
 
 } // namespace
 
-std::optional<std::string> logicalDriveStrings() {
-    std::wstring roots(::GetLogicalDriveStringsW(0, nullptr), L'\0');
-    const auto length = static_cast<DWORD>(roots.size());
-    const DWORD written = roots.empty() ? 0 : ::GetLogicalDriveStringsW(length, roots.data());
-    if (written == 0 || written > length) {
-        return std::nullopt;
+std::vector<std::string> driveRoots() {
+    std::wstring list(::GetLogicalDriveStringsW(0, nullptr), L'\0');
+    const auto length = static_cast<DWORD>(list.size());
+    const DWORD written = list.empty() ? 0 : ::GetLogicalDriveStringsW(length, list.data());
+    if (written > length) {
+        return {};
     }
-    return narrow({roots.data(), written});
+    std::vector<std::string> roots;
+    // Each ends with a NUL.
+    for (std::wstring_view rest(list.data(), written); !rest.empty();) {
+        const std::wstring_view root = rest.substr(0, rest.find(L'\0'));
+        if (!root.empty()) {
+            roots.push_back(narrow(root));
+        }
+        rest.remove_prefix(std::min(root.size() + 1, rest.size()));
+    }
+    return roots;
 }
 
 int driveType(std::string_view root) {

@@ -56,7 +56,7 @@ std::string temporaryFolder() {
     return asFolder(toInternal(narrow({path.data(), length})));
 }
 
-// What the folder's permissions come to is known only by trying.
+// Only trying shows whether the folder's permissions allow it.
 bool folderIsWritable(std::string_view path) {
     const std::string name = asFolder(std::string(path)) + "spannory-" +
                              std::to_string(::GetCurrentProcessId()) + "-" +
@@ -74,7 +74,7 @@ void keepSystemBoxesAway() {
     ::SetErrorMode(SEM_FAILCRITICALERRORS);
 }
 
-// The shell takes no path with the prefix for long ones.
+// The shell does not accept paths with the prefix for long paths.
 bool openInAssociatedProgram(std::string_view path) {
     constexpr INT_PTR lastFailure = 32;
     HINSTANCE result =

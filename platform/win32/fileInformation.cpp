@@ -7,14 +7,14 @@ namespace platform {
 
 namespace {
 
-// Only a reparse point that stands for another name is a link; others are files and folders that the system
-// keeps in its own way (in the cloud, compressed). One whose kind is not told is taken for a link.
+// A reparse point is a link only if it stands for another name; others are files and folders that the system
+// stores in a special way (in the cloud, compressed). If its kind is unknown, it is treated as a link.
 bool isLink(DWORD attributes, DWORD reparseTag) {
     return (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
            (reparseTag == 0 || IsReparseTagNameSurrogate(reparseTag));
 }
 
-// Of a find record or an opened file, which call these fields the same.
+// Works for a find record and for an opened file, which have the same field names.
 template <class Record>
 EntryFacts factsOfRecord(const Record& record, DWORD reparseTag) {
     const bool isFolder = (record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
@@ -23,7 +23,8 @@ EntryFacts factsOfRecord(const Record& record, DWORD reparseTag) {
     return {isFolder, true, size, secondsOf(record.ftLastAccessTime), secondsOf(record.ftLastWriteTime), 0};
 }
 
-// What the folder above tells of an entry, links not followed. A drive's root has no folder above.
+// The facts about an entry that its folder has; links are not followed. A drive's root has no folder above
+// it.
 std::optional<WIN32_FIND_DATAW> ownEntry(const std::wstring& path) {
     WIN32_FIND_DATAW entry{};
     HANDLE search =
@@ -44,7 +45,8 @@ std::optional<WIN32_FIND_DATAW> ownEntry(const std::wstring& path) {
     return entry;
 }
 
-// Of what is there and may not be opened, by what the folder above tells. Where a link leads is not told.
+// For a file that exists but may not be opened: what its folder says about it. The target of a link is
+// unknown.
 std::optional<FileInformation> informationOfClosed(const std::wstring& path) {
     const std::optional<WIN32_FIND_DATAW> entry = ownEntry(path);
     if (!entry || isLink(entry->dwFileAttributes, entry->dwReserved0)) {
@@ -70,7 +72,7 @@ std::optional<FileInformation> informationOf(const std::wstring& path) {
         ::GetFileInformationByHandle(file.get(), &record) == 0) {
         return FileInformation{};
     }
-    record.dwFileAttributes &= ~static_cast<DWORD>(FILE_ATTRIBUTE_REPARSE_POINT); // it was followed
+    record.dwFileAttributes &= ~static_cast<DWORD>(FILE_ATTRIBUTE_REPARSE_POINT); // the link was followed
     FileInformation result;
     result.facts = factsOfRecord(record, 0);
     result.isRegular = !result.facts.isFolder;
@@ -80,7 +82,7 @@ std::optional<FileInformation> informationOf(const std::wstring& path) {
 }
 
 EntryFacts factsOf(const WIN32_FIND_DATAW& entry) {
-    return factsOfRecord(entry, entry.dwReserved0); // the tag of a reparse point
+    return factsOfRecord(entry, entry.dwReserved0); // a reparse point's tag
 }
 
 bool isLink(const std::wstring& path) {

@@ -9,24 +9,27 @@
 
 namespace platform {
 
-// What an opened file says of itself.
+// The system's code for "this operation is not supported on a folder", which the compiler's headers lack.
+inline constexpr DWORD folderInsteadOfFile = 336;
+
+// The facts that an opened file gives about itself.
 struct FileInformation {
     EntryFacts facts;
-    bool isRegular = false; // neither a folder nor a device
-    DWORD volume = 0;       // together with the number it tells files apart
+    bool isRegular = false; // neither folder nor device
+    DWORD volume = 0;       // identifies a file together with the number
     std::uint64_t number = 0;
 };
 
-// Links followed; nothing when nothing is there. What may not be opened has no number.
+// With links followed; nothing if there is no such file. A file that may not be opened has no number.
 [[nodiscard]] std::optional<FileInformation> informationOf(const std::wstring& path);
 
-// The facts in a find record. A link (a junction, a mount point, a symbolic link) is no folder.
+// The facts in a find record. A link (a junction, a mount point, a symbolic link) is not a folder.
 [[nodiscard]] EntryFacts factsOf(const WIN32_FIND_DATAW& entry);
 
-// True for a link, to whatever.
+// True for a link of any kind.
 [[nodiscard]] bool isLink(const std::wstring& path);
 
-// An entry's own facts, links not followed; nothing when there is none.
+// An entry's own facts, without following links; nothing if there is no such entry.
 [[nodiscard]] std::optional<EntryFacts> ownFacts(const std::wstring& path);
 
 } // namespace platform

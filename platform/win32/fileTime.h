@@ -17,7 +17,7 @@ inline constexpr std::int64_t secondsBefore1970 = 11'644'473'600;
     return ticks / ticksPerSecond - secondsBefore1970;
 }
 
-// Nothing for a moment that the system cannot express.
+// Nothing if the system cannot express the moment.
 [[nodiscard]] inline std::optional<FILETIME> fileTimeOf(Seconds moment) noexcept {
     constexpr Seconds last = INT64_MAX / ticksPerSecond - secondsBefore1970;
     if (moment < -secondsBefore1970 || moment > last) {

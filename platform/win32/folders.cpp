@@ -1,8 +1,8 @@
 #include "platform/folders.h"
 
 #include "platform/paths.h"
+#include "platform/systemError.h"
 #include "platform/win32/fileInformation.h"
-#include "platform/win32/systemError.h"
 #include "platform/win32/wide.h"
 
 namespace platform {
@@ -27,7 +27,7 @@ public:
     Enumeration& operator=(const Enumeration&) = delete;
 
     [[nodiscard]] bool isOpen() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
-    // Why it could not be opened. An empty drive's root has nothing to be found, not even itself.
+    // Why it could not be opened. The root of an empty drive contains nothing, not even itself.
     [[nodiscard]] DWORD error() const noexcept {
         return error_ == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : error_;
     }
@@ -70,7 +70,7 @@ struct FolderReader::Implementation {
 FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
 FolderReader::~FolderReader() = default;
 
-// A link is never taken for a folder when its own folder is read, so none comes here but the start.
+// When a folder is read, its links are not treated as folders; so only the start can be a link here.
 bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool /*followLink*/) {
     listing.clear();
     return implementation_->read(internalFolder, [&](const EntryFacts& facts, const std::string& name) {
@@ -78,7 +78,7 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
     });
 }
 
-// Nothing is cheaper: the system gives all facts with the names.
+// Nothing is cheaper here: the system returns all facts with the names.
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     return read(internalFolder, listing, true);
 }
@@ -106,7 +106,7 @@ std::string whyUnreadable(std::string_view internalFolder) {
     return entries.error() == ERROR_SUCCESS ? std::string() : systemMessage(entries.error());
 }
 
-// A folder that another volume is mounted on is a link here, which its own entry tells.
+// A folder that is a mount point of another volume is a link here, as its own entry shows.
 std::unordered_set<std::string> mountPointsBelow(std::string_view /*internalFolder*/) {
     return {};
 }

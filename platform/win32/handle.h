@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// An open handle of the system's, closed with its owner.
+// An open system handle, closed when its owner is destroyed.
 class Handle {
 public:
     explicit Handle(HANDLE value = INVALID_HANDLE_VALUE) noexcept : value_(value) {}

@@ -6,7 +6,7 @@
 
 namespace platform {
 
-// The viewer is a part of the system that can be taken off it, so it is loaded when it is wanted.
+// The viewer is an optional part of the system, so it is loaded only when needed.
 bool showCompiledHelp(std::uintptr_t window, std::string_view internalPath) {
     using HtmlHelp = HWND(WINAPI*)(HWND, LPCWSTR, UINT, DWORD_PTR);
     constexpr UINT showTableOfContents = 1;

@@ -18,14 +18,14 @@ std::string separator(LCTYPE kind, std::string_view substitute) {
     return length > 0 ? narrow(text.data()) : std::string(substitute);
 }
 
-// The lower case of every letter that is one UTF-16 unit, asked for once.
+// The lower case of every letter that has one UTF-16 unit, queried once.
 std::vector<wchar_t> lowerCaseTable() {
     std::vector<wchar_t> letters(0x10000);
     for (std::size_t i = 0; i < letters.size(); ++i) {
         letters[i] = static_cast<wchar_t>(i);
     }
     std::vector<wchar_t> lower = letters;
-    // Not the surrogates, which a call would take in pairs.
+    // Without the surrogates, which a call would treat as pairs.
     for (const auto& [first, end] : {std::pair(1, 0xD800), std::pair(0xE000, 0x10000)}) {
         ::LCMapStringEx(LOCALE_NAME_INVARIANT, LCMAP_LOWERCASE, letters.data() + first, end - first,
                         lower.data() + first, end - first, nullptr, nullptr, 0);
@@ -55,7 +55,7 @@ std::optional<std::string> sortKey(std::string_view text, std::string_view langu
     const std::wstring locale = wide(language);
     const std::wstring letters = wide(text);
     std::string key;
-    const auto make = [&] { // gives the length in bytes; with no room for a key it only counts
+    const auto make = [&] { // returns the length in bytes; without space for a key, it only counts
         return ::LCMapStringEx(locale.c_str(), kind, letters.data(), static_cast<int>(letters.size()),
                                reinterpret_cast<wchar_t*>(key.data()), static_cast<int>(key.size()), // NOLINT
                                nullptr, nullptr, 0);
@@ -67,7 +67,7 @@ std::optional<std::string> sortKey(std::string_view text, std::string_view langu
     return key;
 }
 
-// The C library's region stays "C" as long as nobody sets another, and here nobody does.
+// The C library's region stays "C" unless someone sets another one, and nobody does here.
 PlainNumbers::PlainNumbers() = default;
 PlainNumbers::~PlainNumbers() = default;
 

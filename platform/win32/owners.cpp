@@ -28,7 +28,7 @@ std::string nameOf(PSID account) {
         0) {
         return std::string(unknownOwner);
     }
-    name.resize(nameLength); // without the final NUL now
+    name.resize(nameLength); // now without the final NUL
     domain.resize(domainLength);
     return narrow(domain) + "\\" + narrow(name);
 }
@@ -36,10 +36,10 @@ std::string nameOf(PSID account) {
 } // namespace
 
 struct OwnerNames::Implementation {
-    std::unordered_map<std::string, std::string> names; // by the account's identifier, its bytes
+    std::unordered_map<std::string, std::string> names; // by the bytes of the account's identifier
     std::vector<unsigned char> descriptor = std::vector<unsigned char>(1024);
 
-    // Null when it cannot be had. Valid until the next call.
+    // Null if not available. Valid until the next call.
     PSID ownerSid(const std::wstring& path) {
         DWORD needed = 0;
         const auto read = [&] {

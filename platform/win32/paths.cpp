@@ -11,13 +11,14 @@
 namespace platform {
 
 constinit const std::string_view lineEnd = "\r\n";
+constinit const char displaySeparator = '\\';
 
 namespace {
 
-constexpr std::size_t longestPlainPath = 247; // longer ones need the prefix, in some calls
+constexpr std::size_t longestPlainPath = 247; // some calls need the prefix for longer ones
 
-// What no name has here unless another system wrote it there. It is moved out of the way, as that system
-// itself does where it can.
+// Characters that no name contains on Windows unless another system wrote it. They are mapped to others, as
+// that system itself does if it can.
 constexpr char32_t movedCharacters = 0xF000;
 
 constexpr bool isForbidden(char c) {
@@ -40,7 +41,7 @@ std::string withUpperDrive(std::string path) {
     return path;
 }
 
-// Of a share `\\server\share` that is all of the path. A device `\\.\NUL` is none.
+// Adds the root to a share `\\server\share` that is the whole path. A device `\\.\NUL` is not a share.
 std::string withShareRoot(const std::string& path) {
     const bool isNetwork = path.starts_with("\\\\") && !path.starts_with("\\\\.\\");
     const std::size_t server = isNetwork ? path.find('\\', 2) : std::string::npos;
@@ -49,8 +50,8 @@ std::string withShareRoot(const std::string& path) {
     return endsWithShare && !path.ends_with('\\') ? path + "\\" : path;
 }
 
-// Absolute, with no "." or ".." to resolve: kept as it stands, so that names the system itself would change
-// (with a dot at their end) can be spoken of.
+// An absolute path without "." or ".." to resolve. It is kept as it is, so that names which the system itself
+// would change (those ending in a dot) work.
 bool isInternal(std::string_view path) {
     if (!startsWithDrive(path) && !path.starts_with("\\\\")) {
         return false;
@@ -66,8 +67,8 @@ bool isInternal(std::string_view path) {
     return path.find("\\\\", 2) == std::string_view::npos && path.find('/') == std::string_view::npos;
 }
 
-// No name holds a quote, but a pasted path stands in two. One at the end alone comes of "C:\some folder\" in
-// a command line, where the backslash protects it.
+// Names contain no quotes, but a pasted path has two around it. A single quote at the end comes from "C:\some
+// folder\" on a command line, where the backslash escapes it.
 std::string withoutQuotes(std::string_view typed) {
     const bool opens = typed.starts_with('"');
     typed.remove_prefix(opens ? 1 : 0);
@@ -140,6 +141,10 @@ void appendDisplayPath(std::string& result, std::string_view internalPath) {
 
 std::string displayPath(std::string_view internalPath) {
     return std::string(internalPath);
+}
+
+std::string displayName(std::string_view internalName) {
+    return std::string(internalName);
 }
 
 } // namespace platform

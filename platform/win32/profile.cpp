@@ -2,23 +2,24 @@
 
 #include <windows.h>
 
-#include <array>
 #include <functional>
+#include <optional>
+#include <string>
 
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/win32/wide.h"
 
-// The calls take a file without a byte order mark for text of the process's code page, which the manifest
-// makes UTF-8. Where no file is named they would use win.ini.
+// The system's calls read a file without a byte order mark in the process's code page, which the manifest
+// sets to UTF-8. Without a file name they would use win.ini.
 namespace platform {
 
 namespace {
 
 constexpr std::uint64_t largestFile = 1U << 20;
 
-// A file that is gone with the object.
+// A file that is deleted with the object.
 class ScratchFile {
 public:
     explicit ScratchFile(std::string_view content)
@@ -41,8 +42,8 @@ bool isText(std::string_view bytes) {
     return bytes.starts_with("\xFF\xFE") || bytes.find('\0') == std::string_view::npos;
 }
 
-// Lets `write` write to a copy, for the call writes in place, where a full disk or a crash would leave half a
-// file.
+// Lets `write` change a copy: the system's call writes in place, and a full disk or a crash would leave half
+// a file.
 bool edit(std::string_view filePath, const std::function<BOOL(const wchar_t*)>& write) noexcept {
     try {
         if (filePath.empty()) {
@@ -65,20 +66,31 @@ bool edit(std::string_view filePath, const std::function<BOOL(const wchar_t*)>& 
     }
 }
 
+// The value's first characters; nothing if there is no such file, section or key.
+std::optional<std::wstring> valueUpTo(std::size_t length, std::string_view section, std::string_view key,
+                                      std::string_view filePath) {
+    constexpr std::wstring_view none = L"\n"; // no line contains it
+    if (filePath.empty()) {
+        return std::nullopt;
+    }
+    std::wstring value(length + 1, L'\0');
+    value.resize(::GetPrivateProfileStringW(wide(section).c_str(), wide(key).c_str(), none.data(),
+                                            value.data(), static_cast<DWORD>(value.size()),
+                                            widePath(toInternal(filePath)).c_str()));
+    return value == none ? std::nullopt : std::optional(value);
+}
+
 } // namespace
 
 std::string readProfileValue(std::string_view section, std::string_view key, std::string_view defaultText,
                              std::string_view filePath) {
-    constexpr std::wstring_view none = L"\n"; // no line holds it
-    if (filePath.empty()) {
-        return std::string(defaultText);
-    }
-    std::array<wchar_t, longestProfileValue + 1> value{};
-    const DWORD length =
-        ::GetPrivateProfileStringW(wide(section).c_str(), wide(key).c_str(), none.data(), value.data(),
-                                   static_cast<DWORD>(value.size()), widePath(toInternal(filePath)).c_str());
-    const std::wstring_view found(value.data(), length);
-    return found == none ? std::string(defaultText) : narrow(found);
+    const auto value = valueUpTo(longestProfileValue, section, key, filePath);
+    return value ? narrow(*value) : std::string(defaultText);
+}
+
+bool profileValueIsCut(std::string_view section, std::string_view key, std::string_view filePath) {
+    const auto value = valueUpTo(2 * longestProfileValue, section, key, filePath);
+    return value && value->size() > longestProfileValue;
 }
 
 bool writeProfileValue(std::string_view section, std::string_view key, std::string_view value,

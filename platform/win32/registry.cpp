@@ -37,7 +37,7 @@ private:
     HKEY key_ = nullptr;
 };
 
-// The unnamed value has a null name.
+// The name of the unnamed value is null.
 class ValueName {
 public:
     explicit ValueName(std::string_view name) : unnamed_(name.empty()), name_(wide(name)) {}
@@ -48,7 +48,7 @@ private:
     std::wstring name_;
 };
 
-// False for whatever the operation throws.
+// False if the operation throws.
 template <class Operation>
 bool succeeds(Operation operation) noexcept {
     try {
@@ -60,12 +60,12 @@ bool succeeds(Operation operation) noexcept {
 
 } // namespace
 
-// No stand-in file here.
+// No stand-in file is needed here.
 Registry::Registry(std::string_view /*folder*/) {}
 
 // NOLINTBEGIN(readability-convert-member-functions-to-static): elsewhere they need their object
 
-// The value's type is not looked at.
+// The value's type is ignored.
 std::optional<std::string> Registry::readText(RegistryRoot root, std::string_view keyPath,
                                               std::string_view valueName) const noexcept {
     std::optional<std::string> text;

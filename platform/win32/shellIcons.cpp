@@ -15,7 +15,7 @@ namespace platform {
 
 namespace {
 
-// The system's list of small icons, which it owns.
+// The system's list of small icons; the system owns it.
 HIMAGELIST smallIcons = nullptr;
 
 struct DeleteObject {
@@ -28,7 +28,7 @@ struct DeleteContext {
     void operator()(HDC context) const { ::DeleteDC(context); }
 };
 
-// What the icon looks like on a background of one colour, as 0x00RRGGBB.
+// The icon drawn on a background of one colour, as 0x00RRGGBB.
 std::vector<std::uint32_t> drawnOn(std::uint32_t background, HICON icon, int size) {
     BITMAPINFO format{};
     format.bmiHeader = {sizeof(BITMAPINFOHEADER), size, -size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
@@ -65,7 +65,7 @@ std::optional<int> shellIconIndex(std::string_view internalPath, unsigned sizeFl
     SHFILEINFOW info{};
     const std::wstring name = wide(path);
     DWORD_PTR list = ::SHGetFileInfoW(name.c_str(), 0, &info, sizeof info, wanted | sizeFlag);
-    if (list == 0) { // some shells tell the executable type only by itself
+    if (list == 0) { // some shells recognise executables only in this way
         list = ::SHGetFileInfoW(name.c_str(), 0, &info, sizeof info, (wanted & ~SHGFI_EXETYPE) | sizeFlag);
     }
     if (list == 0) {
@@ -75,8 +75,8 @@ std::optional<int> shellIconIndex(std::string_view internalPath, unsigned sizeFl
     return info.iIcon;
 }
 
-// Drawn on black and on white: the difference tells how much of the background shows, whatever kind of
-// transparency the icon has.
+// Drawn on black and on white: the difference shows how transparent each pixel is, whatever kind of
+// transparency the icon uses.
 std::optional<IconPicture> shellIconPicture(int index) {
     int width = 0;
     int height = 0;

@@ -1,77 +1,58 @@
-#include "platform/win32/systemError.h"
+#include "platform/systemError.h"
+
+#include <windows.h>
 
 #include <array>
 
-#include "platform/paths.h"
-#include "platform/text.h"
+#include "platform/win32/fileInformation.h"
 #include "platform/win32/wide.h"
 
 namespace platform {
 
-namespace {
-
-int numberOf(DWORD errorCode) {
-    switch (errorCode) {
-    case ERROR_FILE_NOT_FOUND:
-        return errorNumber::fileNotFound;
-    case ERROR_PATH_NOT_FOUND:
-    case ERROR_INVALID_DRIVE:
-    case ERROR_INVALID_NAME:
-    case ERROR_BAD_PATHNAME:
-    case ERROR_BAD_NETPATH:
-    case ERROR_BAD_NET_NAME:
-    case ERROR_DIRECTORY:
-        return errorNumber::pathNotFound;
-    case ERROR_ACCESS_DENIED:
-    case ERROR_NETWORK_ACCESS_DENIED:
-    case ERROR_SHARING_VIOLATION:
-    case ERROR_LOCK_VIOLATION:
-    case ERROR_WRITE_PROTECT:
-    case ERROR_PRIVILEGE_NOT_HELD:
-        return errorNumber::permissionDenied;
-    case ERROR_DISK_FULL:
-    case ERROR_HANDLE_DISK_FULL:
-        return errorNumber::diskFull;
-    case ERROR_TOO_MANY_OPEN_FILES:
-        return errorNumber::tooManyFiles;
-    case ERROR_FILE_EXISTS:
-    case ERROR_ALREADY_EXISTS:
-        return errorNumber::fileAlreadyExists;
-    case ERROR_CRC:
-    case ERROR_READ_FAULT:
-    case ERROR_WRITE_FAULT:
-    case ERROR_GEN_FAILURE:
-    case ERROR_IO_DEVICE:
-        return errorNumber::inputOutput;
-    default:
-        return errorNumber::pathFileAccess;
-    }
+std::span<const SystemErrorNumber> systemErrorNumbers() noexcept {
+    static constexpr std::array<SystemErrorNumber, 24> numbers{{
+        {ERROR_FILE_NOT_FOUND, errorNumber::fileNotFound},
+        {ERROR_PATH_NOT_FOUND, errorNumber::pathNotFound},
+        {ERROR_INVALID_DRIVE, errorNumber::pathNotFound},
+        {ERROR_INVALID_NAME, errorNumber::pathNotFound},
+        {ERROR_BAD_PATHNAME, errorNumber::pathNotFound},
+        {ERROR_BAD_NETPATH, errorNumber::pathNotFound},
+        {ERROR_BAD_NET_NAME, errorNumber::pathNotFound},
+        {ERROR_DIRECTORY, errorNumber::pathNotFound},
+        {ERROR_ACCESS_DENIED, errorNumber::permissionDenied},
+        {ERROR_NETWORK_ACCESS_DENIED, errorNumber::permissionDenied},
+        {ERROR_SHARING_VIOLATION, errorNumber::permissionDenied},
+        {ERROR_LOCK_VIOLATION, errorNumber::permissionDenied},
+        {ERROR_WRITE_PROTECT, errorNumber::permissionDenied},
+        {ERROR_PRIVILEGE_NOT_HELD, errorNumber::permissionDenied},
+        {ERROR_DISK_FULL, errorNumber::diskFull},
+        {ERROR_HANDLE_DISK_FULL, errorNumber::diskFull},
+        {ERROR_TOO_MANY_OPEN_FILES, errorNumber::tooManyFiles},
+        {ERROR_FILE_EXISTS, errorNumber::fileAlreadyExists},
+        {ERROR_ALREADY_EXISTS, errorNumber::fileAlreadyExists},
+        {ERROR_CRC, errorNumber::inputOutput},
+        {ERROR_READ_FAULT, errorNumber::inputOutput},
+        {ERROR_WRITE_FAULT, errorNumber::inputOutput},
+        {ERROR_GEN_FAILURE, errorNumber::inputOutput},
+        {ERROR_IO_DEVICE, errorNumber::inputOutput},
+    }};
+    return numbers;
 }
 
-} // namespace
-
-RuntimeError systemError(DWORD errorCode, std::string_view path) {
-    const int number = numberOf(errorCode);
-    std::string subject = displayPath(path);
-    if (number == errorNumber::pathFileAccess) {
-        subject += " (" + systemMessage(errorCode) + ")";
-    }
-    return RuntimeError::about(number, subject);
-}
-
-std::string systemMessage(DWORD errorCode) {
-    if (errorCode == folderInsteadOfFile) {
-        return "Is a directory"; // not every version of the system has words for it
+// In the user's language.
+std::string systemMessage(std::int64_t code) {
+    if (code == folderInsteadOfFile) {
+        return "Is a directory"; // not every version of the system has a text for it
     }
     std::array<wchar_t, 512> text{};
     const DWORD length =
-        ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, errorCode, 0,
-                         text.data(), static_cast<DWORD>(text.size()), nullptr);
+        ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,
+                         static_cast<DWORD>(code), 0, text.data(), static_cast<DWORD>(text.size()), nullptr);
     std::string message = narrow({text.data(), length});
     while (!message.empty() && std::string_view(" .\r\n").find(message.back()) != std::string_view::npos) {
         message.pop_back();
     }
-    return message.empty() ? "error " + std::to_string(errorCode) : message;
+    return message.empty() ? "error " + std::to_string(code) : message;
 }
 
 } // namespace platform

@@ -6,7 +6,7 @@
 #include <array>
 #include <atomic>
 
-#include "platform/win32/systemError.h"
+#include "platform/systemError.h"
 #include "platform/win32/wide.h"
 
 namespace platform {
@@ -27,13 +27,14 @@ HANDLE handleOf(Stream stream) {
     }
 }
 
-// The first Ctrl-C is taken, the second ends the program.
+// The first Ctrl-C sets the flag; the second ends the program.
 BOOL WINAPI onInterruption(DWORD event) {
     const bool taken = event == CTRL_C_EVENT && !interrupted.exchange(true);
     return taken ? TRUE : FALSE;
 }
 
-// A console takes text, not bytes, and understands the sequences that clear a line once it is told to.
+// A console takes text, not bytes, and understands the sequences that clear a line only after it has been
+// told to.
 bool writeToConsole(HANDLE console, std::string_view text) {
     DWORD mode = 0;
     if (::GetConsoleMode(console, &mode) != 0 && (mode & ENABLE_VIRTUAL_TERMINAL_PROCESSING) == 0) {
@@ -86,7 +87,7 @@ std::size_t terminalWidth(Stream stream, std::size_t fallback) {
     return columns > 0 ? static_cast<std::size_t>(columns) : fallback;
 }
 
-// A console takes any text; what goes elsewhere is UTF-8 all the same, and is marked by nothing.
+// A console accepts any text; all other output is UTF-8 without a byte order mark.
 bool writesUnicode() {
     return isTerminal(Stream::output) || ::GetACP() == CP_UTF8;
 }
@@ -144,10 +145,10 @@ bool wasInterrupted() {
     return interrupted;
 }
 
-// They never do here.
+// They never end the program here.
 void ignoreBrokenPipes() {}
 
-// Files take no stream's place here.
+// Files never take a stream's place here.
 void keepClosedStreamsClosed() {}
 
 } // namespace platform

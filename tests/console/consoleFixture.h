@@ -10,7 +10,7 @@
 #include "support/temporaryFolder.h"
 #include "support/testSystem.h"
 
-// Runs the real program as a user would.
+// Runs the real program as a user does.
 class Console : public testing::Test {
 protected:
     using Outcome = testSystem::Outcome;
@@ -23,7 +23,8 @@ protected:
         folder.write("tree/direct.txt", "12345");
     }
 
-    // Arguments are words between blanks, '' an empty one; %T is the tree, %F the folder round it.
+    // Arguments are words separated by blanks, '' is an empty one; %T is the tree, %F the folder that
+    // contains it.
     [[nodiscard]] std::vector<std::string> words(const std::string& arguments) const {
         std::vector<std::string> result{"--app-folder", folder.typed("app")};
         std::istringstream split(arguments);

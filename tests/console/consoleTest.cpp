@@ -34,7 +34,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     struct Case {
         std::string arguments;
         int status;
-        std::string error; // part of its line; empty for none
+        std::string error; // part of the line on stderr; empty for none
     };
     std::vector<Case> cases = {
         {"", 2, "PATH"},
@@ -46,10 +46,10 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--html", 2, "html"},
         {"--help", 0, ""},
         {"--version", 0, ""},
-        {"/missing", 1, "/missing: Directory not found."},
-        {"%F/missing", 1, "missing: Directory not found."},
-        {"%T/direct.txt", 1, "direct.txt: Directory not found."},
-        {"''", 1, "Directory not found."},
+        {"/missing", 1, "/missing: Folder not found"},
+        {"%F/missing", 1, "missing: Folder not found"},
+        {"%T/direct.txt", 1, "direct.txt: Folder not found"},
+        {"''", 1, "Folder not found"},
         {"%F/missing %T", 1, "missing"},
         {"--load %F/missing", 1, "missing"},
         {"--load %F", 1, "Could not find file"},
@@ -59,8 +59,8 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--text %F %T", 1, "Is a directory"},
         {"--excel %F/no/where.xlsx %T", 1, "where.xlsx"},
         {"--database %F/no/where.mdb %T", 1, "where.mdb"},
-        {"--database %F/app/main.dat --force %T", 1, "working database itself"},
-        {"--html %F/app/main.dat --force %T", 1, "working database itself"},
+        {"--database %F/app/main.dat --force %T", 1, "this is the working database"},
+        {"--html %F/app/main.dat --force %T", 1, "this is the working database"},
         {"--force --html %F/exists.html --quiet %T", 0, ""},
     };
     if (testSystem::makePipe(folder / "pipe")) {
@@ -109,24 +109,84 @@ TEST_F(Console, writesTheSameReportsFromASavedScan) {
     };
     EXPECT_EQ(body("1.xml"), body("2.xml"));
     EXPECT_EQ(run("--load %F/1.mdb %T/nothing").status, 1);
-    // The working database of the last run is not made anew when it is what is to be loaded.
+    // The working database of the last run is kept if it is the file to load.
     const Outcome own = run("--load %F/app/main.dat --text %F/3.csv");
-    EXPECT_EQ(own.status, 0) << own.errors;
-    EXPECT_TRUE(holds(own.errors, "main-2.dat"));
+    EXPECT_EQ(own.status, 0);
+    EXPECT_EQ(own.errors, "") << "no other program uses it";
     EXPECT_EQ(folder.read("1.csv"), folder.read("3.csv"));
     const Outcome summary = run("--quiet --summary --text %F/4.csv %T");
     EXPECT_EQ(summary.errors, "");
     EXPECT_FALSE(holds(folder.read("4.csv"), "\"File\""));
 }
 
-TEST_F(Console, survivesGarbageInItsFolder) {
+TEST_F(Console, loadsWhateverTheFilesAreCalled) {
+    EXPECT_EQ(run("--quiet --database %F/it's.mdb %T").errors, "");
+    folder.write("o'brien/settings.ini", "");
+    const Outcome loaded = testSystem::run(
+        "spannory-scan", {"--app-folder", folder.typed("o'brien"), "--load", folder.typed("it's.mdb")});
+    EXPECT_EQ(loaded.status, 0) << loaded.errors;
+    EXPECT_TRUE(holds(loaded.output, "\n8 items.\n")) << loaded.output;
+}
+
+TEST_F(Console, survivesGarbageInItsSettings) {
     folder.write("app/settings.ini",
                  "[APPLICATION_SETTINGS]\r\ngetOwnerInfo=perhaps\r\n[[[\r\n\xFF=\xFE\r\n");
-    folder.write("app/main.dat", "garbage");
     const Outcome outcome = run("%T");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_TRUE(holds(outcome.errors, "getOwnerInfo")) << outcome.errors;
     EXPECT_TRUE(holds(outcome.output, "8 items."));
+}
+
+TEST_F(Console, leavesAFileThatIsNotItsOwnWhereItsDatabaseShouldBe) {
+    folder.write("thesis.txt", "precious");
+    const std::string section = "[APPLICATION_SETTINGS]\r\ndatabasePath=";
+    const std::string tooLong = folder.typed("thesis.txt" + std::string(250, 'x'));
+    for (const auto& [value, named] : {std::pair(folder.typed("thesis.txt"), "thesis.txt"),
+                                       std::pair(tooLong, "databasePath is longer than 254 characters")}) {
+        folder.write("app/settings.ini", section + value + "\r\n");
+        const Outcome outcome = run("%T");
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(holds(outcome.errors, named) && holds(outcome.errors, folder.typed("app/main.dat")))
+            << outcome.errors;
+        EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+        EXPECT_TRUE(holds(outcome.output, "8 items."));
+    }
+    folder.write("app/main.dat", "precious, too");
+    const Outcome outcome = run("%T");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(holds(outcome.errors, "main.dat is not a database of this program")) << outcome.errors;
+    EXPECT_EQ(folder.read("app/main.dat"), "precious, too");
+    EXPECT_EQ(folder.read("thesis.txt"), "precious");
+}
+
+// An apostrophe used to end texts in statements; characters with a meaning in URIs, patterns or shells must
+// not have any here either.
+TEST_F(Console, worksInFoldersOfAnyName) {
+    for (const std::string& name :
+         {std::string("o'brien's"), std::string("50% #1 & ;co, [x] {y} $HOME ~ `z` =1!"),
+          std::string("\u00FCn\u0444\u4E2D \U0001F600")}) {
+        SCOPED_TRACE(name);
+        const auto inHome = [&](const std::string& file) { return name + "/" + file; };
+        folder.write(inHome("tree/it's/one.TXT"), "12345");
+        folder.write(inHome("app/settings.ini"), "[APPLICATION_SETTINGS]\r\ndatabasePath=" +
+                                                     folder.typed(inHome("its 'own'.dat")) + "\r\n");
+        const auto runIn = [&](const std::string& application, std::vector<std::string> arguments) {
+            arguments.insert(arguments.begin(), {"--app-folder", folder.typed(application)});
+            return testSystem::run("spannory-scan", arguments);
+        };
+        const auto file = [&](const char* of) { return folder.typed(inHome(of)); };
+        EXPECT_EQ(runIn(inHome("app"),
+                        {file("tree"), "--database", file("it's.mdb"), "--text", file("1.csv"), "--xml",
+                         file("1.xml"), "--html", file("1.html"), "--excel", file("1.xlsx")})
+                      .errors,
+                  "");
+        EXPECT_TRUE(holds(folder.read(inHome("1.csv")), "one.TXT"));
+        EXPECT_EQ(folder.read(inHome("its 'own'.dat")), folder.read(inHome("it's.mdb")));
+        const Outcome again =
+            runIn("app", {"--load", file("it's.mdb"), "--text", file("2.csv"), file("tree")});
+        EXPECT_EQ(again.errors, "");
+        EXPECT_EQ(folder.read(inHome("1.csv")), folder.read(inHome("2.csv")));
+    }
 }
 
 TEST_F(Console, takesArgumentsOfAnyLanguage) {

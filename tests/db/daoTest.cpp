@@ -4,10 +4,12 @@
 
 #include <functional>
 
+#include "db/copyRows.h"
 #include "db/values.h"
 #include "platform/files.h"
 #include "support/errorNumberOf.h"
 #include "support/expected.h"
+#include "support/sqliteScript.h"
 #include "support/temporaryFolder.h"
 
 namespace {
@@ -74,7 +76,7 @@ TEST(Dao, undoesASmallTransactionThatIsNotCommitted) {
         }
     }
     EXPECT_EQ(names(), "new");
-    database->BeginTrans(); // what else is done there goes on without a journal
+    database->BeginTrans(); // later transactions work without a journal
     append(*database, "more", 3);
     database->CommitTrans();
     EXPECT_EQ(names(), "newmore");
@@ -122,6 +124,7 @@ TEST(Dao, failsWithTheEnginesNumbers) {
         {databaseError::damaged, open("cut")},
         {databaseError::inUse, open("x.dat")},
         {databaseError::syntax, [&] { database->Execute("delete from details where"); }},
+        {databaseError::syntax, [&] { database->Execute("insert details"); }},
         {databaseError::noSuchTable, [&] { database->Execute("delete from absent"); }},
         {databaseError::missingValue, [&] { database->Execute("delete from details where [absent]=1"); }},
         {databaseError::duplicateKey, [&] { database->Execute("insert into details (idx) values (1)"); }},
@@ -147,22 +150,21 @@ TEST(Dao, failsWithTheEnginesNumbers) {
               databaseError::objectClosed);
 }
 
-TEST(Dao, insertsIntoAnotherOpenFileByColumnName) {
+TEST(Dao, copiesRowsByColumnName) {
     const TemporaryFolder folder;
     const auto target = openTemplateCopy(folder, "target.dat");
-    const auto source = openTemplateCopy(folder, "source.dat");
-    append(*source, "a", 1);
-    append(*source, "b", 2);
-    const std::string into = "Insert into details in '" + target->Name() + "' select ";
-    EXPECT_EQ(source->Execute(into + "* from details where size=2"), 1);
-    EXPECT_EQ(source->Execute(into + "size, fileName from details where size=1"), 1);
-    const auto rows = target->OpenRecordset("select fileName, size from details order by fileName");
+    runSqliteScript(folder.typed("it's.dat"),
+                    "create table details (size, FILENAME); insert into details values (1, 'a'), (NULL, 'b');"
+                    "create table nodes (other); insert into nodes values (1);");
+    const auto source = DBEngine::OpenDatabase(folder.typed("it's.dat"), OpenMode::readOnly);
+    EXPECT_EQ(copyRows(*source, *target, "details"), 2);
+    const auto rows = target->OpenRecordset("select fileName, size from details order by idx");
     EXPECT_EQ(rows->Fields(0).text(), "a");
     EXPECT_EQ(rows->Fields(1).number(), 1);
-    EXPECT_EQ(errorNumberOf([&] { source->Execute(into + "size as other from details"); }),
-              databaseError::unknownTargetField);
-    EXPECT_EQ(errorNumberOf([&] { source->Execute("Insert into details in 'it's' select * from details"); }),
-              databaseError::syntax);
+    rows->MoveNext();
+    EXPECT_EQ(rows->Fields(0).text(), "b");
+    EXPECT_TRUE(rows->Fields(1).isNull());
+    EXPECT_EQ(errorNumberOf([&] { copyRows(*source, *target, "nodes"); }), databaseError::unknownTargetField);
 }
 
 TEST(Values, becomeSqlTextAndFieldValuesByKind) {
@@ -180,7 +182,7 @@ TEST(Values, becomeSqlTextAndFieldValuesByKind) {
     const Case cases[] = {
         {null, 5, "NULL", null},
         {empty, 1, "NULL", null},
-        {name, 1, "'O'Brien'", name}, // deliberately not doubled
+        {name, 1, "'O'Brien'", name}, // odd on purpose: quotes are not doubled
         {zero, 2, "NULL", empty},
         {real, 2, "4096", empty},
         {empty, 3, "NULL", null},

@@ -3,12 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <set>
 #include <tuple>
 #include <vector>
 
 #include "platform/runtimeError.h"
 #include "support/expected.h"
 #include "support/recordingInterface.h"
+#include "support/sqliteScript.h"
 #include "support/temporaryFolder.h"
 
 namespace fs = std::filesystem;
@@ -37,9 +39,52 @@ TEST_F(ModDatabase, startsEveryRunEmpty) {
         EXPECT_EQ(working.details().rows->RecordCount(), 1);
     }
     EXPECT_EQ(prepare().details().rows->RecordCount(), 0);
-    folder.write("main.dat", "left over by a crash");
-    EXPECT_EQ(prepare().details().rows->RecordCount(), 0);
+    // As left by a crash, or by a program that could not even write the template.
+    const std::string whole = folder.read("main.dat");
+    for (const std::string& left :
+         {whole.substr(0, whole.size() / 2), whole + std::string(5000, '\x7F'), std::string()}) {
+        folder.write("main.dat", left);
+        EXPECT_EQ(prepare().details().rows->RecordCount(), 0);
+    }
     EXPECT_TRUE(userInterface.messages.empty());
+}
+
+TEST_F(ModDatabase, destroysNoFileThatIsNotItsOwn) {
+    const std::string columns = "(idx, fullPath, drive, parentFolder, isFolder, scanCompleteTime)";
+    runSqliteScript(folder.typed("other tables"), "create table x (y);");
+    runSqliteScript(folder.typed("other columns"), "create table details (fileName, size);");
+    runSqliteScript(folder.typed("view"),
+                    "create table x " + columns + "; create view details as select * from x;");
+    runSqliteScript(folder.typed("log"), "pragma journal_mode = wal; create table details " + columns + ";");
+    folder.write("settings.ini", "[APPLICATION_SETTINGS]\n");
+    folder.write("damaged", "SQLite format 3" + std::string(5000, '\0'));
+    folder.write("short", "S");
+    const auto namesIn = [&] {
+        std::set<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder.path())) {
+            names.insert(entry.path().filename().string());
+        }
+        return names;
+    };
+    static_cast<void>(prepare()); // makes main.dat and its lock
+    const std::set<std::string> before = namesIn();
+    for (const char* name :
+         {"other tables", "other columns", "view", "log", "settings.ini", "damaged", "short", "001.dat"}) {
+        SCOPED_TRACE(name);
+        const std::string content = folder.read(name);
+        userInterface.messages.clear();
+        const WorkingDatabase working =
+            modDatabase::prepareDatabase(folder.internal(), folder.typed(name), userInterface);
+        EXPECT_EQ(working.path(), folder.internal("main.dat"));
+        ASSERT_EQ(userInterface.messages.size(), 1U);
+        EXPECT_NE(userInterface.messages[0].find(folder.typed(name)), std::string::npos);
+        EXPECT_EQ(folder.read(name), content);
+        EXPECT_EQ(namesIn(), before) << "nothing is made beside it";
+    }
+    folder.write("main-2.dat", "precious");
+    const WorkingDatabase first = prepare();
+    EXPECT_EQ(prepare().path(), folder.internal("main-3.dat")) << "those beside it count as well";
+    EXPECT_EQ(folder.read("main-2.dat"), "precious");
 }
 
 TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
@@ -50,10 +95,10 @@ TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
     EXPECT_NE(userInterface.messages[0].find("main-2.dat"), std::string::npos);
     EXPECT_EQ(first.details().rows->RecordCount(), 0);
     EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-3.dat"));
-    EXPECT_FALSE(fs::exists(folder / "main-3.dat")) << "it went with its program";
+    EXPECT_FALSE(fs::exists(folder / "main-3.dat")) << "it was deleted with its program";
     fs::copy_file(folder / "001.dat", folder / "main-3.dat");
     EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-4.dat"))
-        << "the file to be kept is not made anew";
+        << "the file to keep is not overwritten";
 }
 
 TEST_F(ModDatabase, knowsAFileByAnyOfItsNames) {
@@ -67,8 +112,11 @@ TEST_F(ModDatabase, knowsAFileByAnyOfItsNames) {
 TEST_F(ModDatabase, saysWhatIsWrongWithTheFile) {
     folder.write("file", "");
     fs::create_directories(folder / "folder");
+    folder.write("main.dat", "precious");
     std::vector<std::tuple<const char*, int, const char*>> cases = {
-        {"file/main.dat", 76, "main.dat"}, {"no/where/main.dat", 76, "main.dat"}, {"folder", 75, "folder"}};
+        {"main.dat", 58, "main.dat"},          {"file", 0, ""},
+        {"001.dat", 58, "main.dat"},           {"file/main.dat", 76, "main.dat"},
+        {"no/where/main.dat", 76, "main.dat"}, {"folder", 75, "folder"}};
     if (testSystem::makePipe(folder / "pipe")) {
         cases.emplace_back("pipe", 75, "pipe");
     }
@@ -76,12 +124,13 @@ TEST_F(ModDatabase, saysWhatIsWrongWithTheFile) {
         try {
             static_cast<void>(
                 modDatabase::prepareDatabase(folder.internal(), folder.typed(path), userInterface));
-            ADD_FAILURE() << path;
+            EXPECT_EQ(number, 0) << path;
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.number(), number) << error.what();
             EXPECT_NE(std::string(error.what()).find(named), std::string::npos) << error.what();
         }
     }
+    EXPECT_EQ(folder.read("main.dat"), "precious");
 }
 
 } // namespace

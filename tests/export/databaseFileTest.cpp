@@ -43,18 +43,18 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     working.database().Execute("delete * from details where isFolder=1");
     EXPECT_EQ(load(copy), 0);
     EXPECT_EQ(rows("select * from details"), before);
-    EXPECT_EQ(cell("select count(*) from nodes"), "2") << "saved nodes are appended to those there";
+    EXPECT_EQ(cell("select count(*) from nodes"), "2") << "saved nodes are appended to the existing ones";
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
 
     const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"), userInterface);
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), 76);
-    EXPECT_EQ(rows("select * from details"), before) << "the program goes on with its database";
+    EXPECT_EQ(rows("select * from details"), before) << "the program keeps its database";
 
     working.close();
     platform::deleteFile(working.path());
     EXPECT_THROW(static_cast<void>(modExport::copyDatabase(working, copy, userInterface)), RuntimeError);
-    EXPECT_EQ(count(), "0") << "or with a new one, where somebody has taken that away";
+    EXPECT_EQ(count(), "0") << "or uses a new one if someone has removed it";
     EXPECT_EQ(load(copy), 0);
     EXPECT_EQ(rows("select * from details"), before);
 }
@@ -94,7 +94,7 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
     EXPECT_EQ(
         load(make("nonodes", "create table details (fileName text); insert into details values ('z');")),
         databaseError::noSuchTable);
-    EXPECT_EQ(count(), "1") << "the rows were there before the nodes were found missing";
+    EXPECT_EQ(count(), "1") << "the rows were loaded before the missing nodes were noticed";
     EXPECT_EQ(load(good), 0);
     EXPECT_EQ(rows("select fileName, size from details order by fileName"),
               (std::vector<std::string>{"x|1", "y|2"}));

@@ -1,14 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 
-#include "app/errorLog.h"
+#include "base/errorLog.h"
 #include "export/clipboard.h"
-#include "export/exportQueries.h"
 #include "export/listClipboard.h"
 #include "export/listTable.h"
 #include "export/listWorkbook.h"
+#include "export/targetFile.h"
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
 #include "support/recordingInterface.h"
@@ -56,19 +57,21 @@ struct MemoryClipboard final : modExport::Clipboard {
     bool fails = false;
 };
 
-// What is made in the temporary folder is made in `temporary`.
+// Files that the code creates in the temporary folder go to `temporary`.
 struct Lists : testing::Test {
     Lists() {
         testSystem::setVariable(temporaryVariable, temporary.typed());
-        modGlobal::setErrorLogSurroundings(folder.internal(), nullptr, &userInterface);
+        modGlobal::setErrorLog(&userInterface);
     }
     ~Lists() override {
-        modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
+        modGlobal::setErrorLog();
         testSystem::setVariable(temporaryVariable, before);
         EXPECT_EQ(userInterface.busyDepth, 0);
         EXPECT_FALSE(userInterface.progressVisible);
     }
-    void copy(const ListTable& table) { modGlobal::copyClipboardLvw(table, userInterface, clipboard); }
+    void copy(const ListTable& table, bool exact = false) {
+        modGlobal::copyClipboardLvw(table, userInterface, clipboard, exact);
+    }
     void print(std::string_view fileName) {
         modGlobal::printToExcel(files, "Details - /srv/", userInterface, fileName);
     }
@@ -100,11 +103,35 @@ TEST_F(Lists, clipboardTextHasHeadersAndRowsUnquoted) {
     EXPECT_EQ(clipboard.content, "Name\r\none\r\ntwo");
 }
 
+TEST_F(Lists, clipboardRowsAreKeptWhole) {
+    struct Case {
+        std::string_view name;
+        std::string_view plain;
+        std::string_view exact;
+    };
+    constexpr std::array cases{
+        Case{"Who?", "Who?", "Who?"},
+        Case{"a,b", "a,b", "\"a,b\""}, // odd on purpose: shifts the columns after it
+        Case{"a\"b", "a\"b", "\"a\"\"b\""},
+        Case{"\"q\"", "\"\"\"q\"\"\"", "\"\"\"q\"\"\""},
+        Case{"a,\"b", "\"a,\"\"b\"", "\"a,\"\"b\""},
+        Case{"two\nlines", "\"two\nlines\"", "\"two\nlines\""},
+        Case{"two\rlines", "\"two\rlines\"", "\"two\rlines\""},
+    };
+    for (const Case& each : cases) {
+        const MemoryTable table{{{"Name", ListTable::Kind::text}}, {{{each.name}}}};
+        for (const bool exact : {false, true}) {
+            copy(table, exact);
+            EXPECT_EQ(clipboard.content, "Name\r\n" + std::string(exact ? each.exact : each.plain));
+        }
+    }
+}
+
 TEST_F(Lists, listsOfNoRowsAndOfTooManyAreRefused) {
     files.count = 0;
     copy(files);
     print(folder.internal("list.xlsx"));
-    files.count = 1'048'573; // one too many beside caption, blank, headers and totals
+    files.count = 1'048'573; // one more than fit below caption, blank line, headers and totals
     print(folder.internal("list.xlsx"));
     EXPECT_THAT(userInterface.messages,
                 ElementsAre("The list is empty.", "The list is empty.",
@@ -125,7 +152,7 @@ TEST_F(Lists, workbookHoldsNumbersDatesAndTotals) {
           R"(<c r="D5" s="4"><v>12</v>)", R"(<c r="A6" s="1" t="inlineStr"><is><t>Total)",
           R"(<c r="B6" s="5"><f>SUM(B4:B5)</f><v>5368709120</v>)",
           R"(<c r="D6" s="6"><f>SUM(D4:D5)</f><v>15</v>)",
-          // "a, "b"" and not the caption; "5,368,709,120 bytes"
+          // The columns fit "a, "b"" (not the caption) and "5,368,709,120 bytes".
           R"(<col min="1" max="1" width="8.)", R"(<col min="2" max="2" width="21.)"}) {
         EXPECT_THAT(sheet, HasSubstr(part));
     }
@@ -159,5 +186,5 @@ TEST_F(Lists, workbooksInTheTemporaryFolderDoNotMeet) {
     print(stem + ".xlsx");
     EXPECT_EQ(modExport::temporaryWorkbookName(evening), stem + "-2.xlsx");
     const std::filesystem::directory_iterator entries(temporary.path());
-    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "the workbook alone is left";
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "only the workbook is left";
 }

@@ -4,10 +4,11 @@
 #include <array>
 #include <filesystem>
 
-#include "app/errorLog.h"
+#include "base/errorLog.h"
 #include "export/excelReport.h"
-#include "export/exportQueries.h"
 #include "export/htmlReport.h"
+#include "export/reportFormats.h"
+#include "export/targetFile.h"
 #include "export/textReport.h"
 #include "export/xmlReport.h"
 #include "support/reportFixture.h"
@@ -18,6 +19,7 @@ using modExport::reportQuery;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 
 namespace {
 
@@ -27,22 +29,12 @@ constexpr std::array allFormats{ReportFormat::html, ReportFormat::text, ReportFo
 class Reports : public testing::Test {
 protected:
     void addSample() {
+        fixture.add({"usr\\a,\"b<&>.txt", 1536, "never", "", "", false}); // reports begin with the largest
         fixture.add({"usr\\", 5368709120, "03/14/2004 09:05:07 PM", "02/29/2024 12:00:00 AM", "root", true});
-        fixture.add({"usr\\a,\"b<&>.txt", 1536, "never", "", "", false});
     }
 
     bool run(ReportFormat format, std::string_view fileName) {
-        const std::string query = reportQuery(format, fixture.options.detail);
-        switch (format) {
-        case ReportFormat::html:
-            return modGlobal::exportHTMLSizeReport(fixture.context(), query, fileName);
-        case ReportFormat::text:
-            return modGlobal::exportTextSizeReport(fixture.context(), query, fileName, ",", "\"");
-        case ReportFormat::xml:
-            return modGlobal::exportXMLSizeReport(fixture.context(), query, fileName);
-        default:
-            return modGlobal::exportXLSSizeReport(fixture.context(), query, fileName);
-        }
+        return modExport::exportReportFile(format, fixture.context(), fileName);
     }
 
     bool run(ReportFormat format) { return run(format, fixture.folder.internal("report")); }
@@ -54,6 +46,14 @@ protected:
 
     ReportFixture fixture;
 };
+
+std::string repeated(std::string_view text, std::size_t times) {
+    std::string result;
+    for (; times > 0; --times) {
+        result.append(text);
+    }
+    return result;
+}
 
 std::string html(ReportFixture& fixture) {
     return fixture.written(reportQuery(ReportFormat::html, 1), modExport::writeHtmlReport);
@@ -107,7 +107,7 @@ TEST_F(Reports, htmlPageIsWrittenAsTheTemplateSays) {
     replace(">T<", ">" + fixture.title + "<");
     replace(">T<", ">" + fixture.title + "<");
     replace("DRIVEusr", shown("usr\\"));
-    replace("DRIVEfile", shown("usr\\a,\"b<&>.txt"));
+    replace("DRIVEfile", shown("usr\\a,&quot;b&lt;&&gt;.txt")); // names on Windows may contain &
     EXPECT_EQ(withOwner, withLineEnds(expected));
 
     fixture.settings.setGetOwnerInfo(false);
@@ -131,6 +131,9 @@ TEST_F(Reports, pathsAreCutIntoPieces) {
     fixture.add({piece(60)});
     const std::string path = shown(piece(60));
     EXPECT_THAT(html(fixture), HasSubstr("<td>" + path.substr(0, 55) + "<BR>" + path.substr(55) + "</td>"));
+    const std::string quotes(60, '"'); // cut before escaping
+    fixture.add({quotes});
+    EXPECT_THAT(html(fixture), HasSubstr(repeated("&quot;", 55 - shown("").size()) + "<BR>"));
 }
 
 TEST_F(Reports, textHasSevenUnescapedFieldsWhateverTheSettings) {
@@ -159,11 +162,48 @@ TEST_F(Reports, workbookHoldsRealValuesAndSurvivesAnyText) {
              "<c r=\"B3\"><v>5368709120</v></c>", "<c r=\"D3\" s=\"2\"><v>38060.87855324074</v></c>",
              "<t>5.0 Gb</t>", "<t>Folder</t>", "<t>never</t>",
              "<t>" + shown("usr\\a,\"b&lt;&amp;&gt;.txt") + "</t>", "<t>" + shown("=1+1") + "</t>",
-             "<t>q\xEF\xBF\xBDr\xEF\xBF\xBD_x005F_x0041_</t>"}) {
+             "<t>q_x0001_r\uEFFF_x005F_x0041_</t>"}) {
         EXPECT_THAT(sheet, HasSubstr(part));
     }
     EXPECT_THAT(sheet, HasSubstr("<t>" + std::string(32767, 'y') + "</t>"));
     EXPECT_THAT(zipPart(workbook, "xl/styles.xml"), HasSubstr("mm/dd/yy hh:mm AM/PM"));
+}
+
+TEST_F(Reports, exactHtmlNamesItsFoldersAndEscapesEveryValue) {
+    addSample();
+    fixture.settings.setExact(true);
+    fixture.settings.setGetOwnerInfo(true);
+    fixture.add({"usr\\&amp;\t\x01\xFF", 1, "", "", "<R&D>", false});
+    modExport::ReportContext context = fixture.context();
+    context.scannedFolders = [](Database&, std::size_t most) {
+        return std::vector<std::string>(most, testSystem::root() + "R&D\\");
+    };
+    platform::TextSink sink;
+    modExport::ReportRows rows(context, reportQuery(ReportFormat::html, 1));
+    modExport::writeHtmlReport(rows, sink);
+    const std::string folder = shown("R&amp;D\\");
+    const std::string title =
+        folder + ", " + folder + ", " + folder + " and more - Spannory - Detail Report (";
+    for (const std::string& part : std::initializer_list<std::string>{
+             "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" + title,
+             "<caption>" + title, "<th scope=\"col\">Type</th></tr>\n</thead>",
+             "<tr><td>" + shown("usr\\a,&quot;b&lt;&amp;&gt;.txt") +
+                 "</td><td>1536</td><td>1.5 Kb</td><td>never</td><td></td><td></td><td>File</td></tr>\n",
+             "<td>" + shown("usr\\") + "&amp;amp;&#9;\uF001\uEFFF</td>", "<td>&lt;R&amp;D&gt;</td>"}) {
+        EXPECT_THAT(sink.text(), HasSubstr(part));
+    }
+}
+
+TEST_F(Reports, exactTextDoublesQuotesWhateverTheyAre) {
+    fixture.add({"usr\\it's", 1536, "never", "", "o'b", false});
+    const auto write = [](modExport::ReportRows& rows, platform::Sink& sink) {
+        modExport::writeTextReport(rows, sink, ",", "'");
+    };
+    const std::string query = reportQuery(ReportFormat::text, 1);
+    EXPECT_THAT(fixture.written(query, write), HasSubstr("'" + shown("usr\\it's") + "','1536',"));
+    fixture.settings.setExact(true);
+    EXPECT_THAT(fixture.written(query, write), HasSubstr("'Type'\r\n'" + shown("usr\\it''s") +
+                                                         "','1536','1.5 Kb','never','','o''b','File'\r\n"));
 }
 
 TEST_F(Reports, emptyResultTouchesNoFile) {
@@ -180,7 +220,7 @@ TEST_F(Reports, emptyResultTouchesNoFile) {
 TEST_F(Reports, onlyLargeReportsAskBeforeOpening) {
     fixture.addMany(10000);
     for (const ReportFormat format : allFormats) {
-        fixture.folder.write("report", std::string(5'000'000, ' ')); // a longer one is replaced whole
+        fixture.folder.write("report", std::string(5'000'000, ' ')); // a longer file is replaced completely
         EXPECT_TRUE(run(format));
         EXPECT_LT(fixture.folder.read("report").size(), 5'000'000U);
         EXPECT_EQ(fixture.userInterface.progressMaximum, 10000);
@@ -196,7 +236,7 @@ TEST_F(Reports, onlyLargeReportsAskBeforeOpening) {
         EXPECT_TRUE(run(format));
         EXPECT_EQ(fixture.userInterface.questions.back().first, Question::openLargeReport);
     }
-    EXPECT_FALSE(run(ReportFormat::excel)); // not even begun
+    EXPECT_FALSE(run(ReportFormat::excel)); // it is not even created
     EXPECT_EQ(fixture.userInterface.questions.back().first, Question::largeExcelReport);
     EXPECT_EQ(fixture.userInterface.opened.size(), 4U);
     fixture.userInterface.answer = true;
@@ -212,12 +252,30 @@ TEST_F(Reports, workbookRefusesTooManyRows) {
     EXPECT_FALSE(run(ReportFormat::excel));
     EXPECT_THAT(fixture.userInterface.messages,
                 ElementsAre("There is too much data to export.  Please choose a different format."));
+    fixture.settings.setExact(true);
+    EXPECT_TRUE(run(ReportFormat::excel));
+    const std::string sheet = zipPart(fixture.folder.read("report"), "xl/worksheets/sheet1.xml");
+    EXPECT_THAT(sheet, HasSubstr("<row r=\"65502\"")) << "the headers and all rows";
+    EXPECT_THAT(sheet, Not(HasSubstr("<row r=\"65503\"")));
+    fixture.userInterface.answer = false;
+    const auto runOnPairs = [this](int left, int right) { // virtual rows take no time
+        const std::string query =
+            "select a.drive, a.fullPath, a.size, a.dateAccessed, a.dateModified, a.owner, "
+            "a.isFolder, a.parentFolder, a.fileName from details a, details b where a.idx<=" +
+            std::to_string(left) + " and b.idx<=" + std::to_string(right);
+        return modGlobal::exportXLSSizeReport(fixture.context(), query, fixture.folder.internal("report"));
+    };
+    EXPECT_FALSE(runOnPairs(1023, 1025)); // 1,048,575 rows
+    EXPECT_EQ(fixture.userInterface.questions.back().first, Question::largeExcelReport);
+    EXPECT_EQ(fixture.userInterface.messages.size(), 1U);
+    EXPECT_FALSE(runOnPairs(1024, 1024));
+    EXPECT_EQ(fixture.userInterface.messages.size(), 2U);
     expectAtRest();
 }
 
 TEST_F(Reports, failuresAreLoggedUnderTheRoutinesName) {
     addSample();
-    modGlobal::setErrorLogSurroundings(fixture.folder.internal(), nullptr, &fixture.userInterface);
+    modGlobal::setErrorLog(&fixture.userInterface);
     constexpr std::array procedures{"exportHTMLSizeReport", "exportTextSizeReport", "exportXMLSizeReport",
                                     "exportXLSSizeReport"};
     for (const ReportFormat format : allFormats) {
@@ -234,22 +292,13 @@ TEST_F(Reports, failuresAreLoggedUnderTheRoutinesName) {
     }
     EXPECT_FALSE(modGlobal::exportHTMLSizeReport(fixture.context(), "SELECT", fixture.folder.internal("x")));
     EXPECT_THAT(fixture.userInterface.opened, IsEmpty());
-    modGlobal::setErrorLogSurroundings({}, nullptr, nullptr);
+    modGlobal::setErrorLog();
 }
 
-TEST_F(Reports, titlesQueriesAndNames) {
+TEST_F(Reports, titlesAndNames) {
     const platform::LocalTime evening{2004, 3, 14, 21, 5, 7};
     EXPECT_EQ(modExport::reportTitle(1, evening), "Spannory - Detail Report (03/14/04 09:05 PM) ");
     EXPECT_EQ(modExport::reportTitle(2, evening), "Spannory - Summary Report (03/14/04 09:05 PM) ");
-    EXPECT_EQ(
-        reportQuery(ReportFormat::text, 0),
-        "SELECT [drive],[fullpath], size, dateAccessed, dateModified, owner,isfolder From details ORDER "
-        "BY details.size DESC;");
-    EXPECT_EQ(reportQuery(ReportFormat::xml, 2),
-              "SELECT [drive],[fullpath], size, dateAccessed, dateModified, owner,isfolder,parentFolder From "
-              "details  where isFolder=1 ORDER BY parentFolder;");
-    EXPECT_EQ(reportQuery(ReportFormat::excel, 1).substr(0, 27), "SELECT [drive] , [fullpath]");
-    EXPECT_EQ(reportQuery(ReportFormat::excel, 2).substr(0, 26), "SELECT [drive], [fullpath]");
     EXPECT_EQ(modExport::defaultFileName(fileExtension(ReportFormat::text), evening),
               "03-14-2004-21-05-07.csv");
     EXPECT_EQ(modExport::saveDialogFilter(ReportFormat::html),

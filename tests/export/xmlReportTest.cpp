@@ -8,7 +8,7 @@
 #include <random>
 #include <vector>
 
-#include "export/exportQueries.h"
+#include "export/reportFormats.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "support/reportFixture.h"
@@ -26,7 +26,7 @@ std::string lowered(std::string text) {
     return text;
 }
 
-// Each element's size, which is a number of its own here, and before it that of the element around it.
+// Each element's size, which is unique here, preceded by that of its parent.
 std::string nestingOf(const pugi::xml_document& document) {
     std::string result;
     for (const pugi::xpath_node& found : document.select_nodes("//path")) {
@@ -37,7 +37,7 @@ std::string nestingOf(const pugi::xml_document& document) {
     return result;
 }
 
-// The nesting alone, found by searching the document for every row's parent.
+// Only the nesting, found by searching the document for every row's parent.
 std::string nestedBySearching(ReportFixture& fixture) {
     pugi::xml_document document;
     document.append_child("root");
@@ -73,10 +73,11 @@ TEST(XmlReport, elementsAndTextsAreThose) {
     fixture.options.detail = 2;
     fixture.settings.setGetOwnerInfo(true);
     const std::string root = testSystem::root();
-    fixture.add({"A\\", 2048, "03/14/2004 09:05:07 PM", "never", "<R&D>\x02\xFF\xEF\xBF\xBE\t", true, root});
+    fixture.add(
+        {"A\\", 2048, "03/14/2004 09:05:07 PM", "never", "<R&D>\x02\xFF\xEF\xBF\xBE\t\r\uF002", true, root});
     fixture.add({"A\\b\\", 1, "", "", "", true, root + "a\\"});
     fixture.add({"q\"\\", 1, "", "", "", true, root + "none\\"});
-    fixture.add({"q\"\\r\\", 1, "", "", "", true, root + "q\"\\"}); // a quote cannot be searched for
+    fixture.add({"q\"\\r\\", 1, "", "", "", true, root + "q\"\\"}); // a query cannot contain a quote
     const std::string report = xml(fixture);
     EXPECT_THAT(
         report,
@@ -86,8 +87,8 @@ TEST(XmlReport, elementsAndTextsAreThose) {
             "<sizeBytes>2048</sizeBytes><size>2.0 Kb</size><dateAccessed>03/14/2004 09:05:07 "
             "PM</dateAccessed>"
             "<dateModified>never</"
-            "dateModified><dateModified>&lt;R&amp;D&gt;\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\t"
-            "</dateModified><type>Folder</type><path><pathName>" +
+            "dateModified><dateModified>&lt;R&amp;D&gt;\uF002\uEFFF\uEFEF\uEFBF\uEFBE\t&#13;"
+            "\uEFEF\uEF80\uEF82</dateModified><type>Folder</type><path><pathName>" +
             shown("A\\b\\") +
             "</pathName><sizeBytes>1</sizeBytes><size>1 bytes"
             "</size><dateAccessed></dateAccessed><dateModified></dateModified><dateModified></dateModified>"
@@ -98,6 +99,13 @@ TEST(XmlReport, elementsAndTextsAreThose) {
     ASSERT_TRUE(document.load_string(xml(fixture).c_str()));
     EXPECT_EQ(document.select_nodes("/root/path").size(), 3U);
     EXPECT_EQ(document.select_nodes("/root/path/dateModified").size(), 3U);
+
+    fixture.settings.setGetOwnerInfo(true);
+    fixture.settings.setExact(true);
+    ASSERT_TRUE(document.load_string(xml(fixture).c_str()));
+    EXPECT_EQ(nestingOf(document), ">2048 >1 >1 1>1 ") << "a is not A, and a quote is a letter";
+    EXPECT_EQ(document.select_nodes("//path/dateModified").size(), 4U);
+    EXPECT_EQ(document.select_nodes("//path/type/preceding-sibling::owner").size(), 4U);
 }
 
 TEST(XmlReport, nestsAsASearchThroughTheWholeDocumentWould) {
@@ -111,7 +119,7 @@ TEST(XmlReport, nestsAsASearchThroughTheWholeDocumentWould) {
             const std::string parent = paths[random() % paths.size()];
             const std::string path = parent + names[random() % names.size()] + "\\";
             paths.push_back(path);
-            // Some rows name a parent of other case, one that is missing, or none.
+            // Some rows name a parent in another case, a missing one, or none.
             const std::array parents{parent, parent, parent, lowered(parent), parent + "x\\", std::string()};
             const std::string& named = parents[random() % parents.size()];
             const std::string stored = i % 20 == 7 ? "q\"\\" : path.substr(root.size());

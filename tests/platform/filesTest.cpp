@@ -39,7 +39,8 @@ TEST(Files, failWithTheNumberOfTheCause) {
     if (testSystem::makePipe(folder / "pipe")) {
         cases.emplace_back(75, [&] { platform::deleteFile(folder.typed("pipe")); });
         cases.emplace_back(75, [&] { static_cast<void>(platform::readFile(folder.typed("pipe"))); });
-        cases.emplace_back(75, [&] { platform::FileSink(folder.typed("pipe")); }); // nobody reads it: no wait
+        cases.emplace_back(75,
+                           [&] { platform::FileSink(folder.typed("pipe")); }); // no reader: must not block
     }
     if (const std::string full = testSystem::fullDevice(); !full.empty()) {
         cases.emplace_back(61, [full] { platform::replaceFile(full, "x"); });
@@ -74,6 +75,27 @@ TEST(Files, areReplacedWhole) {
     EXPECT_FALSE(platform::isSameFile(folder.typed("copy"), folder.typed("target")));
 }
 
+TEST(Files, areReplacedByTwoAtOnce) {
+    const TemporaryFolder folder;
+    for (const std::string before : {"", "old"}) {
+        fs::remove(folder / "target");
+        if (!before.empty()) {
+            folder.write("target", before);
+        }
+        platform::Replacement first(folder.typed("target"));
+        platform::Replacement second(folder.typed("target"));
+        const platform::Replacement discarded(folder.typed("target"));
+        first.write("first");
+        second.write(std::string(1'000'000, '2'));
+        EXPECT_EQ(folder.read("target"), before);
+        second.commit();
+        EXPECT_EQ(folder.read("target").size(), 1'000'000U);
+        first.commit();
+        EXPECT_EQ(folder.read("target"), "first");
+    }
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 1) << "nothing temporary is left";
+}
+
 TEST(Files, areFollowedThroughLinks) {
     const TemporaryFolder folder;
     folder.write("real/target", "old");
@@ -91,7 +113,7 @@ TEST(Files, areFollowedThroughLinks) {
         platform::replaceFile(link, "new in " + name);
         EXPECT_EQ(folder.read("real/target"), "new in " + name);
     }
-    EXPECT_EQ(names.size() == 2, testSystem::isLink(folder / "link")) << "a link stays one";
+    EXPECT_EQ(names.size() == 2, testSystem::isLink(folder / "link")) << "a link stays a link";
 }
 
 TEST(Files, areWrittenUnderTheLongestNameButNotWhenReadOnly) {
@@ -104,7 +126,7 @@ TEST(Files, areWrittenUnderTheLongestNameButNotWhenReadOnly) {
     fs::permissions(folder.path(), fs::perms::all);
     const testSystem::ReadOnlyFile kept(folder / "kept");
     if (!kept.isReadOnly()) {
-        GTEST_SKIP() << "the superuser writes everything";
+        GTEST_SKIP() << "the superuser may write everything";
     }
     EXPECT_EQ(errorNumberOf([&] { platform::replaceFile(folder.typed("kept"), "new"); }), 70);
     EXPECT_EQ(errorNumberOf([&] { platform::deleteFile(folder.typed("kept")); }), 70);

@@ -50,7 +50,7 @@ Edit writing(const std::string& section, const std::string& key, const std::stri
     return [=](const std::string& file) { return platform::writeProfileValue(section, key, value, file); };
 }
 
-// Lines end in one way or the other.
+// Both kinds of line end are fine.
 std::string withoutCarriageReturns(std::string text) {
     std::erase(text, '\r');
     return text;
@@ -83,7 +83,7 @@ TEST(Profile, editsKeepAllElse) {
     }
     folder.write("x.ini", "\xFF\xFE[\0a\0]\0\n\0"s);
     EXPECT_TRUE(writing("a", "k", "ü😊")(folder.typed("x.ini")));
-    EXPECT_THAT(folder.read("x.ini"), HasSubstr("k\0=\0\xFC\0\x3D\xD8\x0A\xDE"s)) << "UTF-16 stays so";
+    EXPECT_THAT(folder.read("x.ini"), HasSubstr("k\0=\0\xFC\0\x3D\xD8\x0A\xDE"s)) << "UTF-16 stays UTF-16";
 }
 
 TEST(Profile, whatCannotBeWrittenIsLost) {

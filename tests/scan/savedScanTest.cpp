@@ -89,7 +89,7 @@ TEST(SavedScan, findsTheFoldersOfADriveByTheSystemsRule) {
     ScanFixture fixture;
     Database& database = fixture.working.database();
     const std::string drive = "\\\\nas\\Media\\";
-    database.Execute("insert into details (drive,fullPath,parentFolder,isFolder) values ('" + drive +
+    database.Execute("insert into details (drive,fileName,parentFolder,isFolder) values ('" + drive +
                      "','films\\','" + drive + "',1)");
     EXPECT_EQ(modSavedScan::findFolder(database, drive + "films"), drive + "films\\");
     EXPECT_EQ(modSavedScan::findFolder(database, "\\\\NAS\\media\\films"),

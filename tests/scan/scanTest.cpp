@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <ctime>
 #include <limits>
+#include <utility>
 
 #include "platform/locale.h"
 #include "platform/paths.h"
@@ -28,8 +29,8 @@ std::string nativeName(std::string_view internalName) {
     return result;
 }
 
-// The rows that a scan of the folder is to give, by a walk of its own: path, size, dates, owner, extension,
-// isFolder, joined by "|". Returns the folder's total.
+// Collects, with its own walk, the rows that a scan of the folder should give: path, size, dates, owner,
+// extension, isFolder, joined by "|". Returns the folder's total.
 double expectRows(const fs::path& folder, const std::string& key, const std::string& owner,
                   std::vector<std::string>& rows) {
     double total = 0;
@@ -74,6 +75,7 @@ protected:
     std::string count(const std::string& condition = "1=1") {
         return cell("select count(*) from details where " + condition);
     }
+    std::string ownName() { return platform::internalName(testSystem::textOf(tree.path().filename())); }
     std::string sizeOf(std::string_view folder) {
         return cell("select size from details where isFolder=1 and fileName=\"" + std::string(folder) +
                     "\\\"");
@@ -106,7 +108,7 @@ void makeHostileTree(const TemporaryFolder& tree) {
 TEST_F(Scan, recordsWhatAnIndependentWalkFinds) {
     makeHostileTree(tree);
     const auto result =
-        scan(); // first, for the walk below changes folders' times of access, which a scan does not
+        scan(); // first, because the walk below changes the folders' access times and a scan does not
     std::vector<std::string> expected;
     const double total = expectRows(tree.path(), key(), modOwner::fileOwner(key()), expected);
     EXPECT_TRUE(result.stored);
@@ -121,7 +123,7 @@ TEST_F(Scan, recordsWhatAnIndependentWalkFinds) {
     EXPECT_EQ(joined(found), joined(expected));
     EXPECT_EQ(count("isFolder=1 and scanCompleteTime is null"), "0");
     EXPECT_EQ(sizeOf("sparse"), std::to_string(-2147483648LL - 1073741824LL + 0 + 1073741825LL));
-    // An independent look at two rows' other columns.
+    // Checks the other columns of two rows independently.
     EXPECT_EQ(rows("select folder, fileName, description, parentFolder, dateInserted is null from details "
                    "where fileName=\"er\\\" or fileName=\"Report.TXT\" order by isFolder"),
               (std::vector<std::string>{
@@ -137,6 +139,11 @@ TEST_F(Scan, followsTheSettings) {
     settings.setGetOwnerInfo(false);
     settings.setCaseSensitiveExt(true);
     settings.setFullFileSizes(true);
+    scan();
+    EXPECT_EQ(cell("select size from details where fileName=\"big\""), "3221225472");
+    settings.setFullFileSizes(false);
+    settings.setExact(true);
+    search.resetWholeFolder(key());
     scan();
     EXPECT_EQ(count("owner is null"), "4");
     EXPECT_EQ(count("extension=\"TXT\""), "1");
@@ -163,47 +170,90 @@ TEST_F(Scan, skipsWhatIsCompleteAndRefreshesNarrowly) {
     EXPECT_EQ(count(), "6");
     EXPECT_EQ(sizeOf("a"), "15");
     scan("a");
-    EXPECT_EQ(count(), "6") << "a stamped folder is skipped with all below it";
+    EXPECT_EQ(count(), "6") << "a stamped folder is skipped with everything below it";
     scan();
     EXPECT_EQ(count(), "7") << "only the folder above is added";
-    EXPECT_EQ(cell("select size from details where fileName=\"" +
-                   platform::internalName(testSystem::textOf(tree.path().filename())) + "\\\""),
-              "15");
+    EXPECT_EQ(sizeOf(ownName()), "15");
 
     search.resetScanCompleteTime(key("a"));
     EXPECT_EQ(count(), "4") << "the folder's own row and its direct children are gone";
+    const std::string completeTime = "select scanCompleteTime is null from details where fileName=\"";
+    EXPECT_EQ(sizeOf(ownName()), "0") << "the folder above knows";
+    EXPECT_EQ(cell(completeTime + ownName() + "\\\""), "1") << "and is not complete for so long";
+    tree.write("a/b/inner", "1");
+    tree.write("a/b/c/file", "1");
     scan("a");
-    // b's row was gone, so b is scanned again and its file recorded twice; c's row was not, so c is skipped.
-    EXPECT_EQ(count("fileName=\"inner\""), "2");
-    EXPECT_EQ(count("fileName=\"file\""), "1");
-    EXPECT_EQ(sizeOf("b"), "17");
-    EXPECT_EQ(sizeOf("a"), "22");
+    // The row of b was deleted, so b is scanned again; the row of c was not, so c is skipped.
+    EXPECT_EQ(count("fileName=\"inner\""), "1");
+    EXPECT_EQ(sizeOf("b"), "4");
+    EXPECT_EQ(sizeOf("a"), "9");
+    EXPECT_EQ(sizeOf(ownName()), "9");
+    EXPECT_EQ(cell(completeTime + ownName() + "\\\""), "0");
+
+    search.resetWholeFolder(key("a"));
+    EXPECT_EQ(count(), "1") << "nothing is left of the folder";
+    scan();
+    EXPECT_EQ(sizeOf(ownName()), "7");
 }
 
 TEST_F(Scan, takesARefreshInItsMidst) {
     tree.write("a/b/inner", "1234567");
     tree.write("a/direct", "12345");
     tree.write("z/last", "123");
-    userInterface.onYield = [&] {
-        if (userInterface.yields == 4) { // both a and b, or z and one of them, are recorded by now
-            search.resetScanCompleteTime(key("a"));
+    for (const bool whole : {false, true}) {
+        search.resetWholeFolder(key());
+        const int before = userInterface.yields;
+        userInterface.onYield = [&] {
+            if (userInterface.yields ==
+                before + 4) { // both a and b, or z and one of them, have been recorded
+                whole ? search.resetWholeFolder(key("a")) : search.resetScanCompleteTime(key("a"));
+            }
+        };
+        EXPECT_TRUE(scan().cancelled);
+        for (const std::string& folder :
+             rows("select drive & fullPath, size from details where isFolder=1")) {
+            const std::string path = folder.substr(0, folder.find('|'));
+            EXPECT_EQ(folder, path + "|" + valueText(search.folderSum(path)));
         }
-    };
-    scan();
-    const auto folders =
-        rows("select drive & fullPath, size, scanCompleteTime is null from details where isFolder=1");
-    EXPECT_GE(folders.size(), 2U);
-    for (const std::string& folder : folders) {
-        const std::string path = folder.substr(0, folder.find('|'));
-        EXPECT_EQ(folder, path + "|" + valueText(search.folderSum(path)) + "|0");
+        scan();
+        EXPECT_EQ(count(), "7");
+        EXPECT_EQ(count("scanCompleteTime is null and isFolder=1"), "0");
+        EXPECT_EQ(sizeOf(ownName()), "15");
     }
-    EXPECT_EQ(cell("select count(*) from details where scanCompleteTime is null and isFolder=1"), "0");
+}
+
+// What the last scan recorded for each of them differs from what is there now.
+TEST_F(Scan, followsWhatBecomesOfFilesAndFolders) {
+    tree.write("top/fileToFolder", "123");
+    tree.write("top/folderToFile/deep/er/x", "1234");
+    tree.write("top/gone/deep/x", "12345");
+    tree.write("top/gone2", "1");
+    tree.write("top/stays/x", "123456");
+    scan();
+    for (const char* name : {"fileToFolder", "folderToFile", "gone", "gone2"}) {
+        testSystem::removeAll(tree / "top" / name);
+    }
+    tree.write("top/fileToFolder/x", "12");
+    tree.write("top/folderToFile", "1");
+    scan("top/fileToFolder");
+    EXPECT_EQ(sizeOf("top"), "18") << "a folder in a folder that is already recorded counts in it";
+    search.resetScanCompleteTime(key("top"));
+    scan("top");
+    EXPECT_EQ(rows("select fileName, size from details where parentFolder Like \"*\\top\\*\" order by "
+                   "fileName, size"),
+              (std::vector<std::string>{"fileToFolder\\|2", "folderToFile|1", "stays\\|6", "x|2", "x|6"}));
+    EXPECT_EQ(sizeOf(ownName()), "9");
+    testSystem::removeAll(tree / "top");
+    search.resetScanCompleteTime(key("top"));
+    scan("top");
+    EXPECT_EQ(rows("select fileName, size from details order by fileName desc"),
+              (std::vector<std::string>{"top\\|0", ownName() + "\\|0"}));
 }
 
 TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
     const std::string longName(100, 'n');
     tree.write(longName + "/" + longName + "/" + longName + "/" + longName + "/file", "x");
-    makeHostileTree(tree); // last, for it settles the times of access
+    makeHostileTree(tree); // last, because it settles the access times
     scan();
     const auto* const columns =
         "select fullPath, drive, folder, fileName, extension, description, size, dateAccessed, "
@@ -217,27 +267,35 @@ TEST_F(Scan, recordsTheSameIntoAnEmptyAndAFilledTable) {
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2") << "the indexes are back";
 }
 
-TEST_F(Scan, cutsStoredPathsAt255CharactersAndStampsByWhatIsStored) {
-    // A folder whose path without its drive is just 255 characters long, with multi-byte names.
+TEST_F(Scan, cutsStoredPathsAt255CharactersAndFindsFoldersAllTheSame) {
+    // Folders whose paths without the drive have 255, 256 and 400 characters, with multi-byte names.
     const std::string base = key().substr(testSystem::root().size());
     std::string path;
     while (platform::characterCount(base + path) < 200) {
         path += "\xC3\xA9\xC3\xA9\xC3\xA9/";
     }
-    path += std::string(254 - platform::characterCount(base + path), 'f');
-    tree.write(path + "/below.txt", "x");
-    tree.write(path + "y/file", "x");
+    const std::string last = path + std::string(254 - platform::characterCount(base + path), 'f');
+    const std::string deep = last + "y/" + std::string(143, 'z');
+    tree.write(last + "/below.txt", "12");
+    tree.write(last + "y/file", "123");
+    tree.write(deep + "/file", "1234");
     scan();
-    EXPECT_EQ(
-        cell("select Left(fileName, 5) & scanCompleteTime is null from details where fileName=\"below.txt\""),
-        "0")
-        << "its cut path is the folder's own, so it is stamped with it";
-    EXPECT_EQ(count("scanCompleteTime is null and isFolder=1"), "1")
-        << "the longer folder's cut path never matches";
+    EXPECT_EQ(count("scanCompleteTime is null and isFolder=1"), "0");
+    EXPECT_EQ(count("scanCompleteTime is not null and isFolder=0"), "0");
     for (const std::string& stored : rows("select fullPath from details")) {
         EXPECT_LE(platform::characterCount(stored), 255U);
     }
-    EXPECT_EQ(cell("select parentFolder from details where fileName=\"below.txt\""), key(path));
+    EXPECT_EQ(cell("select parentFolder from details where fileName=\"below.txt\""), key(last));
+    const std::string all = count();
+    for (const std::string& folder : {last, last + "y", deep}) {
+        scan(folder);
+        EXPECT_EQ(count(), all) << "it is known to be complete: " << folder;
+        search.resetScanCompleteTime(key(folder));
+        EXPECT_LT(std::stoi(count()), std::stoi(all));
+        scan(folder);
+        EXPECT_EQ(count(), all);
+        EXPECT_EQ(sizeOf(ownName()), "9");
+    }
 }
 
 TEST_F(Scan, stopsAtTheNextFolderWhenCancelled) {
@@ -281,6 +339,36 @@ TEST_F(Scan, tellsHowItGoes) {
     EXPECT_EQ(modProcessFiles::finishedText(3), "Finished in 3 seconds.");
     EXPECT_EQ(modProcessFiles::finishedText(60), "Finished in 1 minutes.");
     EXPECT_EQ(modProcessFiles::finishedText(135), "Finished in 2.3 minutes.");
+}
+
+TEST_F(Scan, tellsHowFastItIs) {
+    for (int folder = 0; folder < 50; ++folder) {
+        for (const char* file : {"/a", "/b", "/c"}) {
+            tree.write(std::to_string(folder) + file, "");
+        }
+    }
+    for (const std::int64_t took : {2000, 0}) { // milliseconds
+        search.resetScanCompleteTime(key());
+        userInterface.statuses.clear();
+        bool begun = false;
+        modProcessFiles::processMain(key(), {search, settings, userInterface, {}, [&] {
+                                                 return std::exchange(begun, true) ? took : 0;
+                                             }});
+        int folders = 0; // folders entered, each but the first with three files
+        std::vector<std::string> expected;
+        std::vector<std::string> told;
+        for (const auto& [panel, text] : userInterface.statuses) {
+            if (panel == StatusPanel::throughput) {
+                told.push_back(text);
+                expected.push_back(std::to_string((std::max(folders - 1, 0) * 3 + 1) / 2) + " files/sec");
+            }
+            folders += panel == StatusPanel::folder ? 1 : 0;
+        }
+        EXPECT_EQ(told, expected);
+        EXPECT_EQ(told.size() > 1 && told.size() < 10, took > 0) << "now and then, and never of no time";
+        EXPECT_EQ(userInterface.statuses.back().second,
+                  "Finished in " + std::to_string(took / 1000) + " seconds.");
+    }
 }
 
 TEST_F(Scan, reachesDepthsThatNoSingleCallDoes) {
@@ -347,6 +435,11 @@ TEST_F(Scan, startsAtAFolderThatIsALink) {
     scan("link");
     EXPECT_EQ(cell("select size from details where isFolder=1"), "3");
     EXPECT_EQ(count(), "2");
+    scan();
+    EXPECT_EQ(count(), "4") << "below its folder a link is a file: link, real, real's file, the folder";
+    scan("link");
+    scan("link");
+    EXPECT_EQ(count(), "6") << "asked for, it is a folder once more";
     const auto gone = scan("missing");
     EXPECT_EQ(gone.unreadableFolders, 1);
 }
@@ -371,6 +464,9 @@ TEST_F(Scan, listsSubfoldersJoinedByBars) {
     lister.setCancel(true);
     lister.getFolders();
     EXPECT_EQ(lister.folders(), "");
+    lister.setFolders("a|b c");
+    EXPECT_EQ(lister.subfolders(), (std::vector<std::string>{"a", "b c"}));
+    EXPECT_EQ(lister.folders(), "a|b c");
     EXPECT_EQ(clsFileSearch::TrimNull(std::string_view("ab\0cd", 5)), "ab");
 }
 

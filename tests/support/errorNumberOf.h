@@ -2,7 +2,7 @@
 
 #include "platform/runtimeError.h"
 
-// The number of the error that the action throws; 0 for none.
+// The number of the error that the action throws; 0 if none.
 template <class Action>
 int errorNumberOf(const Action& action) {
     try {

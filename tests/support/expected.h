@@ -7,14 +7,14 @@
 #include "platform/paths.h"
 #include "support/testSystem.h"
 
-// What this system makes of texts that tests write in one form.
+// Converts texts that tests write in one form to those of this system.
 
-// How people are shown the path of these internal names on the made-up drive: `usr\a` is /usr/a or C:\usr\a.
+// The displayed form of these internal names on the test drive: `usr\a` is /usr/a or C:\usr\a.
 [[nodiscard]] inline std::string shown(std::string_view names) {
     return platform::displayPath(testSystem::root().append(names));
 }
 
-// The text with the line ends that reports have.
+// The text with the line ends that reports use.
 [[nodiscard]] inline std::string withLineEnds(std::string_view text) {
     std::string result;
     for (const char c : text) {
@@ -23,7 +23,7 @@
     return result;
 }
 
-// The template of the working database, beside the test program.
+// The template of the working database beside the test program.
 [[nodiscard]] inline std::string templateFile() {
     return platform::executableFolder() + "001.dat";
 }

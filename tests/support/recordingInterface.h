@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
-#include "app/clsUserInterface.h"
+#include "base/clsUserInterface.h"
 
-// An interface that remembers all it is told and answers every question the same way.
+// A user interface that records all calls and answers every question the same way.
 class RecordingInterface final : public clsUserInterface {
 public:
     void message(std::string_view text) override { messages.emplace_back(text); }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "app/clsSettings.h"
+#include "base/clsSettings.h"
 #include "db/dao.h"
 #include "export/clsExport.h"
 #include "export/reportFrame.h"
@@ -13,7 +13,7 @@
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
 
-// One row of the table "details", as far as reports show it. An empty text is stored as NULL.
+// One row of the table "details", with the fields that reports show. An empty text is stored as NULL.
 struct ReportRow {
     std::string_view path; // without the drive
     double size = 0;
@@ -24,7 +24,7 @@ struct ReportRow {
     std::string_view parentFolder = {};
 };
 
-// A working database of a test's own, and all that an export needs beside it.
+// A working database for one test, with everything else that an export needs.
 class ReportFixture {
 public:
     ReportFixture() {
@@ -60,7 +60,7 @@ public:
         }
     }
 
-    // What a core writer writes.
+    // The text that a core writer writes.
     template <class Write>
     std::string written(std::string_view query, Write write) {
         platform::TextSink sink;
@@ -77,7 +77,7 @@ public:
     RecordingInterface userInterface;
     clsSettings settings;
     clsExport options;
-    std::string title; // of the last report written in memory
+    std::string title; // of the last report written to memory
 
 private:
     std::unique_ptr<Recordset> details_;

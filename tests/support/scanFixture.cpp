@@ -1,6 +1,6 @@
 #include "support/scanFixture.h"
 
-#include "app/modGlobal.h"
+#include "base/modGlobal.h"
 #include "platform/files.h"
 #include "support/expected.h"
 

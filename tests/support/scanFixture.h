@@ -4,25 +4,25 @@
 #include <string_view>
 #include <vector>
 
-#include "app/clsSettings.h"
+#include "base/clsSettings.h"
 #include "db/modDatabase.h"
 #include "scan/clsSearch.h"
 #include "scan/modProcessFiles.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
 
-// A program without its window: settings, an empty working database, and a tree to scan.
+// The program without its window: settings, an empty working database, and a tree to scan.
 class ScanFixture {
 public:
     ScanFixture();
 
-    // Scans a folder of the tree (the whole tree for the empty name).
+    // Scans a folder of the tree (the whole tree if the name is empty).
     modProcessFiles::ScanResult scan(std::string_view name = {});
 
-    // The internal path of a folder of the tree, with trailing "\".
+    // The internal path of a folder of the tree, with a trailing "\".
     [[nodiscard]] std::string key(std::string_view name = {}) const;
 
-    // A query's rows, the cells of each joined by "|" (NULL as "~").
+    // The rows of a query, with the cells of each joined by "|" (NULL as "~").
     [[nodiscard]] std::vector<std::string> rows(std::string_view statement) const;
     // The first cell of the first row.
     [[nodiscard]] std::string cell(std::string_view statement) const;

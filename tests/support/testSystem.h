@@ -7,16 +7,19 @@
 #include <utility>
 #include <vector>
 
-// What the tests need of the system that they run on; posix/ and win32/ implement it, and CMake picks one.
-// What a system does not have is empty or false, and the test leaves it out or skips.
+// What the tests need from the system they run on; implemented in linux/ and win32/, and chosen by CMake. If
+// the system lacks something, the function returns an empty value or false, and the test skips that part.
 namespace testSystem {
 
 // --- paths ----------------------------------------------------------------------------------------------
 
-// The drive that made-up paths lie on: `/\` or `C:\`.
+// The drive of the paths made up by tests: `/\` or `C:\`.
 [[nodiscard]] std::string root();
 
-// Between texts, which are UTF-8 (or a POSIX name's bytes), and the library's paths.
+// The key with which the folder counts as a drive; empty if only real drives do.
+[[nodiscard]] std::string driveAt(const std::filesystem::path& folder);
+
+// Convert between texts, which are UTF-8 (or the bytes of a POSIX name), and the library's paths.
 [[nodiscard]] std::filesystem::path pathOf(std::string_view text);
 [[nodiscard]] std::string textOf(const std::filesystem::path& path);
 
@@ -24,12 +27,12 @@ namespace testSystem {
 
 void makeFolders(const std::filesystem::path& folder);
 void writeFile(const std::filesystem::path& file, std::string_view content);
-// With all below it. What cannot be removed stays.
+// Removes it with all its contents. Anything that cannot be removed stays.
 void removeAll(const std::filesystem::path& path);
 
-// What the system says of one entry itself, asked by other calls than the program's.
+// The system's facts about one entry, found by other calls than the program's.
 struct Entry {
-    std::string name; // internal
+    std::string name; // in internal form
     bool isFolder = false;
     std::uint64_t size = 0;
     std::int64_t accessed = 0; // seconds since 1970
@@ -37,36 +40,36 @@ struct Entry {
 };
 [[nodiscard]] std::vector<Entry> entriesOf(const std::filesystem::path& folder);
 
-// Where a folder's time of access cannot be kept from changing when it is first read, this reads all folders.
+// Reads all folders, on a system where the first reading of a folder always changes its access time.
 void settleAccessTimes(const std::filesystem::path& folder);
 
 // Names of files that are hard to store, query and write into reports.
 [[nodiscard]] std::vector<std::string> hostileNames();
 
-// Folders one in the other below the path, each called "deep", with a file of 7 bytes in the last. How many
-// there are, 0 when they cannot be made; the last's path is longer than what one plain call takes.
+// Creates nested folders below the path, each called "deep", with a file of 7 bytes in the last one. Returns
+// their number, 0 if they cannot be created; the path of the last is longer than a plain call accepts.
 int makeDeepFolders(const std::filesystem::path& folder);
 
 // --- special files --------------------------------------------------------------------------------------
 
-// A pipe that nobody reads or writes.
+// A pipe without reader and writer.
 bool makePipe(const std::filesystem::path& path);
-// A symbolic link to an existing file or folder (an absolute path), or one that leads nowhere.
+// A symbolic link to an existing file or folder (an absolute path), or to nowhere.
 bool makeLink(const std::filesystem::path& target, const std::filesystem::path& link);
 [[nodiscard]] bool isLink(const std::filesystem::path& path);
-// A device that reading never ends.
+// A device that can be read endlessly.
 [[nodiscard]] std::string device();
-// A file that is always full.
+// A file to which every write fails because the disk is full.
 [[nodiscard]] std::string fullDevice();
 
-// Where fonts lie that Qt's offscreen platform does not find by itself; empty where it does.
+// The folder of fonts that Qt's offscreen platform does not find by itself; empty if it finds them.
 [[nodiscard]] std::string fontFolder();
 
 // --- the process ----------------------------------------------------------------------------------------
 
-// An environment variable; an empty value takes it away.
+// Sets an environment variable; an empty value removes it.
 void setVariable(const std::string& name, const std::string& value);
-// The variable that says where temporary files go.
+// The variable that names the folder for temporary files.
 [[nodiscard]] std::string temporaryFolderVariable();
 [[nodiscard]] std::string accountName();
 
@@ -76,13 +79,13 @@ struct Outcome {
     std::string errors;
 };
 
-// Runs a program that stands beside the test program, without input, and waits for its end. Variables are
-// added to its environment; output goes to a file when one is named.
+// Runs a program beside the test program, without input, and waits until it ends. The variables are added to
+// its environment; its output goes to a file if one is named.
 [[nodiscard]] Outcome run(const std::string& program, const std::vector<std::string>& arguments,
                           const std::vector<std::pair<std::string, std::string>>& variables = {},
                           const std::string& outputFile = {});
 
-// While one lives, the folder's entries cannot be read.
+// While an object lives, the folder's entries cannot be read.
 class ClosedFolder {
 public:
     explicit ClosedFolder(const std::filesystem::path& folder);
@@ -90,7 +93,7 @@ public:
     ClosedFolder(const ClosedFolder&) = delete;
     ClosedFolder& operator=(const ClosedFolder&) = delete;
 
-    // False where it can be read all the same.
+    // False if the folder can be read anyway.
     [[nodiscard]] bool isClosed() const noexcept { return closed_; }
 
 private:
@@ -98,7 +101,7 @@ private:
     bool closed_ = false;
 };
 
-// While one lives, the file can be read and not written.
+// While an object lives, the file can be read but not written.
 class ReadOnlyFile {
 public:
     explicit ReadOnlyFile(std::filesystem::path file);
@@ -106,7 +109,7 @@ public:
     ReadOnlyFile(const ReadOnlyFile&) = delete;
     ReadOnlyFile& operator=(const ReadOnlyFile&) = delete;
 
-    // False where it can be written all the same.
+    // False if the file can be written anyway.
     [[nodiscard]] bool isReadOnly() const noexcept { return readOnly_; }
 
 private:

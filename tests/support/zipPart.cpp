@@ -29,7 +29,7 @@ std::string inflated(std::string_view bytes, std::size_t size) {
 
 } // namespace
 
-// By way of the directory at the archive's end: the sizes in front of a file may be missing.
+// Uses the directory at the archive's end, because the sizes before a file may be missing.
 std::string zipPart(std::string_view archive, std::string_view name) {
     const std::size_t end = archive.rfind("PK\5\6");
     if (end == std::string_view::npos) {

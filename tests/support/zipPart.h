@@ -3,6 +3,5 @@
 #include <string>
 #include <string_view>
 
-// The content of one file in a ZIP archive that is at hand as bytes; empty when it is not in there or
-// damaged.
+// The content of one file in a ZIP archive given as bytes; empty if the file is missing or damaged.
 [[nodiscard]] std::string zipPart(std::string_view archive, std::string_view name);

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include "support/scanFixture.h"
+#include "support/testSystem.h"
 #include "tree/treeOperations.h"
 
 namespace {
@@ -10,34 +11,35 @@ namespace {
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::SizeIs;
 
 class CountingViews final : public FolderViews {
 public:
     void updateGraph() override {}
     void refreshActiveView() override { ++refreshes; }
     void clearFilesList() override {}
-    void scanRuns(bool running) override { scans += running ? 1 : 0; }
 
     int refreshes = 0;
-    int scans = 0;
 };
 
 class FolderSelectionTest : public testing::Test, public ScanFixture {
 protected:
     FolderSelectionTest() {
+        QObject::connect(&selection, &FolderSelection::scanRuns,
+                         [this](bool running) { scans += running ? 1 : 0; });
         tvw.addNode({}, {"ROOT", {}, {}, {}});
         tree.write("a/one.txt", "1");
         tree.write("a/deep/two.txt", "22");
         tree.write("b/three.txt", "333");
     }
     std::string count() { return cell("select count(*) from details"); }
-    // Rows as of a scan that was cancelled before any folder was completed: none has a stamp.
+    // Rows as left by a scan that was cancelled before it finished any folder: none has a stamp.
     void load(std::string_view name = {}) {
         scan(name);
         working.database().Execute("update details set scanCompleteTime=NULL");
         selection.showLoaded();
         selection.cmdGo_Click(tree.typed(name));
-        views.scans = 0;
+        scans = 0;
     }
     void click(std::string_view name) {
         if (!tvw.findNode(key(name))) {
@@ -51,6 +53,7 @@ protected:
     ImageList images;
     CountingViews views;
     FolderSelection selection{{tvw, images, search, settings, working, userInterface, views}};
+    int scans = 0;
 };
 
 TEST_F(FolderSelectionTest, heldItRemembersTheLastClickOnly) {
@@ -65,7 +68,7 @@ TEST_F(FolderSelectionTest, heldItRemembersTheLastClickOnly) {
         }
         click("a/deep");
         EXPECT_EQ(count(), rowsBefore);
-        EXPECT_EQ(views.scans, 1);
+        EXPECT_EQ(scans, 1);
     }
     EXPECT_THAT(rows("select fileName from details where isFolder=0"), ElementsAre("three.txt", "two.txt"));
     {
@@ -74,7 +77,7 @@ TEST_F(FolderSelectionTest, heldItRemembersTheLastClickOnly) {
         tvw.replaceNodes({});
     }
     { const HeldSelection nothingHappensMeanwhile(selection); }
-    EXPECT_EQ(views.scans, 2) << "of a tree that is gone nothing is wanted any more";
+    EXPECT_EQ(scans, 2) << "nothing of the old tree is selected";
     EXPECT_THAT(userInterface.messages, IsEmpty());
 }
 
@@ -87,42 +90,64 @@ TEST_F(FolderSelectionTest, showsLoadedFoldersFromTheirRowsUntilTheyAreRefreshed
     views.refreshes = 0;
     click("a");
     EXPECT_EQ(count(), loaded);
-    EXPECT_EQ(views.scans, 0);
+    EXPECT_EQ(scans, 0);
     EXPECT_EQ(views.refreshes, 1);
-    EXPECT_TRUE(tvw.findNode(key("a/deep"))) << "all else that a click does";
+    EXPECT_TRUE(tvw.findNode(key("a/deep"))) << "everything else that a click does";
 
     click("c");
-    EXPECT_EQ(views.scans, 1) << "not in the file";
+    EXPECT_EQ(scans, 1) << "not in the file";
     selection.refreshScreen();
     click("a");
     selection.refreshScreen();
     EXPECT_EQ(cell("select count(*) from details where fileName=\"later.txt\""), "1");
-    EXPECT_EQ(views.scans, 3);
+    EXPECT_EQ(scans, 3);
+}
+
+TEST_F(FolderSelectionTest, keepsWhatWasLoadedOfAFolderThatIsNotHere) {
+    load();
+    const std::string loaded = count();
+    tree.write("b/later.txt", "x");
+    testSystem::removeAll(tree / "a");
+    for (const bool exact : {false, true}) {
+        settings.setExact(exact);
+        click("a/deep");
+        selection.refreshScreen();
+        click("a");
+        selection.refreshScreen();
+        EXPECT_THAT(userInterface.messages, SizeIs(2));
+        EXPECT_EQ(count(), loaded);
+        userInterface.messages.clear();
+    }
+    EXPECT_EQ(scans, 0);
+    click("b");
+    selection.refreshScreen();
+    EXPECT_EQ(cell("select size from details where fileName=\"b\\\""), "4");
+    EXPECT_THAT(userInterface.messages, IsEmpty());
 }
 
 TEST_F(FolderSelectionTest, walksAFolderOfWhichOnlyASubfolderWasLoaded) {
     load("a");
     click("a");
-    EXPECT_EQ(views.scans, 0);
+    EXPECT_EQ(scans, 0);
     selection.cmdGo_Click(tree.typed());
-    EXPECT_EQ(views.scans, 1);
+    EXPECT_EQ(scans, 1);
     EXPECT_EQ(cell("select count(*) from details where fileName=\"three.txt\""), "1");
 }
 
-// The numbers of rows that a refresh deletes at the end are given again.
+// The row numbers at the end that a refresh frees are used again.
 TEST_F(FolderSelectionTest, takesNoNewRowForALoadedOne) {
     load("a");
     int folders = 0;
     userInterface.onYield = [&] {
         folders += search.processing ? 1 : 0;
-        search.CancelScan = folders == 2; // a's files are recorded, but a is not stamped
+        search.CancelScan = folders == 2; // the files of a are recorded, but a is not stamped
     };
     selection.refreshScreen();
     EXPECT_EQ(folders, 2);
     EXPECT_EQ(cell("select count(*) from details where fileName=\"one.txt\""), "1");
-    views.scans = 0;
+    scans = 0;
     click("a");
-    EXPECT_EQ(views.scans, 1);
+    EXPECT_EQ(scans, 1);
 }
 
 } // namespace

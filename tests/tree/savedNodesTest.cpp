@@ -5,7 +5,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
-#include "app/clsRegSettings.h"
+#include "base/clsRegSettings.h"
 #include "platform/files.h"
 #include "support/errorNumberOf.h"
 #include "support/expected.h"
@@ -26,8 +26,9 @@ protected:
         platform::copyFile(templateFile(), fixture.disk.internal("main.dat"));
         database = DBEngine::OpenDatabase(fixture.disk.internal("main.dat"));
         settings.setINIPath(fixture.disk.internal("settings.ini"));
-        modGlobal::setErrorLogSurroundings(fixture.disk.internal(), nullptr, &fixture.userInterface);
-        places.drives.logicalDriveStrings = [] { return testSystem::root() + std::string("\0/cd\\\0", 6); };
+        const std::string log = fixture.disk.internal("errorLog.txt");
+        modGlobal::setErrorLog(&fixture.userInterface, [log] { return modGlobal::ErrorLogFiles{log, log}; });
+        places.drives.driveRoots = [] { return std::vector<std::string>{testSystem::root(), "/cd\\"}; };
         places.drives.driveType = [this](std::string_view root) {
             ++drivesAsked;
             return root == "/cd\\" ? platform::drive::cdRom : platform::drive::fixed;
@@ -48,7 +49,7 @@ protected:
                                                                       : "";
     }
 
-    // All there is to a node but its images.
+    // Everything about the nodes except their images.
     static std::vector<std::string> describe(const FolderTree& tree) {
         std::vector<std::string> result;
         for (const PlacedNode& node : tree.allNodes()) {
@@ -82,7 +83,7 @@ TEST_F(SavedNodes, bringTheTreeBackAsItWas) {
     modGlobal::tvwSaveNodes(tree, *database); // in place of the first
 
     const auto rows = database->OpenRecordset("select * from nodes order by nodeIndex");
-    EXPECT_EQ(rows->RecordCount(), 11 + 5) << "placeholders: the drive there is, the share, deep, b9, b10";
+    EXPECT_EQ(rows->RecordCount(), 11 + 5) << "placeholders: the existing drive, the share, deep, b9, b10";
     EXPECT_EQ(rows->Fields("nodeKey").text(), "ROOT");
     EXPECT_EQ(rows->Fields("nodeIndex").number(), 1);
     EXPECT_EQ(rows->Fields("parentIndex").number(), -1);
@@ -92,6 +93,7 @@ TEST_F(SavedNodes, bringTheTreeBackAsItWas) {
     FolderTree restored;
     restored.addNode({}, {"/\\", QStringLiteral("is replaced"), {}, {}});
     restored.selectNode("/\\");
+    restored.setRestInterval({});
     restored.show();
     const QAbstractItemModelTester tester(restored.model(),
                                           QAbstractItemModelTester::FailureReportingMode::Fatal);
@@ -112,7 +114,7 @@ TEST_F(SavedNodes, bringTheTreeBackAsItWas) {
             << before[i].content.key;
     }
     EXPECT_NE(picture(after[1].content.image), picture(after[2].content.image)) << "a disk and a CD";
-    QTest::qWait(400);
+    QApplication::processEvents();
     EXPECT_EQ(expanded.count() + clicked.count(), 0);
     EXPECT_EQ(database->OpenRecordset("nodes")->RecordCount(), 0) << "ready for the next load";
     EXPECT_EQ(log(), "");
@@ -214,7 +216,7 @@ TEST_F(SavedNodes, whateverRowsTheyAreTheTreeIsSound) {
         EXPECT_TRUE(nodes.front().starts_with(">ROOT"));
         nodes.erase(nodes.begin());
         EXPECT_EQ(nodes, each.nodes);
-        const std::string told = "no place in the folder tree: " + std::to_string(each.leftOut);
+        const std::string told = "do not fit into the folder tree: " + std::to_string(each.leftOut);
         EXPECT_EQ(log().find(told) != std::string::npos, each.leftOut > 0) << log();
         std::filesystem::remove(fixture.disk / "errorLog.txt");
     }
@@ -230,7 +232,7 @@ TEST_F(SavedNodes, deepChainsAndLongTextsCanBeShown) {
     nodes.back().content.text = nodes[2047].content.text = QString(1 << 20, QLatin1Char('x'));
     FolderTree endless;
     static_cast<TreeModel*>(endless.model())
-        ->replaceAll(std::move(nodes)); // unexpanded: Qt could not bear it
+        ->replaceAll(std::move(nodes)); // not expanded, because Qt cannot handle such a depth
     modGlobal::tvwSaveNodes(endless, *database);
     database->Execute("update nodes set expanded=1, selected=1");
     EXPECT_TRUE(load(fixture.tree));
@@ -244,7 +246,7 @@ TEST_F(SavedNodes, errorsOfSavingAreLoggedAndThoseOfLoadingTheCommands) {
     insert(R"(1,"ROOT",-1,NULL,0,0,"",NULL)");
     database->BeginTrans();
     modGlobal::tvwSaveNodes(fixture.tree, *database);
-    database->CommitTrans(); // it was left to whoever began it
+    database->CommitTrans(); // the caller's transaction is still open
     EXPECT_THAT(fixture.userInterface.messages, ElementsAre(HasSubstr("[modGlobal.tvwSaveNodes]")));
     EXPECT_EQ(database->OpenRecordset("nodes")->RecordCount(), 1);
     database->Close();

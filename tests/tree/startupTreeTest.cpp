@@ -2,7 +2,7 @@
 
 #include <gmock/gmock.h>
 
-#include "app/clsRegSettings.h"
+#include "base/clsRegSettings.h"
 #include "platform/paths.h"
 #include "tree/treeFixture.h"
 
@@ -10,12 +10,12 @@ namespace {
 
 using testing::ElementsAre;
 
-// Six drives, one of each kind that is shown, and shares of two servers.
+// Six drives, one of each kind shown, and shares on two servers.
 modStartupTree::Places somePlaces() {
     modStartupTree::Places places;
-    places.drives.logicalDriveStrings = [] {
-        using namespace std::string_literals;
-        return testSystem::root() + "\0b:\\\0/mnt/my stick\\\0/cd\\\0/gone\\\0/nas\\\0/odd\\\0"s;
+    places.drives.driveRoots = [] {
+        return std::vector<std::string>{testSystem::root(), "b:\\",   "/mnt/my stick\\", "/cd\\",
+                                        "/gone\\",          "/nas\\", "/odd\\"};
     };
     places.drives.driveType = [](std::string_view root) {
         const std::pair<std::string_view, int> types[] = {
@@ -65,8 +65,8 @@ TEST(DriveEnum, endsAtADriveThatIsThere) {
     EXPECT_THAT(fixture.userInterface.messages,
                 ElementsAre(testing::HasSubstr("[modDriveEnum.enumerateLocalDrives]")));
 
-    places.drives.logicalDriveStrings = [] { return std::nullopt; };
-    EXPECT_EQ(modDriveEnum::getDriveString(places.drives), "");
+    places.drives.driveRoots = [] { return std::vector<std::string>{"a:\\", "/my b\\"}; };
+    EXPECT_EQ(modDriveEnum::getDriveString(places.drives), std::string("a:\\\0/my b\\\0", 11));
 }
 
 TEST(StartupTree, holdsDrivesAndShares) {

@@ -6,16 +6,16 @@
 #include <string_view>
 #include <vector>
 
-#include "app/errorLog.h"
+#include "base/errorLog.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
 #include "support/testSystem.h"
 #include "tree/folderTree.h"
 #include "tree/nodeKeys.h"
 #include "tree/treeOperations.h"
-#include "views/widgets/systemIcons.h"
+#include "widgets/systemIcons.h"
 
-// All keys of a tree or its model, as the nodes stand there.
+// All keys of a tree or its model, in the order of the nodes.
 template <class Tree>
 std::vector<std::string> keysOf(const Tree& tree) {
     std::vector<std::string> keys;
@@ -25,11 +25,11 @@ std::vector<std::string> keysOf(const Tree& tree) {
     return keys;
 }
 
-// A tree in sight, filled as the window fills it, with one top-level node for a folder of the disk.
+// A visible tree, filled as in the window, with one top-level node for a folder on the disk.
 class TreeFixture {
 public:
     explicit TreeFixture(std::initializer_list<std::string_view> folders = {}) {
-        modGlobal::setErrorLogSurroundings({}, nullptr, &userInterface);
+        modGlobal::setErrorLog(&userInterface);
         for (const std::string_view name : folders) {
             testSystem::makeFolders(disk / name);
         }
@@ -41,11 +41,11 @@ public:
         tree.resize(300, 400);
         tree.show();
     }
-    ~TreeFixture() { modGlobal::setErrorLogSurroundings({}, nullptr, nullptr); }
+    ~TreeFixture() { modGlobal::setErrorLog(); }
     TreeFixture(const TreeFixture&) = delete;
     TreeFixture& operator=(const TreeFixture&) = delete;
 
-    // The key of a folder on the disk ("" the top one), its names separated by "/".
+    // The key of a folder on the disk ("" for the top one), with "/" between its names.
     [[nodiscard]] std::string key(std::string_view name = {}) const {
         std::string result = disk.internal() + '\\';
         for (const char c : name) {
@@ -58,7 +58,7 @@ public:
         return static_cast<const TreeModel*>(tree.model())->indexOf(node);
     }
 
-    // The texts of a node's children, joined by commas.
+    // The texts of a node's children, separated by commas.
     [[nodiscard]] std::string children(std::string_view parent) const {
         std::string texts;
         for (const std::string& child : tree.childKeys(parent)) {

@@ -64,7 +64,7 @@ TEST_F(TreeModelTest, refusesKeysThatAreThereOrAreNot) {
     EXPECT_EQ(errorNumberOf([&] { (void)model.text("DUMMY/\\usr\\"); }), 35601);
     EXPECT_EQ(errorNumberOf([&] { model.removePlaceholder("DUMMY/\\"); }), 35601);
     EXPECT_EQ(errorNumberOf([&] { model.removePlaceholder("/\\usr\\"); }), 35601);
-    EXPECT_THAT(keysOf(model), testing::ElementsAre("/\\", "/\\usr\\")) << "nothing was added by half";
+    EXPECT_THAT(keysOf(model), testing::ElementsAre("/\\", "/\\usr\\")) << "all or nothing is added";
 
     const bool same = platform::namesIgnoreCase();
     EXPECT_EQ(errorNumberOf([&] { model.insertSorted("/\\", folders({"new", "NEW"})); }), same ? 35602 : 0);
@@ -106,7 +106,7 @@ TEST(TreeModel, bearsChainsOfAnyDepth) {
     }
     model.replaceAll(std::move(chain));
     EXPECT_EQ(model.allNodes().size(), depth);
-    model.replaceAll({}); // or the stack would overflow here
+    model.replaceAll({}); // otherwise the stack would overflow here
 }
 
 } // namespace

@@ -18,7 +18,7 @@ TEST(TreeOperations, fillANodeWithItsFoldersAlone) {
     for (const std::string& name : testSystem::hostileNames()) {
         testSystem::makeFolders(fixture.disk / name);
     }
-    std::vector<std::string> folders; // which not every system makes all
+    std::vector<std::string> folders; // not every system can create all of them
     for (const testSystem::Entry& entry : testSystem::entriesOf(fixture.disk.path())) {
         folders.push_back(fixture.key() + entry.name + "\\");
     }
@@ -36,6 +36,14 @@ TEST(TreeOperations, fillANodeWithItsFoldersAlone) {
     EXPECT_THAT(fixture.userInterface.messages, IsEmpty());
 }
 
+TEST(TreeOperations, takeAListApartAtItsBars) {
+    std::string_view list = "a|b c||d";
+    for (const char* token : {"a", "b c", "", "d", ""}) {
+        EXPECT_EQ(modGlobal::getNextToken(list), token);
+    }
+    EXPECT_EQ(list, "");
+}
+
 TEST(TreeOperations, addNothingTwice) {
     TreeFixture fixture{"a/b", "c"};
     FolderTree& tree = fixture.tree;
@@ -45,7 +53,7 @@ TEST(TreeOperations, addNothingTwice) {
     EXPECT_EQ(fixture.children(fixture.key("a")), "");
     EXPECT_EQ(tree.parentKey(fixture.key("a/b")), "");
 
-    // Selecting lists once more, and finds what is new, in its place.
+    // Selecting a folder lists it again and finds new folders, in the right place.
     std::filesystem::create_directory(fixture.disk / "b");
     std::filesystem::remove(fixture.disk / "c");
     modGlobal::getChildFoldersAPI(tree, fixture.userInterface, fixture.images, fixture.key());

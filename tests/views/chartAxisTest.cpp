@@ -30,7 +30,7 @@ TEST(ChartAxis, stepsAreRoundAndLabelsDiffer) {
           Case{0, 10, 2, "0Mb 5Mb 10Mb"}, Case{0, 12.4, 3, "0Mb 5Mb 10Mb"}, Case{0, 9.9, 1, "0Mb"},
           Case{0, 1234567, 3, "0Mb 500,000Mb 1,000,000Mb"}, Case{0, 0.3, 3, "0Mb 0.1Mb 0.2Mb 0.3Mb"},
           Case{0, 0.09, 4, "0Mb 0.025Mb 0.05Mb 0.075Mb"},
-          // 0.0025 would read 0.003: no step is finer than a label shows.
+          // 0.0025 would read 0.003: no step is finer than a label can show.
           Case{0, 0.01, 4, "0Mb 0.005Mb 0.01Mb"}, Case{0, 0.003, 10, "0Mb 0.001Mb 0.002Mb 0.003Mb"},
           Case{0, 0.0004, 10, "0Mb"}, Case{0, 1e-300, 10, "0Mb"},
           Case{-1024, 600, 4, "-1,000Mb -500Mb 0Mb 500Mb"}, Case{-3, 0, 3, "-3Mb -2Mb -1Mb 0Mb"},

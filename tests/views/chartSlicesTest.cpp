@@ -48,14 +48,14 @@ TEST(ChartSlices, areTheLargestAndTheRest) {
 TEST(ChartSlices, halfOfThemStandOnEachSide) {
     EXPECT_EQ(chartSliceOnTop({}), 0U);
     EXPECT_EQ(chartSliceOnTop(slicesOf({1, 1, 1, 1})), 0U);
-    // Halved by size from the largest on, the sides would have one slice and six.
+    // Split in half by size, beginning with the largest, the sides would have one slice and six.
     EXPECT_EQ(chartSliceOnTop(slicesOf({64, 32, 16, 8, 4, 2, 1})), 4U);
 }
 
 TEST(ChartSpread, labelsKeepApartNearTheirPlaces) {
     struct Case {
         std::vector<double> wanted;
-        std::vector<double> places; // within 0 to 100, each 10 high
+        std::vector<double> places; // within 0 to 100, each with a height of 10
     };
     for (const Case& c : {Case{{}, {}}, Case{{5, 50}, {5, 50}}, Case{{40, 40, 40}, {30, 40, 50}},
                           Case{{40, 45}, {37.5, 47.5}}, Case{{-20, 3}, {0, 10}}, Case{{95, 99}, {80, 90}},

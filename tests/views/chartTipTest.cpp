@@ -44,7 +44,7 @@ TEST(ChartTip, countsWhatLiesDirectlyInTheFolder) {
          {Case{"", "12.3Mb"}, Case{parent + "one", "12.3Mb, 1 file, 1 folder"},
           Case{parent + "two", "12.3Mb, 3 files, 2 folders"},
           Case{parent + "two\\empty", "12.3Mb, 0 files, 0 folders"}, Case{parent + "gone", "12.3Mb"},
-          Case{parent + "two\\a", "12.3Mb"}, Case{parent + "|Files|", "12.3Mb"}}) { // the files' bar
+          Case{parent + "two\\a", "12.3Mb"}, Case{parent + "|Files|", "12.3Mb"}}) { // the bar of the files
         std::string text = "before";
         modChartTip::format(text, 12.3, c.folder);
         EXPECT_EQ(text, c.expected) << c.folder;

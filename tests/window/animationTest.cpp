@@ -3,18 +3,19 @@
 
 #include <QApplication>
 #include <QBitmap>
-#include <QThread>
+#include <QTest>
+#include <chrono>
 #include <string>
 #include <vector>
 
-#include "app/applicationFolder.h"
-#include "app/window/animation.h"
-#include "app/window/applicationIcon.h"
-#include "app/window/aviFile.h"
+#include "base/applicationFolder.h"
 #include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/runtimeError.h"
 #include "support/temporaryFolder.h"
+#include "widgets/applicationIcon.h"
+#include "window/animation.h"
+#include "window/aviFile.h"
 
 namespace {
 
@@ -33,7 +34,7 @@ std::string chunk(const std::string& name, const std::string& content) {
            std::string(content.size() % 2, 0);
 }
 
-// An animation file with one stream; a test changes what it is about.
+// An animation file with one stream; each test changes the part that it tests.
 struct MadeAvi {
     std::uint32_t frameTime = 50'000;
     std::int32_t width = 3;
@@ -73,7 +74,7 @@ std::string whyRefused(std::string_view bytes) {
     }
 }
 
-// How much of a picture looks different in another one.
+// How many percent of the pixels of two pictures differ.
 int percentChanged(const QImage& left, const QImage& right) {
     int changed = 0;
     const int count = left.width() * left.height();
@@ -86,7 +87,7 @@ int percentChanged(const QImage& left, const QImage& right) {
     return changed * 100 / count;
 }
 
-// Where anything is painted.
+// The area with any painted pixels.
 QRect paintedArea(const QImage& image) {
     return QRegion(QBitmap::fromImage(image.createAlphaMask())).boundingRect();
 }
@@ -124,7 +125,7 @@ TEST(AviFile, readsEveryDepthAndDirection) {
     };
     for (MadeAvi made : cases) {
         SCOPED_TRACE(made.bits);
-        made.frames.emplace_back(); // an empty chunk: the same picture once more
+        made.frames.emplace_back(); // an empty chunk repeats the picture
         const AviClip clip = modAvi::readAvi(made.bytes());
         ASSERT_EQ(clip.frames.size(), 2U);
         EXPECT_EQ(clip.frameTime, std::chrono::milliseconds(50));
@@ -142,11 +143,11 @@ TEST(AviFile, refusesWhatIsNone) {
         std::string bytes;
         const char* why;
     } cases[] = {
-        {"", "no animation"},
-        {"\x89PNG" + std::string(100, 'x'), "no animation"},
+        {"", "not an animation"},
+        {"\x89PNG" + std::string(100, 'x'), "not an animation"},
         {"RIFF" + number(4) + "WAVE", "no part \"AVI \""},
         {"RIFF" + number(0xffffffff) + "AVI LIST", "cut off"},
-        {"RIFF" + number(2) + "AV", "list without a kind"},
+        {"RIFF" + number(2) + "AV", "list without a type"},
         {MadeAvi{.streamKind = "auds"}.bytes(), "no part \"strl\""},
         {MadeAvi{.width = 0}.bytes(), "0 by 2 pixels"},
         {MadeAvi{.width = -3}.bytes(), "-3 by 2 pixels"},
@@ -187,27 +188,23 @@ TEST(Animation, builtOneIsASmoothLoopOnTransparentGround) {
 }
 
 TEST(Animation, followsTheClockWhenTicksComeLate) {
-    Animation animation;
+    std::chrono::nanoseconds now{};
+    Animation animation(nullptr, [&now] { return now; });
     animation.open(builtAnimation());
     animation.resize(60, 20);
     EXPECT_EQ(paintedArea(shownBy(animation)), QRect());
     animation.play();
     QApplication::processEvents();
-    // As large as fits, in the middle, square as its frames.
+    // As large as fits, in the middle, and square like its frames.
     const QRect playing = paintedArea(shownBy(animation));
     EXPECT_TRUE(QRect(40, 0, 40, 40).contains(playing) && playing.width() > 30) << playing.width();
 
-    QThread::msleep(400); // a large folder: six frames of a fifteenth second
-    animation.play();     // another scan begins meanwhile
-    QApplication::processEvents();
-    EXPECT_GE(animation.frame(), 6U);
+    now += std::chrono::milliseconds(401); // a large folder: as long as six frames of a fifteenth of a second
+    animation.play();                      // another scan starts meanwhile
+    EXPECT_TRUE(QTest::qWaitFor([&] { return animation.frame() == 6; }));
 
     animation.stop();
     EXPECT_EQ(paintedArea(shownBy(animation)), QRect());
-    const std::size_t last = animation.frame();
-    QThread::msleep(150);
-    QApplication::processEvents();
-    EXPECT_EQ(animation.frame(), last);
 }
 
 TEST(Animation, playsNothingAfterAFileThatIsNone) {

@@ -1,4 +1,4 @@
-#include "app/window/commandLine.h"
+#include "window/commandLine.h"
 
 #include <gmock/gmock.h>
 

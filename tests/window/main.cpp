@@ -6,7 +6,8 @@
 
 #include "support/testSystem.h"
 
-// The tests' program: one application object, on Qt's offscreen platform unless another one was asked for.
+// The program of the window's tests: one application object, on Qt's offscreen platform unless another one is
+// named.
 int main(int argumentCount, char** arguments) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
@@ -16,7 +17,7 @@ int main(int argumentCount, char** arguments) {
     }
     const QApplication application(argumentCount, arguments);
     QApplication::setStyle(QStringLiteral("Fusion"));
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9)); // where it is, texts are of one size
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9)); // there, all texts have the same size
     QLocale::setDefault(QLocale::c());
     testing::InitGoogleTest(&argumentCount, arguments);
     return RUN_ALL_TESTS();

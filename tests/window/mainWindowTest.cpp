@@ -12,6 +12,8 @@
 #include "support/testSystem.h"
 #include "window/windowFixture.h"
 
+using namespace std::string_literals;
+
 namespace {
 
 using testing::ElementsAre;
@@ -55,19 +57,24 @@ TEST_F(MainWindow, startsEmptyAndSavesOnlyWhatItShould) {
 TEST_F(MainWindow, opensWhateverIsBroken) {
     const struct {
         const char* name;
-        const char* settings;
+        std::string settings;
         bool hasTemplate;
         std::size_t messages;
     } cases[] = {
+        {"somebody else's file where the database should be",
+         "[startup]\r\ndontUseNetwork=1\r\n[APPLICATION_SETTINGS]\r\ndatabasePath=" +
+             application.typed("thesis.txt") + "\r\n",
+         true, 1},
         {"no template, so no database", "[startup]\r\ndontUseNetwork=1\r\n", false, 1},
         {"a sort column of letters", "[User_Settings]\r\nDetailListSortColumn=abc\r\n", true, 1},
         {"columns that no list has",
          "[User_Settings]\r\nDetailListSortColumn=99\r\nFileTypeListSortColumn=-5\r\nUserListSortColumn="
          "0\r\n",
          true, 0},
-        {"garbage", "\x01\xFF[[]=\r\n=\r\n]\0x", true, 0},
+        {"garbage", "\x01\xFF[[]=\r\n=\r\n]\0x"s, true, 0},
     };
     makeTree();
+    application.write("thesis.txt", "precious");
     for (const auto& each : cases) {
         SCOPED_TRACE(each.name);
         dialogs.messages.clear();
@@ -83,18 +90,19 @@ TEST_F(MainWindow, opensWhateverIsBroken) {
         for (int tab = 0; tab < tabs().count(); ++tab) {
             tabs().setCurrentIndex(tab);
         }
-        EXPECT_EQ(selected(), key()) << "the tree works at any rate";
+        EXPECT_EQ(selected(), key()) << "the tree works in any case";
         EXPECT_THAT(dialogs.messages, SizeIs(each.messages));
         EXPECT_EQ(rows("lvwF").size(), each.hasTemplate ? 3U : 0U);
         EXPECT_TRUE(window->close());
         close();
     }
+    EXPECT_EQ(application.read("thesis.txt"), "precious");
 }
 
 TEST_F(MainWindow, remembersItsShape) {
     open().resize(900, 555);
     tabs().setCurrentIndex(3);
-    tabs().setCurrentIndex(2); // what is behind does not see that the window gets smaller
+    tabs().setCurrentIndex(2); // the views behind it do not notice that the window gets smaller
     window->resize(777, 555);
     control<QTreeView>("lvwT").header()->resizeSection(1, 123);
     window->close();
@@ -138,7 +146,7 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
     QTest::qWait(0);
     EXPECT_EQ(pathBox().selectedText(), pathBox().text()) << "the first key replaces the hint";
     EXPECT_TRUE(control<QPushButton>("cmdGo").isDefault());
-    EXPECT_FALSE(pathBox().acceptDrops()) << "a folder dropped on it is dropped on the window";
+    EXPECT_FALSE(pathBox().acceptDrops()) << "a folder dropped on it goes to the window";
     for (const std::string& wrong : {tree.typed("own.txt"), tree.typed("missing"), std::string()}) {
         dialogs.messages.clear();
         pathBox().setText(QString::fromStdString(wrong));
@@ -150,7 +158,7 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
             << wrong;
     }
     dialogs.messages.clear();
-    for (int turn = 0; turn < 2; ++turn) { // the second time the node is there already
+    for (int turn = 0; turn < 2; ++turn) { // the second time, the node already exists
         pathBox().setText(QString::fromStdString(tree.typed() + (turn == 0 ? "" : "/")));
         QTest::keyClick(&pathBox(), Qt::Key_Return);
         EXPECT_EQ(selected(), key());
@@ -165,13 +173,14 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
 
 TEST_F(MainWindow, keysReachThePathBoxAndEveryView) {
     open().show();
-    QApplication::setActiveWindow(window.get());
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     auto& folders = control<FolderTree>("tvw");
     QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_EQ(tabs().currentIndex(), 3);
     QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(tabs().currentIndex(), 0);
-    for (int turn = 0; turn < 2; ++turn) { // the second time the keyboard is there already
+    for (int turn = 0; turn < 2; ++turn) { // the second time, it already has the focus
         QTest::keyClick(window->focusWidget(), Qt::Key_L, Qt::ControlModifier);
         QTest::keyClicks(window->focusWidget(), QStringLiteral("/x"));
         EXPECT_EQ(pathBox().text(), QStringLiteral("/x"));
@@ -203,7 +212,7 @@ TEST_F(MainWindow, listsScansAndShowsASelectedFolder) {
 
     tree.write("a/later.txt", "unseen");
     click(key("a"));
-    EXPECT_THAT(bars(), ElementsAre("deep=10", "|Files|=3000")) << "stored rows, not walked again";
+    EXPECT_THAT(bars(), ElementsAre("deep=10", "|Files|=3000")) << "recorded rows, not scanned again";
     tvw.setExpanded(key("a"), true);
     EXPECT_FALSE(tvw.findNode("DUMMY" + key("a")));
     EXPECT_EQ(tvw.tag(key("a")), QStringLiteral("FOLDERS_PROCESSED"));
@@ -216,7 +225,7 @@ TEST_F(MainWindow, marksAFolderThatMayNotBeReadOnce) {
     {
         const testSystem::ClosedFolder closed(tree / "a");
         if (!closed.isClosed()) {
-            GTEST_SKIP() << "this user reads everything";
+            GTEST_SKIP() << "this user may read everything";
         }
         window->openPath(tree.typed());
         click(key("a"));
@@ -293,7 +302,7 @@ TEST_F(MainWindow, cancelsByMenuAndEscape) {
                     ElementsAre("0"));
         window->database().database().Execute("delete * from details");
     }
-    command("CancelScan"); // nothing runs: the next scan is not meant
+    command("CancelScan"); // nothing is running, and the next scan must not be cancelled
     window->openPath(tree.typed());
     EXPECT_EQ(panel(1), "8 items.");
 }
@@ -329,17 +338,26 @@ TEST_F(MainWindow, refreshesNarrowly) {
     EXPECT_EQ(panel(1), "8 items.") << "a key held down refreshes when it is released";
     pressF5();
     EXPECT_THAT(rows("lvwF"), SizeIs(4));
-    // The rows of a and b were deleted, so that both are scanned again, but those of their files were not.
-    EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(2));
-    EXPECT_THAT(query("select fileName from details where fileName=\"x.txt\""), SizeIs(1));
+    // Each refresh scans a and b again, but not deeper folders; every file counts once.
+    tree.write("a/deep/x.txt", "");
+    std::string content;
+    const auto refreshed = [&] {
+        return query(
+            "select size from details where fileName=\"note.txt\" or fileName=\"x.txt\" order by size");
+    };
+    const auto changed = [&] {
+        content += "12345678901";
+        tree.write("b/note.txt", content);
+        return ElementsAre("10", std::to_string(content.size()));
+    };
+    const auto first = changed();
     command("Refresh");
-    EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(3));
+    EXPECT_THAT(refreshed(), first);
     EXPECT_THAT(rows("lvwF"), SizeIs(4));
-    std::size_t times = 3;
     for (const char* focus : {"txtPath", "cmdGo", "lvwF", "XTab"}) {
+        const auto expected = changed();
         pressF5(focus);
-        EXPECT_THAT(query("select fileName from details where fileName=\"note.txt\""), SizeIs(++times))
-            << focus;
+        EXPECT_THAT(refreshed(), expected) << focus;
     }
     EXPECT_THAT(dialogs.messages, SizeIs(1));
 }

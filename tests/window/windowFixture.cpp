@@ -4,7 +4,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include "app/modGlobal.h"
+#include "base/modGlobal.h"
 #include "platform/files.h"
 #include "support/expected.h"
 
@@ -30,7 +30,7 @@ std::string RecordingDialogs::chosen(const FileRequest& request) {
 
 WindowFixture::WindowFixture() {
     platform::copyFile(templateFile(), application.internal("001.dat"));
-    // The network branch shows what is mounted on the machine at hand.
+    // The network branch would show what is mounted on this machine.
     application.write("settings.ini", "[startup]\r\ndontUseNetwork=1\r\n");
 }
 
@@ -66,7 +66,7 @@ void WindowFixture::command(const char* key) const {
 }
 
 void WindowFixture::duringScan(std::function<void()> body) {
-    // The timer outlives the handling of its own signal.
+    // The timer must survive the handling of its own signal.
     QTimer& timer = *timers.emplace_back(std::make_unique<QTimer>());
     QObject::connect(&timer, &QTimer::timeout, window.get(), [this, &timer, body = std::move(body)] {
         if (window->search().processing) {

@@ -11,12 +11,12 @@
 #include <string_view>
 #include <vector>
 
-#include "app/window/frmExport.h"
-#include "app/window/frmMain.h"
 #include "support/temporaryFolder.h"
-#include "views/widgets/folderChart.h"
+#include "widgets/folderChart.h"
+#include "window/dialogs/frmExport.h"
+#include "window/frmMain.h"
 
-// Boxes that are answered without a person, and remembered.
+// Dialogs that answer themselves and record their calls.
 class RecordingDialogs final : public clsDialogs {
 public:
     void message(const QString& text) override { messages.push_back(text.toStdString()); }
@@ -35,24 +35,24 @@ public:
 
     std::vector<std::string> messages;
     std::vector<std::string> questions;
-    std::vector<FileRequest> requests; // of file dialogs
-    std::vector<std::string> opened;   // in their programs
+    std::vector<FileRequest> requests; // requests for files
+    std::vector<std::string> opened;   // files opened in their applications
     bool answer = true;
     int abouts = 0;
-    std::string file;                                 // what file dialogs are answered with; empty: Cancel
-    std::function<void(frmExport&)> setExportOptions; // what is done with that box; nothing: OK
+    std::string file;                                 // the answer to file dialogs; empty: Cancel
+    std::function<void(frmExport&)> setExportOptions; // what to do with that box; empty: OK
 
 private:
     std::string chosen(const FileRequest& request);
 };
 
-// The real main window over an application folder and a tree of its own, its controls found by their names.
+// The real main window with its own application folder and tree; controls are found by their names.
 class WindowFixture {
 public:
     WindowFixture();
     ~WindowFixture();
 
-    // Opens the window; what must lie in the application folder is put there before.
+    // Opens the window; files for the application folder must be written first.
     frmMain& open();
     void close() { window.reset(); }
 
@@ -65,21 +65,21 @@ public:
         return *found;
     }
 
-    // The internal path of a folder of the tree, with trailing "\".
+    // The internal path of a folder of the tree, with a trailing "\".
     [[nodiscard]] std::string key(std::string_view name = {}) const;
-    // As a mouse click on the folder's node does.
+    // Does what a mouse click on the folder's node does.
     void click(const std::string& key);
-    // A menu command, by its key.
+    // Runs the menu command with this key.
     void command(const char* key) const;
-    // Has this done as soon as the next scan handles events.
+    // Runs this as soon as the next scan handles events.
     void duringScan(std::function<void()> body);
 
     [[nodiscard]] std::string panel(int number);
-    // The texts of a list's rows, the cells joined by "|".
+    // The texts of a list's rows, with the cells joined by "|".
     [[nodiscard]] std::vector<std::string> rows(const char* list);
     // The chart's bars, smallest first, as label=bytes.
     [[nodiscard]] std::vector<std::string> bars();
-    // The first cells of a query's rows on the window's database.
+    // The first cells of a query's rows in the window's database.
     [[nodiscard]] std::vector<std::string> query(const std::string& statement) const;
 
     TemporaryFolder application;
@@ -91,7 +91,7 @@ private:
     std::vector<std::unique_ptr<QTimer>> timers;
 };
 
-// What the tests of the main window have in common.
+// The common part of the main window's tests.
 class MainWindow : public testing::Test, public WindowFixture {
 protected:
     // a/big.bin 3000, a/deep/x.txt 10, b/note.txt 200, own.txt 50

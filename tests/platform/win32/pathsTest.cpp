@@ -20,14 +20,14 @@ TEST(Paths, understandWhatAUserTypes) {
         {"C:/Windows//x/./y/../z", "C:\\Windows\\x\\z"},
         {"c:\\windows\\", "C:\\windows\\"},
         {"C:\\..\\..", "C:\\"},
-        {"C:\\ends with\\dot.\\ and blank \\", "C:\\ends with\\dot.\\ and blank \\"}, // as it stands
+        {"C:\\ends with\\dot.\\ and blank \\", "C:\\ends with\\dot.\\ and blank \\"}, // kept as it is
         {"\\\\?\\c:\\x", "C:\\x"},
         {"\\\\?\\UNC\\server\\share\\x", "\\\\server\\share\\x"},
         {"\\\\server\\share", "\\\\server\\share\\"},
         {"//server/share/x", "\\\\server\\share\\x"},
         {"NUL", "\\\\.\\NUL"},
         {"\"C:\\some folder\\x\"", "C:\\some folder\\x"},
-        {"C:\\some folder\"", "C:\\some folder\\"}, // of "C:\some folder\" in a command line
+        {"C:\\some folder\"", "C:\\some folder\\"}, // from "C:\some folder\" on a command line
         {"\"", ""},
         {"x", here + "\\x"},
         {".\\x\\", here + "\\x\\"},

@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint64_t ticksPerSecond = 10'000'000;
 constexpr std::int64_t secondsBefore1970 = 11'644'473'600;
 
-// With the prefix that lets the system take long paths, and names as they stand.
+// With the prefix for long paths and for names exactly as written.
 std::wstring longPath(const fs::path& path) {
     return L"\\\\?\\" + fs::absolute(path).make_preferred().wstring();
 }
@@ -55,7 +55,7 @@ void removeTree(const std::wstring& folder) {
     ::RemoveDirectoryW(folder.c_str());
 }
 
-// As the system's own rules want an argument in a command line.
+// Quoted by the system's rules for arguments on a command line.
 std::wstring quotedArgument(std::string_view argument) {
     std::wstring result = L"\"";
     std::size_t backslashes = 0;
@@ -73,7 +73,7 @@ HANDLE openInheritable(const std::wstring& path, DWORD access, DWORD creation) {
                          FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-// The exit status of a command; -1 when it cannot be started.
+// The exit status of a command; -1 if it cannot be started.
 int execute(std::wstring command, STARTUPINFOW& startup) {
     PROCESS_INFORMATION process{};
     if (::CreateProcessW(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup,
@@ -88,8 +88,8 @@ int execute(std::wstring command, STARTUPINFOW& startup) {
     return static_cast<int>(status);
 }
 
-// Where the system is an imitation that makes no links itself, the one below it can. Only those to folders
-// are then known for what they are.
+// An imitation of the system may not create links itself, but the system below it can. Then only links to
+// folders are recognised.
 bool makeLinkBelow(const fs::path& target, const fs::path& link) {
     using UnixName = char*(CDECL*)(LPCWSTR);
     const auto unixName = reinterpret_cast<UnixName>(reinterpret_cast<void*>(
@@ -106,7 +106,7 @@ bool makeLinkBelow(const fs::path& target, const fs::path& link) {
     startup.cb = sizeof startup;
     execute(L"\\\\?\\unix\\bin\\ln -s " + quotedArgument(from) + L" " + quotedArgument(to), startup);
     for (int waits = 0; !testSystem::isLink(link) && waits < 100; ++waits) {
-        ::Sleep(20); // the command is not waited for by itself
+        ::Sleep(20); // the command does not wait by itself
     }
     return testSystem::isLink(link);
 }
@@ -115,6 +115,10 @@ bool makeLinkBelow(const fs::path& target, const fs::path& link) {
 
 std::string testSystem::root() {
     return "C:\\";
+}
+
+std::string testSystem::driveAt(const fs::path& /*folder*/) {
+    return {};
 }
 
 fs::path testSystem::pathOf(std::string_view text) {
@@ -143,7 +147,10 @@ void testSystem::writeFile(const fs::path& file, std::string_view content) {
 }
 
 void testSystem::removeAll(const fs::path& path) {
-    removeTree(longPath(path));
+    const std::wstring wide = longPath(path);
+    if (::DeleteFileW(wide.c_str()) == 0) { // a folder
+        removeTree(wide);
+    }
 }
 
 std::vector<testSystem::Entry> testSystem::entriesOf(const fs::path& folder) {
@@ -179,13 +186,13 @@ std::vector<std::string> testSystem::hostileNames() {
                                    "a;b,c=d",
                                    " blank first",
                                    "x\x7Fy"};
-    for (const char* surrogate : {"\xED\xA0\x80", "\xED\xBF\xBF"}) { // alone: no valid UTF-16
+    for (const char* surrogate : {"\xED\xA0\x80", "\xED\xBF\xBF"}) { // unpaired, so not valid UTF-16
         names.push_back(std::string("lone ") + surrogate + ".txt");
     }
     return names;
 }
 
-// The system itself would go on to 6,000, but an imitation of it looks up every name on the way each time.
+// The system itself would allow 6,000, but an imitation of it looks up every name on the way each time.
 int testSystem::makeDeepFolders(const fs::path& folder) {
     constexpr int levels = 150;
     std::wstring path = longPath(folder);
@@ -203,7 +210,7 @@ int testSystem::makeDeepFolders(const fs::path& folder) {
     return levels;
 }
 
-// No file system has any here.
+// No file system has pipes here.
 bool testSystem::makePipe(const fs::path& /*path*/) {
     return false;
 }
@@ -230,7 +237,7 @@ std::string testSystem::fullDevice() {
     return {};
 }
 
-// An imitation of the system has no fonts of its own; those of the one below it are then taken.
+// An imitation of the system has no fonts of its own; those of the system below it are used.
 std::string testSystem::fontFolder() {
     const std::string own = "C:\\windows\\Fonts";
     return entriesOf(own).empty() ? "Z:\\usr\\share\\fonts\\truetype\\dejavu" : own;
@@ -282,7 +289,7 @@ testSystem::Outcome testSystem::run(const std::string& program, const std::vecto
     return {status, outputFile.empty() ? folder.read("out") : "", folder.read("err")};
 }
 
-// Nobody else may open what is opened without sharing it.
+// While it is open without sharing, nobody else can open it.
 testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) {
     HANDLE handle = ::CreateFileW(folder.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
                                   FILE_FLAG_BACKUP_SEMANTICS, nullptr);

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+class clsRegSettings;
+
+// The user's settings and the sort order of the three lists (U owners, F files and folders, T file types).
+// One shared object: loaded from settings.ini when the program starts, and partly written back when it ends.
+// Until it is loaded, every property is zero, empty or False. Setters neither check nor convert.
+class clsSettings {
+public:
+    // The working database: an internal path, or any path that a user may type.
+    [[nodiscard]] const std::string& databasePath() const noexcept { return databasePath_; }
+    void setDatabasePath(std::string_view path) { databasePath_ = path; }
+
+    // The column to sort by, and the list's code for the order.
+    [[nodiscard]] std::int16_t lvwUSortColumn() const noexcept { return lvwUSortColumn_; }
+    void setLvwUSortColumn(std::int16_t column) noexcept { lvwUSortColumn_ = column; }
+    [[nodiscard]] std::int16_t lvwUSortOrder() const noexcept { return lvwUSortOrder_; }
+    void setLvwUSortOrder(std::int16_t order) noexcept { lvwUSortOrder_ = order; }
+    [[nodiscard]] std::int16_t lvwFSortColumn() const noexcept { return lvwFSortColumn_; }
+    void setLvwFSortColumn(std::int16_t column) noexcept { lvwFSortColumn_ = column; }
+    [[nodiscard]] std::int16_t lvwFSortOrder() const noexcept { return lvwFSortOrder_; }
+    void setLvwFSortOrder(std::int16_t order) noexcept { lvwFSortOrder_ = order; }
+    [[nodiscard]] std::int16_t lvwTSortColumn() const noexcept { return lvwTSortColumn_; }
+    void setLvwTSortColumn(std::int16_t column) noexcept { lvwTSortColumn_ = column; }
+    [[nodiscard]] std::int16_t lvwTSortOrder() const noexcept { return lvwTSortOrder_; }
+    void setLvwTSortOrder(std::int16_t order) noexcept { lvwTSortOrder_ = order; }
+
+    // Odd on purpose: loaded at the start but not used.
+    [[nodiscard]] bool getExtensionInfo() const noexcept { return getExtensionInfo_; }
+    void setGetExtensionInfo(bool value) noexcept { getExtensionInfo_ = value; }
+
+    // Whether a scan looks up each file's owner.
+    [[nodiscard]] bool getOwnerInfo() const noexcept { return getOwnerInfo_; }
+    void setGetOwnerInfo(bool value) noexcept { getOwnerInfo_ = value; }
+
+    // Whether grouping by type distinguishes extensions by case.
+    [[nodiscard]] bool caseSensitiveExt() const noexcept { return caseSensitiveExt_; }
+    void setCaseSensitiveExt(bool value) noexcept { caseSensitiveExt_ = value; }
+
+    // Whether real 64-bit file sizes are recorded.
+    [[nodiscard]] bool fullFileSizes() const noexcept { return fullFileSizes_; }
+    void setFullFileSizes(bool value) noexcept { fullFileSizes_ = value; }
+
+    // Exact figures, orders and reports instead of those that can be compared with earlier ones.
+    [[nodiscard]] bool exact() const noexcept { return exact_; }
+    void setExact(bool value) noexcept { exact_ = value; }
+
+    // Odd on purpose: texts that nothing reads or writes, kept in the class's interface.
+    std::string elTUnknownOwner, elTNoExtension, elFileType, elTAllFiles, elTLastScanFormat, elOwner,
+        elDetails, elErrorName, elError, elFileSize, elFileCount, elOwnerName, elExtName, elExtension,
+        elLastScanStop, elLastScan, elLocation, elRoot, elPath;
+
+    // Points the store at settings.ini in the application folder (an internal path, with or without a
+    // trailing "\") and reads every property. If a text cannot be converted, the property takes its default,
+    // and an error naming the key and the text is logged for the main window's load handler.
+    void load(clsRegSettings& store, std::string_view applicationFolder);
+
+    // Writes the sort order and getOwnerInfo; only the user edits the other keys.
+    void save(const clsRegSettings& store) const;
+
+private:
+    struct Key;
+    static const std::array<Key, 12> keys;
+    void assign(const Key& key, std::string_view text);
+
+    std::string databasePath_;
+    std::int16_t lvwUSortColumn_ = 0;
+    std::int16_t lvwUSortOrder_ = 0;
+    std::int16_t lvwFSortColumn_ = 0;
+    std::int16_t lvwFSortOrder_ = 0;
+    std::int16_t lvwTSortColumn_ = 0;
+    std::int16_t lvwTSortOrder_ = 0;
+    bool getExtensionInfo_ = false;
+    bool getOwnerInfo_ = false;
+    bool caseSensitiveExt_ = false;
+    bool fullFileSizes_ = false;
+    bool exact_ = false;
+};
+
+// False only if the setting "dontUseNetwork" is exactly "0" or missing; with any other text ("00", "no", …)
+// there is no network branch.
+[[nodiscard]] bool dontUseNetwork(const clsRegSettings& store);

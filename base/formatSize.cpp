@@ -1,0 +1,28 @@
+#include "base/formatSize.h"
+
+#include "base/numberFormat.h"
+
+namespace modLvw {
+
+void appendSize(std::string& result, double bytes) {
+    constexpr double kilobyte = 1024;
+    constexpr double megabyte = 1048576;
+    constexpr double gigabyte = 1073741824;
+    if (bytes < kilobyte) {
+        modFormat::appendFormattedNumber(result, bytes, "#,##0 bytes");
+    } else if (bytes < megabyte) {
+        modFormat::appendFormattedNumber(result, bytes / 1024, "###,###,###.0 Kb");
+    } else if (bytes < gigabyte) {
+        modFormat::appendFormattedNumber(result, bytes / 1024 / 1024, "###,###,###.0 Mb");
+    } else if (bytes >= gigabyte) {
+        modFormat::appendFormattedNumber(result, bytes / 1024 / 1024 / 1024, "###,###,###.0 Gb");
+    }
+}
+
+std::string formatSize(double bytes) {
+    std::string result;
+    appendSize(result, bytes);
+    return result;
+}
+
+} // namespace modLvw

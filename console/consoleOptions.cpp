@@ -1,0 +1,60 @@
+#include "console/consoleOptions.h"
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+constexpr int wrongUsage = 2;
+constexpr std::int64_t mostRows = 1'000'000'000;
+
+} // namespace
+
+ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments) {
+    ParsedCommandLine parsed;
+    ConsoleOptions& options = parsed.options;
+    CLI::App app("Scans folders and shows what uses the space.", "spannory-scan");
+    app.allow_windows_style_options(false); // "/etc" is a path on every system
+    app.set_version_flag("--version", "spannory-scan " SPANNORY_VERSION);
+    app.set_help_flag("-h,--help", "Print this help and exit");
+
+    app.add_option("PATH", options.paths, "Folders to scan; paths in the form used in the database work too")
+        ->type_name("");
+    app.add_option("--html", options.htmlFile, "Write an HTML report")->type_name("FILE");
+    app.add_option("--text", options.textFile, "Write a text report (comma-separated)")->type_name("FILE");
+    app.add_option("--xml", options.xmlFile, "Write an XML report, nested by folder")->type_name("FILE");
+    app.add_option("--excel", options.excelFile, "Write an Excel workbook")->type_name("FILE");
+    app.add_option("--database", options.databaseFile, "Save the scan as an SQLite database")
+        ->type_name("FILE");
+    app.add_option("--load", options.loadFile,
+                   "Load a saved scan instead of scanning; PATH then only selects what is shown")
+        ->type_name("FILE");
+    app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
+    bool withOwners = false;
+    bool withoutOwners = false;
+    CLI::Option* owners = app.add_flag("--owners", withOwners, "Look up owners, whatever the settings say");
+    app.add_flag("--no-owners", withoutOwners, "Do not look up owners")->excludes(owners);
+    app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
+    app.add_flag("--exact", options.exact,
+                 "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
+    app.add_option("--app-folder", options.applicationFolder,
+                   "Application folder, with settings.ini, main.dat and errorLog.txt")
+        ->type_name("DIR");
+    app.add_option("--top", options.top, "Rows per printed table, 0 for all")
+        ->option_text("N=" + std::to_string(options.top))
+        ->check(CLI::Range(std::int64_t{0}, mostRows));
+    app.add_flag("--force", options.force, "Overwrite files and write large Excel reports without asking");
+    app.add_flag("--quiet", options.quiet, "Print nothing but errors");
+
+    try {
+        app.parse(argumentCount, arguments);
+        if (options.paths.empty() && options.loadFile.empty()) {
+            throw CLI::RequiredError("PATH");
+        }
+        if (withOwners || withoutOwners) {
+            options.owners = withOwners;
+        }
+    } catch (const CLI::ParseError& error) {
+        parsed.exitStatus = app.exit(error) == 0 ? 0 : wrongUsage;
+    }
+    return parsed;
+}

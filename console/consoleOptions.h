@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+// The content of the command line.
+struct ConsoleOptions {
+    std::vector<std::string> paths; // as typed
+    std::string htmlFile;
+    std::string textFile;
+    std::string xmlFile;
+    std::string excelFile;
+    std::string databaseFile;
+    std::string loadFile;
+    std::string applicationFolder;
+    std::optional<bool> owners; // overrides the setting
+    bool summary = false;
+    bool fullSizes = false;
+    bool exact = false;
+    bool force = false;
+    bool quiet = false;
+    std::int64_t top = 20; // rows per printed table, 0 for all
+};
+
+// Parses the command line. Help, version and errors are printed at once; the result then has the exit status:
+// 0, or 2 for wrong usage.
+struct ParsedCommandLine {
+    ConsoleOptions options;
+    std::optional<int> exitStatus;
+};
+[[nodiscard]] ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments);

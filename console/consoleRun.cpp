@@ -1,0 +1,249 @@
+#include "console/consoleRun.h"
+
+#include <utility>
+
+#include "base/applicationFolder.h"
+#include "base/errorLog.h"
+#include "base/errorLogFiles.h"
+#include "base/errorTrap.h"
+#include "base/modGlobal.h"
+#include "console/figureTables.h"
+#include "console/terminalText.h"
+#include "export/clsExport.h"
+#include "export/databaseFile.h"
+#include "export/reportFrame.h"
+#include "export/targetFile.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
+#include "platform/terminal.h"
+#include "scan/modProcessFiles.h"
+#include "scan/savedScan.h"
+#include "views/folderFigures.h"
+
+namespace {
+
+constexpr int statusDone = 0;
+constexpr int statusFailed = 1;
+constexpr int statusCancelled = 130;
+
+} // namespace
+
+ConsoleRun::ConsoleRun(ConsoleOptions options)
+    : options_(std::move(options)), userInterface_(options_.force, options_.quiet) {}
+
+int ConsoleRun::run() {
+    platform::ignoreBrokenPipes();
+    if (!start()) {
+        return statusFailed;
+    }
+    if (options_.loadFile.empty()) {
+        scanPaths();
+        writeReports();
+    } else if (loadSaved()) {
+        showLoaded();
+        writeReports();
+    }
+    if (cancelled_) {
+        return statusCancelled;
+    }
+    return failed_ || outputLost_ ? statusFailed : statusDone;
+}
+
+bool ConsoleRun::start() {
+    try {
+        const std::string folder = findApplicationFolder(options_.applicationFolder);
+        modGlobal::setErrorLog(&userInterface_,
+                               [this, folder] { return modGlobal::errorLogFiles(store_, folder); });
+        settings_.load(store_, folder);
+        if (options_.owners) {
+            settings_.setGetOwnerInfo(*options_.owners);
+        }
+        if (options_.fullSizes) {
+            settings_.setFullFileSizes(true);
+        }
+        if (options_.exact) {
+            settings_.setExact(true);
+        }
+        const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
+        working_ = modDatabase::prepareDatabase(folder, settings_.databasePath(), userInterface_, keep);
+        return true;
+    } catch (const RuntimeError& error) {
+        modGlobal::logCurrentException("spannory-scan", "start", true);
+        fail({}, error.what());
+        return false;
+    }
+}
+
+void ConsoleRun::scanPaths() {
+    clsSearch search(working_, settings_);
+    userInterface_.watch(&search);
+    const platform::InterruptionWatch watch;
+    for (const std::string& typed : options_.paths) {
+        if (lost_) {
+            fail(typed, "not scanned, because the scan before it could not be stored");
+        } else if (!cancelled_) {
+            scanPath(search, typed);
+        }
+    }
+    userInterface_.watch(nullptr);
+}
+
+// The internal path of an existing folder; empty, after a message, if there is no such folder.
+std::string ConsoleRun::findFolder(const std::string& typed) {
+    try {
+        std::string path = modGlobal::addBackslash(platform::toInternal(typed));
+        if (!path.empty() && platform::folderExists(path)) {
+            return path;
+        }
+        fail(typed, platform::mayNotEnter(path) ? "Permission denied" : "Folder not found");
+    } catch (const RuntimeError& error) {
+        fail(typed, error.what());
+    }
+    return {};
+}
+
+void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
+    userInterface_.setSubject(typed);
+    const std::string path = findFolder(typed);
+    if (path.empty()) {
+        return;
+    }
+    const std::int64_t messagesBefore = userInterface_.messageCount();
+    const auto result = modProcessFiles::processMain(path, {search, settings_, userInterface_});
+    failed_ = failed_ || userInterface_.messageCount() != messagesBefore;
+    cancelled_ = result.cancelled || platform::wasInterrupted();
+    lost_ = !result.stored;
+    if (lost_) {
+        return;
+    }
+    if (result.firstUnreadable == path) {
+        const std::string reason = platform::whyUnreadable(path);
+        fail(typed, reason.empty() ? "could not be read" : reason);
+    } else if (result.unreadableFolders > 0) {
+        userInterface_.message(
+            "number of folders that could not be read: " + std::to_string(result.unreadableFolders) +
+            "; the first is " + platform::displayPath(result.firstUnreadable));
+    }
+    showFolder(path, modProcessFiles::finishedText(result.seconds));
+}
+
+bool ConsoleRun::loadSaved() {
+    try {
+        modExport::loadDatabase(working_, options_.loadFile, userInterface_);
+        return true;
+    } catch (const RuntimeError& error) {
+        modGlobal::logCurrentException("spannory-scan", "load", true);
+        fail({}, error.what());
+        return false;
+    }
+}
+
+void ConsoleRun::showLoaded() {
+    const bool shown = modGlobal::trapped("spannory-scan", "showLoaded", [&] {
+        if (options_.paths.empty() && !options_.quiet) {
+            for (const std::string& key : modSavedScan::topFolders(working_.database())) {
+                showFolder(key, {});
+            }
+        }
+        for (const std::string& typed : options_.paths) {
+            const std::string key = modSavedScan::findFolder(working_.database(), typed);
+            if (key.empty()) {
+                fail(typed, "Folder not found in " + options_.loadFile);
+            } else {
+                showFolder(key, {});
+            }
+        }
+        return true;
+    });
+    failed_ = failed_ || !shown;
+}
+
+void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
+    if (options_.quiet) {
+        return;
+    }
+    const bool shown = modGlobal::trapped("spannory-scan", "showFolder", [&] {
+        Database& database = working_.database();
+        const auto top = static_cast<std::size_t>(options_.top);
+        const std::size_t width = platform::terminalWidth(platform::Stream::output);
+        std::string text = forTerminal(platform::displayPath(key)) + "\n\n";
+        text += barChart(modFigures::chartEntries(database, key), top, width) + "\n";
+        text += groupTable("Extension", modFigures::fileTypes(database, key), top) + "\n";
+        text += groupTable("Owner", modFigures::owners(database, key), top) + "\n";
+        text += modFigures::itemsText(database) + "\n";
+        if (!finished.empty()) {
+            text.append(finished).append("\n");
+        }
+        print(text + "\n");
+        return true;
+    });
+    failed_ = failed_ || !shown;
+}
+
+void ConsoleRun::writeReports() {
+    using modExport::ReportFormat;
+    writeReport(ReportFormat::html, options_.htmlFile);
+    writeReport(ReportFormat::text, options_.textFile);
+    writeReport(ReportFormat::xml, options_.xmlFile);
+    writeReport(ReportFormat::excel, options_.excelFile);
+    writeDatabase();
+}
+
+// Whether the given file may be written; if not, a message says why.
+bool ConsoleRun::mayWrite(const std::string& file) {
+    userInterface_.setSubject(file);
+    if (lost_) {
+        fail(file, "not written, because the scan could not be stored");
+        return false;
+    }
+    if (platform::isSameFile(file, working_.path())) {
+        fail(file, "this is the working database; choose another file");
+        return false;
+    }
+    const bool agreed = modExport::confirmOverwrite(userInterface_, file);
+    failed_ = failed_ || !agreed;
+    return agreed;
+}
+
+void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& file) {
+    if (file.empty() || !mayWrite(file)) {
+        return;
+    }
+    clsExport exportOptions;
+    exportOptions.detail =
+        options_.summary || modExport::isSummaryOnly(format) ? clsExport::summary : clsExport::detailed;
+    const modExport::ReportContext context{working_.database(), userInterface_, settings_, exportOptions,
+                                           modSavedScan::scannedFolders};
+    const bool written = modExport::exportReportFile(format, context, file);
+    failed_ = failed_ || !written;
+}
+
+void ConsoleRun::writeDatabase() {
+    const std::string& file = options_.databaseFile;
+    if (file.empty() || !mayWrite(file)) {
+        return;
+    }
+    try {
+        if (const auto failure = modExport::copyDatabase(working_, file, userInterface_)) {
+            fail({}, failure->what());
+        }
+    } catch (const RuntimeError& error) {
+        fail({}, error.what());
+    }
+}
+
+void ConsoleRun::print(const std::string& text) {
+    if (!outputLost_ && !platform::writeTo(platform::Stream::output, text)) {
+        const std::string reason = platform::lastWriteFailure();
+        outputLost_ = true;
+        if (!reason.empty()) {
+            fail("standard output", reason);
+        }
+    }
+}
+
+void ConsoleRun::fail(std::string_view subject, std::string_view reason) {
+    failed_ = true;
+    userInterface_.setSubject(subject);
+    userInterface_.message(reason);
+}

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "base/clsRegSettings.h"
+#include "base/clsSettings.h"
+#include "console/consoleInterface.h"
+#include "console/consoleOptions.h"
+#include "db/modDatabase.h"
+#include "export/reportFormats.h"
+#include "scan/clsSearch.h"
+
+// One run of the console program, from the options to the exit status.
+class ConsoleRun {
+public:
+    explicit ConsoleRun(ConsoleOptions options);
+
+    // The exit status: 0 done, 1 something could not be done (each with a message), 130 cancelled.
+    [[nodiscard]] int run();
+
+private:
+    bool start();
+    void scanPaths();
+    void scanPath(clsSearch& search, const std::string& typed);
+    [[nodiscard]] std::string findFolder(const std::string& typed);
+    bool loadSaved();
+    void showLoaded();
+    void showFolder(std::string_view key, std::string_view finished);
+    void writeReports();
+    bool mayWrite(const std::string& file);
+    void writeReport(modExport::ReportFormat format, const std::string& file);
+    void writeDatabase();
+    void print(const std::string& text);
+    void fail(std::string_view subject, std::string_view reason);
+
+    ConsoleOptions options_;
+    ConsoleInterface userInterface_;
+    clsRegSettings store_;
+    clsSettings settings_;
+    WorkingDatabase working_;
+    bool failed_ = false;
+    bool cancelled_ = false;
+    bool lost_ = false; // the database could not store the scan
+    bool outputLost_ = false;
+};

@@ -1,0 +1,106 @@
+#include "console/figureTables.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "base/formatSize.h"
+#include "console/terminalText.h"
+#include "platform/locale.h"
+#include "platform/paths.h"
+#include "platform/terminal.h"
+#include "platform/text.h"
+
+namespace {
+
+constexpr std::size_t widestName = 40;
+
+// An internal name in the form for terminals, cut to the width of a table's first column.
+std::string shown(std::string_view internalName) {
+    const std::string name = forTerminal(platform::displayName(internalName));
+    const std::string_view cut = platform::firstCharacters(name, widestName);
+    return cut.size() == name.size() ? name
+                                     : std::string(platform::firstCharacters(name, widestName - 3)) + "...";
+}
+
+std::string padded(const std::string& text, std::size_t width, bool toTheRight = false) {
+    const std::size_t length = platform::characterCount(text);
+    const std::string blanks(width > length ? width - length : 0, ' ');
+    return toTheRight ? blanks + text : text + blanks;
+}
+
+std::size_t shownRows(std::size_t rows, std::size_t top) {
+    return top == 0 ? rows : std::min(rows, top);
+}
+
+std::string moreLine(std::size_t rows, std::size_t top) {
+    const std::size_t left = rows - shownRows(rows, top);
+    return left == 0 ? std::string() : "  (" + std::to_string(left) + " more)\n";
+}
+
+using Row = std::array<std::string, 3>;
+
+// Each column is as wide as its widest cell; the first is left-aligned, the others right-aligned.
+std::string table(const std::vector<Row>& rows) {
+    std::array<std::size_t, 3> widths{};
+    for (const Row& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            widths[i] = std::max(widths[i], platform::characterCount(row[i]));
+        }
+    }
+    std::string result;
+    for (const Row& row : rows) {
+        result += "  " + padded(row[0], widths[0]);
+        for (std::size_t i = 1; i < row.size(); ++i) {
+            result += "  " + padded(row[i], widths[i], true);
+        }
+        result += '\n';
+    }
+    return result;
+}
+
+std::string bar(double share, std::size_t width, std::string_view block) {
+    std::string result;
+    const auto blocks = static_cast<std::size_t>(std::round(share * static_cast<double>(width)));
+    for (std::size_t i = 0; i < blocks; ++i) {
+        result += block;
+    }
+    return padded(result, width);
+}
+
+} // namespace
+
+std::string barChart(const std::vector<ChartEntry>& entries, std::size_t top, std::size_t width) {
+    constexpr std::size_t sizeWidth = 14;
+    constexpr std::size_t narrowestBar = 10;
+    const std::size_t count = shownRows(entries.size(), top);
+    const double largest = entries.empty() ? 0 : entries.back().size;
+    std::size_t nameWidth = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        nameWidth =
+            std::max(nameWidth, platform::characterCount(shown(entries[entries.size() - 1 - i].label)));
+    }
+    const std::size_t taken = 2 + nameWidth + 2 + sizeWidth + 2;
+    const std::size_t barWidth = width > taken + narrowestBar ? width - taken : narrowestBar;
+    const std::string_view block = platform::writesUnicode() ? "\u2588" : "#";
+    std::string result;
+    for (std::size_t i = 0; i < count; ++i) {
+        const ChartEntry& entry = entries[entries.size() - 1 - i];
+        const double share = largest > 0 && entry.size > 0 ? entry.size / largest : 0;
+        result += "  " + padded(shown(entry.label), nameWidth) + "  " + bar(share, barWidth, block) +
+                  padded(modLvw::formatSize(entry.size), sizeWidth, true) + '\n';
+    }
+    return result + moreLine(entries.size(), top);
+}
+
+std::string groupTable(const std::string& nameHeader, std::vector<modFigures::FileGroup> groups,
+                       std::size_t top) {
+    std::stable_sort(groups.begin(), groups.end(),
+                     [](const auto& left, const auto& right) { return left.size > right.size; });
+    std::vector<Row> rows{{nameHeader, "Total Size", "File Count"}};
+    for (std::size_t i = 0; i < shownRows(groups.size(), top); ++i) {
+        const modFigures::FileGroup& group = groups[i];
+        rows.push_back({shown(platform::lowerCase(group.name)), modLvw::formatSize(group.size), group.count});
+    }
+    return table(rows) + moreLine(groups.size(), top);
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "views/folderFigures.h"
+#include "views/quickSort.h"
+
+// The views of a folder as text tables with at most `top` rows (0 for all); a last line counts the rows left
+// out. Names are made safe for a terminal (terminalText.h).
+
+// One bar per entry, largest first, within `width` columns.
+[[nodiscard]] std::string barChart(const std::vector<ChartEntry>& entries, std::size_t top,
+                                   std::size_t width);
+
+// Largest first.
+[[nodiscard]] std::string groupTable(const std::string& nameHeader, std::vector<modFigures::FileGroup> groups,
+                                     std::size_t top);

@@ -1,0 +1,130 @@
+#include "db/folderRows.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+
+#include "base/clsFile.h"
+#include "db/values.h"
+#include "platform/text.h"
+
+namespace {
+
+// Written as in the index of folders (schema.sql); otherwise the index would not be used.
+constexpr const char* ofFolder = " and isFolder+0=1";
+
+using modGlobal::quoted;
+
+// The first text after all texts that begin with the folder's path: "]" follows "\", even when case is
+// ignored.
+std::string behind(std::string_view folder) {
+    std::string bound(folder);
+    bound.back() = ']';
+    return bound;
+}
+
+// The first parent folder between the two paths, exclusive; empty if there is none.
+std::string firstParentBetween(Database& database, std::string_view from, std::string_view to) {
+    const auto rows = database.OpenRecordset("select min(parentFolder) from details where parentFolder>" +
+                                             quoted(from) + " and parentFolder<" + quoted(to));
+    return std::string(rows->Fields(0).text());
+}
+
+// In plain digits, the form of numbers in statements.
+std::string digitsOf(double number) {
+    std::array<char, std::numeric_limits<double>::max_exponent10 + 32> digits{};
+    const auto end =
+        std::to_chars(digits.data(), digits.data() + digits.size(), number, std::chars_format::fixed);
+    return {digits.data(), end.ptr};
+}
+
+} // namespace
+
+std::string modFolderRows::itself(std::string_view folder) {
+    const clsFile file(folder);
+    const std::string_view parent = file.parentFolder();
+    return "parentFolder=" + quoted(parent) + " and fileName=" + quoted(folder.substr(parent.size())) +
+           ofFolder;
+}
+
+std::string modFolderRows::directlyIn(std::string_view folder) {
+    return "parentFolder=" + quoted(folder);
+}
+
+std::string modFolderRows::anywhereIn(std::string_view folder) {
+    return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
+}
+
+modFolderRows::RecordedFolder modFolderRows::find(Database& database, std::string_view folder) {
+    RecordedFolder found;
+    const auto own =
+        database.OpenRecordset("select size,scanCompleteTime from details where " + itself(folder));
+    if (!own->EndOfFile()) {
+        found = {true, false, own->Fields(0).number(), std::string(own->Fields(1).text())};
+    }
+    found.hasContent =
+        !database.OpenRecordset("select idx from details where " + anywhereIn(folder))->EndOfFile();
+    return found;
+}
+
+modFolderRows::RecordedFolders modFolderRows::subfolders(Database& database, std::string_view folder) {
+    RecordedFolders result;
+    const auto rows = database.OpenRecordset("select fileName,size,scanCompleteTime from details where " +
+                                             directlyIn(folder) + ofFolder);
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        std::string_view name = rows->Fields(0).text();
+        name.remove_suffix(name.ends_with('\\') ? 1 : 0);
+        result[std::string(name)] = {true, false, rows->Fields(1).number(),
+                                     std::string(rows->Fields(2).text())};
+    }
+    // Goes from one subfolder to the next, skipping everything below it. The subfolder's name starts after as
+    // many characters as the folder's path has: when case is ignored, the stored path may have another length
+    // in bytes.
+    const std::size_t characters = platform::characterCount(folder);
+    const std::string end = behind(folder);
+    std::string from(folder);
+    for (;;) {
+        const std::string parent = firstParentBetween(database, from, end);
+        if (parent.empty()) {
+            return result;
+        }
+        const std::size_t start = platform::firstCharacters(parent, characters).size();
+        const std::size_t stop = std::min(parent.find('\\', start), parent.size());
+        result[parent.substr(start, stop - start)].hasContent = true;
+        from = parent.substr(0, stop) + ']';
+    }
+}
+
+double modFolderRows::sum(Database& database, std::string_view folder) {
+    const auto rows = database.OpenRecordset(
+        "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=" +
+        quoted(folder) + "));");
+    return rows->EndOfFile() ? 0 : rows->Fields("sumofsize").number();
+}
+
+void modFolderRows::remove(Database& database, const std::string& condition) {
+    database.Execute("delete * from details where " + condition);
+}
+
+void modFolderRows::removeWhole(Database& database, std::string_view folder) {
+    remove(database, itself(folder));
+    const auto hasRows = [&](const std::string& condition) {
+        return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
+    };
+    // The whole table is deleted at once, whatever its size.
+    const bool isAll = !hasRows("parentFolder<" + quoted(folder)) &&
+                       !hasRows("parentFolder>=" + quoted(behind(folder))) &&
+                       !hasRows("parentFolder is null");
+    database.Execute(isAll ? "delete * from details" : "delete * from details where " + anywhereIn(folder));
+}
+
+void modFolderRows::setSize(Database& database, std::string_view folder, double size) {
+    database.Execute("update details set size=" + digitsOf(size) + " where " + itself(folder));
+}
+
+void modFolderRows::setStamp(Database& database, std::string_view folder, std::string_view stamp) {
+    constexpr int singleQuotes = 1;
+    database.Execute("update details set scanCompleteTime=" +
+                     modGlobal::vtsSQL(std::string(stamp), singleQuotes) + " where " + itself(folder));
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "db/dao.h"
+#include "platform/locale.h"
+
+// The rows of table `details` that belong to a folder. They are found by `parentFolder`, which is never cut,
+// and `fileName`; not by `fullPath`, which is cut. Folders are given as internal paths with a trailing "\".
+namespace modFolderRows {
+
+// --- Conditions of statements, for behind "where" ---------------------------------------------------------
+
+// The folder's own row. A drive's root has none.
+[[nodiscard]] std::string itself(std::string_view folder);
+// The items directly in it.
+[[nodiscard]] std::string directlyIn(std::string_view folder);
+// The items in it, at any depth.
+[[nodiscard]] std::string anywhereIn(std::string_view folder);
+
+// --- What is recorded of a folder -------------------------------------------------------------------------
+
+struct RecordedFolder {
+    bool hasOwnRow = false;
+    bool hasContent = false; // it has rows at any depth
+    double size = 0;         // from its own row
+    std::string stamp;       // from its own row; empty until it has been scanned completely
+
+    [[nodiscard]] bool isThere() const noexcept { return hasOwnRow || hasContent; }
+};
+
+// By name, without "\".
+using RecordedFolders =
+    std::unordered_map<std::string, RecordedFolder, platform::NameHash, platform::NameEqual>;
+
+[[nodiscard]] RecordedFolder find(Database& database, std::string_view folder);
+
+// The direct subfolders: those that have a row, and those of which a refresh has left only deeper rows. Takes
+// one look into the index for each, however much is in them.
+[[nodiscard]] RecordedFolders subfolders(Database& database, std::string_view folder);
+
+// The total size of the items directly in the folder; 0 if there are none.
+[[nodiscard]] double sum(Database& database, std::string_view folder);
+
+// --- Changes ----------------------------------------------------------------------------------------------
+
+void remove(Database& database, const std::string& condition);
+
+// The folder's own row, and the items in it at any depth.
+void removeWhole(Database& database, std::string_view folder);
+
+void setSize(Database& database, std::string_view folder, double size);
+void setStamp(Database& database, std::string_view folder, std::string_view stamp); // empty for none
+
+} // namespace modFolderRows

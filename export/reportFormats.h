@@ -1,0 +1,30 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace modExport {
+
+struct ReportContext;
+
+// The kinds of reports; everything about one kind is in one row of a table.
+enum class ReportFormat { html, text, xml, excel };
+
+// Including its dot.
+[[nodiscard]] std::string_view fileExtension(ReportFormat format);
+
+// Descriptions and patterns alternately, separated by "|".
+[[nodiscard]] std::string saveDialogFilter(ReportFormat format);
+
+// True if there are no options: the report always shows folders.
+[[nodiscard]] bool isSummaryOnly(ReportFormat format);
+
+// The statement that returns the report's rows; for `detail`, see clsExport.
+[[nodiscard]] std::string reportQuery(ReportFormat format, std::int32_t detail);
+
+// Exports a report: passes the rows that the options select to the format's writer. True if it was written;
+// any problem has been shown or logged.
+bool exportReportFile(ReportFormat format, const ReportContext& context, std::string_view fileName);
+
+} // namespace modExport

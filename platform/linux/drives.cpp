@@ -1,0 +1,68 @@
+#include "platform/drives.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <set>
+
+#include "platform/linux/volumes.h"
+
+namespace platform {
+
+namespace {
+
+bool isFolder(const std::string& nativePath) {
+    struct stat status {};
+    return ::stat(nativePath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::vector<std::string> sharesOf(const MountTable& table) {
+    std::set<std::string> shares; // a share may be mounted at several places
+    for (const Mount& mount : table.mounts()) {
+        shares.insert(mount.share());
+    }
+    shares.erase(std::string());
+    return {shares.begin(), shares.end()};
+}
+
+} // namespace
+
+// The root volume is always listed, even if the table lacks it, as in a chroot.
+std::vector<std::string> driveRoots() {
+    const MountTable table = MountTable::read();
+    if (table.mounts().empty()) {
+        return {};
+    }
+    std::vector<std::string> roots;
+    for (const Mount& volume : localVolumes(table, isFolder)) {
+        roots.push_back(volume.driveRoot());
+    }
+    const std::vector<std::string> shares = sharesOf(table);
+    roots.insert(roots.end(), shares.begin(), shares.end());
+    const std::string systemRoot = "/\\";
+    if (roots.empty() || roots.front() != systemRoot) {
+        roots.insert(roots.begin(), systemRoot);
+    }
+    return roots;
+}
+
+int driveType(std::string_view root) {
+    const MountTable table = MountTable::read();
+    const std::vector<Mount>& mounts = table.mounts();
+    if (mounts.empty()) {
+        return drive::unknown;
+    }
+    const auto found = std::find_if(mounts.begin(), mounts.end(), [&](const Mount& mount) {
+        return !mount.isKernelFileSystem() && mount.driveRoot() == root;
+    });
+    if (found == mounts.end()) {
+        return root == "/\\" ? drive::fixed : drive::noRoot;
+    }
+    return driveTypeOf(*found, "/sys");
+}
+
+std::vector<std::string> networkShares() {
+    return sharesOf(MountTable::read());
+}
+
+} // namespace platform

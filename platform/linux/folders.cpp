@@ -1,0 +1,250 @@
+#include "platform/folders.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <system_error>
+
+#include "platform/linux/descriptor.h"
+#include "platform/linux/mountTable.h"
+#include "platform/linux/realPath.h"
+#include "platform/paths.h"
+
+namespace platform {
+
+namespace {
+
+constexpr std::size_t readBufferSize = std::size_t{64} << 10;
+
+// Kept well below PATH_MAX, so that the last names of a path always fit after it.
+constexpr std::size_t pathPieceLength = 3000;
+
+// The kernel's record of one entry. glibc offers the same as dirent64, but not the call itself.
+struct KernelEntry {
+    ino64_t inode;
+    off64_t offset;
+    unsigned short length;
+    unsigned char type;
+    char name[1]; // NOLINT: of any length
+};
+
+bool isSelfOrParent(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+EntryFacts factsOf(const struct stat& status) {
+    return {S_ISDIR(status.st_mode), true,         status.st_size, status.st_atim.tv_sec,
+            status.st_mtim.tv_sec,   status.st_uid};
+}
+
+// Reading a folder must not change its last access time if the system allows us to leave it alone.
+Descriptor openFolder(int start, const char* path, int flags) {
+    flags |= O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
+    Descriptor folder(::openat(start, path, flags | O_NOATIME));
+    if (!folder.isOpen() && errno == EPERM) {
+        folder = Descriptor(::openat(start, path, flags));
+    }
+    return folder;
+}
+
+// Opens folders by paths of any length. A path that is too long for the system is opened in pieces; the
+// descriptors of the pieces are kept for the next path that begins the same way.
+class LongPathOpener {
+public:
+    Descriptor open(std::string_view native, int flags) {
+        while (!pieces_.empty() && !startsWithPiece(native, pieces_.back().path)) {
+            pieces_.pop_back();
+        }
+        std::size_t done = pieces_.empty() ? 0 : pieces_.back().path.size() + 1;
+        while (native.size() - done > pathPieceLength) {
+            const std::size_t end = native.rfind('/', done + pathPieceLength);
+            if (end == std::string_view::npos || end <= done) {
+                break;
+            }
+            const std::string piece(native.substr(done, end - done));
+            Descriptor opened(::openat(start(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+            if (!opened.isOpen()) {
+                return opened;
+            }
+            pieces_.push_back({std::string(native.substr(0, end)), std::move(opened)});
+            done = end + 1;
+        }
+        rest_.assign(native.substr(done));
+        return openFolder(start(), rest_.c_str(), flags);
+    }
+
+private:
+    struct Piece {
+        std::string path;
+        Descriptor folder;
+    };
+
+    static bool startsWithPiece(std::string_view path, std::string_view piece) {
+        return path.size() > piece.size() && path[piece.size()] == '/' && path.starts_with(piece);
+    }
+
+    [[nodiscard]] int start() const { return pieces_.empty() ? AT_FDCWD : pieces_.back().folder.get(); }
+
+    std::vector<Piece> pieces_;
+    std::string rest_;
+};
+
+// Calls `take(name, the kernel's type)` for each entry of an open folder.
+template <class Take>
+bool forEachEntry(int folder, char* buffer, Take take) {
+    for (;;) {
+        const long count = ::syscall(SYS_getdents64, folder, buffer, readBufferSize);
+        if (count <= 0) {
+            return count == 0;
+        }
+        for (long position = 0; position < count;) {
+            const char* record = buffer + position;
+            unsigned short length = 0;
+            std::memcpy(&length, record + offsetof(KernelEntry, length), sizeof length);
+            const char* name = record + offsetof(KernelEntry, name);
+            if (!isSelfOrParent(name)) {
+                take(name, static_cast<unsigned char>(record[offsetof(KernelEntry, type)]));
+            }
+            position += length;
+        }
+    }
+}
+
+} // namespace
+
+struct FolderReader::Implementation {
+    LongPathOpener opener;
+    std::string native;
+    std::string share; // the last share, and where it is mounted
+    std::string shareNative;
+    alignas(KernelEntry) std::array<char, readBufferSize> buffer;
+
+    // A share's mount point is looked up only when the share changes, not for every folder.
+    void findNative(std::string_view internalFolder) {
+        if (share.empty() || !internalFolder.starts_with(share)) {
+            native = toNative(internalFolder);
+            const std::size_t server = internalFolder.starts_with("\\\\") ? internalFolder.find('\\', 2) : 0;
+            share = internalFolder.substr(0, server == 0 ? 0 : internalFolder.find('\\', server + 1) + 1);
+            shareNative = share.empty() ? std::string() : toNative(share);
+            return;
+        }
+        native = shareNative;
+        const std::string_view names = internalFolder.substr(share.size());
+        if (!names.empty()) {
+            native += '/';
+            appendNativeName(native, names.ends_with('\\') ? names.substr(0, names.size() - 1) : names);
+        }
+    }
+
+    Descriptor open(std::string_view internalFolder, bool followLink) {
+        findNative(internalFolder);
+        return opener.open(native, followLink ? 0 : O_NOFOLLOW);
+    }
+};
+
+FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
+FolderReader::~FolderReader() = default;
+
+bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool followLink) {
+    listing.clear();
+    const Descriptor folder = implementation_->open(internalFolder, followLink);
+    const auto take = [&](const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts = factsOf(status);
+        } else if (errno == ENOENT) {
+            return; // it vanished after the folder was read
+        } else {
+            facts.isFolder = type == DT_DIR;
+        }
+        listing.append(facts, name);
+    };
+    return folder.isOpen() && forEachEntry(folder.get(), implementation_->buffer.data(), take);
+}
+
+bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
+    listing.clear();
+    const Descriptor folder = implementation_->open(internalFolder, true);
+    const auto take = [&](const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        facts.isFolder = type == DT_DIR;
+        if (type == DT_UNKNOWN && ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts.isFolder = S_ISDIR(status.st_mode);
+        }
+        listing.append(facts, name);
+    };
+    return folder.isOpen() && forEachEntry(folder.get(), implementation_->buffer.data(), take);
+}
+
+bool folderExists(std::string_view internalPath) {
+    return folderFacts(internalPath).has_value();
+}
+
+EntryFacts entryFacts(std::string_view internalPath) {
+    struct stat status {};
+    const bool known = ::lstat(toNative(internalPath).c_str(), &status) == 0;
+    return known ? factsOf(status) : EntryFacts();
+}
+
+std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
+    // Opened, not queried by name, so that the path may have any length.
+    const Descriptor folder = LongPathOpener().open(toNative(internalFolder), O_PATH);
+    struct stat status {};
+    if (!folder.isOpen() || ::fstat(folder.get(), &status) != 0) {
+        return std::nullopt;
+    }
+    return factsOf(status);
+}
+
+bool mayNotEnter(std::string_view internalPath) {
+    return !LongPathOpener().open(toNative(internalPath), O_PATH).isOpen() && errno == EACCES;
+}
+
+std::string whyUnreadable(std::string_view internalFolder) {
+    const Descriptor folder = LongPathOpener().open(toNative(internalFolder), 0);
+    return folder.isOpen() ? std::string() : std::generic_category().message(errno);
+}
+
+std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder) {
+    std::unordered_set<std::string> result;
+    const auto resolved = realPath(toNative(internalFolder));
+    if (!resolved) {
+        return result;
+    }
+    std::string start = *resolved;
+    if (start != "/") {
+        start += '/';
+    }
+    const MountTable table = MountTable::read();
+    for (const Mount& mount : table.mounts()) {
+        if (!mount.mountPoint.starts_with(start)) {
+            continue;
+        }
+        std::string path(internalFolder);
+        if (!path.ends_with('\\')) {
+            path += '\\';
+        }
+        for (std::string_view rest = std::string_view(mount.mountPoint).substr(start.size());
+             !rest.empty();) {
+            const std::size_t end = std::min(rest.find('/'), rest.size());
+            appendInternalName(path, rest.substr(0, end));
+            rest.remove_prefix(end);
+            if (!rest.empty()) {
+                path += '\\';
+                rest.remove_prefix(1);
+            }
+        }
+        result.insert(std::move(path));
+    }
+    return result;
+}
+
+} // namespace platform

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace platform {
+
+// One line of the system's table of mounted file systems.
+struct Mount {
+    std::string mountPoint; // native, without trailing "/" (the root is empty)
+    std::string type;       // ext4, nfs4, proc, …
+    std::string source;     // /dev/sda1, //server/share, server:/export, …
+    std::string device;     // its number: 8:1
+    std::string root;       // the part of the file system that is mounted: "/" for all of it
+    std::string subvolume;  // btrfs: which one, as a path
+
+    // A kernel file system contains nobody's files, so it is not a drive.
+    [[nodiscard]] bool isKernelFileSystem() const;
+    // `\\server\share\` for a network share whose source names its server, otherwise empty.
+    [[nodiscard]] std::string share() const;
+    // The internal path of its root: the share, or the mount point followed by "\".
+    [[nodiscard]] std::string driveRoot() const;
+};
+
+class MountTable {
+public:
+    // The system's current table; empty if it is not available.
+    [[nodiscard]] static MountTable read();
+    // Reads text in the form of /proc/self/mountinfo. Of several mounts at one mount point, the last is on
+    // top.
+    [[nodiscard]] static MountTable parse(std::string_view text);
+
+    [[nodiscard]] const std::vector<Mount>& mounts() const noexcept { return mounts_; }
+
+    // The volume of a native absolute path; null if the table does not have it.
+    [[nodiscard]] const Mount* volumeOf(std::string_view nativePath) const;
+    [[nodiscard]] bool hasVolumeAt(std::string_view mountPoint) const;
+    [[nodiscard]] const Mount* shareAt(std::string_view driveRoot) const;
+
+private:
+    std::vector<Mount> mounts_;
+};
+
+} // namespace platform

@@ -1,0 +1,78 @@
+#include "platform/openFiles.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+
+#include "platform/linux/opening.h"
+#include "platform/systemError.h"
+
+namespace platform {
+
+namespace {
+
+class FileInPlace final : public OutputFile {
+public:
+    FileInPlace(std::string_view path, const std::string& native, int flag)
+        : path_(path), file_(openOrThrow(path, native, O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | flag)) {
+        const int flags = ::fcntl(file_.get(), F_GETFL);
+        ::fcntl(file_.get(), F_SETFL, flags & ~O_NONBLOCK);
+    }
+    void write(std::string_view text) override { writeAll(file_.get(), text, path_); }
+    void finish() override {
+        // Some file systems report a full disk only when a file is closed.
+        if (::close(file_.release()) != 0 && errno != EINTR) {
+            throw systemError(errno, path_);
+        }
+    }
+
+private:
+    std::string path_;
+    Descriptor file_;
+};
+
+class RegularFile final : public InputFile {
+public:
+    explicit RegularFile(std::string_view path)
+        : path_(path), file_(openOrThrow(path, nativeOf(path), O_RDONLY | O_NONBLOCK | O_NOCTTY)) {
+        struct stat status {};
+        if (::fstat(file_.get(), &status) != 0) {
+            throw systemError(errno, path);
+        }
+        if (!S_ISREG(status.st_mode)) {
+            throw systemError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, path);
+        }
+    }
+    std::size_t read(std::span<char> block) override {
+        for (;;) {
+            const ssize_t count = ::read(file_.get(), block.data(), block.size());
+            if (count >= 0) {
+                return static_cast<std::size_t>(count);
+            }
+            if (errno != EINTR) {
+                throw systemError(errno, path_);
+            }
+        }
+    }
+
+private:
+    std::string path_;
+    Descriptor file_;
+};
+
+} // namespace
+
+std::unique_ptr<OutputFile> openInPlace(std::string_view path, const std::string& native, int flag) {
+    return std::make_unique<FileInPlace>(path, native, flag);
+}
+
+std::unique_ptr<OutputFile> openEmptied(std::string_view path) {
+    return openInPlace(path, nativeOf(path), O_TRUNC);
+}
+
+std::unique_ptr<InputFile> openRegular(std::string_view path) {
+    return std::make_unique<RegularFile>(path);
+}
+
+} // namespace platform

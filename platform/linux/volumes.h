@@ -1,0 +1,21 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "platform/linux/mountTable.h"
+
+namespace platform {
+
+// The mounts that are drives of this machine, one per volume, ordered by mount point (see platform/drives.h).
+// Network shares are not included. `isFolder` tests a native path; it is never called for paths on the
+// network.
+[[nodiscard]] std::vector<Mount> localVolumes(const MountTable& table,
+                                              const std::function<bool(const std::string&)>& isFolder);
+
+// The kind of drive (platform/drives.h) of a mount. `sysRoot` is the location of /sys, without a trailing
+// "/".
+[[nodiscard]] int driveTypeOf(const Mount& mount, const std::string& sysRoot);
+
+} // namespace platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/runtimeError.h"
+
+// Converts the system's error codes (errno, GetLastError) to the numbers of the program's errors. For
+// platform/ only.
+namespace platform {
+
+// The only place where a code becomes an error. `path` is the path that the failed call was given, in any
+// form; the description shows its display form. If the number does not express the system's reason, the
+// reason is added in parentheses.
+[[nodiscard]] RuntimeError systemError(std::int64_t code, std::string_view path);
+
+// --- what each system tells of its own codes; linux/ and win32/ implement it ----------------------------
+
+struct SystemErrorNumber {
+    std::int64_t code;
+    int number;
+};
+
+// The codes that have their own number. All others become 75.
+[[nodiscard]] std::span<const SystemErrorNumber> systemErrorNumbers() noexcept;
+
+// The system's text for a code.
+[[nodiscard]] std::string systemMessage(std::int64_t code);
+
+} // namespace platform

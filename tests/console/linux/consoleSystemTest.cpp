@@ -1,0 +1,183 @@
+#include "console/consoleFixture.h"
+
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string program = (fs::read_symlink("/proc/self/exe").parent_path() / "spannory-scan").string();
+
+TEST_F(Console, takesNoOtherFolderForOneThatIsGone) {
+    const fs::path before = fs::current_path();
+    fs::create_directory(folder / "gone");
+    fs::current_path(folder / "gone");
+    fs::remove(folder / "gone");
+    const Outcome outcome = run(". --text report.csv --quiet");
+    fs::current_path(before);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(holds(outcome.errors, "Path not found: the current folder")) << outcome.errors;
+    EXPECT_FALSE(fs::exists("/report.csv"));
+}
+
+// The text shown, in a shell's $'...', names the file.
+TEST_F(Console, showsNamesAsTheyAreOnTheDisk) {
+    constexpr std::pair<std::string_view, std::string_view> names[]{
+        {"Who?", "Who?"},
+        {"a\"b<c>d|e*", "a\"b<c>d|e*"},
+        {"a\\b", "a\\b"},
+        {"two\nlines\x1b[31m", "two\\012lines\\033[31m"},
+        {"\\012", "\\134012"}, // no line break
+        {"caf\xE9 caf\xC3\xA9", "caf\\351 caf\xC3\xA9"},
+        {"\xC2\x9B", "\\302\\233"}, // controls some terminals
+    };
+    for (const auto& [name, shown] : names) {
+        folder.write("tree/names/" + std::string(name) + "/file." + std::string(name), "x");
+    }
+    const Outcome outcome = run("--top 0 %T/names");
+    for (const auto& [name, shown] : names) {
+        EXPECT_TRUE(holds(outcome.output, "\n  " + std::string(shown) + " ")) << outcome.output;
+        const std::string below = folder.typed("tree/names/") + std::string(shown) + "/\n";
+        const std::vector<std::string> arguments{"--app-folder", folder.typed("app"),
+                                                 folder.typed("tree/names/" + std::string(name))};
+        EXPECT_TRUE(holds(testSystem::run("spannory-scan", arguments).output, below));
+    }
+}
+
+TEST_F(Console, writesToNoFileOfItsOwnInPlaceOfAClosedStream) {
+    const std::string command =
+        program + " --app-folder " + folder.typed("app") + " " + folder.typed("tree") + " >&- 2>&-";
+    EXPECT_NE(std::system(command.c_str()), 0) << "its output was lost"; // NOLINT: a shell closes them
+    EXPECT_EQ(folder.read("app/main.dat.lock"), "");
+}
+
+TEST_F(Console, usesItsUsersFolderWhereItsOwnCannotBeWritten) {
+    fs::create_directories(folder / "bin");
+    for (const char* name : {"spannory-scan", "001.dat"}) {
+        fs::copy_file(fs::path(program).parent_path() / name, folder / "bin" / name);
+    }
+    fs::permissions(folder.path(), fs::perms::all);
+    fs::permissions(folder / "bin", fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
+                                        fs::perms::others_exec);
+    // Wholly another user: what only half changed its user may not look at itself, as a leak checker has to.
+    std::vector<std::string> command{"/usr/bin/setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
+    if (::geteuid() != 0) {
+        command = {"/usr/bin/env"};
+    }
+    std::vector<std::string> arguments(command.begin() + 1, command.end());
+    arguments.insert(arguments.end(), {folder.typed("bin/spannory-scan"), folder.typed("tree")});
+    const Outcome outcome = testSystem::run(command.front(), arguments,
+                                            {{"SPANNORY_HOME", ""}, {"XDG_DATA_HOME", folder.typed("user")}});
+    EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
+}
+
+TEST_F(Console, writesToAStreamAsItStands) {
+    const std::string command =
+        program + " --quiet --app-folder " + folder.typed("app") + " --summary --text ";
+    const std::string tree = " " + folder.typed("tree");
+    const std::string file = folder.typed("x");
+    for (const std::string& rest : {"/dev/stdout" + tree + " >>" + file, "/dev/fd/3" + tree + " 3>>" + file,
+                                    "/dev/stdout" + tree + " | cat >>" + file}) {
+        folder.write("x", "before\n");
+        EXPECT_EQ(std::system((command + rest).c_str()), 0) << rest; // NOLINT: a shell opens them
+        EXPECT_TRUE(folder.read("x").starts_with("before\n\"Path\",")) << rest;
+    }
+    ASSERT_TRUE(testSystem::makePipe(folder / "pipe"));
+    const std::string reader = "exec 3<>" + folder.typed("pipe") + "; "; // the reader opens first
+    const std::string rest = folder.typed("pipe") + tree + " && head -n 1 <&3 >" + file;
+    EXPECT_EQ(std::system((reader + command + rest).c_str()), 0); // NOLINT
+    EXPECT_TRUE(folder.read("x").starts_with("\"Path\","));
+    EXPECT_TRUE(fs::is_fifo(folder / "pipe"));
+}
+
+// A scan that needs more space than the database may use, as on a full disk.
+TEST_F(Console, tellsWhenTheScanCannotBeStored) {
+    for (int i = 0; i < 2000; ++i) {
+        folder.write("tree/many/" + std::string(200, 'n') + std::to_string(i), "");
+    }
+    rlimit before{};
+    ::getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit little{rlim_t{400} << 10, before.rlim_max};
+    auto* const handler = std::signal(SIGXFSZ, SIG_IGN); // NOLINT: the program inherits it
+    ::setrlimit(RLIMIT_FSIZE, &little);
+    const Outcome outcome = run("--html %F/x.html --database %F/x.mdb %T %T/a");
+    ::setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 4) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.errors, "main.dat")) << outcome.errors;
+    for (const char* left : {"tree/a: not scanned", "x.html: not written", "x.mdb: not written"}) {
+        EXPECT_TRUE(holds(outcome.errors, left)) << outcome.errors;
+    }
+    EXPECT_EQ(run("%T").status, 0);
+}
+
+// Runs the program as a child whose output is a full pipe, so that it blocks at its first table.
+class ConsoleSignals : public Console {
+protected:
+    // Sends the signal while the child prints the tables of its first path; returns the exit status as a
+    // shell shows it.
+    int signalled(int signal) {
+        std::array<int, 2> pipe{};
+        EXPECT_EQ(::pipe(pipe.data()), 0);
+        const int capacity = ::fcntl(pipe[1], F_GETPIPE_SZ);
+        const std::string filling(static_cast<std::size_t>(capacity), ' ');
+        EXPECT_EQ(::write(pipe[1], filling.data(), filling.size()), capacity);
+        const pid_t child = ::fork();
+        if (child == 0) {
+            ::dup2(pipe[1], STDOUT_FILENO);
+            const std::string app = folder.typed("app");
+            const std::string first = folder.typed("tree/a");
+            const std::string second = folder.typed("tree");
+            const std::string report = folder.typed("cancelled.csv");
+            ::execl(program.c_str(), "spannory-scan", "--app-folder", app.c_str(), "--text", report.c_str(),
+                    first.c_str(), second.c_str(), nullptr); // NOLINT
+            ::_exit(127);
+        }
+        ::close(pipe[1]);
+        for (int waits = 0; !sleepsInWrite(child) && waits < 5000; ++waits) {
+            ::usleep(1000);
+        }
+        ::kill(child, signal);
+        std::string taken(filling.size(), ' ');
+        while (::read(pipe[0], taken.data(), taken.size()) > 0) {
+        }
+        ::close(pipe[0]);
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+
+    // True once the child blocks in a write call to its standard output.
+    static bool sleepsInWrite(pid_t child) {
+        std::ifstream call("/proc/" + std::to_string(child) + "/syscall");
+        int number = -1;
+        std::string first;
+        return call >> number >> first && number == SYS_write && first == "0x1";
+    }
+};
+
+TEST_F(ConsoleSignals, endAScanWithoutHarmToTheNext) {
+    EXPECT_EQ(signalled(SIGINT), 130);
+    const std::string report = folder.read("cancelled.csv");
+    EXPECT_TRUE(holds(report, "tree/a/one.TXT")) << "what was recorded is written";
+    EXPECT_FALSE(holds(report, "tree/b/c/three")) << "the second path was cancelled";
+    EXPECT_EQ(signalled(SIGKILL), 128 + SIGKILL);
+    const Outcome after = run("%T");
+    EXPECT_EQ(after.status, 0);
+    EXPECT_EQ(after.errors, "");
+}
+
+} // namespace

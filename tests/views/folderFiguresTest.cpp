@@ -1,0 +1,107 @@
+#include "views/folderFigures.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "support/expected.h"
+#include "support/scanFixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::UnorderedElementsAre;
+
+class FolderFigures : public testing::Test, protected ScanFixture {
+protected:
+    std::vector<std::string> fileTypes(const std::string& folder) {
+        return described(modFigures::fileTypes(working.database(), folder));
+    }
+    std::vector<std::string> owners(const std::string& folder) {
+        return described(modFigures::owners(working.database(), folder));
+    }
+    std::vector<std::string> entries(const std::string& folder) {
+        std::vector<std::string> result;
+        for (const ChartEntry& entry : modFigures::chartEntries(working.database(), folder)) {
+            result.push_back(entry.label + "|" + valueText(entry.size));
+        }
+        return result;
+    }
+    void recordFile(const std::string& path, double size, const std::string& owner) {
+        EXPECT_TRUE(search.updateDetail(path, {}, size, {}, {}, owner));
+    }
+    void recordFolder(const std::string& path) {
+        EXPECT_TRUE(search.recordFolder(path, search.folderSum(path), false, {}, {}, "me"));
+    }
+
+private:
+    static std::vector<std::string> described(const std::vector<modFigures::FileGroup>& groups) {
+        std::vector<std::string> result;
+        for (const modFigures::FileGroup& group : groups) {
+            result.push_back(group.name + "|" + valueText(group.size) + "|" + group.count);
+        }
+        return result;
+    }
+};
+
+TEST_F(FolderFigures, tellExtensionsApartByCaseOnlyWhenAsked) {
+    tree.write("a.TXT", "12345");
+    tree.write("b.txt", "123");
+    tree.write("sub/c.txt", "1");
+    scan();
+    EXPECT_THAT(fileTypes(key()), ElementsAre("txt|9|3"));
+    working.database().Execute("delete * from details");
+    settings.setCaseSensitiveExt(true);
+    scan();
+    EXPECT_THAT(fileTypes(key()), UnorderedElementsAre("TXT|5|1", "txt|4|2"));
+}
+
+TEST_F(FolderFigures, keepTheSamePathOnTwoDrivesApart) {
+    const std::string drives[] = {"C:\\", "/mnt/data\\"};
+    double size = 1;
+    for (const std::string& drive : drives) {
+        recordFile(drive + "docs\\deep\\a.txt", size, "me");
+        recordFolder(drive + "docs\\deep\\");
+        recordFile(drive + "docs\\b.txt", size + 1, "me");
+        recordFile(drive + "own.bin", size + 4, "you");
+        size = 10;
+    }
+    recordFolder("C:\\docs\\");
+    EXPECT_NE(search.getLastScanStopTimeByLocationKey("C:\\docs\\"), "");
+    EXPECT_EQ(search.getLastScanStopTimeByLocationKey("/mnt/data\\docs\\"), "");
+    recordFolder("/mnt/data\\docs\\");
+    for (const std::string& drive : drives) {
+        EXPECT_FALSE(search.recordFolder(drive, search.folderSum(drive), false, {}, {}, "me"))
+            << "a drive has no row";
+    }
+    EXPECT_THAT(entries("C:\\"), ElementsAre("docs|3", "|Files||5"));
+    EXPECT_THAT(entries("/mnt/data\\"), ElementsAre("|Files||14", "docs|21"));
+    EXPECT_THAT(entries("/mnt/data\\docs\\"), ElementsAre("deep|10", "|Files||11"));
+    EXPECT_THAT(fileTypes("C:\\"), UnorderedElementsAre("txt|3|2", "bin|5|1"));
+    EXPECT_THAT(fileTypes("/mnt/data\\docs\\"), ElementsAre("txt|21|2"));
+    EXPECT_THAT(owners("/mnt/data\\"), UnorderedElementsAre("me|21|2", "you|14|1"));
+    EXPECT_EQ(search.folderSum("C:\\"), 8);
+
+    search.resetScanCompleteTime("C:\\docs\\");
+    EXPECT_THAT(entries("C:\\"), ElementsAre("|Files||5"));
+    EXPECT_THAT(entries("/mnt/data\\"), ElementsAre("|Files||14", "docs|21"));
+    EXPECT_EQ(modFigures::itemsText(working.database()), "7 items.");
+}
+
+// Cancelled at the first subfolder, to avoid scanning a whole drive.
+TEST_F(FolderFigures, areThoseOfADrivesRootToo) {
+    const std::string root = testSystem::root();
+    userInterface.onYield = [&] { search.CancelScan = search.CancelScan || userInterface.yields == 2; };
+    EXPECT_TRUE(modProcessFiles::processMain(root, {search, settings, userInterface}).cancelled);
+    const std::vector<std::string> found = rows("select fileName from details");
+    for (const auto& entry : testSystem::entriesOf(testSystem::pathOf(platform::toNative(root)))) {
+        if (!entry.isFolder) {
+            EXPECT_THAT(found, testing::Contains(entry.name));
+        }
+    }
+    recordFile(root + "a file of the test's", 7, "me");
+    EXPECT_THAT(rows("select distinct drive, folder, parentFolder, isFolder from details"),
+                ElementsAre(root + "|" + root + "|" + root + "|0"));
+    EXPECT_THAT(entries(root), ElementsAre("|Files||" + valueText(search.folderSum(root))));
+}
+
+} // namespace

@@ -1,0 +1,244 @@
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QMenu>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+#include <optional>
+#include <stdexcept>
+#include <tuple>
+
+#include "base/clsSettings.h"
+#include "base/errorLog.h"
+#include "platform/runtimeError.h"
+#include "support/recordingInterface.h"
+#include "widgets/systemIcons.h"
+#include "window/commands/menuCommands.h"
+#include "window/dialogs/frmAbout.h"
+#include "window/menu/menuIcons.h"
+#include "window/menu/menuToolbar.h"
+#include "window/menu/menus.h"
+#include "window/menu/popMenu.h"
+#include "window/menu/rebar.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+// The menus in a window, with commands that record their calls.
+class Menus : public testing::Test {
+protected:
+    Menus() { modMenuIcons::addMenuImages(imlMenu); }
+
+    void create(bool owners = true) {
+        settings.setGetOwnerInfo(owners);
+        modMenus::createMenus(cP, cPLvw, window, imlMenu, settings);
+        modMenus::setRebar(window, cRebar, tbrMenu, cP);
+        commands.emplace(cP, settings, people, carriers);
+        QObject::connect(&cP, &PopMenu::click, &cP, [this](int index) { commands->cP_Click(index); });
+    }
+
+    [[nodiscard]] int indexOf(const char* key) const {
+        for (int index = 1; index <= cP.count(); ++index) {
+            if (cP.itemKey(index) == QString::fromUtf8(key)) {
+                return index;
+            }
+        }
+        throw std::out_of_range(key);
+    }
+
+    [[nodiscard]] std::function<void()> noting(const char* text) {
+        return [this, text] { calls.emplace_back(text); };
+    }
+
+    [[nodiscard]] MenuTargets targets() {
+        return {.exportReport =
+                    [this](modExport::ReportFormat format) {
+                        calls.emplace_back(modExport::fileExtension(format));
+                    },
+                .exportDatabase = noting("database"),
+                .exportChart = [this](bool entire) { calls.emplace_back(entire ? "entire" : "visible"); },
+                .loadDatabase = noting("load"),
+                .exitApp = noting("exit"),
+                .refreshScreen = noting("refresh"),
+                .cancelScan = noting("cancel"),
+                .barStyle = noting("bar"),
+                .pieStyle = noting("pie"),
+                .updateGraph = noting("graph"),
+                .showAbout = noting("about"),
+                .showHelp = noting("help")};
+    }
+
+    QMainWindow window;
+    ImageList imlMenu;
+    clsSettings settings;
+    RecordingInterface people;
+    std::vector<std::string> calls;
+    PopMenu cP;
+    PopMenu cPLvw;
+    Rebar cRebar;
+    MenuToolbar tbrMenu;
+    MenuTargets carriers = targets(); // tests change them before the menus are created
+    std::optional<MenuCommands> commands;
+};
+
+TEST_F(Menus, everyItemIsInAMenuAndHasACommand) {
+    create();
+    for (int index = 1; index <= cP.count(); ++index) {
+        QAction& item = cP.action(index);
+        const int parent = cP.parentIndex(index);
+        const QWidget& menu = parent == PopMenu::topLevel ? static_cast<QWidget&>(tbrMenu)
+                                                          : static_cast<QWidget&>(*cP.action(parent).menu());
+        EXPECT_TRUE(menu.actions().contains(&item)) << item.text().toStdString();
+        if (!item.isSeparator() && item.menu() == nullptr) {
+            item.trigger();
+            EXPECT_THAT(people.messages, testing::IsEmpty());
+        }
+    }
+}
+
+TEST_F(Menus, disablingExportsLeavesTheRest) {
+    create();
+    modMenus::setExportsEnabled(cP, false);
+    QStringList enabled;
+    for (int index = 1; index <= cP.count(); ++index) {
+        if (cP.isEnabled(index) && !cP.itemKey(index).isEmpty() && !cP.action(index).isSeparator()) {
+            enabled += cP.itemKey(index);
+        }
+    }
+    EXPECT_EQ(enabled.join(u' '),
+              QStringLiteral(
+                  "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners HelpContents HelpAbout"));
+}
+
+TEST_F(Menus, itemsGiveTheirOwnCommands) {
+    create();
+    const std::pair<const char*, std::vector<std::string>> cases[] = {
+        {"ExportHTML", {".html"}},
+        {"ExportMDB", {"database"}},
+        {"ExportText", {".csv"}},
+        {"ExportXML", {".xml"}},
+        {"ExportExcel", {".xlsx"}},
+        {"ExportChartEntire", {"entire"}},
+        {"LoadMDB", {"load"}},
+        {"ExportChartVisible", {"visible"}},
+        {"ExitApp", {"exit"}},
+        {"Refresh", {"refresh"}},
+        {"CancelScan", {"cancel"}},
+        {"HelpContents", {"help"}},
+        {"ViewBarChart", {"bar", "graph"}},
+        {"ViewPieChart", {"pie", "graph"}},
+        {"HelpAbout", {"about"}},
+    };
+    for (const auto& [key, expected] : cases) {
+        calls.clear();
+        cP.action(indexOf(key)).trigger();
+        EXPECT_EQ(calls, expected) << key;
+    }
+}
+
+TEST_F(Menus, itemsWithoutACommandSayTheirNumberTwice) {
+    create();
+    commands->cP_Click(2);
+    commands->cP_Click(indexOf("Spacer0"));
+    EXPECT_THAT(people.messages, ElementsAre("Unassigned item click [cp_Click(2)] Export", "2 Clicked.",
+                                             "Unassigned item click [cp_Click(11)] Spacer0", "11 Clicked."));
+}
+
+class OwnersMenu : public Menus, public testing::WithParamInterface<bool> {};
+
+TEST_P(OwnersMenu, checkMarkFollowsTheSettingAndEveryClick) {
+    create(GetParam());
+    const int index = indexOf("ShowOwners");
+    for (const bool expected : {GetParam(), !GetParam(), GetParam()}) {
+        EXPECT_EQ(settings.getOwnerInfo(), expected);
+        EXPECT_EQ(cP.isChecked(index), expected);
+        EXPECT_EQ(cP.action(index).isChecked(), expected);
+        cP.action(index).trigger();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Setting, OwnersMenu, testing::Bool());
+
+TEST_F(Menus, exactlyOneChartStyleIsCheckedAndEveryClickRedraws) {
+    create();
+    const int bar = indexOf("ViewBarChart");
+    const int pie = indexOf("ViewPieChart");
+    EXPECT_TRUE(cP.isChecked(bar));
+    for (const int clicked : {bar, pie, pie, bar}) {
+        calls.clear();
+        cP.action(clicked).trigger();
+        EXPECT_THAT(calls, ElementsAre(clicked == bar ? "bar" : "pie", "graph"));
+        EXPECT_EQ(cP.action(bar).isChecked(), clicked == bar);
+        EXPECT_EQ(cP.action(pie).isChecked(), clicked == pie);
+    }
+}
+
+TEST_F(Menus, failingCommandIsLoggedAndTheMenuGoesOn) {
+    carriers.refreshScreen = [] { throw RuntimeError(errorNumber::permissionDenied); };
+    create();
+    modGlobal::setErrorLog(&people);
+    commands->cP_Click(indexOf("Refresh"));
+    commands->cP_Click(cP.count() + 1);
+    commands->cP_Click(indexOf("CancelScan"));
+    modGlobal::setErrorLog();
+    EXPECT_THAT(people.messages, ElementsAre(HasSubstr("70 "), HasSubstr("5 ")));
+    EXPECT_THAT(people.messages, testing::Each(HasSubstr("[frmMain.cp_Click]")));
+    EXPECT_THAT(calls, ElementsAre("cancel"));
+}
+
+// A scan runs inside the command that started it, and the same menu must be able to cancel it.
+TEST_F(Menus, commandCanBeGivenWhileAnotherRuns) {
+    carriers.refreshScreen = [this] {
+        QTest::keyClick(&window, Qt::Key_V, Qt::AltModifier);
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_C);
+        calls.emplace_back("refreshed");
+    };
+    create();
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    QTest::keyClick(&window, Qt::Key_V, Qt::AltModifier);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_R);
+    EXPECT_THAT(calls, ElementsAre("cancel", "refreshed"));
+}
+
+TEST_F(Menus, barOpensByKeysAndKeepsItsBandsHeight) {
+    create();
+    window.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    EXPECT_EQ(cRebar.band(QStringLiteral("MenuBar"))->height(), tbrMenu.sizeHint().height());
+
+    const std::tuple<Qt::Key, Qt::KeyboardModifier, QList<Qt::Key>, const char*> cases[] = {
+        {Qt::Key_F10, Qt::NoModifier, {Qt::Key_Right, Qt::Key_Down, Qt::Key_Return}, "cancel"},
+        {Qt::Key_F, Qt::AltModifier, {Qt::Key_Up, Qt::Key_Return}, "exit"},
+        {Qt::Key_H, Qt::AltModifier, {Qt::Key_A}, "about"},
+    };
+    for (const auto& [key, modifier, inMenu, expected] : cases) {
+        calls.clear();
+        QTest::keyClick(&window, key, modifier);
+        for (const Qt::Key next : inMenu) {
+            ASSERT_NE(QApplication::activePopupWidget(), nullptr) << expected;
+            QTest::keyClick(QApplication::activePopupWidget(), next);
+        }
+        EXPECT_THAT(calls, ElementsAre(expected));
+    }
+}
+
+TEST(AboutBox, showsTheVersionAndClosesByOkAndEscape) {
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Return}) {
+        frmAbout about(nullptr);
+        EXPECT_TRUE(about.findChild<QPushButton*>(QStringLiteral("cmdOK"))->isDefault());
+        EXPECT_TRUE(QRegularExpression(QStringLiteral("^ Version [0-9]+\\.[0-9]+\\.[0-9]+$"))
+                        .match(about.findChild<QLabel*>(QStringLiteral("lblVersion"))->text())
+                        .hasMatch());
+        about.open();
+        QTest::keyClick(&about, key);
+        EXPECT_FALSE(about.isVisible());
+    }
+}
+
+} // namespace

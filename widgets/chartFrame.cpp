@@ -1,0 +1,71 @@
+#include "widgets/chartFrame.h"
+
+#include <QFontInfo>
+#include <QFontMetricsF>
+#include <algorithm>
+#include <cmath>
+
+#include "views/chartPaging.h"
+#include "widgets/chartLook.h"
+
+namespace {
+
+QFont fontOf(const QFont& base, double pixels, QFont::Weight weight) {
+    QFont font(base);
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(pixels))));
+    font.setWeight(weight);
+    return font;
+}
+
+// The texts of a chart that fills a large screen grow with it, but less than the chart does.
+double scaleFor(const QSizeF& size) {
+    return std::clamp(std::sqrt(std::min(size.width() / 1100, size.height() / 750)), 1.0, 2.0);
+}
+
+} // namespace
+
+ChartFrame::ChartFrame(const QRectF& rectangle, const QFont& font)
+    : panel(rectangle), scale(scaleFor(rectangle.size())) {
+    const double textSize = std::max(QFontInfo(font).pixelSize(), 8) * scale;
+    titleFont = fontOf(font, textSize * chartLook::titleSize, QFont::Bold);
+    labelFont = fontOf(font, textSize, QFont::Bold);
+    markFont = fontOf(font, textSize * 0.92, QFont::Normal);
+    labelHeight = std::ceil(QFontMetricsF(labelFont).height());
+    labelWidth =
+        std::round(std::min(length(chartLook::labelLength), panel.width() * chartLook::mostLabelShare));
+    markHeight = std::ceil(QFontMetricsF(markFont).height()) + length(2);
+
+    const double left = panel.left() + std::round(panel.width() * chartLook::leftMargin);
+    const double right = panel.right() - std::round(panel.width() * chartLook::rightMargin);
+    const double top = panel.top() + std::round(panel.height() * chartLook::topMargin);
+    const double bottom = panel.bottom() - std::round(panel.height() * chartLook::bottomMargin);
+    const double gap = std::round(length(chartLook::gap));
+    title = QRectF(panel.left(), top, panel.width(), std::ceil(QFontMetricsF(titleFont).height()) + gap);
+    pieRoom = QRectF(QPointF(left, title.bottom() + gap), QPointF(right, bottom));
+
+    const QRectF room(QPointF(left + labelWidth + gap, title.bottom() + gap / 2),
+                      QPointF(right, bottom - labelHeight - gap));
+    const double offset = std::round(std::min(room.width(), room.height()) * chartLook::depth);
+    depth = QPointF(offset, -offset);
+    plot = room.adjusted(0, offset, -offset, 0);
+    findRoom();
+}
+
+void ChartFrame::findRoom() {
+    hasRoom = plot.width() >= 60 && plot.height() >= markHeight;
+}
+
+ChartFrame ChartFrame::resized(const QSizeF& size) const {
+    ChartFrame result(*this);
+    const QSizeF more = size - panel.size();
+    result.panel.setSize(size);
+    result.title.setWidth(size.width());
+    result.plot.setSize(plot.size() + more);
+    result.pieRoom.setSize(pieRoom.size() + more);
+    result.findRoom();
+    return result;
+}
+
+int ChartFrame::barRoom() const {
+    return std::clamp(static_cast<int>(plot.height() / leastSlot()), 1, ChartPaging::mostVisible);
+}

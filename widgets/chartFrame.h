@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QFont>
+#include <QRectF>
+
+// The part of the chart that does not depend on its entries: fonts, title and the room for bars or slices.
+// Text sizes are in pixels, so that a picture looks the same on every device.
+struct ChartFrame {
+    // `rectangle` is that of the whole chart, `font` that of ordinary text.
+    ChartFrame(const QRectF& rectangle, const QFont& font);
+
+    QRectF panel;     // the whole chart
+    double scale = 1; // of texts and lengths: 1 in an ordinary window, larger in a very large one
+    QFont titleFont;
+    QFont labelFont;
+    QFont markFont;
+    double labelWidth = 0;  // of the bars' labels
+    double labelHeight = 0; // of a line of labelFont
+    double markHeight = 0;  // of a mark's box
+    QRectF title;
+    QRectF plot;          // the area of the bars: the plane in front of the walls
+    QPointF depth;        // from the plot to the back wall
+    QRectF pieRoom;       // the room for slices and their labels
+    bool hasRoom = false; // false if only the panel fits
+
+    [[nodiscard]] QRectF backWall() const { return plot.translated(depth); }
+    [[nodiscard]] double length(double pixels) const { return pixels * scale; }
+    // The same for a panel of another size with the same origin: texts, margins and depth stay.
+    [[nodiscard]] ChartFrame resized(const QSizeF& size) const;
+    // The height needed by a bar with readable labels.
+    [[nodiscard]] double leastSlot() const { return markHeight + 1; }
+    // The number of bars with readable labels that fit into the plot.
+    [[nodiscard]] int barRoom() const;
+
+private:
+    void findRoom();
+};

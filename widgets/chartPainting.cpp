@@ -1,0 +1,77 @@
+#include "widgets/chartPainting.h"
+
+#include <QLinearGradient>
+
+#include "widgets/chartBarPainter.h"
+#include "widgets/chartLook.h"
+#include "widgets/chartPiePainter.h"
+
+namespace {
+
+void paintPanel(QPainter& painter, const ChartFrame& frame) {
+    QLinearGradient gradient(frame.panel.topLeft(), frame.panel.bottomRight());
+    gradient.setColorAt(0, QColor::fromRgb(chartLook::panelStart));
+    gradient.setColorAt(1, QColor::fromRgb(chartLook::panelEnd));
+    painter.setPen(QPen(QColor::fromRgb(chartLook::panelBorder), 1));
+    painter.setBrush(gradient);
+    painter.drawRect(frame.panel.adjusted(0.5, 0.5, -0.5, -0.5));
+}
+
+void paintTitle(QPainter& painter, const ChartFrame& frame) {
+    painter.setFont(frame.titleFont);
+    painter.setPen(QColor::fromRgb(chartLook::titleText));
+    painter.drawText(frame.title, Qt::AlignCenter | Qt::TextSingleLine, QStringLiteral("Spannory"));
+}
+
+void paintHint(QPainter& painter, const ChartFrame& frame, const ChartState& state) {
+    painter.setFont(frame.labelFont);
+    painter.setPen(QColor::fromRgba(chartLook::quietText));
+    const QRectF room = state.style == ChartStyle::bar ? frame.backWall() : frame.pieRoom;
+    const double inset = frame.length(2 * chartLook::gap);
+    painter.drawText(room.adjusted(inset, 0, -inset, 0), Qt::AlignCenter | Qt::TextWordWrap, state.hint);
+}
+
+// Texts have their own direction; the chart has none.
+void prepare(QPainter& painter) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setLayoutDirection(Qt::LeftToRight);
+}
+
+} // namespace
+
+void chartPainting::paintBackground(QPainter& painter, const ChartLayout& layout) {
+    painter.save();
+    prepare(painter);
+    const ChartFrame& frame = layout.frame();
+    paintPanel(painter, frame);
+    if (frame.hasRoom) {
+        paintTitle(painter, frame);
+    }
+    if (layout.bars()) {
+        chartBarPainter::paintWalls(painter, frame);
+    }
+    if (layout.pie() && !layout.isEmpty()) {
+        chartPiePainter::paintPie(painter, frame, *layout.pie());
+    }
+    painter.restore();
+}
+
+void chartPainting::paintContent(QPainter& painter, const ChartLayout& layout, const ChartState& state) {
+    painter.save();
+    prepare(painter);
+    if (layout.isEmpty()) {
+        paintHint(painter, layout.frame(), state);
+    } else if (layout.bars()) {
+        chartBarPainter::paintAxis(painter, layout.frame(), *layout.bars());
+        chartBarPainter::paintBars(painter, layout.frame(), *layout.bars(), state);
+    } else if (layout.pie()) {
+        chartPiePainter::paintHighlights(painter, layout.frame(), *layout.pie(), state);
+    }
+    painter.restore();
+}
+
+void chartPainting::paint(QPainter& painter, const QRectF& rectangle, const ChartState& state) {
+    const ChartLayout layout(ChartFrame(rectangle, state.font), state);
+    paintBackground(painter, layout);
+    paintContent(painter, layout, state);
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QFont>
+#include <QString>
+#include <span>
+
+#include "views/quickSort.h"
+
+enum class ChartStyle { bar, pie };
+
+// Everything that a picture of the chart shows. It refers to entries owned by the painter's caller.
+struct ChartState {
+    std::span<const ChartEntry> entries; // ascending by size
+    ChartStyle style = ChartStyle::bar;
+    bool entire = false; // all bars at once, regardless of scrolling
+    int position = 0;    // the number of the largest bars scrolled past (views/chartPaging.h)
+    int hovered = -1;    // the entry under the pointer, -1 for none
+    int selected = -1;   // the entry with the keyboard's highlight, -1 for none
+    QFont font;          // of ordinary text; the chart's fonts are derived from it
+    QString hint;        // shown if there are no bars or slices
+};

@@ -1,0 +1,157 @@
+#include "widgets/filesList.h"
+
+#include <QElapsedTimer>
+#include <array>
+#include <functional>
+
+#include "base/dateFormat.h"
+#include "base/errorTrap.h"
+#include "base/formatSize.h"
+#include "db/dao.h"
+#include "db/values.h"
+#include "widgets/listView.h"
+#include "widgets/systemIcons.h"
+
+namespace {
+
+// Odd on purpose: unless figures are exact, sorting does not know the tag "DATETIME", so dates are sorted as
+// text, by month first.
+constexpr std::array<ListColumn, 5> filesColumns{{
+    {"Name", "", false, "A file's short name.text", true},
+    {"Size", "SIZE", true, "1,023 bytes "},
+    {"Owner", "", false, "administrator"},
+    {"Modified", "DATETIME", false, "12/28/2028 10:58:58 AM"},
+    {"Accessed", "DATETIME", false, "12/28/2028 10:58:58 AM"},
+}};
+
+// How long fetching icons may block the window, in milliseconds.
+constexpr qint64 longestTick = 50;
+
+// Turns rows of a query into list rows.
+class RowReader {
+public:
+    RowReader(Recordset& rows, std::string_view folderKey)
+        : rows_(rows), key_(folderKey), keyLength_(key_.size()) {}
+
+    [[nodiscard]] ListRow read() {
+        const std::string_view storedName = fileName_.text();
+        // The folder's key plus the name: the stored path is the same but may be cut.
+        key_.resize(keyLength_);
+        key_.append(storedName);
+        std::string_view name = storedName;
+        if (name.ends_with('\\')) {
+            name.remove_suffix(1);
+        }
+        const double bytes = size_.number();
+        sizeText_.clear();
+        modLvw::appendSize(sizeText_, bytes);
+        reformat(dateModified_, modified_);
+        reformat(dateAccessed_, accessed_);
+        const std::array<ListCell, filesColumns.size()> cells{
+            {{name, {}}, {sizeText_, bytes}, {owner_.text(), {}}, {modified_, {}}, {accessed_, storedName}}};
+        return {key_, isFolder_.number() == 1 ? "FOLDER" : "FILE", cells};
+    }
+
+    // Adds the content of a row to a hash of the rows before it.
+    void addTo(std::size_t& digest) const {
+        constexpr std::size_t spread = 0x9E3779B97F4A7C15U;
+        const auto add = [&](std::size_t hash) { digest = (digest ^ hash) * spread + (digest >> 32U); };
+        for (const Field* field : {&fileName_, &owner_, &dateModified_, &dateAccessed_}) {
+            add(std::hash<std::string_view>()(field->text()));
+        }
+        add(std::hash<double>()(size_.number()));
+    }
+
+private:
+    static void reformat(const Field& date, std::string& text) {
+        text.clear();
+        modFormat::appendReformattedDate(text, date.text(), modFormat::storedDatePicture);
+    }
+
+    Recordset& rows_;
+    const Field& fileName_ = rows_.Fields("fileName");
+    const Field& size_ = rows_.Fields("size");
+    const Field& owner_ = rows_.Fields("owner");
+    const Field& dateModified_ = rows_.Fields("dateModified");
+    const Field& dateAccessed_ = rows_.Fields("dateAccessed");
+    const Field& isFolder_ = rows_.Fields("isFolder");
+    std::string key_;
+    std::size_t keyLength_;
+    std::string sizeText_;
+    std::string modified_;
+    std::string accessed_;
+};
+
+} // namespace
+
+std::span<const ListColumn> FilesList::columns() noexcept {
+    return filesColumns;
+}
+
+void FilesList::updateFileFolderListview(Database& database, std::string_view selectedKey) {
+    modGlobal::trapped("frmMain", "updateFileFolderListview", [&] {
+        if (selectedKey.empty() || selectedKey == "ROOT") {
+            return;
+        }
+        if (selectedKey != shownKey_) {
+            clear();
+            shownKey_ = selectedKey;
+        }
+        NewRows found = newRows(database);
+        if (!found.followTheShown) {
+            clear();
+            found = newRows(database);
+        }
+        lvwF_.rows().append(std::move(found.rows));
+        shownRows_ = found.count;
+        shownDigest_ = found.digest;
+    });
+}
+
+FilesList::NewRows FilesList::newRows(Database& database) const {
+    const auto rows =
+        database.OpenRecordset("SELECT drive,fullPath,fileName,size,owner,dateModified,dateAccessed,isFolder "
+                               "From details "
+                               "WHERE details.parentFolder=" +
+                               modGlobal::quoted(shownKey_) + " order by idx");
+    RowReader reader(*rows, shownKey_);
+    NewRows found;
+    std::size_t known = 0;
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        reader.addTo(found.digest);
+        if (++found.count > shownRows_) {
+            found.rows.push_back(reader.read());
+        } else {
+            known = found.digest;
+        }
+    }
+    found.followTheShown = shownRows_ == nothing || (found.count >= shownRows_ && known == shownDigest_);
+    return found;
+}
+
+// The count of shown rows is reset too: otherwise a refresh of the same folder would show only the rows after
+// them.
+void FilesList::clear() {
+    lvwF_.rows().clear();
+    shownRows_ = nothing;
+    shownDigest_ = 0;
+}
+
+void FilesList::getListViewIcons() {
+    modGlobal::trapped("frmMain", "getListViewIcons", [&] {
+        if (!lvwF_.isVisible()) {
+            return;
+        }
+        const auto [first, last] = lvwF_.rowsInView();
+        const auto count = static_cast<unsigned>(last - first + 1);
+        QElapsedTimer spent;
+        spent.start();
+        for (unsigned tried = 0; tried < count && !spent.hasExpired(longestTick); ++tried, ++nextIcon_) {
+            const int row = first + static_cast<int>(nextIcon_ % count);
+            const ListRow& shown = lvwF_.rows().row(row);
+            if (shown.icon.isEmpty()) {
+                lvwF_.rows().setIcon(row, modSystemIcons::getIcon(shown.key(), imlFiles_));
+            }
+        }
+    });
+}

@@ -1,0 +1,124 @@
+#pragma once
+
+#include <QPixmap>
+#include <QPointer>
+#include <QScrollBar>
+#include <QTimer>
+#include <QWidget>
+#include <chrono>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "views/chartPaging.h"
+#include "views/quickSort.h"
+#include "widgets/chartHit.h"
+#include "widgets/chartLayout.h"
+#include "widgets/chartState.h"
+
+// The folder chart (control `tc`): one bar or slice for each entry. At most fifteen bars are shown, the
+// largest at the top; the wheel, the scroll bar and the page keys reach the others. A click on a bar
+// activates its entry; the arrow keys select a bar, and Enter activates it.
+class FolderChart : public QWidget {
+    Q_OBJECT
+
+public:
+    // What happens to the scroll position and the selection when new entries are set.
+    enum class View {
+        largest, // another folder: show the largest bars, select nothing
+        kept,    // the same folder with new figures: keep both; the selection is found by its label
+    };
+
+    // The text of a tip for a value in megabytes and the index of its entry (-1 for several entries).
+    using TipProvider = std::function<QString(double megabytes, int index)>;
+
+    static constexpr std::chrono::milliseconds tipDelay{100};
+
+    explicit FolderChart(QWidget* parent = nullptr);
+
+    // The entries are ascending by size; sizes are in bytes and may be negative (modFigures::chartEntries).
+    void setEntries(std::vector<ChartEntry> entries, View view = View::largest);
+    [[nodiscard]] const std::vector<ChartEntry>& entries() const { return entries_; }
+
+    void setChartStyle(ChartStyle style);
+    [[nodiscard]] ChartStyle chartStyle() const { return style_; }
+
+    // The text shown instead of bars if there are no entries.
+    void setHint(const QString& hint);
+
+    // The vertical scroll bar beside the chart (`fsb`), which is not owned. It is hidden if everything is in
+    // view.
+    void attachScrollBar(QScrollBar* scrollBar);
+
+    void setTipProvider(TipProvider provider) { tipProvider_ = std::move(provider); }
+    // How long the pointer or the keyboard selection must stay on something before its tip appears.
+    void setTipDelay(std::chrono::milliseconds delay) { tipTimer_.setInterval(delay); }
+
+    // The number of the largest bars scrolled past.
+    [[nodiscard]] int position() const { return position_; }
+    void setPosition(int position);
+
+    // The entry with the keyboard highlight, -1 for none.
+    [[nodiscard]] int selected() const { return selected_; }
+
+    // The widget's current content, for painting it elsewhere (chartPainting::paint). Valid until the next
+    // change.
+    [[nodiscard]] ChartState state() const;
+    // The entry's bar with its mark, or its slice's label, in the widget's coordinates; null if not in view.
+    [[nodiscard]] QRectF markOf(int index) { return layoutNow().markOf(index); }
+
+    [[nodiscard]] QSize sizeHint() const override { return {640, 420}; }
+    [[nodiscard]] QSize minimumSizeHint() const override { return {200, 140}; }
+
+Q_SIGNALS:
+    void barActivated(const std::string& label);
+
+protected:
+    bool event(QEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+
+private:
+    [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
+    [[nodiscard]] std::string labelAt(int index) const; // empty if there is none
+    [[nodiscard]] const ChartLayout& layoutNow();
+    [[nodiscard]] ChartPaging paging();
+    void relayout();
+    void adjustScrollBar();
+    void renewBackground();
+    void hover(const ChartHit& hit);
+    void hoverAgain();
+    void select(int index);
+    [[nodiscard]] int selectable();
+    bool moveByKey(int key);
+    void startTip(const ChartHit& hit, bool byMouse);
+    void stopTip();
+    void showTip();
+    [[nodiscard]] QString tipText(const ChartHit& hit) const;
+
+    std::vector<ChartEntry> entries_;
+    ChartStyle style_ = ChartStyle::bar;
+    QString hint_;
+    int position_ = 0;
+    int selected_ = -1;
+    ChartHit hovered_;
+    std::string pressed_; // the label under the pointer when the button was pressed
+    int wheelRest_ = 0;   // the rest of the wheel's turn, less than one bar
+    TipProvider tipProvider_;
+    QTimer tipTimer_;
+    ChartHit tipped_; // what the tip is or will be shown for
+    bool tipAtPointer_ = false;
+    QPointer<QScrollBar> scrollBar_;
+    std::optional<ChartLayout> layout_; // created when needed
+    QPixmap background_;                // created when needed
+};

@@ -1,0 +1,190 @@
+#include "widgets/listView.h"
+
+#include <QContextMenuEvent>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "widgets/paleSelection.h"
+
+namespace {
+
+constexpr int roomBetweenRows = 6;
+
+class RowDelegate final : public QStyledItemDelegate {
+public:
+    explicit RowDelegate(ListView& list) : QStyledItemDelegate(&list), list_(list) {}
+
+    [[nodiscard]] QSize sizeHint(const QStyleOptionViewItem& option,
+                                 const QModelIndex& index) const override {
+        QSize size = QStyledItemDelegate::sizeHint(option, index);
+        size.setHeight(std::max(option.fontMetrics.height(), list_.iconSize().height()) + roomBetweenRows);
+        return size;
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (isNumber(index)) {
+            // A no-break space, so that numbers do not touch the texts of the next column. The style draws
+            // numbers like all other texts, because only the style knows the text colour that is readable on
+            // its selection.
+            option->text += QChar::Nbsp;
+        }
+        if (index.column() == 0 && list_.rows().hasIcons()) {
+            // Icons arrive late; the names leave room for them from the start, so that they do not jump.
+            option->features |= QStyleOptionViewItem::HasDecoration;
+            option->decorationSize = list_.iconSize();
+            option->textElideMode = Qt::ElideMiddle; // the end of a file's name shows its type
+        }
+    }
+
+private:
+    [[nodiscard]] bool isNumber(const QModelIndex& index) const {
+        return list_.rows().columns()[static_cast<std::size_t>(index.column())].isNumber;
+    }
+
+    ListView& list_;
+};
+
+} // namespace
+
+ListView::ListView(std::span<const ListColumn> columns, const ImageList* images, QWidget* parent)
+    : QTreeView(parent), rows_(columns, images) {
+    setModel(&rows_);
+    setItemDelegate(std::make_unique<RowDelegate>(*this).release()); // the view is its parent
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setAlternatingRowColors(true);
+    setSelectionMode(SingleSelection);
+    setSelectionBehavior(SelectRows);
+    setEditTriggers(NoEditTriggers);
+    setVerticalScrollMode(ScrollPerPixel);
+    setHorizontalScrollMode(ScrollPerPixel);
+    const int iconSide = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);
+    setIconSize({iconSide, iconSide});
+    setUpHeader();
+    connect(this, &QAbstractItemView::activated, this, [this](const QModelIndex& index) {
+        if (index.row() == selectedRow()) {
+            const ListRow& row = rows_.row(index.row());
+            Q_EMIT itemActivated(std::string(row.key()), std::string(row.tag()));
+        }
+    });
+}
+
+// The model is destroyed first, so the view is detached from it here.
+ListView::~ListView() {
+    setModel(nullptr);
+}
+
+void ListView::setUpHeader() {
+    QHeaderView& bar = *header();
+    bar.setStretchLastSection(false);
+    bar.setSectionsMovable(false);
+    bar.setSectionsClickable(true);
+    bar.setHighlightSections(false);
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    for (int i = 0; i < rows_.columnCount(); ++i) {
+        const int text = fontMetrics().horizontalAdvance(
+            QString::fromUtf8(rows_.columns()[static_cast<std::size_t>(i)].widest));
+        const int icon = i == 0 && rows_.hasIcons() ? iconSize().width() + margin : 0;
+        bar.resizeSection(i, std::max(text + icon + 2 * margin, bar.sectionSizeHint(i)));
+    }
+    leastFirstWidth_ = bar.sectionSize(0);
+    connect(&bar, &QHeaderView::sectionClicked, this,
+            [this](int section) { Q_EMIT columnClicked(section + 1); });
+}
+
+int ListView::selectedRow() const {
+    const QModelIndexList selected = selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.front().row();
+}
+
+void ListView::selectRow(int row) {
+    setCurrentIndex(rows_.index(row, 0));
+    scrollTo(rows_.index(row, 0));
+}
+
+std::pair<int, int> ListView::rowsInView() const {
+    const QModelIndex top = indexAt({0, 0});
+    if (!top.isValid()) {
+        return {0, -1};
+    }
+    const QModelIndex bottom = indexAt({0, viewport()->height() - 1});
+    return {top.row(), bottom.isValid() ? bottom.row() : rows_.rowCount() - 1};
+}
+
+void ListView::setSort(const ListSort& sort) {
+    sort_ = sort;
+    header()->setSortIndicatorShown(sort.sorted);
+    header()->setSortIndicator(sort.key, sort.order == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
+}
+
+void ListView::keyboardSearch(const QString& search) {
+    // Typed letters always search the first column, whichever cell was clicked.
+    if (currentIndex().column() > 0) {
+        selectionModel()->setCurrentIndex(currentIndex().siblingAtColumn(0), QItemSelectionModel::NoUpdate);
+    }
+    QTreeView::keyboardSearch(search);
+}
+
+void ListView::scrollTo(const QModelIndex& index, ScrollHint hint) {
+    const int left = horizontalScrollBar()->value();
+    QTreeView::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(left);
+}
+
+// The first column takes the room that the others leave, and shrinks again with the list, unless the user has
+// widened it.
+void ListView::resizeEvent(QResizeEvent* event) {
+    QHeaderView& bar = *header();
+    const int room = viewport()->width();
+    const int left = room - (bar.length() - bar.sectionSize(0));
+    if (left > bar.sectionSize(0) || fillsItsRoom()) {
+        bar.resizeSection(0, std::max(left, leastFirstWidth_));
+    }
+    roomBefore_ = room;
+    QTreeView::resizeEvent(event);
+}
+
+bool ListView::fillsItsRoom() const {
+    return header()->length() == roomBefore_;
+}
+
+void ListView::initViewItemOption(QStyleOptionViewItem* option) const {
+    QTreeView::initViewItemOption(option);
+    paleSelectionWithoutFocus(*this, *option);
+}
+
+void ListView::contextMenuEvent(QContextMenuEvent* event) {
+    Q_EMIT menuRequested(event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : menuPlace());
+    event->accept();
+}
+
+void ListView::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        Q_EMIT menuRequested(menuPlace());
+        event->accept();
+    } else if (event->matches(QKeySequence::Copy)) { // the whole list, not only the cell that Qt would copy
+        if (!event->isAutoRepeat()) {
+            Q_EMIT copyRequested();
+        }
+        event->accept();
+    } else {
+        QTreeView::keyPressEvent(event);
+    }
+}
+
+// Below the selected row if it is in view, otherwise at the list's upper left corner.
+QPoint ListView::menuPlace() const {
+    const int row = selectedRow();
+    const QRect place = row < 0 ? QRect() : visualRect(rows_.index(row, 0));
+    const bool inView = viewport()->rect().contains(place.bottomLeft());
+    return viewport()->mapToGlobal(inView ? place.bottomLeft() : QPoint());
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QTreeView>
+#include <string>
+#include <utility>
+
+#include "widgets/listModel.h"
+
+// The list's own record of how it is sorted.
+struct ListSort {
+    bool sorted = false; // false until the list is first sorted
+    int key = 0;         // the column, counted from 0
+    int order = 0;       // 0 ascending, 1 descending
+};
+
+// A report list that shows whole rows; one row can be selected, and typing the first letters of the first
+// column finds a row. Only modLvw::lvsort sorts it.
+class ListView final : public QTreeView {
+    Q_OBJECT
+
+public:
+    // The arguments of ListModel.
+    ListView(std::span<const ListColumn> columns, const ImageList* images, QWidget* parent = nullptr);
+    ~ListView() override;
+
+    [[nodiscard]] ListModel& rows() noexcept { return rows_; }
+    [[nodiscard]] const ListModel& rows() const noexcept { return rows_; }
+
+    // The selected row, or -1.
+    [[nodiscard]] int selectedRow() const;
+    // Selects the row and scrolls it into view.
+    void selectRow(int row);
+
+    // The first and last rows that are at least partly in view; {0, -1} if there are none.
+    [[nodiscard]] std::pair<int, int> rowsInView() const;
+
+    // Whether the first column fills the room that the others leave, and therefore follows the list's width.
+    [[nodiscard]] bool fillsItsRoom() const;
+
+    [[nodiscard]] const ListSort& sort() const noexcept { return sort_; }
+    // Whether sorting treats dates with their time as moments; otherwise as text.
+    [[nodiscard]] bool exactDates() const noexcept { return exactDates_; }
+    void setExactDates(bool exact) noexcept { exactDates_ = exact; }
+    // Records how the rows are sorted, and shows it in the header.
+    void setSort(const ListSort& sort);
+
+    void keyboardSearch(const QString& search) override;
+    void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
+
+Q_SIGNALS:
+    // Enter, a double click, or a single click if the desktop activates with one, on the selected row.
+    void itemActivated(const std::string& key, const std::string& tag);
+    // A click on a header; here columns are counted from 1.
+    void columnClicked(int column);
+    // The right button, the menu key or Shift+F10; `place` is the menu's position on the screen.
+    void menuRequested(const QPoint& place);
+    // Ctrl+C.
+    void copyRequested();
+
+protected:
+    void contextMenuEvent(QContextMenuEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void initViewItemOption(QStyleOptionViewItem* option) const override;
+
+private:
+    void setUpHeader();
+    [[nodiscard]] QPoint menuPlace() const;
+
+    ListModel rows_;
+    ListSort sort_;
+    bool exactDates_ = false;
+    int leastFirstWidth_ = 0; // of the first column
+    int roomBefore_ = 0;      // the width for which the columns were last laid out
+};

@@ -1,0 +1,35 @@
+#include "widgets/qtText.h"
+
+#include <QTextDocument>
+
+#include "platform/paths.h"
+
+QString modQt::nativePath(std::string_view internalPath) {
+    return QString::fromStdString(platform::toNative(internalPath));
+}
+
+QString modQt::shownText(std::string_view text) {
+    constexpr char16_t signs = u'\u2400'; // for the characters U+0000 to U+001F, in order
+    constexpr char16_t deleteSign = u'\u2421';
+    QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    for (QChar& c : result) {
+        if (c < QChar(u' ')) {
+            c = QChar(static_cast<char16_t>(signs + c.unicode()));
+        } else if (c == QChar(u'\x7F')) {
+            c = QChar(deleteSign);
+        }
+    }
+    return result;
+}
+
+QString modQt::shownName(std::string_view internalName) {
+    return shownText(platform::displayName(internalName));
+}
+
+QString modQt::shownPath(std::string_view internalPath) {
+    return shownText(platform::displayPath(internalPath));
+}
+
+QString modQt::tip(const QString& text) {
+    return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+}

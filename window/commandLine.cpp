@@ -1,0 +1,25 @@
+#include "window/commandLine.h"
+
+#include <CLI/CLI.hpp>
+#include <sstream>
+
+WindowOptions parseWindowCommandLine(int argumentCount, const char* const* arguments) {
+    constexpr int wrongUsage = 2;
+    WindowOptions options;
+    CLI::App app("Shows what uses the space on a disk, in a window.", "spannory");
+    app.allow_windows_style_options(false); // "/etc" is a path on every system
+    app.set_version_flag("--version", "spannory " SPANNORY_VERSION);
+    app.set_help_flag("-h,--help", "Print this help and exit");
+    app.add_option("PATH", options.path, "Folder to select and scan at once")->type_name("");
+    app.add_option("--app-folder", options.applicationFolder,
+                   "Application folder, with settings.ini, main.dat and errorLog.txt")
+        ->type_name("DIR");
+    try {
+        app.parse(argumentCount, arguments);
+    } catch (const CLI::ParseError& error) {
+        std::ostringstream answer;
+        options.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;
+        options.answer = answer.str();
+    }
+    return options;
+}

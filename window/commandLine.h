@@ -1,0 +1,18 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+// The content of `spannory`'s command line.
+struct WindowOptions {
+    std::string applicationFolder; // as typed; empty for the default
+    std::string path;              // the folder to select and scan at once, as typed; empty for none
+
+    // The exit status and the text to print first, if there is nothing more to do (help, version, wrong
+    // usage).
+    std::optional<int> exitStatus;
+    std::string answer;
+};
+
+// Parses the program's own options. Qt's options (-style, -platform, …) must have been removed before.
+[[nodiscard]] WindowOptions parseWindowCommandLine(int argumentCount, const char* const* arguments);

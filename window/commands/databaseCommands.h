@@ -1,0 +1,47 @@
+#pragma once
+
+#include <string>
+
+#include "base/clsRegSettings.h"
+#include "base/clsUserInterface.h"
+#include "db/workingDatabase.h"
+#include "tree/folderSelection.h"
+#include "tree/folderTree.h"
+#include "widgets/systemIcons.h"
+#include "window/commands/fileChoice.h"
+#include "window/dialogs/clsDialogs.h"
+#include "window/tabs/viewTabs.h"
+
+// The commands that save a scan, with the folder tree, in a database file, and load it.
+class DatabaseCommands {
+public:
+    // Nothing is owned.
+    struct Dependencies {
+        WorkingDatabase& database;
+        FolderTree& tree;
+        ImageList& icons;
+        FolderSelection& selection;
+        ViewTabs& views;
+        const clsRegSettings& store;
+        clsUserInterface& userInterface;
+        clsDialogs& dialogs;
+    };
+
+    explicit DatabaseCommands(const Dependencies& dependencies)
+        : dependencies_(dependencies),
+          choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
+
+    // Saves the tree into the working database and copies its file. If the copy fails, a message says so and
+    // the reason is logged; other errors are thrown.
+    void exportDatabase();
+
+    // Replaces the rows and the tree by those of a file. Errors are logged for the menu command. In any case,
+    // the views then show what the database contains.
+    void loadDatabase();
+
+private:
+    void load(const std::string& file);
+
+    Dependencies dependencies_;
+    FileChoice choice_;
+};

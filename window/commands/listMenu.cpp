@@ -1,0 +1,43 @@
+#include "window/commands/listMenu.h"
+
+#include <array>
+#include <string_view>
+#include <utility>
+
+#include "base/clsSettings.h"
+#include "base/errorTrap.h"
+#include "export/listClipboard.h"
+#include "export/listWorkbook.h"
+#include "platform/paths.h"
+#include "tree/folderTree.h"
+#include "window/commands/shownList.h"
+#include "window/tabs/viewTabs.h"
+
+ListMenu::ListMenu(Dependencies dependencies) : dependencies_(std::move(dependencies)) {}
+
+void ListMenu::cPLvw_Click(int index) {
+    modGlobal::trapped("frmMain", "cPLvw_Click", [&] {
+        const ListView* const list = dependencies_.views.activeList();
+        if (list == nullptr) {
+            return;
+        }
+        const ViewTabs::Hold hold(dependencies_.views);
+        const ShownList table(list->rows());
+        if (index == exportItem) {
+            modGlobal::printToExcel(table, caption(), dependencies_.userInterface,
+                                    dependencies_.workbookName());
+        } else if (index == copyItem) {
+            modGlobal::copyClipboardLvw(table, dependencies_.userInterface, dependencies_.clipboard,
+                                        dependencies_.settings.exact());
+        }
+    });
+}
+
+// The kind of list, and the folder that it shows.
+std::string ListMenu::caption() const {
+    constexpr std::array<std::string_view, 4> prefixes{"", "Details - ", "File Types - ", "Owners - "};
+    const int tab = dependencies_.views.tabs().currentIndex();
+    std::string result(prefixes.at(static_cast<std::size_t>(tab)));
+    platform::appendDisplayPath(result, dependencies_.tree.selectedKey());
+    return result;
+}

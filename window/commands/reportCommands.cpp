@@ -1,0 +1,44 @@
+#include "window/commands/reportCommands.h"
+
+#include <string>
+
+#include "export/reportFrame.h"
+#include "export/targetFile.h"
+#include "platform/clock.h"
+#include "scan/savedScan.h"
+
+using modExport::ReportFormat;
+
+void ReportCommands::exportReport(ReportFormat format) {
+    askForOptions(format);
+    if (options_.cancelExport) {
+        return;
+    }
+    const std::string file = fileFor(format);
+    if (file.empty()) {
+        return;
+    }
+    const modExport::ReportContext context{dependencies_.database.database(), dependencies_.userInterface,
+                                           dependencies_.settings, options_, modSavedScan::scannedFolders};
+    modExport::exportReportFile(format, context, file); // it reports its outcome itself
+}
+
+// A format without options does not reset an earlier Cancel. Odd on purpose: unless reports are exact, XML
+// exports do nothing after the options box was cancelled, until that box is closed with OK.
+void ReportCommands::askForOptions(ReportFormat format) {
+    if (modExport::isSummaryOnly(format)) {
+        options_.detail = clsExport::summary;
+        options_.cancelExport = options_.cancelExport && !dependencies_.settings.exact();
+        return;
+    }
+    options_.exportType = false;
+    dependencies_.dialogs.exportOptions(options_);
+}
+
+// A workbook is opened in the spreadsheet application, where the user can save it anywhere.
+std::string ReportCommands::fileFor(ReportFormat format) const {
+    if (format == ReportFormat::excel) {
+        return modExport::temporaryWorkbookName(platform::localTime(platform::now()));
+    }
+    return choice_.toWrite(modExport::saveDialogFilter(format), modExport::fileExtension(format));
+}

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
+#include "db/workingDatabase.h"
+#include "export/clsExport.h"
+#include "export/reportFormats.h"
+#include "window/commands/fileChoice.h"
+#include "window/dialogs/clsDialogs.h"
+
+// The report commands of the main menu: options, file name, and the report's writer. Keeps the options from
+// one export to the next.
+class ReportCommands {
+public:
+    // Nothing is owned.
+    struct Dependencies {
+        const WorkingDatabase& database;
+        const clsSettings& settings;
+        clsUserInterface& userInterface;
+        clsDialogs& dialogs;
+    };
+
+    explicit ReportCommands(const Dependencies& dependencies)
+        : dependencies_(dependencies),
+          choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
+
+    // Exports the whole database. Ends silently if the user cancels. The writers log their errors; others are
+    // thrown.
+    void exportReport(modExport::ReportFormat format);
+
+private:
+    void askForOptions(modExport::ReportFormat format);
+    [[nodiscard]] std::string fileFor(modExport::ReportFormat format) const;
+
+    Dependencies dependencies_;
+    FileChoice choice_;
+    clsExport options_;
+};

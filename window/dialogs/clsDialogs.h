@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+#include <string>
+
+class clsExport;
+
+// The settings of a file dialog.
+struct FileRequest {
+    std::string filter;   // descriptions and patterns alternately, separated by "|"
+    std::string fileName; // the proposed name; empty for none
+};
+
+// What the main window opens beside itself: its modal boxes, and files in their applications. An interface,
+// so that tests can answer.
+class clsDialogs {
+public:
+    virtual ~clsDialogs() = default;
+
+    // A message with an OK button and the program's title.
+    virtual void message(const QString& text) = 0;
+    // A Yes/No question; true for Yes.
+    [[nodiscard]] virtual bool ask(const QString& text) = 0;
+    // The About box.
+    virtual void about() = 0;
+    // The options box of an export, which changes the options (frmExport).
+    virtual void exportOptions(clsExport& options) = 0;
+
+    // The file dialogs: return the chosen path as a user would type it, or throw
+    // errorNumber::dialogCancelled. The save dialog does not ask before overwriting a file; the caller does.
+    [[nodiscard]] virtual std::string saveFile(const FileRequest& request) = 0;
+    [[nodiscard]] virtual std::string openFile(const FileRequest& request) = 0;
+
+    // Starts the application for a file (platform::openInAssociatedProgram); false if there is none.
+    [[nodiscard]] virtual bool startProgramOf(const std::string& path) = 0;
+};

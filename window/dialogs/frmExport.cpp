@@ -1,0 +1,57 @@
+#include "window/dialogs/frmExport.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+
+#include "export/clsExport.h"
+
+frmExport::frmExport(clsExport& options, QWidget* parent)
+    : QDialog(parent), options_(options), layout_(this), frameLayout_(&Frame1_) {
+    setObjectName(QStringLiteral("frmExport"));
+    setWindowTitle(QStringLiteral("Export"));
+    Frame1_.setObjectName(QStringLiteral("Frame1"));
+    Frame1_.setTitle(QStringLiteral("Output Options"));
+    optDetail_[0].setText(QStringLiteral("Detailed (shows all files)"));
+    optDetail_[1].setText(QStringLiteral("Summary (by folder)"));
+    for (std::size_t index = 0; index < optDetail_.size(); ++index) {
+        optDetail_.at(index).setObjectName(QStringLiteral("optDetail%1").arg(index));
+        frameLayout_.addWidget(&optDetail_.at(index));
+    }
+    QRadioButton& chosen = optDetail_[options.detail == clsExport::summary ? 1 : 0]; // the last choice
+    chosen.setChecked(true);
+
+    cmdOK_.setObjectName(QStringLiteral("cmdOK"));
+    cmdOK_.setText(QStringLiteral("OK"));
+    cmdOK_.setDefault(true);
+    cmdCancel_.setObjectName(QStringLiteral("cmdCancel"));
+    cmdCancel_.setText(QStringLiteral("Cancel"));
+    buttons_.addButton(&cmdOK_, QDialogButtonBox::ActionRole);
+    buttons_.addButton(&cmdCancel_, QDialogButtonBox::ActionRole);
+    connect(&cmdOK_, &QPushButton::clicked, this, &frmExport::cmdOK_Click);
+    connect(&cmdCancel_, &QPushButton::clicked, this, &frmExport::cmdCancel_Click);
+    layout_.addWidget(&Frame1_);
+    layout_.addWidget(&buttons_);
+    layout_.setSizeConstraint(QLayout::SetFixedSize);
+    chosen.setFocus(); // only possible now that it is in the box
+}
+
+void frmExport::cmdOK_Click() {
+    options_.detail = optDetail_[0].isChecked() ? clsExport::detailed : clsExport::summary;
+    leave(false);
+}
+
+void frmExport::cmdCancel_Click() {
+    leave(true);
+}
+
+void frmExport::leave(bool cancelled) {
+    options_.cancelExport = cancelled;
+    hide();
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents); // lets the window behind be repainted
+    done(cancelled ? Rejected : Accepted);
+}
+
+void frmExport::closeEvent(QCloseEvent* event) {
+    done(Rejected);
+    event->accept();
+}

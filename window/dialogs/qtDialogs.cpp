@@ -1,0 +1,106 @@
+#include "window/dialogs/qtDialogs.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QStandardPaths>
+#include <algorithm>
+
+#include "platform/environment.h"
+#include "platform/runtimeError.h"
+#include "window/dialogs/fileFilter.h"
+#include "window/dialogs/frmAbout.h"
+#include "window/dialogs/frmExport.h"
+
+namespace {
+
+// Shows the normal pointer while a box waits for an answer during long work.
+class PlainPointer {
+public:
+    PlainPointer() { QApplication::setOverrideCursor(Qt::ArrowCursor); }
+    ~PlainPointer() { QApplication::restoreOverrideCursor(); }
+    PlainPointer(const PlainPointer&) = delete;
+    PlainPointer& operator=(const PlainPointer&) = delete;
+};
+
+int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
+            QMessageBox::StandardButtons buttons) {
+    const PlainPointer pointer;
+    QMessageBox box(icon, QStringLiteral("Spannory"), text, buttons, parent);
+    box.setTextFormat(Qt::PlainText);
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    return box.exec();
+}
+
+} // namespace
+
+void QtDialogs::message(const QString& text) {
+    showBox(parent_, text, QMessageBox::Information, QMessageBox::Ok);
+}
+
+bool QtDialogs::ask(const QString& text) {
+    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) ==
+           QMessageBox::Yes;
+}
+
+void QtDialogs::about() {
+    frmAbout box(parent_);
+    box.exec();
+}
+
+void QtDialogs::exportOptions(clsExport& options) {
+    frmExport box(options, parent_);
+    box.exec();
+}
+
+std::string QtDialogs::saveFile(const FileRequest& request) {
+    return chooseFile(request, true);
+}
+
+std::string QtDialogs::openFile(const FileRequest& request) {
+    return chooseFile(request, false);
+}
+
+bool QtDialogs::startProgramOf(const std::string& path) {
+    return platform::openInAssociatedProgram(path);
+}
+
+std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
+    const std::vector<FileFilter> filters = fileFilters(request.filter);
+    QFileDialog dialog(parent_);
+    dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    if (!QFileInfo(folder_).isDir()) { // none yet, or it no longer exists
+        folder_ = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    }
+    dialog.setDirectory(QFileInfo(folder_).isDir() ? folder_ : QDir::homePath());
+    QStringList shown;
+    for (const FileFilter& filter : filters) {
+        shown << filter.shown;
+    }
+    dialog.setNameFilters(shown);
+    const auto follow = [&](const QString& chosen) {
+        const auto filter =
+            std::find_if(filters.begin(), filters.end(), [&](const auto& f) { return f.shown == chosen; });
+        if (filter == filters.end()) {
+            return;
+        }
+        dialog.setDefaultSuffix(filter->extension);
+        dialog.selectFile(underFilter(dialog.selectedFiles().value(0), *filter, filters));
+    };
+    if (saves) {
+        if (!platform::saveDialogFollowsFileType()) {
+            QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+        }
+        dialog.selectFile(QString::fromStdString(request.fileName));
+        dialog.setDefaultSuffix(filters.front().extension);
+    }
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        throw RuntimeError(errorNumber::dialogCancelled, "Cancel was selected");
+    }
+    folder_ = QFileInfo(dialog.selectedFiles().first()).path();
+    return QDir::toNativeSeparators(dialog.selectedFiles().first()).toStdString();
+}

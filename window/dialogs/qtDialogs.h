@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QWidget>
+
+#include "window/dialogs/clsDialogs.h"
+
+// The real boxes, above the given window.
+class QtDialogs final : public clsDialogs {
+public:
+    void setParent(QWidget* parent) { parent_ = parent; }
+
+    void message(const QString& text) override;
+    [[nodiscard]] bool ask(const QString& text) override;
+    void about() override;
+    void exportOptions(clsExport& options) override;
+    [[nodiscard]] std::string saveFile(const FileRequest& request) override;
+    [[nodiscard]] std::string openFile(const FileRequest& request) override;
+    [[nodiscard]] bool startProgramOf(const std::string& path) override;
+
+private:
+    [[nodiscard]] std::string chooseFile(const FileRequest& request, bool saves);
+
+    QWidget* parent_ = nullptr;
+    QString folder_; // the folder of the file chosen last
+};

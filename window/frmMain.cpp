@@ -1,0 +1,368 @@
+#include "window/frmMain.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileInfo>
+#include <QMenu>
+#include <QMimeData>
+#include <QScreen>
+#include <QTimer>
+#include <QUrl>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "base/applicationFolder.h"
+#include "base/errorLog.h"
+#include "base/errorLogFiles.h"
+#include "base/errorTrap.h"
+#include "base/modGlobal.h"
+#include "db/modDatabase.h"
+#include "export/targetFile.h"
+#include "tree/startupTree.h"
+#include "views/folderFigures.h"
+#include "widgets/qtText.h"
+#include "window/menu/menuIcons.h"
+#include "window/menu/menus.h"
+
+namespace {
+
+constexpr std::string_view moduleName = "frmMain";
+
+// Runs one step of the start-up: if it fails, the error is logged and the window opens without that part.
+template <class Step>
+void loadStep(Step&& step, modGlobal::Logging logging = modGlobal::Logging::shown) {
+    modGlobal::trapped(moduleName, "form_load", std::forward<Step>(step), logging);
+}
+
+// The first folder being dragged, as a native path; empty if there is none.
+QString draggedFolder(const QMimeData& data) {
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir()) {
+            return url.toLocalFile();
+        }
+    }
+    return {};
+}
+
+// Grey until another text replaces it.
+void showAsHint(QLineEdit& box) {
+    QPalette palette;
+    palette.setBrush(QPalette::Text, box.palette().placeholderText());
+    box.setPalette(palette);
+    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box] { box.setPalette({}); });
+}
+
+} // namespace
+
+frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
+    : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
+      state_(std::make_unique<QSettings>(modQt::nativePath(applicationFolder_ + "window.ini"),
+                                         QSettings::IniFormat)),
+      views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
+      selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
+      reports_({working_, settings_, userInterface_, dialogs}),
+      databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
+      charts_({views_, working_, userInterface_, dialogs}),
+      listMenu_({tvw_, views_, settings_, userInterface_, clipboard_,
+                 [] { return modExport::temporaryWorkbookName(platform::localTime(platform::now())); }}),
+      commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
+      toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
+    setObjectName(QStringLiteral("frmMain"));
+    layOut();
+    wire();
+    form_load();
+}
+
+frmMain::~frmMain() {
+    txtPath_.removeEventFilter(this);       // it loses the focus after cmdGo has been destroyed
+    views_.tabs().setCornerWidget(nullptr); // it would use it while its pages are destroyed
+    modGlobal::setErrorLog();
+}
+
+// --- Start-up and shutdown ------------------------------------------------------------------------------
+
+void frmMain::form_load() {
+    modGlobal::setErrorLog(&userInterface_,
+                           [this] { return modGlobal::errorLogFiles(store_, applicationFolder_); });
+    loadStep([this] { settings_.load(store_, applicationFolder_); });
+    loadStep([this] {
+        working_ = modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_);
+    });
+    loadStep([this] { views_.chart().setChartStyle(ChartStyle::bar); });
+    loadStep([this] {
+        modMenuIcons::addMenuImages(imlMenu_);
+        modMenus::createMenus(cP_, cPLvw_, *this, imlMenu_, settings_);
+        modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
+    });
+    loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
+    loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
+    setWindowTitle(QStringLiteral("Spannory ") + QApplication::applicationVersion());
+    loadStep([this] {
+        if (restoreGeometry(state_->value(QStringLiteral("geometry")).toByteArray())) {
+            resize(size().boundedTo(screen()->virtualSize())); // whatever the file contained
+        }
+        splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
+        views_.restore(*state_);
+    });
+}
+
+void frmMain::form_unload() {
+    modGlobal::trapped(
+        moduleName, "form_unload",
+        [this] {
+            settings_.save(store_);
+            state_->setValue(QStringLiteral("geometry"), saveGeometry());
+            state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
+            views_.save(*state_);
+            state_->sync();
+        },
+        modGlobal::Logging::quiet);
+}
+
+// If the window is closed during a scan, the scan is cancelled first, and the window closes when it has
+// ended. During an export, it also closes later, but the export is not cancelled.
+void frmMain::closeEvent(QCloseEvent* event) {
+    selection_.suppressRefresh();
+    if (search_.processing || runningExclusively_) {
+        search_.CancelScan = true;
+        search_.nextNode.clear();
+        closing_ = true;
+        event->ignore();
+        return;
+    }
+    form_unload();
+    event->accept();
+}
+
+// What the window does during a scan.
+void frmMain::followScan(bool running) {
+    if (running) {
+        userInterface_.beginScan();
+        ani_.play();
+    } else {
+        userInterface_.endScan();
+        ani_.stop();
+    }
+    views_.followScan(running);
+    escape_.setEnabled(running);
+    modMenus::setExportsEnabled(cP_, !running); // they need the rows and the file for themselves
+    if (!running) {
+        closeIfWanted();
+    }
+}
+
+// Runs a command that handles events but needs the rows to stay unchanged. Anything that would start a scan
+// meanwhile is delayed until the command has ended.
+void frmMain::runExclusively(const std::function<void()>& command) {
+    runningExclusively_ = true;
+    {
+        const HeldSelection held(selection_);
+        modGlobal::trapped(moduleName, "cp_Click", command);
+        runningExclusively_ = false;
+    }
+    closeIfWanted();
+}
+
+void frmMain::closeIfWanted() {
+    if (!search_.processing && !runningExclusively_ && std::exchange(closing_, false)) {
+        QTimer::singleShot(0, this, [this] { close(); });
+    }
+}
+
+// --- The controls ---------------------------------------------------------------------------------------
+
+void frmMain::layOut() {
+    // Sizes are multiples of the line height, so that at first all columns of the files list are visible,
+    // whatever the font.
+    const int line = fontMetrics().height();
+    const QSize usualSize = (QSize(75, 48) * line).boundedTo(screen()->availableSize() * 0.9);
+    const int treeWidth = usualSize.width() / 4;
+    constexpr QSize smallestSize(480, 320);
+    constexpr int animationSide = 24; // as high as the tabs beside it
+
+    central_.setObjectName(QStringLiteral("central"));
+    txtPath_.setObjectName(QStringLiteral("txtPath"));
+    txtPath_.setText(QStringLiteral("(Type network [UNC] path here)"));
+    showAsHint(txtPath_);
+    txtPath_.setToolTip(QStringLiteral("Type a path and press Enter to scan that folder (Ctrl+L)"));
+    txtPath_.setAcceptDrops(false); // a folder dropped on it goes to the window
+    txtPath_.setAccessibleName(QStringLiteral("Folder to scan"));
+    cmdGo_.setObjectName(QStringLiteral("cmdGo"));
+    cmdGo_.setText(QStringLiteral("&Go"));
+    cmdGo_.setToolTip(QStringLiteral("Scan the folder typed on the left"));
+    ani_.setObjectName(QStringLiteral("ani"));
+    ani_.setFixedSize(animationSide, animationSide);
+    tvw_.setObjectName(QStringLiteral("tvw"));
+    imlFiles_.setObjectName(QStringLiteral("imlFiles"));
+    imlMenu_.setObjectName(QStringLiteral("imlMenu"));
+    tvw_.setAccessibleName(QStringLiteral("Folders"));
+    prg_.setAccessibleName(QStringLiteral("Progress"));
+    prg_.setObjectName(QStringLiteral("prg"));
+    cP_.setObjectName(QStringLiteral("cP"));
+    cPLvw_.setObjectName(QStringLiteral("cPLvw"));
+    tbrMenu_.setObjectName(QStringLiteral("tbrMenu"));
+    cRebar_.setObjectName(QStringLiteral("cRebar"));
+    prg_.setMaximumWidth(treeWidth);
+
+    auto rows = std::make_unique<QVBoxLayout>();
+    auto pathRow = std::make_unique<QHBoxLayout>();
+    pathRow->addWidget(&txtPath_, 1);
+    pathRow->addWidget(&cmdGo_);
+    splitter_.setObjectName(QStringLiteral("splitter"));
+    splitter_.addWidget(&tvw_);
+    splitter_.addWidget(&views_.tabs());
+    views_.tabs().setCornerWidget(&ani_);
+    splitter_.setStretchFactor(1, 1);
+    splitter_.setChildrenCollapsible(false);
+    splitter_.setSizes({treeWidth, usualSize.width() - treeWidth});
+    rows->addLayout(pathRow.release());
+    rows->addWidget(&splitter_, 1);
+    central_.setLayout(rows.release());
+
+    setCentralWidget(&central_);
+    statusBar_.setObjectName(QStringLiteral("statusBar"));
+    statusBar_.addPermanentWidget(&prg_);
+    // Its texts begin at the left edge of the tree.
+    const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
+    statusBar_.setContentsMargins(margin, 0, 0, 0);
+    setStatusBar(&statusBar_);
+    prg_.hide();
+    setMinimumSize(smallestSize);
+    resize(usualSize);
+    setAcceptDrops(true);
+    tvw_.setFocus();
+}
+
+void frmMain::wire() {
+    txtPath_.installEventFilter(this);
+    connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
+    connect(&cmdGo_, &QPushButton::clicked, this,
+            [this] { selection_.cmdGo_Click(txtPath_.text().toStdString()); });
+    connect(&tvw_, &FolderTree::nodeExpanded, this,
+            [this](const std::string& key) { selection_.tvw_Expand(key); });
+    connect(&tvw_, &FolderTree::nodeClicked, this,
+            [this](const std::string& key) { selection_.tvw_NodeClick(key); });
+    connect(&selection_, &FolderSelection::scanRuns, this, &frmMain::followScan);
+    connect(&views_, &ViewTabs::barChosen, this, [this](const std::string& label) { tc_OnClick(label); });
+    connect(&views_, &ViewTabs::rowActivated, this,
+            [this](const std::string& key, const std::string& tag) { lvwF_Click(key, tag); });
+    connect(&cP_, &PopMenu::click, this, [this](int index) { commands_.cP_Click(index); });
+    connect(&views_, &ViewTabs::menuRequested, this,
+            [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
+    connect(&cPLvw_, &PopMenu::click, this,
+            [this](int index) { runExclusively([&] { listMenu_.cPLvw_Click(index); }); });
+    connect(&views_, &ViewTabs::copyRequested, this,
+            [this] { runExclusively([this] { listMenu_.cPLvw_Click(ListMenu::copyItem); }); });
+    escape_.setEnabled(false);
+    connect(&escape_, &QShortcut::activated, this, [this] { search_.CancelScan = true; });
+    connect(&toPath_, &QShortcut::activated, this, [this] {
+        txtPath_.setFocus(Qt::ShortcutFocusReason);
+        txtPath_.selectAll(); // it may already have had the focus
+    });
+}
+
+MenuTargets frmMain::menuTargets() {
+    MenuTargets targets;
+    targets.exportReport = [this](modExport::ReportFormat format) {
+        runExclusively([&] { reports_.exportReport(format); });
+    };
+    targets.exportDatabase = [this] { runExclusively([this] { databases_.exportDatabase(); }); };
+    targets.exportChart = [this](bool entire) { runExclusively([&] { charts_.exportChart(entire); }); };
+    targets.loadDatabase = [this] { runExclusively([this] { databases_.loadDatabase(); }); };
+    targets.exitApp = [this] { close(); };
+    targets.refreshScreen = [this] { selection_.refreshScreen(); };
+    targets.cancelScan = [this] { search_.CancelScan = true; };
+    targets.barStyle = [this] { views_.chart().setChartStyle(ChartStyle::bar); };
+    targets.pieStyle = [this] { views_.chart().setChartStyle(ChartStyle::pie); };
+    targets.updateGraph = [this] { views_.updateGraph(); };
+    targets.showHelp = [this] { help_.showHelp(); };
+    targets.showAbout = [this] { dialogs_.about(); };
+    return targets;
+}
+
+void frmMain::openPath(std::string_view typedPath) {
+    txtPath_.setText(QString::fromUtf8(typedPath.data(), static_cast<qsizetype>(typedPath.size())));
+    selection_.cmdGo_Click(typedPath);
+}
+
+void frmMain::txtPath_GotFocus() {
+    // The click that sets the focus would remove the selection again after this event.
+    QTimer::singleShot(0, &txtPath_, &QLineEdit::selectAll);
+    cmdGo_.setDefault(true);
+}
+
+void frmMain::txtPath_LostFocus() {
+    cmdGo_.setDefault(false);
+}
+
+// The path box's focus and its keys. In Qt 6.4, the box keeps the release of its keys to itself; in 6.8, it
+// passes it on to the window, which must not handle the same key twice.
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::KeyRelease) {
+        if (Form_KeyUp(static_cast<const QKeyEvent&>(*event))) {
+            return true;
+        }
+    } else if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) {
+        // When a menu over the box, or another window, closes, the box only gets its focus back.
+        const Qt::FocusReason reason = static_cast<const QFocusEvent*>(event)->reason();
+        if (reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason) {
+            event->type() == QEvent::FocusIn ? txtPath_GotFocus() : txtPath_LostFocus();
+        }
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::keyReleaseEvent(QKeyEvent* event) {
+    if (!Form_KeyUp(*event)) {
+        QMainWindow::keyReleaseEvent(event);
+    }
+}
+
+// Whether the key was one of the window's. A key that is held down is only released once.
+bool frmMain::Form_KeyUp(const QKeyEvent& event) {
+    if (event.key() != Qt::Key_F5 || event.isAutoRepeat()) {
+        return false;
+    }
+    selection_.refreshScreen();
+    return true;
+}
+
+// A row of the files and folders list was activated.
+void frmMain::lvwF_Click(const std::string& key, const std::string& tag) {
+    modGlobal::trapped(moduleName, "lvwF_Click", [&] {
+        if (tag == "FOLDER") {
+            selection_.openFolder(key);
+        } else {
+            userInterface_.openFile(key);
+        }
+    });
+}
+
+// The bar for the files in the folder itself opens nothing.
+void frmMain::tc_OnClick(const std::string& label) {
+    modGlobal::trapped(moduleName, "tc_OnClick", [&] {
+        const std::string selected = tvw_.selectedKey();
+        if (label == modFigures::filesLabel || selected.empty()) {
+            return;
+        }
+        if (!tvw_.isExpanded(selected)) {
+            tvw_.setExpanded(selected, true);
+        }
+        selection_.openFolder(selected + label + "\\");
+    });
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event) {
+    if (!draggedFolder(*event->mimeData()).isEmpty()) {
+        event->acceptProposedAction();
+    }
+}
+
+void frmMain::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    // The source of the dragged folder waits for the end of this event; the scan starts after it.
+    QTimer::singleShot(0, this,
+                       [this, path = draggedFolder(*event->mimeData())] { openPath(path.toStdString()); });
+}

@@ -1,0 +1,116 @@
+#pragma once
+
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QSettings>
+#include <QShortcut>
+#include <QSplitter>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/clsRegSettings.h"
+#include "base/clsSettings.h"
+#include "db/workingDatabase.h"
+#include "scan/clsSearch.h"
+#include "tree/folderSelection.h"
+#include "tree/folderTree.h"
+#include "widgets/systemIcons.h"
+#include "window/animation.h"
+#include "window/commands/chartCommands.h"
+#include "window/commands/databaseCommands.h"
+#include "window/commands/listMenu.h"
+#include "window/commands/menuCommands.h"
+#include "window/commands/qtClipboard.h"
+#include "window/commands/reportCommands.h"
+#include "window/dialogs/clsDialogs.h"
+#include "window/help/showHelp.h"
+#include "window/menu/menuToolbar.h"
+#include "window/menu/popMenu.h"
+#include "window/menu/rebar.h"
+#include "window/tabs/viewTabs.h"
+#include "window/windowInterface.h"
+
+// The main window: owns the controls and everything that lives as long as the program, and connects the
+// controls' events to their handlers. The constructor is the start-up; if a step fails, it is logged and the
+// others follow.
+class frmMain final : public QMainWindow {
+    Q_OBJECT
+
+public:
+    // The application folder is an internal path; the dialogs are not owned.
+    frmMain(std::string_view applicationFolder, clsDialogs& dialogs);
+    ~frmMain() override;
+
+    // Selects and scans a folder as if the user had typed it.
+    void openPath(std::string_view typedPath);
+
+    [[nodiscard]] clsSettings& settings() noexcept { return settings_; }
+    [[nodiscard]] const clsSearch& search() const noexcept { return search_; }
+    [[nodiscard]] const WorkingDatabase& database() const noexcept { return working_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyReleaseEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void form_load();
+    void form_unload();
+    void layOut();
+    void wire();
+    [[nodiscard]] MenuTargets menuTargets();
+    void runExclusively(const std::function<void()>& command);
+    void closeIfWanted();
+    void followScan(bool running);
+
+    void txtPath_GotFocus();
+    void txtPath_LostFocus();
+    bool Form_KeyUp(const QKeyEvent& event);
+    void lvwF_Click(const std::string& key, const std::string& tag);
+    void tc_OnClick(const std::string& label);
+
+    const std::string applicationFolder_;
+    clsDialogs& dialogs_;
+    std::unique_ptr<QSettings> state_; // geometry, splitter, column widths, active tab
+
+    clsRegSettings store_;
+    clsSettings settings_;
+    WorkingDatabase working_;
+    clsSearch search_{working_, settings_};
+
+    // Each control is declared after the one that contains it, so that it is destroyed first.
+    ImageList imlFiles_{this};
+    ImageList imlMenu_{this};
+    QWidget central_;
+    QLineEdit txtPath_;
+    QPushButton cmdGo_;
+    QSplitter splitter_;
+    FolderTree tvw_;
+    ViewTabs views_;
+    Animation ani_;
+    QStatusBar statusBar_;
+    QProgressBar prg_;
+    WindowInterface userInterface_;
+    QtClipboard clipboard_;
+    FolderSelection selection_;
+
+    PopMenu cP_{this};
+    PopMenu cPLvw_{this};
+    MenuToolbar tbrMenu_;
+    Rebar cRebar_;
+    HelpCommand help_{*this};
+    ReportCommands reports_;
+    DatabaseCommands databases_;
+    ChartCommands charts_;
+    ListMenu listMenu_;
+    MenuCommands commands_;
+    QShortcut escape_;
+    QShortcut toPath_;
+    bool runningExclusively_ = false;
+    bool closing_ = false; // when the running work has ended
+};

@@ -1,0 +1,103 @@
+#include "window/menu/menus.h"
+
+#include <array>
+#include <cstddef>
+#include <span>
+#include <string_view>
+
+#include "base/clsSettings.h"
+#include "base/errorTrap.h"
+#include "window/menu/popMenu.h"
+
+namespace modMenus {
+
+namespace {
+
+enum class Mark { none, off, on, owners };
+
+struct MenuItem {
+    std::size_t level; // 0 is on the menu bar; otherwise below the last item one level up
+    const char* key;
+    const char* caption;
+    int icon = PopMenu::noIcon;
+    Mark mark = Mark::none;
+};
+
+// Odd on purpose: the View items end in a tab, which leaves their shortcut column empty; two of them have a
+// blank before it; both separators of View have the same key; two items of File have no access key. The
+// chart's two items must stay next to each other, bar first, because the commands find one from the other.
+constexpr std::array<MenuItem, 26> mainMenu{{
+    {0, "", "&File"},
+    {1, "Export", "&Export Data", 1},
+    {2, "ExportXML", "&XML File...", 4},
+    {2, "ExportHTML", "&HTML File...", 5},
+    {2, "ExportText", "&Text File...", 6},
+    {2, "ExportExcel", "&Excel File...", 7},
+    {2, "ExportMDB", "&Access Database...", 12},
+    {1, "ExportChart", "&Export Chart", 11},
+    {2, "ExportChartEntire", "&Entire Chart...", 11},
+    {2, "ExportChartVisible", "&Visible Portion Only...", 11},
+    {1, "Spacer0", "-"},
+    {1, "LoadMDB", "Load from Access Database...", 12},
+    {1, "Spacer2", "-"},
+    {1, "ExitApp", "Exit"},
+    {0, "", "&View"},
+    {1, "Refresh", "&Refresh [F5]\t", 13},
+    {1, "CancelScan", "&Cancel Scan \t", 10},
+    {1, "Spacer1", "-"},
+    {1, "ViewBarChart", "&Bar Chart\t", 14, Mark::on},
+    {1, "ViewPieChart", "&Pie Chart\t", 11, Mark::off},
+    {1, "Spacer1", "-"},
+    {1, "ShowOwners", "&File Owners (Slower Scan) \t", 15, Mark::owners},
+    {0, "", "&Help"},
+    {1, "HelpContents", "&Contents", 16},
+    {1, "HelpSpacer0", "-"},
+    {1, "HelpAbout", "&About", 17},
+}};
+
+// Odd on purpose: the keys are also used in the main menu; clicks here go to another handler.
+constexpr std::array<MenuItem, 2> listMenu{{
+    {0, "ExportExcel", "&Export Entire List to Excel", 7},
+    {0, "ExportText", "&Copy Entire List to Clipboard", 6},
+}};
+
+void addItems(PopMenu& menu, std::span<const MenuItem> items, bool owners) {
+    std::array<int, 4> parents{PopMenu::topLevel}; // the index of the parent for each level
+    for (const MenuItem& item : items) {
+        const bool checked = item.mark == Mark::on || (item.mark == Mark::owners && owners);
+        const int index = menu.addItem({.caption = QString::fromUtf8(item.caption),
+                                        .parentIndex = parents.at(item.level),
+                                        .iconIndex = item.icon,
+                                        .checked = checked,
+                                        .key = QString::fromUtf8(item.key)});
+        if (item.mark != Mark::none) {
+            menu.setChecked(index, checked);
+        }
+        parents.at(item.level + 1) = index;
+    }
+}
+
+} // namespace
+
+void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& imlMenu,
+                 const clsSettings& settings) {
+    modGlobal::trapped("frmMain", "createMenus", [&] {
+        cP.bind(window, imlMenu);
+        addItems(cP, mainMenu, settings.getOwnerInfo());
+        cP.store(QStringLiteral("Outer"));
+
+        cPLvw.bind(window, imlMenu);
+        addItems(cPLvw, listMenu, false);
+    });
+}
+
+void setExportsEnabled(PopMenu& cP, bool enabled) {
+    for (int index = 1; index <= cP.count(); ++index) {
+        const QString key = cP.itemKey(index);
+        if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load"))) {
+            cP.setEnabled(index, enabled);
+        }
+    }
+}
+
+} // namespace modMenus

@@ -1,0 +1,72 @@
+#include "window/statusPanels.h"
+
+#include <QPainter>
+#include <QStyle>
+#include <algorithm>
+
+#include "widgets/qtText.h"
+
+namespace {
+
+constexpr int millisecondsBetweenShows = 17;
+
+} // namespace
+
+QSize CutLabel::minimumSizeHint() const {
+    return {0, QLabel::minimumSizeHint().height()};
+}
+
+void CutLabel::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    const QString cut = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+    style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(), cut,
+                          foregroundRole());
+}
+
+StatusPanels::StatusPanels(QStatusBar& statusBar) {
+    // Some styles draw a frame around each panel, in addition to the lines between them.
+    statusBar.setStyleSheet(QStringLiteral("QStatusBar::item { border: none; }"));
+    constexpr std::array stretches{0, 0, 1};
+    constexpr std::array widestTexts{"1,000,000,000 items.", "1,000,000 files/sec", ""};
+    for (std::size_t panel = 0; panel < panelCount; ++panel) {
+        CutLabel& label = labels_.at(panel);
+        label.setObjectName(QStringLiteral("sbPanel%1").arg(panel + 1));
+        label.setTextFormat(Qt::PlainText);
+        label.setMinimumWidth(
+            label.fontMetrics().horizontalAdvance(QString::fromUtf8(widestTexts.at(panel))));
+        if (panel > 0) {
+            QFrame& line = lines_.at(panel - 1);
+            line.setFrameStyle(QFrame::VLine | QFrame::Sunken);
+            statusBar.addWidget(&line);
+        }
+        statusBar.addWidget(&label, stretches.at(panel));
+    }
+    sinceShown_.start();
+    later_.setParent(&statusBar);
+    later_.setObjectName(QStringLiteral("tmrStatus"));
+    later_.setSingleShot(true);
+    later_.setInterval(millisecondsBetweenShows);
+    QObject::connect(&later_, &QTimer::timeout, &later_, [this] { show(); });
+}
+
+void StatusPanels::set(StatusPanel panel, std::string_view text) {
+    texts_.at(static_cast<std::size_t>(panel) - 1).assign(text);
+    if (sinceShown_.elapsed() >= millisecondsBetweenShows) {
+        show();
+    } else if (!later_.isActive()) {
+        later_.start();
+    }
+}
+
+void StatusPanels::show() {
+    later_.stop();
+    for (std::size_t panel = 0; panel < panelCount; ++panel) {
+        const QString text = modQt::shownText(texts_.at(panel));
+        CutLabel& label = labels_.at(panel);
+        if (label.text() != text) {
+            label.setText(text);
+            label.setToolTip(modQt::tip(text));
+        }
+    }
+    sinceShown_.start();
+}

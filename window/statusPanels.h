@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QFrame>
+#include <QLabel>
+#include <QStatusBar>
+#include <QTimer>
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "base/clsUserInterface.h"
+
+// A label with one line of text. If there is not enough room, the text is cut in the middle and a tip shows
+// it in full.
+class CutLabel final : public QLabel {
+public:
+    using QLabel::QLabel;
+    [[nodiscard]] QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+// The texts of the status bar. A scan sets them once per folder, but at most 60 per second are shown.
+class StatusPanels {
+public:
+    // Adds the labels sbPanel1 to sbPanel3 to the bar, which must outlive this.
+    explicit StatusPanels(QStatusBar& statusBar);
+
+    void set(StatusPanel panel, std::string_view text);
+
+    // Shows the texts that were set.
+    void show();
+
+private:
+    static constexpr std::size_t panelCount = 3;
+
+    std::array<CutLabel, panelCount> labels_;
+    std::array<QFrame, panelCount - 1> lines_; // between the labels
+    std::array<std::string, panelCount> texts_;
+    QElapsedTimer sinceShown_;
+    QTimer later_; // tmrStatus; runs while there are texts to show
+};

@@ -1,0 +1,242 @@
+#include "window/tabs/viewTabs.h"
+
+#include <QHeaderView>
+#include <algorithm>
+
+#include "base/errorTrap.h"
+#include "tree/nodeKeys.h"
+#include "views/chartTip.h"
+#include "views/folderFigures.h"
+#include "widgets/lvsort.h"
+
+namespace {
+
+constexpr std::string_view moduleName = "frmMain";
+constexpr int millisecondsPerRefresh = 1000; // during a scan
+constexpr int refreshesOwnShare = 20;        // but refreshes take at most this fraction (1/n) of the time
+constexpr int millisecondsPerIconLook = 60;
+
+} // namespace
+
+ViewTabs::ViewTabs(const Dependencies& dependencies, QObject* parent)
+    : QObject(parent), dependencies_(dependencies), lvwF_(FilesList::columns(), &dependencies_.icons),
+      lvwT_(GroupLists::fileTypeColumns(), nullptr), lvwU_(GroupLists::ownerColumns(), nullptr),
+      filesList_(lvwF_, dependencies_.icons), groupLists_(lvwT_, lvwU_),
+      listTabs_{{{lvwF_, 2, &clsSettings::lvwFSortColumn, &clsSettings::setLvwFSortColumn,
+                  &clsSettings::lvwFSortOrder, &clsSettings::setLvwFSortOrder},
+                 {lvwT_, 3, &clsSettings::lvwTSortColumn, &clsSettings::setLvwTSortColumn,
+                  &clsSettings::lvwTSortOrder, &clsSettings::setLvwTSortOrder},
+                 {lvwU_, 2, &clsSettings::lvwUSortColumn, &clsSettings::setLvwUSortColumn,
+                  &clsSettings::lvwUSortOrder, &clsSettings::setLvwUSortOrder}}} {
+    layOut();
+    wire();
+}
+
+// The pages must be destroyed before the tab control, which would otherwise signal each page as newly active.
+ViewTabs::~ViewTabs() {
+    XTab_.disconnect(this);
+}
+
+void ViewTabs::layOut() {
+    XTab_.setObjectName(QStringLiteral("XTab"));
+    tc_.setObjectName(QStringLiteral("tc"));
+    fsb_.setObjectName(QStringLiteral("fsb"));
+    fsb_.setOrientation(Qt::Vertical);
+    lvwF_.setObjectName(QStringLiteral("lvwF"));
+    lvwT_.setObjectName(QStringLiteral("lvwT"));
+    lvwU_.setObjectName(QStringLiteral("lvwU"));
+    chartLayout_.setContentsMargins(0, 0, 0, 0);
+    chartLayout_.setSpacing(0);
+    chartLayout_.addWidget(&tc_, 1);
+    chartLayout_.addWidget(&fsb_);
+    tc_.attachScrollBar(&fsb_);
+    XTab_.addTab(&chartPage_, QStringLiteral("Chart"));
+    XTab_.addTab(&lvwF_, QStringLiteral("Files && Folders"));
+    XTab_.addTab(&lvwT_, QStringLiteral("File Types"));
+    XTab_.addTab(&lvwU_, QStringLiteral("Owners"));
+    XTab_.setAccessibleName(QStringLiteral("Views of the selected folder"));
+    lvwF_.setAccessibleName(QStringLiteral("Files and folders"));
+    lvwT_.setAccessibleName(QStringLiteral("File types"));
+    lvwU_.setAccessibleName(QStringLiteral("Owners"));
+    for (const ListTab& tab : listTabs_) {
+        tab.list.setFrameShape(QFrame::NoFrame); // the tabs already have a frame
+    }
+    for (QTimer* timer : {&tmrChart_, &tmrListViewIcons_}) {
+        timer->setParent(this);
+    }
+    tmrChart_.setObjectName(QStringLiteral("tmrChart"));
+    tmrChart_.setSingleShot(true);
+    tmrChart_.setInterval(millisecondsPerRefresh);
+    tmrListViewIcons_.setObjectName(QStringLiteral("tmrListViewIcons"));
+    tmrListViewIcons_.setInterval(millisecondsPerIconLook);
+}
+
+void ViewTabs::wire() {
+    connect(&XTab_, &QTabWidget::currentChanged, this, [this] {
+        if (XTab_.currentWidget() == &lvwF_) {
+            tmrListViewIcons_.start();
+        } else {
+            tmrListViewIcons_.stop();
+        }
+        refreshActiveView();
+    });
+    connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
+    connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
+    connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
+    tc_.setTipProvider(
+        [this](double megabytes, int index) { return tc_OnMarkTipToolGetText(megabytes, index); });
+    for (ListTab& tab : listTabs_) {
+        wireList(tab);
+    }
+    connect(&lvwF_, &ListView::itemActivated, this, &ViewTabs::rowActivated);
+    connect(&tmrChart_, &QTimer::timeout, this, [this] { growWithScan(); });
+    connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] { filesList_.getListViewIcons(); });
+}
+
+void ViewTabs::wireList(ListTab& tab) {
+    constexpr int toggledOrder = -1;
+    connect(&tab.list, &ListView::menuRequested, this, &ViewTabs::menuRequested);
+    connect(&tab.list, &ListView::copyRequested, this, &ViewTabs::copyRequested);
+    connect(&tab.list, &ListView::columnClicked, this,
+            [&tab, &settings = dependencies_.settings](int column) {
+                tab.list.setExactDates(settings.exact());
+                modLvw::lvsort(tab.list, column, toggledOrder, false);
+                (settings.*tab.setColumn)(static_cast<std::int16_t>(column));
+                (settings.*tab.setOrder)(static_cast<std::int16_t>(tab.list.sort().order));
+            });
+}
+
+// After the last tab comes the first.
+void ViewTabs::turnTab(int step) {
+    XTab_.setCurrentIndex((XTab_.currentIndex() + step + XTab_.count()) % XTab_.count());
+}
+
+const ListView* ViewTabs::activeList() const {
+    const int active = XTab_.currentIndex();
+    return active < 1 ? nullptr : &listTabs_.at(static_cast<std::size_t>(active) - 1).list;
+}
+
+// --- From the rows to the views -------------------------------------------------------------------------
+
+// The key of the selected node if it is a folder whose rows can be read; otherwise empty.
+std::string ViewTabs::folderKey() const {
+    std::string key = dependencies_.tree.selectedKey();
+    return dependencies_.database.isOpen() && modNodeKeys::isFolderKey(key) ? key : std::string();
+}
+
+void ViewTabs::updateGraph() {
+    modGlobal::trapped(moduleName, "updateGraph", [this] {
+        const std::string key = folderKey();
+        if (key.empty()) {
+            return;
+        }
+        tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key),
+                       key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
+        chartKey_ = key;
+    });
+}
+
+const FolderChart& ViewTabs::chartAsShown() {
+    if (!tc_.isVisible()) {
+        chartPage_.resize(XTab_.currentWidget()->size());
+        chartLayout_.setGeometry(chartPage_.rect());
+    }
+    updateGraph();
+    return tc_;
+}
+
+void ViewTabs::refresh(bool selectFirst) {
+    const int active = XTab_.currentIndex();
+    if (active == 0) {
+        updateGraph();
+        return;
+    }
+    const std::string key = folderKey();
+    if (key.empty()) {
+        return;
+    }
+    Database& database = dependencies_.database.database();
+    const ListTab& tab = listTabs_.at(static_cast<std::size_t>(active) - 1);
+    tab.list.setExactDates(dependencies_.settings.exact());
+    if (&tab.list == &lvwF_) {
+        filesList_.updateFileFolderListview(database, key);
+    } else if (&tab.list == &lvwT_) {
+        groupLists_.updateFileTypeListview(database, key);
+    } else {
+        groupLists_.updateUserListview(database, key);
+    }
+    modLvw::sortAsRemembered(tab.list, (dependencies_.settings.*tab.column)(),
+                             (dependencies_.settings.*tab.order)(), tab.defaultColumn, selectFirst);
+}
+
+void ViewTabs::forget() {
+    filesList_.clear();
+    groupLists_.clear();
+    tc_.setEntries({});
+    chartKey_.clear();
+    refreshActiveView();
+}
+
+void ViewTabs::followScan(bool running) {
+    if (running) {
+        tmrChart_.start(millisecondsPerRefresh);
+        tc_.setHint(QStringLiteral("Scanning..."));
+    } else {
+        tmrChart_.stop();
+        tc_.setHint(QStringLiteral("Nothing to show: the folder is empty or could not be read."));
+    }
+}
+
+// Keeps the row that the user is looking at.
+void ViewTabs::growWithScan() {
+    QElapsedTimer cost;
+    cost.start();
+    if (holds_ == 0) {
+        refresh(false);
+    }
+    tmrChart_.start(std::max(millisecondsPerRefresh, static_cast<int>(cost.elapsed()) * refreshesOwnShare));
+}
+
+// The text of the chart's tips. Index -1 means that the pointer is on several entries.
+QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
+    std::string text;
+    modGlobal::trapped(moduleName, "tc_OnMarkTipToolGetText", [&] {
+        const bool hasLabel = index >= 0 && index < static_cast<int>(tc_.entries().size());
+        modChartTip::format(text, megabytes,
+                            hasLabel ? dependencies_.tree.selectedKey() +
+                                           tc_.entries()[static_cast<std::size_t>(index)].label
+                                     : std::string());
+    });
+    return QString::fromStdString(text);
+}
+
+// --- What is remembered ---------------------------------------------------------------------------------
+
+// Only widths, which can be checked: Qt restores a saved header state without checking it.
+void ViewTabs::restore(QSettings& state) {
+    constexpr int widestColumn = 10'000;
+    for (const ListTab& tab : listTabs_) {
+        QHeaderView& bar = *tab.list.header();
+        const QStringList widths = state.value(tab.list.objectName()).toStringList();
+        for (int i = 0; i < bar.count() && i < widths.size(); ++i) {
+            const int width = widths[i].toInt(); // 0 if not a number, or if it follows the window
+            if (width >= bar.minimumSectionSize() && width <= widestColumn) {
+                bar.resizeSection(i, width);
+            }
+        }
+    }
+    XTab_.setCurrentIndex(state.value(XTab_.objectName()).toInt());
+}
+
+void ViewTabs::save(QSettings& state) const {
+    for (const ListTab& tab : listTabs_) {
+        const QHeaderView& bar = *tab.list.header();
+        QStringList widths;
+        for (int i = 0; i < bar.count(); ++i) {
+            const bool follows = i == 0 && tab.list.fillsItsRoom();
+            widths << QString::number(follows ? 0 : bar.sectionSize(i));
+        }
+        state.setValue(tab.list.objectName(), widths);
+    }
+    state.setValue(XTab_.objectName(), XTab_.currentIndex());
+}

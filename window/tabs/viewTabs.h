@@ -1,0 +1,130 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QHBoxLayout>
+#include <QObject>
+#include <QScrollBar>
+#include <QSettings>
+#include <QShortcut>
+#include <QTabWidget>
+#include <QTimer>
+#include <QWidget>
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "base/clsSettings.h"
+#include "db/workingDatabase.h"
+#include "tree/folderSelection.h"
+#include "tree/folderTree.h"
+#include "widgets/filesList.h"
+#include "widgets/folderChart.h"
+#include "widgets/groupLists.h"
+#include "widgets/listView.h"
+#include "widgets/systemIcons.h"
+
+// The tab control XTab with the four views of the folder selected in the tree: the chart tc with its scroll
+// bar fsb, and the lists lvwF, lvwT and lvwU. It reads the rows whenever a view is updated; without a
+// selected folder, or without a database, the views stay unchanged.
+class ViewTabs final : public QObject, public FolderViews {
+    Q_OBJECT
+
+public:
+    // The objects that the views use; none is owned.
+    struct Dependencies {
+        const FolderTree& tree;
+        ImageList& icons;
+        clsSettings& settings;
+        const WorkingDatabase& database;
+    };
+
+    explicit ViewTabs(const Dependencies& dependencies, QObject* parent = nullptr);
+    ~ViewTabs() override;
+
+    [[nodiscard]] QTabWidget& tabs() noexcept { return XTab_; }
+    [[nodiscard]] FolderChart& chart() noexcept { return tc_; }
+    // The list on the active tab; null for the chart's tab.
+    [[nodiscard]] const ListView* activeList() const;
+
+    // The chart, updated, with the size that it has on the screen or would have if its tab were active.
+    [[nodiscard]] const FolderChart& chartAsShown();
+
+    // Redraws the chart. Errors are logged.
+    void updateGraph() override;
+    // Updates the view of the active tab; a list is sorted as remembered and its first row selected.
+    void refreshActiveView() override { refresh(true); }
+    // Empties the files and folders list, so that it is filled again from its first row.
+    void clearFilesList() override { filesList_.clear(); }
+
+    // Forgets what the views show, because the rows have changed. Updates the active view.
+    void forget();
+
+    // While an object lives, a running scan does not change the views.
+    class Hold {
+    public:
+        explicit Hold(ViewTabs& views) : views_(views) { ++views_.holds_; }
+        ~Hold() { --views_.holds_; }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        ViewTabs& views_;
+    };
+
+    // During a scan, the active view is refreshed about once a second.
+    void followScan(bool running);
+
+    // The column widths and the active tab, in the window's own settings file.
+    void restore(QSettings& state);
+    void save(QSettings& state) const;
+
+Q_SIGNALS:
+    // A bar was activated.
+    void barChosen(const std::string& label);
+    // A row of the files and folders list was activated.
+    void rowActivated(const std::string& key, const std::string& tag);
+    // Requests the context menu of the lists at this position on the screen.
+    void menuRequested(const QPoint& place);
+    // Ctrl+C was pressed in the active list.
+    void copyRequested();
+
+private:
+    // A list, and how its sort order is remembered.
+    struct ListTab {
+        ListView& list;
+        int defaultColumn;
+        std::int16_t (clsSettings::*column)() const noexcept;
+        void (clsSettings::*setColumn)(std::int16_t) noexcept;
+        std::int16_t (clsSettings::*order)() const noexcept;
+        void (clsSettings::*setOrder)(std::int16_t) noexcept;
+    };
+
+    void layOut();
+    void wire();
+    void wireList(ListTab& tab);
+    void turnTab(int step);
+    [[nodiscard]] std::string folderKey() const;
+    void refresh(bool selectFirst);
+    void growWithScan();
+    QString tc_OnMarkTipToolGetText(double megabytes, int index);
+
+    Dependencies dependencies_;
+    QTabWidget XTab_;
+    QWidget chartPage_;
+    QHBoxLayout chartLayout_{&chartPage_};
+    FolderChart tc_;
+    QScrollBar fsb_;
+    ListView lvwF_;
+    ListView lvwT_;
+    ListView lvwU_;
+    FilesList filesList_;
+    GroupLists groupLists_;
+    std::array<ListTab, 3> listTabs_; // after the chart's tab, in this order
+    // These work wherever the focus is; the tab control's own keys only work inside it.
+    QShortcut nextTab_{QKeySequence(Qt::CTRL | Qt::Key_Tab), &XTab_};
+    QShortcut previousTab_{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), &XTab_};
+    std::string chartKey_; // the folder shown in the chart
+    QTimer tmrChart_;
+    QTimer tmrListViewIcons_;
+    int holds_ = 0;
+};
