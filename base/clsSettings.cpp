@@ -19,6 +19,7 @@ namespace {
 constexpr std::string_view applicationSection = "APPLICATION_SETTINGS";
 constexpr std::string_view userSection = "User_Settings";
 constexpr std::string_view ownerKey = "getOwnerInfo";
+constexpr std::string_view exactKey = "exact";
 
 // Nothing if the text is not a decimal number. Throws 6 if the number is too large for a double.
 std::optional<double> toNumber(std::string_view text) {
@@ -92,7 +93,7 @@ constexpr std::array<clsSettings::Key, 12> clsSettings::keys{{
     {userSection, "UserListSortColumn", "2", &clsSettings::lvwUSortColumn_},
     {userSection, "UserListSortOrder", "1", &clsSettings::lvwUSortOrder_},
     {applicationSection, "fullFileSizes", "0", &clsSettings::fullFileSizes_},
-    {applicationSection, "exact", "0", &clsSettings::exact_},
+    {applicationSection, exactKey, "0", &clsSettings::exact_},
 }};
 
 void clsSettings::assign(const Key& key, std::string_view text) {
@@ -130,6 +131,14 @@ void clsSettings::save(const clsRegSettings& store) const {
         }
     }
     store.SaveSetting("Application_Settings", ownerKey, getOwnerInfo_ ? "1" : "0", stpIni);
+}
+
+bool clsSettings::isExactChosen(const clsRegSettings& store) {
+    return !store.GetSetting(applicationSection, exactKey, "", stpIni).empty();
+}
+
+void clsSettings::saveExact(const clsRegSettings& store) const {
+    store.SaveSetting(applicationSection, exactKey, exact_ ? "1" : "0", stpIni);
 }
 
 bool dontUseNetwork(const clsRegSettings& store) {

@@ -60,8 +60,12 @@ public:
     // and an error naming the key and the text is logged for the main window's load handler.
     void load(clsRegSettings& store, std::string_view applicationFolder);
 
-    // Writes the sort order and getOwnerInfo; only the user edits the other keys.
+    // Writes the sort order and getOwnerInfo; only the user edits the other keys, but for `exact`.
     void save(const clsRegSettings& store) const;
+
+    // Whether the user has said if figures are to be exact, and writing down what they said.
+    [[nodiscard]] static bool isExactChosen(const clsRegSettings& store);
+    void saveExact(const clsRegSettings& store) const;
 
 private:
     struct Key;

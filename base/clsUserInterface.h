@@ -8,7 +8,7 @@
 enum class Question { overwriteFile, largeExcelReport, openLargeReport };
 
 // The status bar's panels, numbered as in the window.
-enum class StatusPanel { items = 1, throughput = 2, folder = 3 };
+enum class StatusPanel { items = 1, throughput = 2, folder = 3, remarks = 4 };
 
 // Everything that the core shows or asks. The window implements it with its controls, the console with the
 // terminal, and tests with a recorder; the core does not know which. Implementations do not throw.

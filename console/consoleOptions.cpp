@@ -25,9 +25,10 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_option("--excel", options.excelFile, "Write an Excel workbook")->type_name("FILE");
     app.add_option("--database", options.databaseFile, "Save the scan as an SQLite database")
         ->type_name("FILE");
-    app.add_option("--load", options.loadFile,
-                   "Load a saved scan instead of scanning; PATH then only selects what is shown")
-        ->type_name("FILE");
+    CLI::Option* load =
+        app.add_option("--load", options.loadFile,
+                       "Load a saved scan instead of scanning; PATH then only selects what is shown")
+            ->type_name("FILE");
     app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
     bool withOwners = false;
     bool withoutOwners = false;
@@ -36,6 +37,9 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
     app.add_flag("--exact", options.exact,
                  "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
+    app.add_flag("--unreadable", options.unreadable,
+                 "List the folders that could not be read, and other volumes")
+        ->excludes(load);
     app.add_option("--app-folder", options.applicationFolder,
                    "Application folder, with settings.ini, main.dat and errorLog.txt")
         ->type_name("DIR");

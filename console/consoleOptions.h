@@ -19,6 +19,7 @@ struct ConsoleOptions {
     bool summary = false;
     bool fullSizes = false;
     bool exact = false;
+    bool unreadable = false;
     bool force = false;
     bool quiet = false;
     std::int64_t top = 20; // rows per printed table, 0 for all

@@ -116,15 +116,31 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     if (lost_) {
         return;
     }
-    if (result.firstUnreadable == path) {
-        const std::string reason = platform::whyUnreadable(path);
-        fail(typed, reason.empty() ? "could not be read" : reason);
-    } else if (result.unreadableFolders > 0) {
-        userInterface_.message(
-            "number of folders that could not be read: " + std::to_string(result.unreadableFolders) +
-            "; the first is " + platform::displayPath(result.firstUnreadable));
-    }
+    tellWhatIsMissing(search, path, result);
     showFolder(path, modProcessFiles::finishedText(result.seconds));
+    if (options_.unreadable) {
+        print(skippedTable(search.skipped, path) + "\n");
+    }
+}
+
+// What makes the figures of a scanned folder differ from the truth.
+void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view path,
+                                   const modProcessFiles::ScanResult& result) {
+    if (result.cancelled) {
+        userInterface_.message("The scan was cancelled. The figures are incomplete.");
+    }
+    const SkippedFolders::Skipped* const itself = search.skipped.find(path);
+    if (itself != nullptr && itself->kind == SkippedFolders::Kind::unreadable) {
+        failed_ = true;
+        userInterface_.message(itself->reason);
+    } else if (const std::size_t unreadable = search.skipped.unreadableIn(path); unreadable > 0) {
+        userInterface_.message(unreadableText(unreadable) +
+                               (options_.unreadable ? "" : " To list them, use --unreadable."));
+    }
+    if (result.wrappedFiles > 0) {
+        userInterface_.message(modProcessFiles::wrappedText(result.wrappedFiles) +
+                               " To count them in full, use --exact.");
+    }
 }
 
 bool ConsoleRun::loadSaved() {
@@ -140,6 +156,9 @@ bool ConsoleRun::loadSaved() {
 
 void ConsoleRun::showLoaded() {
     const bool shown = modGlobal::trapped("spannory-scan", "showLoaded", [&] {
+        if (!options_.quiet) {
+            print(forTerminal(modExport::savedScanText(options_.loadFile)) + "\n\n");
+        }
         if (options_.paths.empty() && !options_.quiet) {
             for (const std::string& key : modSavedScan::topFolders(working_.database())) {
                 showFolder(key, {});

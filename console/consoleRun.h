@@ -11,6 +11,7 @@
 #include "db/modDatabase.h"
 #include "export/reportFormats.h"
 #include "scan/clsSearch.h"
+#include "scan/modProcessFiles.h"
 
 // One run of the console program, from the options to the exit status.
 class ConsoleRun {
@@ -27,6 +28,8 @@ private:
     [[nodiscard]] std::string findFolder(const std::string& typed);
     bool loadSaved();
     void showLoaded();
+    void tellWhatIsMissing(const clsSearch& search, std::string_view path,
+                           const modProcessFiles::ScanResult& result);
     void showFolder(std::string_view key, std::string_view finished);
     void writeReports();
     bool mayWrite(const std::string& file);

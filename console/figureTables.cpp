@@ -104,3 +104,12 @@ std::string groupTable(const std::string& nameHeader, std::vector<modFigures::Fi
     }
     return table(rows) + moreLine(groups.size(), top);
 }
+
+std::string skippedTable(const SkippedFolders& skipped, std::string_view folder) {
+    std::string lines;
+    for (auto each = skipped.all().lower_bound(folder);
+         each != skipped.all().end() && each->first.starts_with(folder); ++each) {
+        lines += "  " + forTerminal(platform::displayPath(each->first)) + ": " + each->second.reason + "\n";
+    }
+    return lines.empty() ? "All folders were read.\n" : "Folders that were not read:\n" + lines;
+}

@@ -2,8 +2,10 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
+#include "scan/skippedFolders.h"
 #include "views/folderFigures.h"
 #include "views/quickSort.h"
 
@@ -17,3 +19,6 @@
 // Largest first.
 [[nodiscard]] std::string groupTable(const std::string& nameHeader, std::vector<modFigures::FileGroup> groups,
                                      std::size_t top);
+
+// The folders that were skipped in a scan of the folder, with the reasons, each on a line.
+[[nodiscard]] std::string skippedTable(const SkippedFolders& skipped, std::string_view folder);

@@ -11,6 +11,9 @@
 // and `fileName`; not by `fullPath`, which is cut. Folders are given as internal paths with a trailing "\".
 namespace modFolderRows {
 
+// The description of a folder's own row if it is the root of another volume, which was not scanned with it.
+inline constexpr std::string_view otherVolume = "File Folder (other volume)";
+
 // --- Conditions of statements, for behind "where" ---------------------------------------------------------
 
 // The folder's own row. A drive's root has none.

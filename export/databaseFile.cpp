@@ -4,9 +4,11 @@
 #include <vector>
 
 #include "base/clsUserInterface.h"
+#include "base/dateFormat.h"
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
 #include "platform/files.h"
+#include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -99,4 +101,12 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
     SmallTransaction transaction(working.database());
     appendTable(*source, working, "nodes");
     transaction.commit();
+}
+
+std::string modExport::savedScanText(std::string_view path) {
+    const std::string file = platform::toInternal(path);
+    const platform::EntryFacts facts =
+        platform::entryFacts(platform::toInternal(platform::resolveLinks(path)));
+    return "Saved scan: " + platform::displayPath(file) + " (" +
+           modFormat::formatDate(platform::localTime(facts.modified), modFormat::storedDatePicture) + ")";
 }

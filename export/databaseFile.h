@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "db/modDatabase.h"
@@ -23,5 +24,8 @@ namespace modExport {
 // tables. Throws with the file's displayed path. If the file was refused, the working database keeps its
 // rows; if reading it failed halfway, it has none.
 void loadDatabase(WorkingDatabase& working, std::string_view path, clsUserInterface& userInterface);
+
+// "Saved scan: FILE (11/22/2026 09:05:00 AM)", with the time of the file; the path as typed.
+[[nodiscard]] std::string savedScanText(std::string_view path);
 
 } // namespace modExport

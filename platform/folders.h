@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/clock.h"
+#include "platform/locale.h"
 
 // Reading folders. Failures are results here, not errors: an unreadable folder is empty.
 namespace platform {
@@ -66,6 +67,10 @@ public:
     // Only the names and isFolder, which is cheaper.
     bool readNames(std::string_view internalFolder, FolderListing& listing);
 
+    // Why the last folder could not be read, in the system's words ("Permission denied"). Call it only after
+    // a failure.
+    [[nodiscard]] std::string failure() const;
+
 private:
     struct Implementation;
     std::unique_ptr<Implementation> implementation_;
@@ -87,8 +92,11 @@ private:
 // be read.
 [[nodiscard]] std::string whyUnreadable(std::string_view internalFolder);
 
-// The folders below the given one that are mount points of other volumes, as internal paths on the given
-// folder's own volume, without a trailing "\".
-[[nodiscard]] std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder);
+// Internal paths without a trailing "\".
+using PathSet = std::unordered_set<std::string, NameHash, NameEqual>;
+
+// The mount points of other volumes below the folder, as paths on the folder's own volume. On Linux, a file
+// may be one, too; on Windows, the entry of one is not a folder.
+[[nodiscard]] PathSet mountPointsBelow(std::string_view internalFolder);
 
 } // namespace platform

@@ -120,6 +120,13 @@ void clsSearch::resetWholeFolder(std::string_view path) {
     beginReset();
     modFolderRows::removeWhole(database_.database(), path);
     above_.follow(database_.database(), path, false);
+    skipped.forgetWhole(path);
+}
+
+void clsSearch::resetAll() {
+    beginReset();
+    database_.database().Execute("delete * from details");
+    rowsReplaced();
 }
 
 // The user may refresh a folder during a scan.
@@ -139,6 +146,7 @@ void clsSearch::noteLastNumber() {
 
 void clsSearch::rowsReplaced() noexcept {
     above_.forget();
+    skipped.clear();
 }
 
 // --- One scan ---------------------------------------------------------------------------------------------
@@ -181,7 +189,7 @@ void clsSearch::endScan() {
 void clsSearch::abandonScan() {
     bulkLoad_ = false;
     scanned_.clear();
-    above_.forget();
+    rowsReplaced();
     database_.startAnew();
 }
 
@@ -210,7 +218,9 @@ void clsSearch::replaceFolder(std::string_view path, const modFolderRows::Record
             modFolderRows::remove(database, modFolderRows::directlyIn(path) + " and isFolder=0");
         }
         for (const std::string& name : goneSubfolders) {
-            modFolderRows::removeWhole(database, std::string(path).append(name).append("\\"));
+            const std::string folder = std::string(path).append(name).append("\\");
+            modFolderRows::removeWhole(database, folder);
+            skipped.forgetWhole(folder);
         }
         changed_ = true;
     });

@@ -14,6 +14,7 @@
 #include "platform/runtimeError.h"
 #include "scan/dateTexts.h"
 #include "scan/foldersAbove.h"
+#include "scan/skippedFolders.h"
 
 // Gives the scan access to table `details`, and holds the flags of the running scan. One object lives as long
 // as the program.
@@ -32,6 +33,7 @@ public:
     std::string rootPath;    // the folder where the running scan started
     std::string nextNode;    // key of the tree node to handle after the running scan; empty for none
     double filesSeen = 0;    // the number of files that the running scan has seen
+    SkippedFolders skipped;  // by all scans whose rows are there
 
     // Appends one row. The size is in bytes, dates are in the form mm/dd/yyyy hh:nn:ss AMPM; an empty text is
     // stored as NULL. If the row cannot be stored, nothing is reported and the scan goes on; the result tells
@@ -56,6 +58,9 @@ public:
     // After each of these two, the sizes of the folders above are correct again, and those folders have no
     // stamp until this one has. A running scan is cancelled, because what it knows about the rows is no
     // longer true.
+
+    // Deletes all rows.
+    void resetAll();
 
     // Call it after all rows have been replaced by others.
     void rowsReplaced() noexcept;

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <utility>
 
+#include "base/errorLog.h"
 #include "base/errorTrap.h"
 #include "base/numberFormat.h"
 #include "platform/paths.h"
@@ -13,14 +14,16 @@ namespace {
 constexpr int visitsPerThroughput = 20;
 
 // Odd on purpose: the low 32 bits, read as a signed number, unless full sizes are requested.
-double recordedSize(std::int64_t size, bool whole) {
-    return whole ? static_cast<double>(size)
-                 : static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(size)));
+std::int64_t wrapped(std::int64_t size) {
+    return static_cast<std::int32_t>(static_cast<std::uint32_t>(size));
 }
+
+constexpr std::string_view moduleName = "modProcessFiles";
+constexpr std::string_view procedureName = "getSubFolderInformation";
 
 template <class Body>
 void trapped(Body&& body) {
-    modGlobal::trapped("modProcessFiles", "getSubFolderInformation", std::forward<Body>(body));
+    modGlobal::trapped(moduleName, procedureName, std::forward<Body>(body));
 }
 
 } // namespace
@@ -54,7 +57,9 @@ void FolderWalk::enterFolder(const platform::EntryFacts& facts) {
     if (search_.CancelScan || search_.storageFailure()) {
         return;
     }
-    requireRecordable();
+    if (!isRecordable()) {
+        return;
+    }
     const modFolderRows::RecordedFolder recorded = recordedFolder();
     if (recorded.stamp.empty()) {
         beginFolder(facts, recorded);
@@ -91,8 +96,9 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     level.size = 0;
     level.isNew = !recorded.isThere();
     level.subfolders.clear();
-    if (!reader_.read(path_, level.entries, isStart) && ++unreadableFolders_ == 1) {
-        firstUnreadable_ = path_;
+    search_.skipped.forget(path_);
+    if (!reader_.read(path_, level.entries, isStart)) {
+        skipUnreadable(reader_.failure());
     }
     if (!level.isNew) {
         replaceRecorded(level, recorded);
@@ -103,14 +109,17 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     ++depth_;
 }
 
-// Only the subfolders that still exist keep their rows until the walk reaches them.
+// Only the subfolders that still exist keep their rows until the walk reaches them. Another volume keeps its
+// rows if it was scanned for itself.
 void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded) {
     level.subfolders = search_.recordedSubfolders(path_);
     std::unordered_set<std::string, platform::NameHash, platform::NameEqual> walked;
     for (std::size_t i = 0; i < level.entries.size() && !level.subfolders.empty(); ++i) {
         const platform::FolderEntry entry = level.entries[i];
         path_.append(entry.name);
-        if (isWalked(entry)) {
+        const auto recordedEntry = level.subfolders.find(std::string(entry.name));
+        if (isWalked(entry) || (recordedEntry != level.subfolders.end() &&
+                                !recordedEntry->second.stamp.empty() && isOtherVolume(entry))) {
             walked.emplace(entry.name);
         }
         path_.resize(level.pathLength);
@@ -129,18 +138,33 @@ bool FolderWalk::isWalked(const platform::FolderEntry& entry) const {
     return entry.isFolder && (mountPoints_.empty() || !mountPoints_.contains(path_));
 }
 
-// Throws if a path is too long for the path model; nothing below it can be recorded.
-void FolderWalk::requireRecordable() {
+// Whether the entry named by path_ is a folder that is the root of another volume.
+bool FolderWalk::isOtherVolume(const platform::FolderEntry& entry) const {
+    return !mountPoints_.empty() && mountPoints_.contains(path_) &&
+           (entry.isFolder || platform::folderExists(path_));
+}
+
+// False if a path is too long for the path model; nothing below it can be recorded.
+bool FolderWalk::isRecordable() {
     try {
         file_.setFullPath(path_);
         static_cast<void>(file_.drive());
+        return true;
     } catch (const RuntimeError& error) {
         constexpr std::size_t shownCharacters = 100;
-        throw RuntimeError(error.number(),
-                           std::string(error.what()) + ": " +
-                               platform::displayPath(platform::firstCharacters(path_, shownCharacters)) +
-                               "...");
+        modGlobal::logError(error.number(),
+                            std::string(error.what()) + ": " +
+                                platform::displayPath(platform::firstCharacters(path_, shownCharacters)) +
+                                "...",
+                            moduleName, procedureName, true);
+        skipUnreadable("The path is too long");
+        return false;
     }
+}
+
+void FolderWalk::skipUnreadable(std::string_view reason) {
+    ++unreadableFolders_;
+    search_.skipped.add(path_, SkippedFolders::Kind::unreadable, reason);
 }
 
 void FolderWalk::recordEntry(Level& level) {
@@ -151,11 +175,29 @@ void FolderWalk::recordEntry(Level& level) {
         enterFolder(entry);
         return;
     }
-    const double size = recordedSize(entry.size, wholeSizes_);
+    if (isOtherVolume(entry)) {
+        path_ += '\\';
+        recordOtherVolume(level, entry);
+        return;
+    }
+    const std::int64_t recordedSize = wholeSizes_ ? entry.size : wrapped(entry.size);
+    wrappedFiles_ += recordedSize == entry.size ? 0 : 1;
+    const auto size = static_cast<double>(recordedSize);
     search_.filesSeen += 1;
     if (search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry))) {
         level.size += size;
     }
+}
+
+// The volume is a folder without contents here, until it is scanned for itself.
+void FolderWalk::recordOtherVolume(Level& level, const platform::EntryFacts& facts) {
+    if (const modFolderRows::RecordedFolder recorded = recordedFolder(); !recorded.stamp.empty()) {
+        level.size += recorded.size;
+        return;
+    }
+    search_.skipped.add(path_, SkippedFolders::Kind::otherVolume, "Another volume is mounted here");
+    search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
+                         ownerOf(facts));
 }
 
 // Records the folder itself after all its contents.

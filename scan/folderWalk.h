@@ -29,7 +29,7 @@ public:
     void run(std::string_view path, const platform::EntryFacts& facts);
 
     [[nodiscard]] std::int64_t unreadableFolders() const noexcept { return unreadableFolders_; }
-    [[nodiscard]] const std::string& firstUnreadable() const noexcept { return firstUnreadable_; }
+    [[nodiscard]] std::int64_t wrappedFiles() const noexcept { return wrappedFiles_; }
 
 private:
     // A folder whose entries are being recorded.
@@ -48,8 +48,11 @@ private:
     void replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded);
     [[nodiscard]] modFolderRows::RecordedFolder recordedFolder();
     [[nodiscard]] bool isWalked(const platform::FolderEntry& entry) const;
-    void requireRecordable();
+    [[nodiscard]] bool isOtherVolume(const platform::FolderEntry& entry) const;
+    [[nodiscard]] bool isRecordable();
+    void skipUnreadable(std::string_view reason);
     void recordEntry(Level& level);
+    void recordOtherVolume(Level& level, const platform::EntryFacts& facts);
     void leaveFolder(Level& level);
     void showProgress();
     [[nodiscard]] std::string_view accessedText(const platform::EntryFacts& facts);
@@ -70,9 +73,9 @@ private:
     platform::OwnerNames owners_;
     DateTexts accessed_;
     DateTexts modified_;
-    std::unordered_set<std::string> mountPoints_;
+    platform::PathSet mountPoints_;
     std::string status_;
     int visits_ = 0; // folders since the throughput was last shown
     std::int64_t unreadableFolders_ = 0;
-    std::string firstUnreadable_;
+    std::int64_t wrappedFiles_ = 0;
 };

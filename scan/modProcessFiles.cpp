@@ -39,9 +39,18 @@ ScanResult scan(const std::string& path, const Dependencies& dependencies, std::
     }
     ScanResult result;
     result.unreadableFolders = walk.unreadableFolders();
-    result.firstUnreadable = walk.firstUnreadable();
+    result.wrappedFiles = walk.wrappedFiles();
     result.stored = true;
     return result;
+}
+
+// What the figures of the scanned folder lack; empty if nothing.
+std::string remarks(const clsSearch& search, const ScanResult& result) {
+    std::string text = result.cancelled ? "The scan was cancelled. " : "";
+    if (const std::size_t unreadable = search.skipped.unreadableIn(search.rootPath); unreadable > 0) {
+        text += unreadableText(unreadable);
+    }
+    return text;
 }
 
 } // namespace
@@ -59,6 +68,7 @@ ScanResult modProcessFiles::processMain(std::string_view path, const Dependencie
                                     [&] { return scan(search.rootPath, dependencies, startTick); });
         result.files = search.filesSeen;
         result.cancelled = search.CancelScan;
+        dependencies.userInterface.status(StatusPanel::remarks, remarks(search, result));
         search.processing = false;
         search.CancelScan = false;
         queued.swap(search.nextNode);
@@ -74,6 +84,11 @@ ScanResult modProcessFiles::processMain(std::string_view path, const Dependencie
 std::string modProcessFiles::getFolderFileDate(platform::Seconds fileTime) {
     DateTexts texts;
     return std::string(texts.of(fileTime));
+}
+
+std::string modProcessFiles::wrappedText(std::int64_t files) {
+    return std::to_string(files) + (files == 1 ? " file" : " files") + " of 2 GB or more " +
+           (files == 1 ? "is" : "are") + " counted with wrapped sizes.";
 }
 
 std::string modProcessFiles::finishedText(double seconds) {

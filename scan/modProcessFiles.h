@@ -30,18 +30,21 @@ struct ScanResult {
     double files = 0; // the number of files recorded, without folders
     double seconds = 0;
     bool cancelled = false;
-    bool stored = false; // false if the database could not store it; the error has been logged
-    std::int64_t unreadableFolders = 0;
-    std::string firstUnreadable; // internal path
+    bool stored = false;                // false if the database could not store it; the error has been logged
+    std::int64_t unreadableFolders = 0; // of those that this scan tried to read
+    std::int64_t wrappedFiles = 0;      // files whose size was recorded as its low 32 bits
 };
 
 // Scans a folder or drive root (an internal path, with or without a trailing "\") in one transaction. Folders
 // that have already been scanned completely are skipped. Status texts: the folder being read, " files/sec"
-// now and then, and "Finished in " at the end. Errors are logged, not thrown.
+// now and then, and "Finished in " and what the figures lack at the end. Errors are logged, not thrown.
 ScanResult processMain(std::string_view path, const Dependencies& dependencies);
 
 // A file time as local-time text, mm/dd/yyyy hh:nn:ss AMPM; empty if it is beyond the calendar.
 [[nodiscard]] std::string getFolderFileDate(platform::Seconds fileTime);
+
+// "3 files of 2 GB or more are counted with wrapped sizes."
+[[nodiscard]] std::string wrappedText(std::int64_t files);
 
 // "Finished in 1.5 seconds." or "Finished in 2.3 minutes."
 [[nodiscard]] std::string finishedText(double seconds);

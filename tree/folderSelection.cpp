@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <utility>
 #include <vector>
 
+#include "base/clsFile.h"
 #include "base/errorTrap.h"
 #include "base/modGlobal.h"
 #include "db/folderRows.h"
@@ -32,6 +34,11 @@ std::string nodeOf(std::string_view typedPath) {
     } catch (const RuntimeError&) {
         return {}; // a relative path, and the current folder no longer exists
     }
+}
+
+// False if the user may not see whether it exists.
+bool isGone(const std::string& key) {
+    return !platform::folderExists(key) && !platform::mayNotEnter(key);
 }
 
 } // namespace
@@ -102,7 +109,9 @@ void FolderSelection::clickNode(const std::string& key) {
         queue(key);
     } else {
         dependencies_.search.nextNode.clear();
-        if (!isLoaded(key)) {
+        if (isGone(key)) {
+            forgetGone(key);
+        } else if (!isLoaded(key)) {
             scan(key);
         }
     }
@@ -110,6 +119,15 @@ void FolderSelection::clickNode(const std::string& key) {
         showItems();
         const BusyPointer busy(dependencies_.userInterface);
         dependencies_.views.refreshActiveView();
+    }
+}
+
+// The tree shows the folder still; what was recorded of it no longer counts. Loaded rows stay.
+void FolderSelection::forgetGone(const std::string& key) {
+    if (lastLoadedRow_ == 0) {
+        dependencies_.search.resetWholeFolder(key);
+        dependencies_.userInterface.status(StatusPanel::folder, "The folder no longer exists.");
+        dependencies_.userInterface.status(StatusPanel::remarks, {});
     }
 }
 
@@ -132,20 +150,21 @@ void FolderSelection::markAccessDenied(const std::string& key) {
 
 // A Cancel Scan that came when nothing was running must not affect this scan. A queued node is handled after
 // this scan has ended completely: listing the folder before the next scan does not accept input.
-void FolderSelection::scan(const std::string& key) {
+bool FolderSelection::scan(const std::string& key) {
     dependencies_.search.CancelScan = false;
     Q_EMIT scanRuns(true);
-    const bool stored = modProcessFiles::processMain(key, {dependencies_.search, dependencies_.settings,
-                                                           dependencies_.userInterface,
-                                                           [this](const std::string& node) {
-                                                               Q_EMIT scanRuns(false);
-                                                               handleQueued(node);
-                                                           }})
-                            .stored;
-    if (!stored) {
+    const auto result =
+        modProcessFiles::processMain(key, {dependencies_.search, dependencies_.settings,
+                                           dependencies_.userInterface, [this](const std::string& node) {
+                                               Q_EMIT scanRuns(false);
+                                               handleQueued(node);
+                                           }});
+    if (!result.stored) {
         lastLoadedRow_ = 0; // the rows are gone
     }
     Q_EMIT scanRuns(false);
+    Q_EMIT scanned(result);
+    return result.stored && !result.cancelled;
 }
 
 // Called at the end of a scan. Nodes that are queued while a queued node is handled are taken in turn here,
@@ -264,9 +283,58 @@ void FolderSelection::refreshScreen() {
     });
 }
 
+bool FolderSelection::hasScans() const {
+    return dependencies_.database.isOpen() &&
+           !dependencies_.database.database().OpenRecordset("select idx from details")->EndOfFile();
+}
+
+void FolderSelection::scanAgain() {
+    modGlobal::trapped(moduleName, "scanAgain", [&] {
+        clsSearch& search = dependencies_.search;
+        if (search.processing || holds_ > 0 || !dependencies_.database.isOpen()) {
+            return;
+        }
+        if (lastLoadedRow_ > 0) {
+            refreshScreen();
+            return;
+        }
+        constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
+        const std::vector<std::string> folders =
+            modSavedScan::scannedFolders(dependencies_.database.database(), all);
+        search.resetAll();
+        dependencies_.views.clearFilesList();
+        const bool isComplete =
+            std::all_of(folders.begin(), folders.end(),
+                        [this](const std::string& folder) { return isGone(folder) || scan(folder); });
+        const std::string selected = dependencies_.tree.selectedKey();
+        if (isComplete && !suppressed_ && !selected.empty()) {
+            tvw_NodeClick(selected);
+        } else if (!suppressed_) {
+            showItems();
+            dependencies_.views.refreshActiveView();
+        }
+    });
+}
+
 void FolderSelection::openFolder(const std::string& key) {
     if (modGlobal::findNode(dependencies_.tree, key)) {
         modGlobal::tvwSelectNode(dependencies_.tree, key);
         tvw_NodeClick(key);
     }
+}
+
+void FolderSelection::revealFolder(const std::string& key) {
+    std::vector<std::string> above; // those to be listed, the nearest first
+    for (std::string folder = key; !modGlobal::findNode(dependencies_.tree, folder);) {
+        std::string parent(clsFile(folder).parentFolder());
+        if (parent.empty() || parent == folder) {
+            return;
+        }
+        above.push_back(parent);
+        folder = std::move(parent);
+    }
+    for (auto folder = above.rbegin(); folder != above.rend(); ++folder) {
+        tvw_Expand(*folder);
+    }
+    openFolder(key);
 }

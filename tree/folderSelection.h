@@ -9,6 +9,7 @@
 #include "base/clsUserInterface.h"
 #include "db/workingDatabase.h"
 #include "scan/clsSearch.h"
+#include "scan/modProcessFiles.h"
 #include "tree/folderTree.h"
 #include "widgets/systemIcons.h"
 
@@ -59,8 +60,17 @@ public:
     // everything below it. A loaded folder that is not on this computer stays unchanged.
     void refreshScreen();
 
+    // Whether there is anything for scanAgain.
+    [[nodiscard]] bool hasScans() const;
+
+    // Scans everything anew that was scanned, because sizes are now to be recorded in another way. Of loaded
+    // rows, only the selected folder is scanned again. Does nothing while a scan runs.
+    void scanAgain();
+
     // Selects the folder of a row or bar, if the tree has it, and handles it like a click.
     void openFolder(const std::string& key);
+    // The same; the tree lists the folders above it first, below the nearest one that it has.
+    void revealFolder(const std::string& key);
 
     // From here on, nothing is refreshed after a scan, because the window is closing.
     void suppressRefresh() { suppressed_ = true; }
@@ -78,6 +88,8 @@ public:
 Q_SIGNALS:
     // A scan starts, or none is running any more.
     void scanRuns(bool running);
+    // What a scan has met.
+    void scanned(const modProcessFiles::ScanResult& result);
 
 private:
     void listSubfolders(const std::string& key);
@@ -85,7 +97,8 @@ private:
     void clickNode(const std::string& key);
     void queue(const std::string& key);
     void markAccessDenied(const std::string& key);
-    void scan(const std::string& key);
+    void forgetGone(const std::string& key);
+    bool scan(const std::string& key); // false if it was not completed
     void handleQueued(const std::string& key);
     void showItems();
     [[nodiscard]] std::int64_t lastRow() const;

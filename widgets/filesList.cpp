@@ -8,6 +8,7 @@
 #include "base/errorTrap.h"
 #include "base/formatSize.h"
 #include "db/dao.h"
+#include "db/folderRows.h"
 #include "db/values.h"
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
@@ -38,9 +39,9 @@ public:
         // The folder's key plus the name: the stored path is the same but may be cut.
         key_.resize(keyLength_);
         key_.append(storedName);
-        std::string_view name = storedName;
-        if (name.ends_with('\\')) {
-            name.remove_suffix(1);
+        name_ = storedName.substr(0, storedName.size() - (storedName.ends_with('\\') ? 1 : 0));
+        if (description_.text() == modFolderRows::otherVolume) {
+            name_ += " (other volume)";
         }
         const double bytes = size_.number();
         sizeText_.clear();
@@ -48,7 +49,7 @@ public:
         reformat(dateModified_, modified_);
         reformat(dateAccessed_, accessed_);
         const std::array<ListCell, filesColumns.size()> cells{
-            {{name, {}}, {sizeText_, bytes}, {owner_.text(), {}}, {modified_, {}}, {accessed_, storedName}}};
+            {{name_, {}}, {sizeText_, bytes}, {owner_.text(), {}}, {modified_, {}}, {accessed_, storedName}}};
         return {key_, isFolder_.number() == 1 ? "FOLDER" : "FILE", cells};
     }
 
@@ -56,7 +57,7 @@ public:
     void addTo(std::size_t& digest) const {
         constexpr std::size_t spread = 0x9E3779B97F4A7C15U;
         const auto add = [&](std::size_t hash) { digest = (digest ^ hash) * spread + (digest >> 32U); };
-        for (const Field* field : {&fileName_, &owner_, &dateModified_, &dateAccessed_}) {
+        for (const Field* field : {&fileName_, &description_, &owner_, &dateModified_, &dateAccessed_}) {
             add(std::hash<std::string_view>()(field->text()));
         }
         add(std::hash<double>()(size_.number()));
@@ -70,6 +71,7 @@ private:
 
     Recordset& rows_;
     const Field& fileName_ = rows_.Fields("fileName");
+    const Field& description_ = rows_.Fields("description");
     const Field& size_ = rows_.Fields("size");
     const Field& owner_ = rows_.Fields("owner");
     const Field& dateModified_ = rows_.Fields("dateModified");
@@ -77,6 +79,7 @@ private:
     const Field& isFolder_ = rows_.Fields("isFolder");
     std::string key_;
     std::size_t keyLength_;
+    std::string name_;
     std::string sizeText_;
     std::string modified_;
     std::string accessed_;
@@ -109,11 +112,11 @@ void FilesList::updateFileFolderListview(Database& database, std::string_view se
 }
 
 FilesList::NewRows FilesList::newRows(Database& database) const {
-    const auto rows =
-        database.OpenRecordset("SELECT drive,fullPath,fileName,size,owner,dateModified,dateAccessed,isFolder "
-                               "From details "
-                               "WHERE details.parentFolder=" +
-                               modGlobal::quoted(shownKey_) + " order by idx");
+    const auto rows = database.OpenRecordset(
+        "SELECT drive,fullPath,fileName,description,size,owner,dateModified,dateAccessed,isFolder "
+        "From details "
+        "WHERE details.parentFolder=" +
+        modGlobal::quoted(shownKey_) + " order by idx");
     RowReader reader(*rows, shownKey_);
     NewRows found;
     std::size_t known = 0;

@@ -26,8 +26,9 @@ void CutLabel::paintEvent(QPaintEvent*) {
 StatusPanels::StatusPanels(QStatusBar& statusBar) {
     // Some styles draw a frame around each panel, in addition to the lines between them.
     statusBar.setStyleSheet(QStringLiteral("QStatusBar::item { border: none; }"));
-    constexpr std::array stretches{0, 0, 1};
-    constexpr std::array widestTexts{"1,000,000,000 items.", "1,000,000 files/sec", ""};
+    constexpr std::array stretches{0, 0, 1, 0};
+    constexpr std::array widestTexts{"1,000,000,000 items.", "1,000,000 files/sec", "",
+                                     "1,000,000 folders could not be read."};
     for (std::size_t panel = 0; panel < panelCount; ++panel) {
         CutLabel& label = labels_.at(panel);
         label.setObjectName(QStringLiteral("sbPanel%1").arg(panel + 1));
@@ -41,6 +42,8 @@ StatusPanels::StatusPanels(QStatusBar& statusBar) {
         }
         statusBar.addWidget(&label, stretches.at(panel));
     }
+    labels_.back().hide();
+    lines_.back().hide();
     sinceShown_.start();
     later_.setParent(&statusBar);
     later_.setObjectName(QStringLiteral("tmrStatus"));
@@ -68,5 +71,7 @@ void StatusPanels::show() {
             label.setToolTip(modQt::tip(text));
         }
     }
+    labels_.back().setVisible(!texts_.back().empty());
+    lines_.back().setVisible(!texts_.back().empty());
     sinceShown_.start();
 }

@@ -25,7 +25,8 @@ protected:
 // The texts of the status bar. A scan sets them once per folder, but at most 60 per second are shown.
 class StatusPanels {
 public:
-    // Adds the labels sbPanel1 to sbPanel3 to the bar, which must outlive this.
+    // Adds the labels sbPanel1 to sbPanel4 to the bar, which must outlive this. The last one, for remarks, is
+    // hidden while it is empty.
     explicit StatusPanels(QStatusBar& statusBar);
 
     void set(StatusPanel panel, std::string_view text);
@@ -34,7 +35,7 @@ public:
     void show();
 
 private:
-    static constexpr std::size_t panelCount = 3;
+    static constexpr std::size_t panelCount = 4;
 
     std::array<CutLabel, panelCount> labels_;
     std::array<QFrame, panelCount - 1> lines_; // between the labels

@@ -9,12 +9,12 @@
 #include <cerrno>
 #include <climits>
 #include <cstring>
-#include <system_error>
 
 #include "platform/linux/descriptor.h"
 #include "platform/linux/mountTable.h"
 #include "platform/linux/realPath.h"
 #include "platform/paths.h"
+#include "platform/systemError.h"
 
 namespace platform {
 
@@ -123,6 +123,7 @@ struct FolderReader::Implementation {
     std::string native;
     std::string share; // the last share, and where it is mounted
     std::string shareNative;
+    int error = 0; // of the last folder
     alignas(KernelEntry) std::array<char, readBufferSize> buffer;
 
     // A share's mount point is looked up only when the share changes, not for every folder.
@@ -142,9 +143,17 @@ struct FolderReader::Implementation {
         }
     }
 
-    Descriptor open(std::string_view internalFolder, bool followLink) {
+    // Calls `take(the open folder, an entry's name, its kernel's type)` for each entry.
+    template <class Take>
+    bool read(std::string_view internalFolder, bool followLink, Take take) {
         findNative(internalFolder);
-        return opener.open(native, followLink ? 0 : O_NOFOLLOW);
+        const Descriptor folder = opener.open(native, followLink ? 0 : O_NOFOLLOW);
+        const bool isRead =
+            folder.isOpen() && forEachEntry(folder.get(), buffer.data(), [&](const char* name, auto type) {
+                take(folder.get(), name, type);
+            });
+        error = isRead ? 0 : errno;
+        return isRead;
     }
 };
 
@@ -153,35 +162,36 @@ FolderReader::~FolderReader() = default;
 
 bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool followLink) {
     listing.clear();
-    const Descriptor folder = implementation_->open(internalFolder, followLink);
-    const auto take = [&](const char* name, unsigned char type) {
-        EntryFacts facts;
-        struct stat status {};
-        if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-            facts = factsOf(status);
-        } else if (errno == ENOENT) {
-            return; // it vanished after the folder was read
-        } else {
-            facts.isFolder = type == DT_DIR;
-        }
-        listing.append(facts, name);
-    };
-    return folder.isOpen() && forEachEntry(folder.get(), implementation_->buffer.data(), take);
+    return implementation_->read(internalFolder, followLink,
+                                 [&](int folder, const char* name, unsigned char type) {
+                                     EntryFacts facts;
+                                     struct stat status {};
+                                     if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+                                         facts = factsOf(status);
+                                     } else if (errno == ENOENT) {
+                                         return; // it vanished after the folder was read
+                                     } else {
+                                         facts.isFolder = type == DT_DIR;
+                                     }
+                                     listing.append(facts, name);
+                                 });
 }
 
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     listing.clear();
-    const Descriptor folder = implementation_->open(internalFolder, true);
-    const auto take = [&](const char* name, unsigned char type) {
+    return implementation_->read(internalFolder, true, [&](int folder, const char* name, unsigned char type) {
         EntryFacts facts;
         struct stat status {};
         facts.isFolder = type == DT_DIR;
-        if (type == DT_UNKNOWN && ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        if (type == DT_UNKNOWN && ::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
             facts.isFolder = S_ISDIR(status.st_mode);
         }
         listing.append(facts, name);
-    };
-    return folder.isOpen() && forEachEntry(folder.get(), implementation_->buffer.data(), take);
+    });
+}
+
+std::string FolderReader::failure() const {
+    return systemMessage(implementation_->error);
 }
 
 bool folderExists(std::string_view internalPath) {
@@ -210,11 +220,11 @@ bool mayNotEnter(std::string_view internalPath) {
 
 std::string whyUnreadable(std::string_view internalFolder) {
     const Descriptor folder = LongPathOpener().open(toNative(internalFolder), 0);
-    return folder.isOpen() ? std::string() : std::generic_category().message(errno);
+    return folder.isOpen() ? std::string() : systemMessage(errno);
 }
 
-std::unordered_set<std::string> mountPointsBelow(std::string_view internalFolder) {
-    std::unordered_set<std::string> result;
+PathSet mountPointsBelow(std::string_view internalFolder) {
+    PathSet result;
     const auto resolved = realPath(toNative(internalFolder));
     if (!resolved) {
         return result;

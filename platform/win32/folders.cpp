@@ -5,6 +5,8 @@
 #include "platform/win32/fileInformation.h"
 #include "platform/win32/wide.h"
 
+#include <cwchar>
+
 namespace platform {
 
 namespace {
@@ -44,16 +46,33 @@ bool isSelfOrParent(std::wstring_view name) {
     return name == L"." || name == L"..";
 }
 
+// The drive letter and the mount points of a volume, each with a trailing "\".
+std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
+    std::vector<std::string> result;
+    DWORD length = 0;
+    ::GetVolumePathNamesForVolumeNameW(volume, nullptr, 0, &length);
+    std::wstring names(length, L'\0'); // each ends in NUL
+    if (length == 0 || ::GetVolumePathNamesForVolumeNameW(volume, names.data(), length, &length) == 0) {
+        return result;
+    }
+    for (const wchar_t* name = names.c_str(); *name != L'\0'; name += std::wcslen(name) + 1) {
+        result.push_back(narrow(name));
+    }
+    return result;
+}
+
 } // namespace
 
 struct FolderReader::Implementation {
     std::string name;
+    DWORD error = ERROR_SUCCESS; // of the last folder
 
     template <class Take>
     bool read(std::string_view internalFolder, Take take) {
         Enumeration entries(widePath(internalFolder));
+        error = entries.error();
         if (!entries.isOpen()) {
-            return entries.error() == ERROR_SUCCESS;
+            return error == ERROR_SUCCESS;
         }
         do {
             const WIN32_FIND_DATAW& entry = entries.entry();
@@ -63,7 +82,8 @@ struct FolderReader::Implementation {
                 take(factsOf(entry), name);
             }
         } while (entries.next());
-        return ::GetLastError() == ERROR_NO_MORE_FILES;
+        error = ::GetLastError();
+        return error == ERROR_NO_MORE_FILES;
     }
 };
 
@@ -81,6 +101,10 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
 // Nothing is cheaper here: the system returns all facts with the names.
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     return read(internalFolder, listing, true);
+}
+
+std::string FolderReader::failure() const {
+    return systemMessage(implementation_->error);
 }
 
 bool folderExists(std::string_view internalPath) {
@@ -106,9 +130,26 @@ std::string whyUnreadable(std::string_view internalFolder) {
     return entries.error() == ERROR_SUCCESS ? std::string() : systemMessage(entries.error());
 }
 
-// A folder that is a mount point of another volume is a link here, as its own entry shows.
-std::unordered_set<std::string> mountPointsBelow(std::string_view /*internalFolder*/) {
-    return {};
+PathSet mountPointsBelow(std::string_view internalFolder) {
+    PathSet result;
+    std::wstring volume(MAX_PATH, L'\0');
+    HANDLE search = ::FindFirstVolumeW(volume.data(), static_cast<DWORD>(volume.size()));
+    if (search == INVALID_HANDLE_VALUE) {
+        return result;
+    }
+    do {
+        for (std::string& path : pathsOfVolume(volume.c_str())) {
+            const bool isBelow =
+                path.size() > internalFolder.size() &&
+                sameName(std::string_view(path).substr(0, internalFolder.size()), internalFolder);
+            if (isBelow) {
+                path.pop_back();
+                result.insert(std::move(path));
+            }
+        }
+    } while (::FindNextVolumeW(search, volume.data(), static_cast<DWORD>(volume.size())) != 0);
+    ::FindVolumeClose(search);
+    return result;
 }
 
 } // namespace platform

@@ -28,6 +28,22 @@ TEST_F(Console, printsTheFiguresOfEachPath) {
     EXPECT_EQ(run("--quiet %T").output, "");
 }
 
+TEST_F(Console, saysWhatTheFiguresLack) {
+    folder.write("tree/big", "");
+    folder.write("tree/closed/file", "x");
+    std::filesystem::resize_file(folder / "tree/big", 3ULL << 30);
+    const std::string wrapped = "1 file of 2 GB or more is counted with wrapped sizes.";
+    EXPECT_TRUE(holds(run("%T").errors, wrapped)) << "use --exact";
+    EXPECT_TRUE(holds(run("--quiet %T").errors, wrapped));
+    EXPECT_EQ(run("--exact %T").errors, "");
+    EXPECT_TRUE(holds(run("--exact --unreadable %T").output, "All folders were read.\n"));
+
+    const std::string saved = "%F/saved.mdb";
+    EXPECT_EQ(run("--exact --quiet --database " + saved + " %T").errors, "");
+    EXPECT_TRUE(holds(run("--load " + saved).output, "Saved scan: " + folder.typed("saved.mdb") + " ("));
+    EXPECT_EQ(run("--quiet --load " + saved).output, "");
+}
+
 TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     folder.write("garbage.dat", "this is no database");
     folder.write("exists.html", "precious");
@@ -40,6 +56,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"", 2, "PATH"},
         {"--nonsense %T", 2, "nonsense"},
         {"--owners --no-owners %T", 2, "excludes"},
+        {"--unreadable --load %F/exists.html", 2, "excludes"},
         {"--top many %T", 2, "top"},
         {"--top -1 %T", 2, "top"},
         {"--top 99999999999999999999 %T", 2, "top"},

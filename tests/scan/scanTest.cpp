@@ -65,6 +65,14 @@ protected:
         std::sort(found.begin(), found.end());
         return joined(found);
     }
+    // The last ones in the status bar.
+    std::string remarks() const {
+        std::string text;
+        for (const auto& [panel, shown] : userInterface.statuses) {
+            text = panel == StatusPanel::remarks ? shown : text;
+        }
+        return text;
+    }
     static std::string joined(const std::vector<std::string>& lines) {
         std::string text;
         for (const std::string& line : lines) {
@@ -122,6 +130,7 @@ TEST_F(Scan, recordsWhatAnIndependentWalkFinds) {
     std::sort(expected.begin(), expected.end());
     EXPECT_EQ(joined(found), joined(expected));
     EXPECT_EQ(count("isFolder=1 and scanCompleteTime is null"), "0");
+    EXPECT_EQ(result.wrappedFiles, 4);
     EXPECT_EQ(sizeOf("sparse"), std::to_string(-2147483648LL - 1073741824LL + 0 + 1073741825LL));
     // Checks the other columns of two rows independently.
     EXPECT_EQ(rows("select folder, fileName, description, parentFolder, dateInserted is null from details "
@@ -139,7 +148,7 @@ TEST_F(Scan, followsTheSettings) {
     settings.setGetOwnerInfo(false);
     settings.setCaseSensitiveExt(true);
     settings.setFullFileSizes(true);
-    scan();
+    EXPECT_EQ(scan().wrappedFiles, 0);
     EXPECT_EQ(cell("select size from details where fileName=\"big\""), "3221225472");
     settings.setFullFileSizes(false);
     settings.setExact(true);
@@ -392,11 +401,20 @@ TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
         result = scan();
     }
     EXPECT_EQ(result.unreadableFolders, 1);
-    EXPECT_EQ(result.firstUnreadable, key("closed"));
     EXPECT_EQ(sizeOf("closed"), "0");
     EXPECT_EQ(sizeOf("open"), "1");
     EXPECT_EQ(count("scanCompleteTime is not null"), "3");
     EXPECT_TRUE(userInterface.messages.empty());
+    EXPECT_EQ(remarks(), "1 folder could not be read.");
+    ASSERT_NE(search.skipped.find(key("closed")), nullptr);
+    EXPECT_NE(search.skipped.find(key("closed"))->reason, "");
+    EXPECT_EQ(search.skipped.unreadableIn(key("open")), 0U);
+    scan(); // has nothing to read
+    EXPECT_EQ(remarks(), "1 folder could not be read.");
+    search.resetScanCompleteTime(key());
+    scan();
+    EXPECT_EQ(remarks(), "");
+    EXPECT_EQ(sizeOf("closed"), "1");
 }
 
 TEST_F(Scan, recordsALinkToAFolderAndDoesNotWalkIt) {

@@ -99,9 +99,10 @@ TEST_F(FolderFigures, areThoseOfADrivesRootToo) {
         }
     }
     recordFile(root + "a file of the test's", 7, "me");
-    EXPECT_THAT(rows("select distinct drive, folder, parentFolder, isFolder from details"),
-                ElementsAre(root + "|" + root + "|" + root + "|0"));
-    EXPECT_THAT(entries(root), ElementsAre("|Files||" + valueText(search.folderSum(root))));
+    EXPECT_THAT(rows("select distinct drive, folder, parentFolder from details where isFolder=0"),
+                ElementsAre(root + "|" + root + "|" + root));
+    EXPECT_THAT(entries(root), testing::Contains("|Files||" + valueText(search.folderSum(root))))
+        << "beside other volumes";
 }
 
 } // namespace

@@ -62,25 +62,54 @@ TEST_F(Console, writesToNoFileOfItsOwnInPlaceOfAClosedStream) {
     EXPECT_EQ(folder.read("app/main.dat.lock"), "");
 }
 
-TEST_F(Console, usesItsUsersFolderWhereItsOwnCannotBeWritten) {
-    fs::create_directories(folder / "bin");
-    for (const char* name : {"spannory-scan", "001.dat"}) {
-        fs::copy_file(fs::path(program).parent_path() / name, folder / "bin" / name);
+// Runs the program, from a place where it cannot write, as a user who has nothing.
+class ConsoleOfAnotherUser : public Console {
+protected:
+    ConsoleOfAnotherUser() {
+        fs::create_directories(folder / "bin");
+        for (const char* name : {"spannory-scan", "001.dat"}) {
+            fs::copy_file(fs::path(program).parent_path() / name, folder / "bin" / name);
+        }
+        fs::permissions(folder.path(), fs::perms::all);
+        fs::permissions(folder / "bin", fs::perms::owner_read | fs::perms::owner_exec |
+                                            fs::perms::others_read | fs::perms::others_exec);
     }
-    fs::permissions(folder.path(), fs::perms::all);
-    fs::permissions(folder / "bin", fs::perms::owner_read | fs::perms::owner_exec | fs::perms::others_read |
-                                        fs::perms::others_exec);
+
     // Wholly another user: what only half changed its user may not look at itself, as a leak checker has to.
-    std::vector<std::string> command{"/usr/bin/setpriv", "--reuid=65534", "--regid=65534", "--clear-groups"};
-    if (::geteuid() != 0) {
-        command = {"/usr/bin/env"};
+    Outcome runAsThem(const std::vector<std::string>& arguments) {
+        std::vector<std::string> command{"/usr/bin/setpriv", "--reuid=65534", "--regid=65534",
+                                         "--clear-groups"};
+        if (::geteuid() != 0) {
+            command = {"/usr/bin/env"};
+        }
+        std::vector<std::string> all(command.begin() + 1, command.end());
+        all.push_back(folder.typed("bin/spannory-scan"));
+        all.insert(all.end(), arguments.begin(), arguments.end());
+        return testSystem::run(command.front(), all,
+                               {{"SPANNORY_HOME", ""}, {"XDG_DATA_HOME", folder.typed("user")}});
     }
-    std::vector<std::string> arguments(command.begin() + 1, command.end());
-    arguments.insert(arguments.end(), {folder.typed("bin/spannory-scan"), folder.typed("tree")});
-    const Outcome outcome = testSystem::run(command.front(), arguments,
-                                            {{"SPANNORY_HOME", ""}, {"XDG_DATA_HOME", folder.typed("user")}});
+};
+
+TEST_F(ConsoleOfAnotherUser, usesTheirFolderWhereItsOwnCannotBeWritten) {
+    const Outcome outcome = runAsThem({folder.typed("tree")});
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
+}
+
+TEST_F(ConsoleOfAnotherUser, listsTheFoldersThatCouldNotBeRead) {
+    folder.write("tree/closed/file", "x");
+    fs::permissions(folder / "tree/closed", fs::perms::none);
+    const std::string closed = folder.typed("tree/closed/");
+    Outcome outcome = runAsThem({"--quiet", folder.typed("tree")});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_TRUE(holds(outcome.errors, "1 folder could not be read. To list them, use --unreadable."))
+        << outcome.errors;
+    outcome = runAsThem({"--quiet", "--unreadable", folder.typed("tree")});
+    EXPECT_EQ(outcome.output, "Folders that were not read:\n  " + closed + ": Permission denied\n\n");
+    outcome = runAsThem({closed});
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(holds(outcome.errors, "closed/: Permission denied\n")) << outcome.errors;
+    fs::permissions(folder / "tree/closed", fs::perms::owner_all);
 }
 
 TEST_F(Console, writesToAStreamAsItStands) {

@@ -1,0 +1,60 @@
+#include <gtest/gtest.h>
+
+#include "db/folderRows.h"
+#include "support/linux/smallDisk.h"
+#include "support/scanFixture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+class OtherVolume : public testing::Test, protected ScanFixture {
+protected:
+    using Rows = std::vector<std::string>;
+
+    [[nodiscard]] Rows row(const std::string& folder) const {
+        return rows("select description, size from details where " + modFolderRows::itself(folder));
+    }
+    void scanVolume() { modProcessFiles::processMain(volume, {search, settings, userInterface}); }
+
+    // The volume as a folder of the volume above it.
+    const std::string volume = key("a") + "volume\\";
+};
+
+TEST_F(OtherVolume, isAnEmptyFolderUntilItIsScannedForItself) {
+    tree.write("a/file", "12345");
+    fs::create_directories(tree / "a/volume");
+    const SmallDisk disk(tree / "a/volume");
+    if (!disk.isThere()) {
+        GTEST_SKIP() << "nothing can be mounted here";
+    }
+    tree.write("a/volume/inside", "123");
+    const Rows skipped{std::string(modFolderRows::otherVolume) + "|0"};
+
+    const auto result = scan();
+    EXPECT_EQ(result.files, 1);
+    EXPECT_EQ(result.unreadableFolders, 0);
+    EXPECT_EQ(row(volume), skipped);
+    EXPECT_EQ(row(key("a")), Rows{"File Folder|5"});
+    ASSERT_NE(search.skipped.find(volume), nullptr);
+    EXPECT_EQ(search.skipped.unreadableIn(key()), 0U);
+
+    // Whichever is scanned first.
+    scanVolume();
+    EXPECT_EQ(row(volume), Rows{"File Folder|3"});
+    EXPECT_EQ(row(key("a")), Rows{"File Folder|8"});
+    EXPECT_TRUE(search.skipped.all().empty());
+    search.resetAll();
+    scanVolume();
+    scan();
+    EXPECT_EQ(row(volume), Rows{"File Folder|3"});
+    EXPECT_EQ(row(key("a")), Rows{"File Folder|8"});
+
+    search.resetScanCompleteTime(key("a"));
+    scan();
+    EXPECT_EQ(row(volume), skipped);
+    EXPECT_EQ(row(key("a")), Rows{"File Folder|5"});
+    EXPECT_EQ(cell("select count(*) from details where fileName=\"inside\""), "0");
+}
+
+} // namespace
