@@ -18,7 +18,7 @@ QSize CutLabel::minimumSizeHint() const {
 
 void CutLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QString cut = fontMetrics().elidedText(text(), Qt::ElideMiddle, width());
+    const QString cut = fontMetrics().elidedText(text(), cutAt_, width());
     style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(), cut,
                           foregroundRole());
 }

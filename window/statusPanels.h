@@ -11,15 +11,19 @@
 
 #include "base/clsUserInterface.h"
 
-// A label with one line of text. If there is not enough room, the text is cut in the middle and a tip shows
-// it in full.
+// A label with one line of text. If there is not enough room, the text is cut, in the middle unless another
+// place is set, and a tip shows it in full.
 class CutLabel final : public QLabel {
 public:
     using QLabel::QLabel;
+    void setCutAt(Qt::TextElideMode place) { cutAt_ = place; }
     [[nodiscard]] QSize minimumSizeHint() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    Qt::TextElideMode cutAt_ = Qt::ElideMiddle;
 };
 
 // The texts of the status bar. A scan sets them once per folder, but at most 60 per second are shown.
