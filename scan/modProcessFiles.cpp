@@ -46,9 +46,9 @@ ScanResult scan(const std::string& path, const Dependencies& dependencies, std::
 
 // What the figures of the scanned folder lack; empty if nothing.
 std::string remarks(const clsSearch& search, const ScanResult& result) {
-    std::string text = result.cancelled ? "The scan was cancelled. " : "";
+    std::string text = result.cancelled ? "The scan was cancelled." : "";
     if (const std::size_t unreadable = search.skipped.unreadableIn(search.rootPath); unreadable > 0) {
-        text += unreadableText(unreadable);
+        text.append(text.empty() ? "" : " ").append(unreadableText(unreadable));
     }
     return text;
 }

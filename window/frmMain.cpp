@@ -10,7 +10,6 @@
 #include <QScreen>
 #include <QTimer>
 #include <QUrl>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "base/applicationFolder.h"
@@ -67,6 +66,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       charts_({views_, working_, userInterface_, dialogs}),
       listMenu_({tvw_, views_, settings_, userInterface_, clipboard_,
                  [] { return modExport::temporaryWorkbookName(platform::localTime(platform::now())); }}),
+      notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -106,6 +106,7 @@ void frmMain::form_load() {
         splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
         views_.restore(*state_);
     });
+    loadStep([this] { notices_.start(); });
 }
 
 void frmMain::form_unload() {
@@ -138,6 +139,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 // What the window does during a scan.
 void frmMain::followScan(bool running) {
+    scanning_ = running;
     if (running) {
         userInterface_.beginScan();
         ani_.play();
@@ -146,11 +148,17 @@ void frmMain::followScan(bool running) {
         ani_.stop();
     }
     views_.followScan(running);
-    escape_.setEnabled(running);
-    modMenus::setExportsEnabled(cP_, !running); // they need the rows and the file for themselves
+    bar_.setEnabled(!running);
+    updateEscape();
+    modMenus::setRowCommandsEnabled(cP_, !running);
     if (!running) {
         closeIfWanted();
     }
+}
+
+// Escape first ends the scan; otherwise it closes the message on show.
+void frmMain::updateEscape() {
+    escape_.setEnabled(scanning_ || bar_.isShowing());
 }
 
 // Runs a command that handles events but needs the rows to stay unchanged. Anything that would start a scan
@@ -212,7 +220,10 @@ void frmMain::layOut() {
     pathRow->addWidget(&cmdGo_);
     splitter_.setObjectName(QStringLiteral("splitter"));
     splitter_.addWidget(&tvw_);
-    splitter_.addWidget(&views_.tabs());
+    rightLayout_.setContentsMargins(0, 0, 0, 0);
+    rightLayout_.addWidget(&bar_);
+    rightLayout_.addWidget(&views_.tabs(), 1);
+    splitter_.addWidget(&rightSide_);
     views_.tabs().setCornerWidget(&ani_);
     splitter_.setStretchFactor(1, 1);
     splitter_.setChildrenCollapsible(false);
@@ -255,8 +266,19 @@ void frmMain::wire() {
             [this](int index) { runExclusively([&] { listMenu_.cPLvw_Click(index); }); });
     connect(&views_, &ViewTabs::copyRequested, this,
             [this] { runExclusively([this] { listMenu_.cPLvw_Click(ListMenu::copyItem); }); });
-    escape_.setEnabled(false);
-    connect(&escape_, &QShortcut::activated, this, [this] { search_.CancelScan = true; });
+    updateEscape();
+    connect(&escape_, &QShortcut::activated, this, [this] {
+        if (scanning_) {
+            search_.CancelScan = true;
+        } else {
+            bar_.closeShown();
+        }
+    });
+    connect(&bar_, &MessageBar::shownChanged, this, &frmMain::updateEscape);
+    connect(&unreadable_, &frmUnreadable::folderChosen, this,
+            [this](const std::string& key) { selection_.revealFolder(key); });
+    connect(&selection_, &FolderSelection::scanned, this,
+            [this](const modProcessFiles::ScanResult& result) { notices_.scanned(result); });
     connect(&toPath_, &QShortcut::activated, this, [this] {
         txtPath_.setFocus(Qt::ShortcutFocusReason);
         txtPath_.selectAll(); // it may already have had the focus
@@ -270,13 +292,21 @@ MenuTargets frmMain::menuTargets() {
     };
     targets.exportDatabase = [this] { runExclusively([this] { databases_.exportDatabase(); }); };
     targets.exportChart = [this](bool entire) { runExclusively([&] { charts_.exportChart(entire); }); };
-    targets.loadDatabase = [this] { runExclusively([this] { databases_.loadDatabase(); }); };
+    targets.loadDatabase = [this] {
+        runExclusively([this] {
+            if (const std::string file = databases_.loadDatabase(); !file.empty()) {
+                notices_.loaded(file);
+            }
+        });
+    };
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };
     targets.cancelScan = [this] { search_.CancelScan = true; };
     targets.barStyle = [this] { views_.chart().setChartStyle(ChartStyle::bar); };
     targets.pieStyle = [this] { views_.chart().setChartStyle(ChartStyle::pie); };
     targets.updateGraph = [this] { views_.updateGraph(); };
+    targets.exactFigures = [this] { notices_.toggleExact(); };
+    targets.unreadableFolders = [this] { notices_.showUnreadable(); };
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
     return targets;

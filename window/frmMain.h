@@ -7,6 +7,7 @@
 #include <QSettings>
 #include <QShortcut>
 #include <QSplitter>
+#include <QVBoxLayout>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -26,10 +27,13 @@
 #include "window/commands/qtClipboard.h"
 #include "window/commands/reportCommands.h"
 #include "window/dialogs/clsDialogs.h"
+#include "window/dialogs/frmUnreadable.h"
+#include "window/figureNotices.h"
 #include "window/help/showHelp.h"
 #include "window/menu/menuToolbar.h"
 #include "window/menu/popMenu.h"
 #include "window/menu/rebar.h"
+#include "window/messageBar.h"
 #include "window/tabs/viewTabs.h"
 #include "window/windowInterface.h"
 
@@ -67,6 +71,7 @@ private:
     void runExclusively(const std::function<void()>& command);
     void closeIfWanted();
     void followScan(bool running);
+    void updateEscape();
 
     void txtPath_GotFocus();
     void txtPath_LostFocus();
@@ -91,6 +96,9 @@ private:
     QPushButton cmdGo_;
     QSplitter splitter_;
     FolderTree tvw_;
+    QWidget rightSide_;
+    QVBoxLayout rightLayout_{&rightSide_};
+    MessageBar bar_;
     ViewTabs views_;
     Animation ani_;
     QStatusBar statusBar_;
@@ -108,9 +116,12 @@ private:
     DatabaseCommands databases_;
     ChartCommands charts_;
     ListMenu listMenu_;
+    frmUnreadable unreadable_{this};
+    FigureNotices notices_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;
+    bool scanning_ = false;
     bool runningExclusively_ = false;
     bool closing_ = false; // when the running work has ended
 };

@@ -38,7 +38,7 @@ public:
         const std::vector<std::string> hostile = testSystem::hostileNames();
         names_ = {"a", "b", "c", "C#", "x[1]", "o'brien", "50%", std::string(90, 'n'), std::string(95, 'o')};
         names_.push_back(hostile[0]);
-        names_.push_back(hostile[below(static_cast<int>(hostile.size()))]);
+        names_.push_back(hostile[static_cast<std::size_t>(below(static_cast<int>(hostile.size())))]);
         const fs::path deep = top / names_[7] / names_[8] / names_[7]; // longer than 255 characters
         testSystem::makeFolders(deep / "in");
         testSystem::writeFile(deep / "file", "1234");

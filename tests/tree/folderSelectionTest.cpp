@@ -135,6 +135,48 @@ TEST_F(FolderSelectionTest, walksAFolderOfWhichOnlyASubfolderWasLoaded) {
 }
 
 // The row numbers at the end that a refresh frees are used again.
+TEST_F(FolderSelectionTest, recordsNothingOfAFolderThatIsGone) {
+    selection.cmdGo_Click(tree.typed());
+    click("a/deep");
+    testSystem::removeAll(tree / "a/deep");
+    scans = 0;
+    click("a/deep");
+    EXPECT_EQ(scans, 0);
+    EXPECT_EQ(cell("select count(*) from details where parentFolder Like \"*deep*\" or fileName=\"deep\\\""),
+              "0");
+    EXPECT_EQ(cell("select size from details where fileName=\"a\\\""), "1");
+    EXPECT_THAT(userInterface.statuses,
+                Contains(std::pair(StatusPanel::folder, "The folder no longer exists.")));
+    tree.write("a/deep", "1234"); // a file now
+    selection.cmdGo_Click(tree.typed("a"));
+    click("a/deep");
+    EXPECT_EQ(cell("select size from details where fileName=\"a\\\""), "5");
+    EXPECT_EQ(cell("select count(*) from details where fileName Like \"deep*\""), "1");
+}
+
+TEST_F(FolderSelectionTest, scansAgainAllThatWasScanned) {
+    selection.cmdGo_Click(tree.typed("b"));
+    selection.cmdGo_Click(tree.typed("a"));
+    tree.write("a/deep/later.txt", "4444");
+    tree.write("b/later.txt", "4444");
+    scans = 0;
+    selection.scanAgain();
+    EXPECT_EQ(scans, 3) << "both, and a look at the selected one";
+    EXPECT_EQ(cell("select sum(size) from details where isFolder=0"), "14");
+    EXPECT_EQ(tvw.selectedKey(), key("a"));
+
+    userInterface.onYield = [this] { search.CancelScan = true; };
+    scans = 0;
+    selection.scanAgain();
+    EXPECT_EQ(scans, 1) << "cancelled";
+    userInterface.onYield = {};
+
+    load();
+    tree.write("b/last.txt", "x");
+    selection.scanAgain();
+    EXPECT_EQ(scans, 1) << "loaded rows that are not selected stay";
+}
+
 TEST_F(FolderSelectionTest, takesNoNewRowForALoadedOne) {
     load("a");
     int folders = 0;

@@ -39,13 +39,16 @@ void DatabaseCommands::exportDatabase() {
     }
 }
 
-void DatabaseCommands::loadDatabase() {
+std::string DatabaseCommands::loadDatabase() {
     const std::string file = choice_.toRead(databaseFilter);
     if (file.empty()) {
-        return;
+        return {};
     }
     const BusyPointer busy(dependencies_.userInterface);
-    modGlobal::trapped("frmMain", "cp_Click", [&] { load(file); });
+    const bool isLoaded = modGlobal::trapped("frmMain", "cp_Click", [&] {
+        load(file);
+        return true;
+    });
     if (dependencies_.database.isOpen()) { // left by a load that failed halfway
         modGlobal::trapped(
             "frmMain", "cp_Click", [&] { modGlobal::clearSavedNodes(dependencies_.database.database()); },
@@ -53,6 +56,7 @@ void DatabaseCommands::loadDatabase() {
     }
     dependencies_.views.forget();
     dependencies_.selection.showLoaded();
+    return isLoaded ? file : std::string();
 }
 
 // A scan that was saved without a tree, as by the console program, shows its folders below the drives.

@@ -36,8 +36,8 @@ public:
     void exportDatabase();
 
     // Replaces the rows and the tree by those of a file. Errors are logged for the menu command. In any case,
-    // the views then show what the database contains.
-    void loadDatabase();
+    // the views then show what the database contains. The file that was loaded, as typed; empty if none was.
+    std::string loadDatabase();
 
 private:
     void load(const std::string& file);

@@ -17,7 +17,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 16> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 18> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -32,6 +32,8 @@ const std::array<MenuCommands::Command, 16> MenuCommands::commands{{
     {"SHOWOWNERS", [](MenuCommands& self, int index) { self.showOwners(index); }},
     {"VIEWBARCHART", [](MenuCommands& self, int index) { self.barChart(index); }},
     {"VIEWPIECHART", [](MenuCommands& self, int index) { self.pieChart(index); }},
+    {"EXACTFIGURES", [](MenuCommands& self, int) { self.targets_.exactFigures(); }},
+    {"UNREADABLEFOLDERS", [](MenuCommands& self, int) { self.targets_.unreadableFolders(); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

@@ -21,6 +21,8 @@ struct MenuTargets {
     std::function<void()> barStyle; // for the chart, which is redrawn afterwards
     std::function<void()> pieStyle;
     std::function<void()> updateGraph;
+    std::function<void()> exactFigures;
+    std::function<void()> unreadableFolders;
     std::function<void()> showAbout;
     std::function<void()> showHelp;
 };
@@ -36,7 +38,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 16> commands;
+    static const std::array<Command, 18> commands;
 
     void showOwners(int index);
     void barChart(int index);

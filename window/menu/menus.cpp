@@ -13,7 +13,7 @@ namespace modMenus {
 
 namespace {
 
-enum class Mark { none, off, on, owners };
+enum class Mark { none, off, on, owners, exact };
 
 struct MenuItem {
     std::size_t level; // 0 is on the menu bar; otherwise below the last item one level up
@@ -24,9 +24,9 @@ struct MenuItem {
 };
 
 // Odd on purpose: the View items end in a tab, which leaves their shortcut column empty; two of them have a
-// blank before it; both separators of View have the same key; two items of File have no access key. The
+// blank before it; the separators of View have the same key; two items of File have no access key. The
 // chart's two items must stay next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 26> mainMenu{{
+constexpr std::array<MenuItem, 29> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -49,11 +49,16 @@ constexpr std::array<MenuItem, 26> mainMenu{{
     {1, "ViewPieChart", "&Pie Chart\t", 11, Mark::off},
     {1, "Spacer1", "-"},
     {1, "ShowOwners", "&File Owners (Slower Scan) \t", 15, Mark::owners},
+    {1, "Spacer1", "-"},
+    {1, "ExactFigures", "E&xact Figures", PopMenu::noIcon, Mark::exact},
+    {1, "UnreadableFolders", "&Unreadable Folders..."},
     {0, "", "&Help"},
     {1, "HelpContents", "&Contents", 16},
     {1, "HelpSpacer0", "-"},
     {1, "HelpAbout", "&About", 17},
 }};
+
+const QString exactFigures = QStringLiteral("ExactFigures");
 
 // Odd on purpose: the keys are also used in the main menu; clicks here go to another handler.
 constexpr std::array<MenuItem, 2> listMenu{{
@@ -61,10 +66,15 @@ constexpr std::array<MenuItem, 2> listMenu{{
     {0, "ExportText", "&Copy Entire List to Clipboard", 6},
 }};
 
-void addItems(PopMenu& menu, std::span<const MenuItem> items, bool owners) {
+bool isMarked(Mark mark, const clsSettings& settings) {
+    return mark == Mark::on || (mark == Mark::owners && settings.getOwnerInfo()) ||
+           (mark == Mark::exact && settings.exact());
+}
+
+void addItems(PopMenu& menu, std::span<const MenuItem> items, const clsSettings& settings) {
     std::array<int, 4> parents{PopMenu::topLevel}; // the index of the parent for each level
     for (const MenuItem& item : items) {
-        const bool checked = item.mark == Mark::on || (item.mark == Mark::owners && owners);
+        const bool checked = isMarked(item.mark, settings);
         const int index = menu.addItem({.caption = QString::fromUtf8(item.caption),
                                         .parentIndex = parents.at(item.level),
                                         .iconIndex = item.icon,
@@ -83,18 +93,27 @@ void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& 
                  const clsSettings& settings) {
     modGlobal::trapped("frmMain", "createMenus", [&] {
         cP.bind(window, imlMenu);
-        addItems(cP, mainMenu, settings.getOwnerInfo());
+        addItems(cP, mainMenu, settings);
         cP.store(QStringLiteral("Outer"));
 
         cPLvw.bind(window, imlMenu);
-        addItems(cPLvw, listMenu, false);
+        addItems(cPLvw, listMenu, settings);
     });
 }
 
-void setExportsEnabled(PopMenu& cP, bool enabled) {
+void setExactMark(PopMenu& cP, bool exact) {
+    for (int index = 1; index <= cP.count(); ++index) {
+        if (cP.itemKey(index) == exactFigures) {
+            cP.setChecked(index, exact);
+        }
+    }
+}
+
+void setRowCommandsEnabled(PopMenu& cP, bool enabled) {
     for (int index = 1; index <= cP.count(); ++index) {
         const QString key = cP.itemKey(index);
-        if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load"))) {
+        if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load")) ||
+            key == exactFigures) {
             cP.setEnabled(index, enabled);
         }
     }

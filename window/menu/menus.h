@@ -9,12 +9,16 @@ class QWidget;
 namespace modMenus {
 
 // Fills both menus, once per run: `cP` with the main menu, stored as "Outer", and `cPLvw`, the context menu
-// of the lists. The check mark of ShowOwners shows the setting. Pictures come from `imlMenu`, by index.
-// Errors are logged.
+// of the lists. The check marks of ShowOwners and ExactFigures show the settings. Pictures come from
+// `imlMenu`, by index. Errors are logged.
 void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& imlMenu,
                  const clsSettings& settings);
 
-// Enables or disables the main menu's commands that export and load.
-void setExportsEnabled(PopMenu& cP, bool enabled);
+// The check mark of the main menu's ExactFigures.
+void setExactMark(PopMenu& cP, bool exact);
+
+// Enables or disables the main menu's commands that need the rows for themselves: those that export and load,
+// and ExactFigures.
+void setRowCommandsEnabled(PopMenu& cP, bool enabled);
 
 } // namespace modMenus

@@ -18,7 +18,7 @@ TEST(ChartTipDeathTest, decimalCommaEndsTheNumber) {
         GTEST_SKIP() << german << " is not installed";
     }
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    const auto inGerman = [german] {
+    const auto inGerman = [] {
         ::setenv("LC_ALL", german, 1);
         std::cerr << modChartTip::sizePart(1536.9) << ' ' << modChartTip::sizePart(12.9) << ' '
                   << modChartTip::sizePart(0.9);

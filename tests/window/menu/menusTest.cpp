@@ -68,6 +68,8 @@ protected:
                 .barStyle = noting("bar"),
                 .pieStyle = noting("pie"),
                 .updateGraph = noting("graph"),
+                .exactFigures = noting("exact"),
+                .unreadableFolders = noting("unreadable"),
                 .showAbout = noting("about"),
                 .showHelp = noting("help")};
     }
@@ -100,18 +102,19 @@ TEST_F(Menus, everyItemIsInAMenuAndHasACommand) {
     }
 }
 
-TEST_F(Menus, disablingExportsLeavesTheRest) {
+TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     create();
-    modMenus::setExportsEnabled(cP, false);
+    modMenus::setRowCommandsEnabled(cP, false);
     QStringList enabled;
     for (int index = 1; index <= cP.count(); ++index) {
         if (cP.isEnabled(index) && !cP.itemKey(index).isEmpty() && !cP.action(index).isSeparator()) {
             enabled += cP.itemKey(index);
         }
     }
-    EXPECT_EQ(enabled.join(u' '),
-              QStringLiteral(
-                  "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners HelpContents HelpAbout"));
+    EXPECT_EQ(
+        enabled.join(u' '),
+        QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
+                       "HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -131,6 +134,8 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"HelpContents", {"help"}},
         {"ViewBarChart", {"bar", "graph"}},
         {"ViewPieChart", {"pie", "graph"}},
+        {"ExactFigures", {"exact"}},
+        {"UnreadableFolders", {"unreadable"}},
         {"HelpAbout", {"about"}},
     };
     for (const auto& [key, expected] : cases) {

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <string_view>
+
+#include "base/clsRegSettings.h"
+#include "base/clsSettings.h"
+#include "base/clsUserInterface.h"
+#include "scan/clsSearch.h"
+#include "scan/modProcessFiles.h"
+#include "tree/folderSelection.h"
+#include "window/dialogs/clsDialogs.h"
+#include "window/dialogs/frmUnreadable.h"
+#include "window/menu/popMenu.h"
+#include "window/messageBar.h"
+#include "window/tabs/viewTabs.h"
+
+// Says in the message bar what is wrong with the figures, and offers what makes them right: the switch
+// "exact", and the list of the folders that could not be read.
+class FigureNotices {
+public:
+    // Nothing is owned.
+    struct Dependencies {
+        MessageBar& bar;
+        frmUnreadable& unreadable;
+        PopMenu& menu;
+        clsSettings& settings;
+        const clsRegSettings& store;
+        clsSearch& search;
+        FolderSelection& selection;
+        ViewTabs& views;
+        clsDialogs& dialogs;
+    };
+
+    explicit FigureNotices(const Dependencies& dependencies) : dependencies_(dependencies) {}
+
+    // On the very first start, asks whether figures are to be exact.
+    void start();
+
+    // After a scan, and after a saved scan (a path as typed) has been loaded.
+    void scanned(const modProcessFiles::ScanResult& result);
+    void loaded(std::string_view file);
+
+    // The command that switches exact figures on or off. Switching them on offers to scan again.
+    void toggleExact();
+
+    void showUnreadable();
+
+private:
+    void setExact(bool exact);
+    void useExactSizes();
+
+    Dependencies dependencies_;
+};
