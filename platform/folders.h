@@ -50,8 +50,11 @@ private:
     std::vector<Item> items_;
 };
 
-// Opens, reads and closes folders; nothing stays open after `read`. Paths may be longer than the system
-// accepts in one call.
+// Opens, reads and closes folders. Paths may be longer than the system accepts in one call.
+//
+// A walk reads its start first, with `isStart`. From then on, folders below it are read only if they can be
+// reached without a link and without leaving the volume, whatever becomes of the folders on the way there
+// meanwhile. For this the start itself stays open, nothing else does.
 class FolderReader {
 public:
     FolderReader();
@@ -60,9 +63,9 @@ public:
     FolderReader& operator=(const FolderReader&) = delete;
 
     // Fills the listing with the folder's entries. False if the folder cannot be read (no permission,
-    // vanished, not a folder); the listing then has the entries read so far. `followLink`: the path may be a
-    // link to the folder.
-    bool read(std::string_view internalFolder, FolderListing& listing, bool followLink = false);
+    // vanished, not a folder); the listing then has the entries read so far. `isStart`: the path may lead
+    // through links, even at its end.
+    bool read(std::string_view internalFolder, FolderListing& listing, bool isStart = false);
 
     // Only the names and isFolder, which is cheaper.
     bool readNames(std::string_view internalFolder, FolderListing& listing);

@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <linux/openat2.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 
@@ -43,12 +44,57 @@ EntryFacts factsOf(const struct stat& status) {
             status.st_mtim.tv_sec,   status.st_uid};
 }
 
+// Opens what a path leads to, from an open folder.
+using Open = Descriptor (*)(int start, const char* path, int flags);
+
+Descriptor openAnything(int start, const char* path, int flags) {
+    return Descriptor(::openat(start, path, flags));
+}
+
+// A folder on the volume of the one it starts from, without following any link on the way there, so that
+// neither a folder that has become a link nor a volume mounted meanwhile leads elsewhere. ELOOP and EXDEV say
+// that there is one.
+Descriptor openBeneath(int start, const char* path, int flags) {
+    open_how how{};
+    how.flags = static_cast<unsigned>(flags);
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS | RESOLVE_NO_XDEV;
+    return Descriptor(static_cast<int>(::syscall(SYS_openat2, start, path, &how, sizeof how)));
+}
+
+// The same name by name, for kernels (before 5.6) and containers without that call.
+Descriptor openNameByName(int start, const char* path, int flags) {
+    Descriptor folder;
+    std::string_view rest(path);
+    while (!rest.empty()) {
+        const std::string name(rest.substr(0, rest.find('/')));
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+        const int from = folder.isOpen() ? folder.get() : start;
+        folder = Descriptor(::openat(from, name.c_str(),
+                                     (rest.empty() ? flags : O_PATH | O_CLOEXEC) | O_DIRECTORY | O_NOFOLLOW));
+        if (!folder.isOpen()) {
+            return folder;
+        }
+    }
+    struct stat there {};
+    struct stat here {};
+    if (::fstat(start, &here) == 0 && ::fstat(folder.get(), &there) == 0 && here.st_dev != there.st_dev) {
+        folder.reset();
+        errno = EXDEV;
+    }
+    return folder;
+}
+
+bool hasOpenBeneath() {
+    static const bool has = openBeneath(AT_FDCWD, ".", O_PATH | O_CLOEXEC).isOpen();
+    return has;
+}
+
 // Reading a folder must not change its last access time if the system allows us to leave it alone.
-Descriptor openFolder(int start, const char* path, int flags) {
+Descriptor openFolder(Open open, int start, const char* path, int flags) {
     flags |= O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
-    Descriptor folder(::openat(start, path, flags | O_NOATIME));
+    Descriptor folder = open(start, path, flags | O_NOATIME);
     if (!folder.isOpen() && errno == EPERM) {
-        folder = Descriptor(::openat(start, path, flags));
+        folder = open(start, path, flags);
     }
     return folder;
 }
@@ -57,6 +103,14 @@ Descriptor openFolder(int start, const char* path, int flags) {
 // descriptors of the pieces are kept for the next path that begins the same way.
 class LongPathOpener {
 public:
+    explicit LongPathOpener(Open how = openAnything) : open_(how) {}
+
+    // From here on, paths start from this folder.
+    void startFrom(Descriptor folder) {
+        pieces_.clear();
+        start_ = std::move(folder);
+    }
+
     Descriptor open(std::string_view native, int flags) {
         while (!pieces_.empty() && !startsWithPiece(native, pieces_.back().path)) {
             pieces_.pop_back();
@@ -68,7 +122,7 @@ public:
                 break;
             }
             const std::string piece(native.substr(done, end - done));
-            Descriptor opened(::openat(start(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+            Descriptor opened = open_(start(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
             if (!opened.isOpen()) {
                 return opened;
             }
@@ -76,7 +130,7 @@ public:
             done = end + 1;
         }
         rest_.assign(native.substr(done));
-        return openFolder(start(), rest_.c_str(), flags);
+        return openFolder(open_, start(), rest_.c_str(), flags);
     }
 
 private:
@@ -89,8 +143,13 @@ private:
         return path.size() > piece.size() && path[piece.size()] == '/' && path.starts_with(piece);
     }
 
-    [[nodiscard]] int start() const { return pieces_.empty() ? AT_FDCWD : pieces_.back().folder.get(); }
+    [[nodiscard]] int start() const {
+        const int whole = start_.isOpen() ? start_.get() : AT_FDCWD;
+        return pieces_.empty() ? whole : pieces_.back().folder.get();
+    }
 
+    Open open_;
+    Descriptor start_;
     std::vector<Piece> pieces_;
     std::string rest_;
 };
@@ -119,12 +178,29 @@ bool forEachEntry(int folder, char* buffer, Take take) {
 } // namespace
 
 struct FolderReader::Implementation {
-    LongPathOpener opener;
+    LongPathOpener opener; // for folders outside of the start
+    std::string start;     // native, with "/" at its end; empty if there is none
+    LongPathOpener beneathStart{hasOpenBeneath() ? openBeneath : openNameByName};
     std::string native;
     std::string share; // the last share, and where it is mounted
     std::string shareNative;
     int error = 0; // of the last folder
     alignas(KernelEntry) std::array<char, readBufferSize> buffer;
+
+    // Where a walk starts, possibly through a link.
+    Descriptor openStart(std::string_view internalFolder) {
+        findNative(internalFolder);
+        start = native.ends_with('/') ? native : native + '/';
+        beneathStart.startFrom(opener.open(native, O_PATH));
+        return opener.open(native, 0);
+    }
+
+    Descriptor open(std::string_view internalFolder) {
+        findNative(internalFolder);
+        const bool isBelow = !start.empty() && native.size() > start.size() && native.starts_with(start);
+        return isBelow ? beneathStart.open(std::string_view(native).substr(start.size()), 0)
+                       : opener.open(native, O_NOFOLLOW);
+    }
 
     // A share's mount point is looked up only when the share changes, not for every folder.
     void findNative(std::string_view internalFolder) {
@@ -145,9 +221,7 @@ struct FolderReader::Implementation {
 
     // Calls `take(the open folder, an entry's name, its kernel's type)` for each entry.
     template <class Take>
-    bool read(std::string_view internalFolder, bool followLink, Take take) {
-        findNative(internalFolder);
-        const Descriptor folder = opener.open(native, followLink ? 0 : O_NOFOLLOW);
+    bool read(const Descriptor& folder, Take take) {
         const bool isRead =
             folder.isOpen() && forEachEntry(folder.get(), buffer.data(), [&](const char* name, auto type) {
                 take(folder.get(), name, type);
@@ -160,26 +234,29 @@ struct FolderReader::Implementation {
 FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
 FolderReader::~FolderReader() = default;
 
-bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool followLink) {
+bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool isStart) {
     listing.clear();
-    return implementation_->read(internalFolder, followLink,
-                                 [&](int folder, const char* name, unsigned char type) {
-                                     EntryFacts facts;
-                                     struct stat status {};
-                                     if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-                                         facts = factsOf(status);
-                                     } else if (errno == ENOENT) {
-                                         return; // it vanished after the folder was read
-                                     } else {
-                                         facts.isFolder = type == DT_DIR;
-                                     }
-                                     listing.append(facts, name);
-                                 });
+    const Descriptor opened =
+        isStart ? implementation_->openStart(internalFolder) : implementation_->open(internalFolder);
+    return implementation_->read(opened, [&](int folder, const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        if (::fstatat(folder, name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts = factsOf(status);
+        } else if (errno == ENOENT) {
+            return; // it vanished after the folder was read
+        } else {
+            facts.isFolder = type == DT_DIR;
+        }
+        listing.append(facts, name);
+    });
 }
 
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     listing.clear();
-    return implementation_->read(internalFolder, true, [&](int folder, const char* name, unsigned char type) {
+    implementation_->findNative(internalFolder);
+    const Descriptor opened = implementation_->opener.open(implementation_->native, 0);
+    return implementation_->read(opened, [&](int folder, const char* name, unsigned char type) {
         EntryFacts facts;
         struct stat status {};
         facts.isFolder = type == DT_DIR;
@@ -191,7 +268,14 @@ bool FolderReader::readNames(std::string_view internalFolder, FolderListing& lis
 }
 
 std::string FolderReader::failure() const {
-    return systemMessage(implementation_->error);
+    switch (implementation_->error) {
+    case ELOOP:
+        return "The folder, or one above it, has become a link";
+    case EXDEV:
+        return "Another volume has been mounted";
+    default:
+        return systemMessage(implementation_->error);
+    }
 }
 
 bool folderExists(std::string_view internalPath) {

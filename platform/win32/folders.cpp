@@ -91,7 +91,7 @@ FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>(
 FolderReader::~FolderReader() = default;
 
 // When a folder is read, its links are not treated as folders; so only the start can be a link here.
-bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool /*followLink*/) {
+bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool /*isStart*/) {
     listing.clear();
     return implementation_->read(internalFolder, [&](const EntryFacts& facts, const std::string& name) {
         listing.append(facts, name);
