@@ -93,7 +93,7 @@ std::string ConsoleRun::findFolder(const std::string& typed) {
     try {
         std::string path = modGlobal::addBackslash(platform::toInternal(typed));
         if (!path.empty() && platform::folderExists(path)) {
-            return path;
+            return platform::recordedPath(path);
         }
         fail(typed, platform::mayNotEnter(path) ? "Permission denied" : "Folder not found");
     } catch (const RuntimeError& error) {

@@ -1,5 +1,7 @@
 #include "export/databaseFile.h"
 
+#include <algorithm>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -52,13 +54,39 @@ void replaceDetails(Database& source, WorkingDatabase& working, clsUserInterface
 }
 
 // Files that the engine left beside an earlier database of that name would be taken for those of the new one.
-void removeLeftovers(std::string_view path) {
+struct Leftover {
+    const char* ending;
+    std::string_view start; // of its content
+};
+constexpr std::array<Leftover, 4> leftovers{{
+    {"-wal", "\x37\x7f\x06\x82"},
+    {"-wal", "\x37\x7f\x06\x83"},
+    {"-shm", "\x18\xe2\x2d"},
+    {"-journal", "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7"},
+}};
+
+// Those of the engine, and those that are empty, which it leaves too. Throws if a file of anybody else's has
+// such a name.
+std::vector<std::string> leftoversBeside(std::string_view path) {
     const std::string file = platform::resolveLinks(path);
+    std::vector<std::string> found;
     for (const char* ending : {"-wal", "-shm", "-journal"}) {
-        if (platform::somethingExists(file + ending)) {
-            platform::deleteFile(file + ending);
+        const std::string name = file + ending;
+        if (!platform::somethingExists(name)) {
+            continue;
         }
+        const std::string start = platform::fileExists(name) ? platform::readStart(name, 8) : "no file";
+        const bool isTheEngines =
+            start.empty() || std::any_of(leftovers.begin(), leftovers.end(), [&](const Leftover& each) {
+                return std::string_view(each.ending) == ending && start.starts_with(each.start);
+            });
+        if (!isTheEngines) {
+            throw RuntimeError::about(errorNumber::fileAlreadyExists,
+                                      platform::displayPath(name) + " is in the way. Choose another name");
+        }
+        found.push_back(name);
     }
+    return found;
 }
 
 } // namespace
@@ -69,8 +97,9 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     std::optional<RuntimeError> failure;
     working.close();
     try {
+        const std::vector<std::string> beside = leftoversBeside(path);
         runInBackground(userInterface, [&] { platform::copyFile(working.path(), path); });
-        removeLeftovers(path);
+        std::for_each(beside.begin(), beside.end(), platform::deleteFile);
     } catch (const RuntimeError& error) {
         failure = error;
     }

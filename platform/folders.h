@@ -82,6 +82,10 @@ private:
 // True if the path leads to a folder, possibly through a link.
 [[nodiscard]] bool folderExists(std::string_view internalPath);
 
+// The path by which a folder is recorded: on its own drive and, on Linux, without links, as the same folder
+// could otherwise be recorded by several paths. Ends in "\". The path itself if there is no such folder.
+[[nodiscard]] std::string recordedPath(std::string_view internalFolder);
+
 // An entry's own facts, without following links; `known` is false if there is no such entry.
 [[nodiscard]] EntryFacts entryFacts(std::string_view internalPath);
 

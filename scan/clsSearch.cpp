@@ -114,6 +114,7 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
     modFolderRows::remove(database_.database(),
                           "(" + modFolderRows::itself(path) + ") or " + modFolderRows::directlyIn(path));
     above_.follow(database_.database(), path, false);
+    skipped.forgetWithSubfolders(path);
 }
 
 void clsSearch::resetWholeFolder(std::string_view path) {

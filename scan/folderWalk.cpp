@@ -109,17 +109,14 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     ++depth_;
 }
 
-// Only the subfolders that still exist keep their rows until the walk reaches them. Another volume keeps its
-// rows if it was scanned for itself.
+// Only the subfolders that still exist keep their rows until the walk reaches them.
 void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded) {
     level.subfolders = search_.recordedSubfolders(path_);
     std::unordered_set<std::string, platform::NameHash, platform::NameEqual> walked;
     for (std::size_t i = 0; i < level.entries.size() && !level.subfolders.empty(); ++i) {
         const platform::FolderEntry entry = level.entries[i];
         path_.append(entry.name);
-        const auto recordedEntry = level.subfolders.find(std::string(entry.name));
-        if (isWalked(entry) || (recordedEntry != level.subfolders.end() &&
-                                !recordedEntry->second.stamp.empty() && isOtherVolume(entry))) {
+        if (isWalked(entry)) {
             walked.emplace(entry.name);
         }
         path_.resize(level.pathLength);
@@ -177,7 +174,7 @@ void FolderWalk::recordEntry(Level& level) {
     }
     if (isOtherVolume(entry)) {
         path_ += '\\';
-        recordOtherVolume(level, entry);
+        recordOtherVolume(entry);
         return;
     }
     const std::int64_t recordedSize = wholeSizes_ ? entry.size : wrapped(entry.size);
@@ -189,12 +186,8 @@ void FolderWalk::recordEntry(Level& level) {
     }
 }
 
-// The volume is a folder without contents here, until it is scanned for itself.
-void FolderWalk::recordOtherVolume(Level& level, const platform::EntryFacts& facts) {
-    if (const modFolderRows::RecordedFolder recorded = recordedFolder(); !recorded.stamp.empty()) {
-        level.size += recorded.size;
-        return;
-    }
+// A folder without contents here: the volume has its own drive.
+void FolderWalk::recordOtherVolume(const platform::EntryFacts& facts) {
     search_.skipped.add(path_, SkippedFolders::Kind::otherVolume, "Another volume is mounted here");
     search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
                          ownerOf(facts));

@@ -52,7 +52,7 @@ private:
     [[nodiscard]] bool isRecordable();
     void skipUnreadable(std::string_view reason);
     void recordEntry(Level& level);
-    void recordOtherVolume(Level& level, const platform::EntryFacts& facts);
+    void recordOtherVolume(const platform::EntryFacts& facts);
     void leaveFolder(Level& level);
     void showProgress();
     [[nodiscard]] std::string_view accessedText(const platform::EntryFacts& facts);

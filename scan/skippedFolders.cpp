@@ -1,5 +1,8 @@
 #include "scan/skippedFolders.h"
 
+#include <algorithm>
+#include <iterator>
+
 void SkippedFolders::add(std::string_view path, Kind kind, std::string_view reason) {
     folders_.insert_or_assign(std::string(path), Skipped{kind, std::string(reason)});
 }
@@ -7,6 +10,14 @@ void SkippedFolders::add(std::string_view path, Kind kind, std::string_view reas
 void SkippedFolders::forget(std::string_view path) {
     if (const auto found = folders_.find(path); found != folders_.end()) {
         folders_.erase(found);
+    }
+}
+
+void SkippedFolders::forgetWithSubfolders(std::string_view path) {
+    for (auto folder = folders_.lower_bound(path);
+         folder != folders_.end() && folder->first.starts_with(path);) {
+        const std::size_t nameEnd = std::min(folder->first.find('\\', path.size()), folder->first.size() - 1);
+        folder = nameEnd + 1 == folder->first.size() ? folders_.erase(folder) : std::next(folder);
     }
 }
 

@@ -17,8 +17,10 @@ public:
 
     void add(std::string_view path, Kind kind, std::string_view reason);
 
-    // Call these when the folder is read again, and when its rows and all below it are removed.
+    // Call these when the folder is read again, when its rows and those directly in it are removed, and when
+    // all rows below it are removed, too.
     void forget(std::string_view path);
+    void forgetWithSubfolders(std::string_view path);
     void forgetWhole(std::string_view path);
     void clear() noexcept { folders_.clear(); }
 

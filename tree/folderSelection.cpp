@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -30,7 +29,7 @@ constexpr std::string_view notFound =
 std::string nodeOf(std::string_view typedPath) {
     try {
         const std::string path = platform::toInternal(typedPath);
-        return path.empty() || !platform::folderExists(path) ? "" : modGlobal::addBackslash(path);
+        return path.empty() || !platform::folderExists(path) ? "" : platform::recordedPath(path);
     } catch (const RuntimeError&) {
         return {}; // a relative path, and the current folder no longer exists
     }
@@ -94,6 +93,9 @@ void FolderSelection::clickNode(const std::string& key) {
     if (dependencies_.tree.isFirstNode(key) || !modNodeKeys::isFolderKey(key)) {
         return;
     }
+    if (goesElsewhere(key)) {
+        return;
+    }
     dependencies_.views.updateGraph();
     const bool isElsewhere = lastLoadedRow_ > 0 && !platform::folderExists(key); // it was loaded
     if (isElsewhere || platform::whyUnreadable(key).empty()) {
@@ -122,9 +124,25 @@ void FolderSelection::clickNode(const std::string& key) {
     }
 }
 
+// The root of another volume is recorded under its own drive, and a folder that has become a link where that
+// leads; likewise what a drive's node shows when the drive is no longer mounted there.
+bool FolderSelection::goesElsewhere(const std::string& key) {
+    const std::string recorded = dependencies_.recordedPath(key);
+    if (recorded == key || !dependencies_.database.isOpen() || isLoaded(key)) {
+        return false;
+    }
+    if (lastLoadedRow_ == 0 && modFolderRows::find(dependencies_.database.database(), key).hasContent) {
+        dependencies_.search.resetWholeFolder(key);
+        forgetStarts(key);
+    }
+    goTo(recorded);
+    return true;
+}
+
 // The tree shows the folder still; what was recorded of it no longer counts. Loaded rows stay.
 void FolderSelection::forgetGone(const std::string& key) {
     if (lastLoadedRow_ == 0) {
+        forgetStarts(key);
         dependencies_.search.resetWholeFolder(key);
         dependencies_.userInterface.status(StatusPanel::folder, "The folder no longer exists.");
         dependencies_.userInterface.status(StatusPanel::remarks, {});
@@ -152,6 +170,7 @@ void FolderSelection::markAccessDenied(const std::string& key) {
 // this scan has ended completely: listing the folder before the next scan does not accept input.
 bool FolderSelection::scan(const std::string& key) {
     dependencies_.search.CancelScan = false;
+    noteStart(key);
     Q_EMIT scanRuns(true);
     const auto result =
         modProcessFiles::processMain(key, {dependencies_.search, dependencies_.settings,
@@ -159,8 +178,9 @@ bool FolderSelection::scan(const std::string& key) {
                                                Q_EMIT scanRuns(false);
                                                handleQueued(node);
                                            }});
-    if (!result.stored) {
-        lastLoadedRow_ = 0; // the rows are gone
+    if (!result.stored) { // the rows are gone
+        lastLoadedRow_ = 0;
+        starts_.clear();
     }
     Q_EMIT scanRuns(false);
     Q_EMIT scanned(result);
@@ -191,6 +211,7 @@ void FolderSelection::showItems() {
 void FolderSelection::showLoaded() {
     modGlobal::trapped(moduleName, "showLoaded", [&] {
         lastLoadedRow_ = lastRow();
+        starts_.clear();
         dependencies_.search.rowsReplaced();
         held_.clear(); // it belonged to another tree
         showItems();
@@ -248,14 +269,18 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
             dependencies_.userInterface.message(notFound);
             return;
         }
-        FolderTree& tree = dependencies_.tree;
-        if (!modGlobal::findNode(tree, key)) {
-            modGlobal::addTopNode(tree, dependencies_.icons, key);
-        }
-        tree.selectNode(key);
-        modGlobal::getDummyFolders(tree, key);
-        tvw_NodeClick(key);
+        goTo(key);
     });
+}
+
+void FolderSelection::goTo(const std::string& key) {
+    FolderTree& tree = dependencies_.tree;
+    if (!modGlobal::findNode(tree, key)) {
+        modGlobal::addTopNode(tree, dependencies_.icons, key);
+    }
+    tree.selectNode(key);
+    modGlobal::getDummyFolders(tree, key);
+    tvw_NodeClick(key);
 }
 
 void FolderSelection::refreshScreen() {
@@ -283,29 +308,18 @@ void FolderSelection::refreshScreen() {
     });
 }
 
-bool FolderSelection::hasScans() const {
-    return dependencies_.database.isOpen() &&
-           !dependencies_.database.database().OpenRecordset("select idx from details")->EndOfFile();
-}
-
-void FolderSelection::scanAgain() {
-    modGlobal::trapped(moduleName, "scanAgain", [&] {
+bool FolderSelection::scanAgain() {
+    return modGlobal::trapped(moduleName, "scanAgain", [&] {
         clsSearch& search = dependencies_.search;
         if (search.processing || holds_ > 0 || !dependencies_.database.isOpen()) {
-            return;
+            return false;
         }
-        if (lastLoadedRow_ > 0) {
-            refreshScreen();
-            return;
-        }
-        constexpr std::size_t all = std::numeric_limits<std::size_t>::max();
-        const std::vector<std::string> folders =
-            modSavedScan::scannedFolders(dependencies_.database.database(), all);
-        search.resetAll();
         dependencies_.views.clearFilesList();
-        const bool isComplete =
-            std::all_of(folders.begin(), folders.end(),
-                        [this](const std::string& folder) { return isGone(folder) || scan(folder); });
+        const std::set<std::string> folders = starts_;
+        const bool isComplete = std::all_of(folders.begin(), folders.end(), [&](const std::string& folder) {
+            search.resetWholeFolder(folder);
+            return isGone(folder) || scan(folder);
+        });
         const std::string selected = dependencies_.tree.selectedKey();
         if (isComplete && !suppressed_ && !selected.empty()) {
             tvw_NodeClick(selected);
@@ -313,7 +327,22 @@ void FolderSelection::scanAgain() {
             showItems();
             dependencies_.views.refreshActiveView();
         }
+        return isComplete;
     });
+}
+
+// Of folders that lie in each other, only the outer one.
+void FolderSelection::noteStart(const std::string& key) {
+    const bool isInner = std::any_of(starts_.begin(), starts_.end(),
+                                     [&](const std::string& start) { return key.starts_with(start); });
+    if (!isInner) {
+        forgetStarts(key);
+        starts_.insert(key);
+    }
+}
+
+void FolderSelection::forgetStarts(const std::string& key) {
+    std::erase_if(starts_, [&](const std::string& start) { return start.starts_with(key); });
 }
 
 void FolderSelection::openFolder(const std::string& key) {

@@ -2,12 +2,15 @@
 
 #include <QObject>
 #include <cstdint>
+#include <functional>
+#include <set>
 #include <string>
 #include <string_view>
 
 #include "base/clsSettings.h"
 #include "base/clsUserInterface.h"
 #include "db/workingDatabase.h"
+#include "platform/folders.h"
 #include "scan/clsSearch.h"
 #include "scan/modProcessFiles.h"
 #include "tree/folderTree.h"
@@ -41,6 +44,7 @@ public:
         const WorkingDatabase& database;
         clsUserInterface& userInterface;
         FolderViews& views;
+        std::function<std::string(std::string_view folder)> recordedPath = platform::recordedPath;
     };
 
     explicit FolderSelection(const Dependencies& dependencies) : dependencies_(dependencies) {}
@@ -61,11 +65,11 @@ public:
     void refreshScreen();
 
     // Whether there is anything for scanAgain.
-    [[nodiscard]] bool hasScans() const;
+    [[nodiscard]] bool hasScans() const noexcept { return !starts_.empty(); }
 
-    // Scans everything anew that was scanned, because sizes are now to be recorded in another way. Of loaded
-    // rows, only the selected folder is scanned again. Does nothing while a scan runs.
-    void scanAgain();
+    // Scans everything anew that was scanned in this session, because sizes are now to be recorded in another
+    // way; loaded rows stay. False if it was cancelled; what it had not come to is then as before.
+    bool scanAgain();
 
     // Selects the folder of a row or bar, if the tree has it, and handles it like a click.
     void openFolder(const std::string& key);
@@ -98,6 +102,10 @@ private:
     void queue(const std::string& key);
     void markAccessDenied(const std::string& key);
     void forgetGone(const std::string& key);
+    bool goesElsewhere(const std::string& key);
+    void goTo(const std::string& key);
+    void noteStart(const std::string& key);
+    void forgetStarts(const std::string& key);
     bool scan(const std::string& key); // false if it was not completed
     void handleQueued(const std::string& key);
     void showItems();
@@ -111,6 +119,7 @@ private:
     bool handlingQueue_ = false;
     std::string queued_;
     std::int64_t lastLoadedRow_ = 0; // its number; rows of later scans have higher ones
+    std::set<std::string> starts_;   // the folders that were scanned, without those below others of them
     int holds_ = 0;
     std::string held_; // key of the node clicked during a hold
 };

@@ -24,23 +24,30 @@ void FigureNotices::start() {
 
 void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (result.wrappedFiles > 0) {
-        dependencies_.bar.showMessage(
-            MessageBar::Topic::wrappedSizes,
-            {QString::fromStdString(modProcessFiles::wrappedText(result.wrappedFiles)),
-             {{QStringLiteral("Use &Exact Sizes"), [this] { useExactSizes(); }}}});
+        wrapped_ = result.wrappedFiles;
+        showWrapped();
     }
-    if (result.unreadableFolders > 0) {
-        dependencies_.bar.showMessage(
-            MessageBar::Topic::unreadable,
-            {QString::fromStdString(unreadableText(dependencies_.search.skipped.unreadableIn({}))),
-             {{QStringLiteral("&Show"), [this] { showUnreadable(); }}}});
+    const std::size_t unreadable = dependencies_.search.skipped.unreadableIn({});
+    if (unreadable == 0) {
+        dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
+    } else if (result.unreadableFolders > 0 || dependencies_.bar.holds(MessageBar::Topic::unreadable)) {
+        dependencies_.bar.showMessage(MessageBar::Topic::unreadable,
+                                      {QString::fromStdString(unreadableText(unreadable)),
+                                       {{QStringLiteral("&Show"), [this] { showUnreadable(); }}}});
     }
     if (dependencies_.unreadable.isVisible()) {
         dependencies_.unreadable.fill(dependencies_.search.skipped);
     }
 }
 
+void FigureNotices::showWrapped() {
+    dependencies_.bar.showMessage(MessageBar::Topic::wrappedSizes,
+                                  {QString::fromStdString(modProcessFiles::wrappedText(wrapped_)),
+                                   {{QStringLiteral("Use &Exact Sizes"), [this] { useExactSizes(); }}}});
+}
+
 void FigureNotices::loaded(std::string_view file) {
+    wrapped_ = 0;
     dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
     dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
     dependencies_.bar.showMessage(MessageBar::Topic::savedScan,
@@ -73,9 +80,12 @@ void FigureNotices::useExactSizes() {
     if (!dependencies_.settings.exact()) {
         setExact(true);
     }
-    dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
-    dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
-    dependencies_.selection.scanAgain();
+    if (dependencies_.selection.scanAgain()) {
+        wrapped_ = 0;
+        dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
+    } else if (wrapped_ > 0) {
+        showWrapped();
+    }
 }
 
 void FigureNotices::showUnreadable() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "base/clsRegSettings.h"
@@ -48,6 +49,8 @@ public:
 private:
     void setExact(bool exact);
     void useExactSizes();
+    void showWrapped();
 
     Dependencies dependencies_;
+    std::int64_t wrapped_ = 0; // the number of files, of the last scan that met such
 };

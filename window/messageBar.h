@@ -43,6 +43,8 @@ public:
     void closeShown();
 
     [[nodiscard]] bool isShowing() const noexcept { return !messages_.empty(); }
+    // Whether it has such a message, on show or behind others.
+    [[nodiscard]] bool holds(Topic topic) const { return messages_.contains(topic); }
 
     // The height is the same with and without buttons.
     [[nodiscard]] QSize sizeHint() const override;

@@ -282,6 +282,12 @@ bool folderExists(std::string_view internalPath) {
     return folderFacts(internalPath).has_value();
 }
 
+std::string recordedPath(std::string_view internalFolder) {
+    const auto resolved = realPath(toNative(internalFolder));
+    std::string path = resolved ? toInternal(*resolved) : std::string(internalFolder);
+    return path.ends_with('\\') ? path : path + '\\';
+}
+
 EntryFacts entryFacts(std::string_view internalPath) {
     struct stat status {};
     const bool known = ::lstat(toNative(internalPath).c_str(), &status) == 0;

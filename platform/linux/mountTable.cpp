@@ -5,6 +5,7 @@
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <unordered_set>
 
 #include "platform/paths.h"
 
@@ -153,6 +154,8 @@ MountTable MountTable::parse(std::string_view text) {
             continue;
         }
         Mount mount;
+        mount.id = fields[0];
+        mount.parent = fields[1];
         mount.mountPoint = unescaped(fields[4]);
         mount.type = dash[1];
         mount.source = unescaped(dash[2]);
@@ -166,7 +169,29 @@ MountTable MountTable::parse(std::string_view text) {
                       [&](const Mount& lower) { return lower.mountPoint == mount.mountPoint; });
         table.mounts_.push_back(std::move(mount));
     }
+    table.removeCovered();
     return table;
+}
+
+// A mount is covered by one that came later and stands on the same mount, above it: had it been there first,
+// the other would stand on it.
+void MountTable::removeCovered() {
+    std::unordered_set<std::string> covered;
+    const auto isCovered = [&](const Mount& mount) {
+        return covered.contains(mount.parent) ||
+               std::any_of(mounts_.begin(), mounts_.end(), [&](const Mount& other) {
+                   return other.parent == mount.parent && !other.mountPoint.empty() &&
+                          other.mountPoint.size() < mount.mountPoint.size() &&
+                          liesAtOrBelow(mount.mountPoint, other.mountPoint);
+               });
+    };
+    for (bool isMore = true; isMore;) { // what stands on a covered mount is covered, too
+        isMore = false;
+        for (const Mount& mount : mounts_) {
+            isMore = (isCovered(mount) && covered.insert(mount.id).second) || isMore;
+        }
+    }
+    std::erase_if(mounts_, [&](const Mount& mount) { return covered.contains(mount.id); });
 }
 
 const Mount* MountTable::volumeOf(std::string_view nativePath) const {

@@ -8,6 +8,8 @@ namespace platform {
 
 // One line of the system's table of mounted file systems.
 struct Mount {
+    std::string id;         // of this mount
+    std::string parent;     // id of the mount it stands on
     std::string mountPoint; // native, without trailing "/" (the root is empty)
     std::string type;       // ext4, nfs4, proc, …
     std::string source;     // /dev/sda1, //server/share, server:/export, …
@@ -28,7 +30,7 @@ public:
     // The system's current table; empty if it is not available.
     [[nodiscard]] static MountTable read();
     // Reads text in the form of /proc/self/mountinfo. Of several mounts at one mount point, the last is on
-    // top.
+    // top; mounts that no path leads to, because a later one covers them, are left out.
     [[nodiscard]] static MountTable parse(std::string_view text);
 
     [[nodiscard]] const std::vector<Mount>& mounts() const noexcept { return mounts_; }
@@ -39,6 +41,8 @@ public:
     [[nodiscard]] const Mount* shareAt(std::string_view driveRoot) const;
 
 private:
+    void removeCovered();
+
     std::vector<Mount> mounts_;
 };
 

@@ -111,6 +111,11 @@ bool folderExists(std::string_view internalPath) {
     return folderFacts(internalPath).has_value();
 }
 
+// Drives that stand for a share or a folder keep their letters.
+std::string recordedPath(std::string_view internalFolder) {
+    return std::string(internalFolder) + (internalFolder.ends_with('\\') ? "" : "\\");
+}
+
 EntryFacts entryFacts(std::string_view internalPath) {
     return ownFacts(widePath(internalPath)).value_or(EntryFacts());
 }

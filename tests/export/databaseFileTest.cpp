@@ -35,9 +35,9 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     working.database().Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");
     const auto before = rows("select * from details");
     const std::string copy = application.typed("copy.mdb");
-    for (const char* leftover : {"copy.mdb-wal", "copy.mdb-journal"}) {
-        application.write(leftover, "of another database, which the engine would apply to this one");
-    }
+    application.write("copy.mdb-wal",
+                      "\x37\x7f\x06\x82 of another database, which would be applied to this one");
+    application.write("copy.mdb-journal", "");
     EXPECT_FALSE(modExport::copyDatabase(working, copy, userInterface));
     EXPECT_EQ(application.read("copy.mdb").substr(0, 15), "SQLite format 3");
     working.database().Execute("delete * from details where isFolder=1");
@@ -49,6 +49,10 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"), userInterface);
     ASSERT_TRUE(failure);
     EXPECT_EQ(failure->number(), 76);
+    application.write("letter-wal", "Dear");
+    EXPECT_TRUE(modExport::copyDatabase(working, application.typed("letter"), userInterface));
+    EXPECT_EQ(application.read("letter-wal"), "Dear");
+    EXPECT_FALSE(platform::somethingExists(application.internal("letter")));
     EXPECT_EQ(rows("select * from details"), before) << "the program keeps its database";
 
     working.close();

@@ -286,7 +286,9 @@ private:
     FolderTree tvw_;
     ImageList images_;
     NoViews views_;
-    FolderSelection selection_{{tvw_, images_, search, settings, working, userInterface, views_}};
+    // The tree's own drive is not mounted.
+    FolderSelection selection_{{tvw_, images_, search, settings, working, userInterface, views_,
+                                [](std::string_view folder) { return std::string(folder); }}};
     std::set<std::string> fresh_;
     int interruptions_ = 0;
     int yieldsLeft_ = 0;

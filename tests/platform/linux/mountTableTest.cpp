@@ -36,7 +36,12 @@ TEST(MountTable, tellsTheVolumeOfAPath) {
                                                "25 22 0:40 / /mnt/my\\040disk rw - tmpfs tmpfs rw\n"
                                                "26 22 0:41 / /mnt/nas rw - cifs //server/share rw\n"
                                                "27 22 0:42 / /mnt/export rw - nfs4 server:/export/deep rw\n"
-                                               "28 24 254:9 / /home rw - xfs /dev/vdc rw\n");
+                                               "28 24 254:9 / /home rw - xfs /dev/vdc rw\n"
+                                               "29 30 0:43 / /home/covered/on/it rw - tmpfs tmpfs rw\n"
+                                               "30 24 0:44 / /home/covered rw - tmpfs tmpfs rw\n"
+                                               "31 28 0:45 / /home/seen rw - tmpfs tmpfs rw\n"
+                                               "32 22 0:46 / /mnt/a/m rw - tmpfs tmpfs rw\n"
+                                               "33 22 0:47 / /mnt/a rw - tmpfs tmpfs rw\n");
     const std::tuple<const char*, const char*, const char*> cases[] = {
         {"/usr/lib", "", "/\\"},
         {"/homework", "", "/\\"},
@@ -55,6 +60,10 @@ TEST(MountTable, tellsTheVolumeOfAPath) {
     }
     EXPECT_EQ(table.volumeOf("/home/me")->type, "xfs") << "the last one mounted is on top";
     EXPECT_FALSE(table.hasVolumeAt("/proc"));
+    EXPECT_FALSE(table.hasVolumeAt("/home/covered"));
+    EXPECT_FALSE(table.hasVolumeAt("/home/covered/on/it"));
+    EXPECT_TRUE(table.hasVolumeAt("/home/seen"));
+    EXPECT_FALSE(table.hasVolumeAt("/mnt/a/m")) << "/mnt/a was mounted over it";
     ASSERT_NE(table.shareAt("\\\\server\\share\\"), nullptr);
     EXPECT_EQ(table.shareAt("\\\\server\\other\\"), nullptr);
     EXPECT_EQ(MountTable::parse("").volumeOf("/usr"), nullptr);

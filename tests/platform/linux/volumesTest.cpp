@@ -35,9 +35,9 @@ TEST(Volumes, areListedOnceEachOnADesktop) {
                         "11 0 0:21 / /run rw - tmpfs tmpfs rw\n"
                         "12 0 0:22 / /dev/shm rw - tmpfs tmpfs rw\n"
                         "13 0 0:23 / /tmp rw - tmpfs tmpfs rw\n"
-                        "14 0 0:24 / /run/user/1000/gvfs rw - fuse.gvfsd-fuse gvfsd-fuse rw\n"
+                        "14 11 0:24 / /run/user/1000/gvfs rw - fuse.gvfsd-fuse gvfsd-fuse rw\n"
                         "15 0 0:25 / /mnt/nas rw - nfs4 nas:/export rw\n"
-                        "16 0 8:49 / /run/media/me/USB rw - ext4 /dev/sdd1 rw\n"
+                        "16 11 8:49 / /run/media/me/USB rw - ext4 /dev/sdd1 rw\n"
                         "17 0 0:26 / /mnt/host rw - 9p hostshare rw\n"
                         "18 0 0:27 / /var/lib/docker/x/merged rw - overlay overlay rw\n"),
                 ElementsAre("/\\", "/dev/shm\\", "/home\\", "/media/STICK\\", "/mnt/disk\\", "/mnt/host\\",
