@@ -157,7 +157,9 @@ TEST_F(Replacement, leavesAtMostOneFileWhenKilledWhichTheNextRemoves) {
         if (child == 0) {
             const auto replacement = platform::openReplacement(file(), making);
             replacement->write(std::string(1'000'000, 'x'));
-            static_cast<void>(::write(pipe[1], "x", 1));
+            if (::write(pipe[1], "x", 1) != 1) {
+                ::_exit(1);
+            }
             ::pause();
         }
         char ready = 0;
