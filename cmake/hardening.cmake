@@ -5,7 +5,11 @@ include(CheckPIESupported)
 
 add_library(spannory_hardening INTERFACE)
 if(NOT CMAKE_CXX_FLAGS MATCHES "-fsanitize")
-    foreach(flag IN ITEMS -fstack-protector-strong -fstack-clash-protection -fcf-protection)
+    set(hardening_flags -fstack-protector-strong -fcf-protection)
+    if(NOT WIN32) # there, large frames are probed anyway, and GCC 12 fails in it
+        list(APPEND hardening_flags -fstack-clash-protection)
+    endif()
+    foreach(flag IN LISTS hardening_flags)
         string(MAKE_C_IDENTIFIER "compiler_knows${flag}" known)
         check_cxx_compiler_flag(${flag} ${known})
         if(${known})
