@@ -199,6 +199,7 @@ TEST(Values, becomeSqlTextAndFieldValuesByKind) {
         EXPECT_EQ(modGlobal::vtsSQL(c.value, c.kind), c.sql) << c.kind;
         EXPECT_EQ(modGlobal::vts(c.value, c.kind), c.field) << c.kind;
     }
+    EXPECT_EQ(modGlobal::quoted(R"(a" or ""=")"), R"("a"" or """"=""")");
     EXPECT_EQ(valueText(9007199254740993.0 * 1000), "9007199254740992000");
     EXPECT_EQ(valueText(-0.5), "-0.5");
 }
