@@ -124,6 +124,11 @@ public:
     // Opens a table by name for appending, or the rows of a SELECT.
     [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(std::string_view tableOrStatement);
 
+    // Opens the rows of a table in a file that is not trusted, as they are stored. Throws 3078 if there is no
+    // such table, and 3049 if reading it would run what the file's author wrote: for a view, a virtual table,
+    // or a table with generated columns or triggers.
+    [[nodiscard]] std::unique_ptr<Recordset> OpenStored(std::string_view table);
+
     // Between these two, changes are collected in memory and written as the page cache fills.
     void BeginTrans();
     // After a failure, the content of a scratch file is unreliable.

@@ -46,6 +46,25 @@ public:
     // database is then closed.
     void startAnew();
 
+    // An empty database beside the working one, to be filled and to take its place (replaceBy) or to be
+    // deleted.
+    class Successor {
+    public:
+        [[nodiscard]] Database& database() const { return *database_; }
+
+    private:
+        friend class WorkingDatabase;
+        Successor(const std::string& path, const std::string& templatePath);
+
+        std::string path_;
+        FileRemoval removal_; // a moved file is no longer there to be deleted
+        std::unique_ptr<Database> database_;
+    };
+    [[nodiscard]] std::unique_ptr<Successor> prepareSuccessor() const;
+
+    // If this fails, the database is as before.
+    void replaceBy(std::unique_ptr<Successor> successor);
+
     // Close the file so that it can be copied, and open it again.
     void close() noexcept;
     void reopen();

@@ -227,8 +227,9 @@ TEST_F(Console, isNotFooledByWhatADatabaseHolds) {
         folder.typed("hostile.dat"),
         "create table details (drive, fullPath, parentFolder, size, isFolder, owner);"
         "create table nodes (nodeKey);"
-        "insert into details values ('/\\', char(27) || '[31mred', '/\\x' || char(155) || '\\', 'big',"
-        " 0, char(10) || 'me'), ('/\\', 'q', '/\\say \"x\"\\', 5, 0, x'00ff');");
+        "insert into details values ('/\\', char(27) || '[31mred', '/\\x' || char(155) || '\\', 7,"
+        " 0, char(10) || 'me'), ('/\\', 'q', '/\\say \"x\"\\', 5, 0, x'00ff'),"
+        " ('/\\', 'd\\', '/\\', 12, 1, '');");
     const Outcome outcome = run("--load %F/hostile.dat --xml %F/x.xml --text %F/x.csv --html %F/x.html");
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
     EXPECT_TRUE(holds(outcome.output, "say \"x\"")) << outcome.output;

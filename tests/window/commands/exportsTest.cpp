@@ -340,6 +340,20 @@ TEST_F(Exports, bringASavedScanBackAsItWas) {
         << "a refresh reads the disk";
 }
 
+TEST_F(Exports, keepTheScanAsOneOfThisComputerWhenALoadIsRefused) {
+    openOnTree();
+    const std::string inA = "select idx from details where parentFolder=\"" + key("a") + "\"";
+    EXPECT_THAT(query(inA), Not(IsEmpty()));
+    runSqliteScript(output("late.mdb"), "create table details (size); create table nodes (nodeKey);"
+                                        "insert into details values (1), ('not a size');");
+    save("LoadMDB", output("late.mdb"));
+    EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr("late.mdb")));
+    EXPECT_THAT(query("select count(*) from details"), ElementsAre("8"));
+    std::filesystem::remove_all(tree / "a");
+    click(key("a"));
+    EXPECT_THAT(query(inA), IsEmpty()) << "loaded rows would have stayed";
+}
+
 TEST_F(Exports, showAScanThatWasSavedWithoutATree) {
     openOnTree();
     save("ExportMDB", output("scan.mdb"));
