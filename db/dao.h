@@ -143,6 +143,11 @@ public:
     // neither throw nor use this database. An empty callback ends this.
     void setLongWork(std::function<void()> callback) noexcept;
 
+    // True if rows came from a saved scan, which anyone may have made. What writes them for other programs
+    // then takes more care than their names would need.
+    [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; }
+    void setHoldsLoadedRows(bool holds) noexcept { holdsLoadedRows_ = holds; }
+
     void Close() noexcept;
 
 private:
@@ -154,6 +159,7 @@ private:
     [[nodiscard]] Implementation& open() const;
 
     std::unique_ptr<Implementation> implementation_;
+    bool holdsLoadedRows_ = false;
 };
 
 // Makes a few changes, all or none: they are undone at the end of the scope unless committed. The replaced

@@ -50,6 +50,7 @@ DetailsTable& WorkingDatabase::details() const {
 
 void WorkingDatabase::startAnew() {
     close();
+    holdsLoadedRows_ = false;
     // At the very first start there is no file to delete; this is logged, but nobody needs to see it.
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { platform::deleteFile(path_); }, modGlobal::Logging::quiet);
@@ -94,6 +95,7 @@ void WorkingDatabase::replaceBy(std::unique_ptr<Successor> successor) {
         reopen();
         throw;
     }
+    holdsLoadedRows_ = true;
     reopen();
 }
 
@@ -104,5 +106,6 @@ void WorkingDatabase::close() noexcept {
 
 void WorkingDatabase::reopen() {
     database_ = DBEngine::OpenDatabase(path_);
+    database_->setHoldsLoadedRows(holdsLoadedRows_);
     details_ = std::make_unique<DetailsTable>(*database_);
 }

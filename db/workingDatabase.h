@@ -33,6 +33,7 @@ public:
     // The file is deleted with the object.
     void removeAtEnd();
 
+    [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; } // see Database
     [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
 
     // Both throw 3420 if the file is not open.
@@ -62,7 +63,7 @@ public:
     };
     [[nodiscard]] std::unique_ptr<Successor> prepareSuccessor() const;
 
-    // If this fails, the database is as before.
+    // The database then holds loaded rows until it is started anew. If this fails, it is as before.
     void replaceBy(std::unique_ptr<Successor> successor);
 
     // Close the file so that it can be copied, and open it again.
@@ -77,4 +78,5 @@ private:
     std::string templatePath_;
     std::unique_ptr<Database> database_;
     std::unique_ptr<DetailsTable> details_;
+    bool holdsLoadedRows_ = false;
 };

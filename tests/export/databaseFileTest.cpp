@@ -129,11 +129,19 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
     for (const auto& entry : std::filesystem::directory_iterator(application.path())) {
         EXPECT_NE(entry.path().extension(), ".tmp") << "left by a load";
     }
+    EXPECT_FALSE(working.database().holdsLoadedRows());
     EXPECT_EQ(load(good), 0);
+    EXPECT_TRUE(working.database().holdsLoadedRows());
+    working.close();
+    working.reopen();
+    EXPECT_TRUE(working.database().holdsLoadedRows());
     EXPECT_EQ(rows("select fileName, size from details order by fileName"),
               (std::vector<std::string>{"x|1", "y|2"}));
     scan();
     EXPECT_EQ(count(), "4") << "a scan can follow";
+    EXPECT_TRUE(working.holdsLoadedRows()) << "beside the loaded rows";
+    working.startAnew();
+    EXPECT_FALSE(working.database().holdsLoadedRows());
 }
 
 // Of all files, those in UTF-16 hold a text in the fewest bytes.
