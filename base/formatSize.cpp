@@ -1,10 +1,22 @@
 #include "base/formatSize.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "base/numberFormat.h"
 
 namespace modLvw {
 
+double soundSize(double bytes) {
+    constexpr double greatest = 0x1p96;
+    return std::isnan(bytes) ? 0 : std::clamp(bytes, -greatest, greatest);
+}
+
 void appendSize(std::string& result, double bytes) {
+    if (std::isnan(bytes)) {
+        return;
+    }
+    bytes = soundSize(bytes);
     constexpr double kilobyte = 1024;
     constexpr double megabyte = 1048576;
     constexpr double gigabyte = 1073741824;
@@ -14,7 +26,7 @@ void appendSize(std::string& result, double bytes) {
         modFormat::appendFormattedNumber(result, bytes / 1024, "###,###,###.0 Kb");
     } else if (bytes < gigabyte) {
         modFormat::appendFormattedNumber(result, bytes / 1024 / 1024, "###,###,###.0 Mb");
-    } else if (bytes >= gigabyte) {
+    } else {
         modFormat::appendFormattedNumber(result, bytes / 1024 / 1024 / 1024, "###,###,###.0 Gb");
     }
 }

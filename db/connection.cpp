@@ -20,9 +20,30 @@ constexpr std::array scratchSettings{"pragma journal_mode = off", "pragma synchr
                                      "pragma locking_mode = exclusive", "pragma cache_size = -32768"};
 
 constexpr std::array readOnlySettings{"pragma trusted_schema = off", "pragma cell_size_check = on",
-                                      "pragma cache_size = -16384"};
+                                      "pragma mmap_size = 0", "pragma cache_size = -16384"};
 
-constexpr int longestForeignText = 1 << 20;
+// What a file that is not trusted may have: several times as much as ours do, and no more than is read
+// quickly.
+constexpr std::array<std::pair<int, int>, 11> foreignLimits{{
+    {SQLITE_LIMIT_LENGTH, 1 << 20}, // of a value or a row
+    {SQLITE_LIMIT_SQL_LENGTH, 100'000},
+    {SQLITE_LIMIT_COLUMN, 256},
+    {SQLITE_LIMIT_EXPR_DEPTH, 100},
+    {SQLITE_LIMIT_COMPOUND_SELECT, 50},
+    {SQLITE_LIMIT_VDBE_OP, 25'000},
+    {SQLITE_LIMIT_FUNCTION_ARG, 32},
+    {SQLITE_LIMIT_ATTACHED, 0},
+    {SQLITE_LIMIT_LIKE_PATTERN_LENGTH, 1000},
+    {SQLITE_LIMIT_TRIGGER_DEPTH, 1},
+    {SQLITE_LIMIT_WORKER_THREADS, 0},
+}};
+
+constexpr std::array foreignCode{SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_ENABLE_TRIGGER,
+                                 SQLITE_DBCONFIG_ENABLE_LOAD_EXTENSION,
+                                 SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER};
+
+constexpr int stepsPerLook = 10'000; // of the engine, between looks at the clock: about half a millisecond
+constexpr int mostLooks = 100;       // for one row of a file that is not trusted
 constexpr int waitForOtherProgram = 1000; // milliseconds
 
 struct EngineError {
@@ -31,7 +52,7 @@ struct EngineError {
     const char* description;
 };
 
-constexpr std::array<EngineError, 12> engineErrors{{
+constexpr std::array<EngineError, 13> engineErrors{{
     {SQLITE_FULL, databaseError::diskFull, "Not enough space on disk"},
     {SQLITE_READONLY, databaseError::readOnly, "The database or its folder is not writable"},
     {SQLITE_BUSY, databaseError::inUse, "The database is already in use"},
@@ -43,6 +64,7 @@ constexpr std::array<EngineError, 12> engineErrors{{
     {SQLITE_AUTH, databaseError::cannotOpen, "Cannot open the database"},
     {SQLITE_CONSTRAINT, databaseError::duplicateKey, "The key is already in the table"},
     {SQLITE_IOERR, databaseError::engine, "Disk or network error"},
+    {SQLITE_INTERRUPT, databaseError::damaged, "The database is damaged; a row takes too long to read"},
     {SQLITE_TOOBIG, databaseError::damaged, "A value in the database is too long"},
 }};
 
@@ -169,6 +191,7 @@ void Statement::unbindAll() {
 }
 
 bool Statement::step() {
+    connection_->looks_ = 0;
     const int result = sqlite3_step(handle_);
     if (result != SQLITE_ROW && result != SQLITE_DONE) {
         const RuntimeError error = connection_->lastError();
@@ -251,15 +274,7 @@ void Connection::open(OpenMode mode) {
     }
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // an unknown [name] is an error, no text
     if (readOnly) {
-        // Otherwise the engine would not open a truncated file.
-        const bool anyLength = mode == OpenMode::schema;
-        sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, anyLength ? 0 : 1, nullptr);
-        sqlite3_db_config(handle_, SQLITE_DBCONFIG_WRITABLE_SCHEMA, anyLength ? 1 : 0, nullptr);
-        sqlite3_limit(handle_, SQLITE_LIMIT_LENGTH, longestForeignText);
-        sqlite3_busy_timeout(handle_, waitForOtherProgram);
-        for (const char* setting : readOnlySettings) {
-            run(setting);
-        }
+        distrust(mode);
     } else {
         if (sqlite3_db_readonly(handle_, "main") == 1) {
             throw RuntimeError(databaseError::readOnly,
@@ -273,6 +288,25 @@ void Connection::open(OpenMode mode) {
     run("select 1 from sqlite_master"); // the first access to the file: is it a database at all?
     if (mode == OpenMode::readOnly) {
         requireWhole();
+    }
+}
+
+void Connection::distrust(OpenMode mode) {
+    // Otherwise the engine would not open a truncated file.
+    const bool anyLength = mode == OpenMode::schema;
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_DEFENSIVE, anyLength ? 0 : 1, nullptr);
+    sqlite3_db_config(handle_, SQLITE_DBCONFIG_WRITABLE_SCHEMA, anyLength ? 1 : 0, nullptr);
+    for (const int code : foreignCode) {
+        sqlite3_db_config(handle_, code, 0, nullptr);
+    }
+    for (const auto& [limit, most] : foreignLimits) {
+        sqlite3_limit(handle_, limit, most);
+    }
+    isTrusted_ = false;
+    watchSteps();
+    sqlite3_busy_timeout(handle_, waitForOtherProgram);
+    for (const char* setting : readOnlySettings) {
+        run(setting);
     }
 }
 
@@ -335,19 +369,25 @@ std::int64_t Connection::changedRows() const {
 }
 
 void Connection::setLongWork(std::function<void()> callback) noexcept {
-    constexpr int stepsPerLook = 10'000; // between looks at the clock: about half a millisecond of work
-    static constexpr std::chrono::milliseconds pause{10};
     longWork_ = std::move(callback);
     lastCalled_ = std::chrono::steady_clock::now();
-    const auto look = [](void* self) {
-        Connection& connection = *static_cast<Connection*>(self);
-        if (std::chrono::steady_clock::now() - connection.lastCalled_ >= pause) {
-            connection.longWork_();
-            connection.lastCalled_ = std::chrono::steady_clock::now();
-        }
-        return 0; // continue
-    };
-    sqlite3_progress_handler(handle_, stepsPerLook, longWork_ ? +look : nullptr, this);
+    watchSteps();
+}
+
+void Connection::watchSteps() noexcept {
+    const auto look = [](void* self) { return static_cast<Connection*>(self)->look(); };
+    sqlite3_progress_handler(handle_, stepsPerLook, longWork_ || !isTrusted_ ? +look : nullptr, this);
+}
+
+// Anything but 0 ends the statement. A stored row takes some fifty steps, however slow the disk is that it
+// comes from; so steps without a row are work that the file's author has thought up.
+int Connection::look() {
+    static constexpr std::chrono::milliseconds pause{10};
+    if (longWork_ && std::chrono::steady_clock::now() - lastCalled_ >= pause) {
+        longWork_();
+        lastCalled_ = std::chrono::steady_clock::now();
+    }
+    return !isTrusted_ && ++looks_ > mostLooks ? 1 : 0;
 }
 
 RuntimeError Connection::lastError() const {

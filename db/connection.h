@@ -90,7 +90,11 @@ public:
     [[nodiscard]] RuntimeError lastError() const;
 
 private:
+    friend class Statement;
     void open(OpenMode mode);
+    void distrust(OpenMode mode);
+    void watchSteps() noexcept;
+    int look();
     void close() noexcept;
     void addFunctions();
     void requireWhole();
@@ -99,5 +103,7 @@ private:
     sqlite3* handle_ = nullptr;
     std::function<void()> longWork_;
     std::chrono::steady_clock::time_point lastCalled_;
+    bool isTrusted_ = true;
+    int looks_ = 0; // since the last row
     std::unordered_map<std::string, std::vector<sqlite3_stmt*>> idle_;
 };

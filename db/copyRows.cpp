@@ -1,50 +1,120 @@
 #include "db/copyRows.h"
 
+#include <charconv>
+#include <cmath>
+#include <optional>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
+#include "platform/text.h"
 
 namespace {
 
-using FieldPairs = std::vector<std::pair<Field*, Field*>>; // the source and target of a value
+constexpr std::uint64_t mostBytesPerByte = 2;
 
-FieldPairs pairByName(Recordset& source, Recordset& target, const Database& from) {
+// The number that the value is or, as a text, stands for.
+std::optional<double> numberOf(const Value& value) {
+    if (const auto* whole = std::get_if<std::int64_t>(&value)) {
+        return static_cast<double>(*whole);
+    }
+    if (const auto* real = std::get_if<double>(&value)) {
+        return *real;
+    }
+    const auto& text = std::get<std::string>(value);
+    double number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
+}
+
+// The figures of a scan are computed from these columns.
+struct NumberColumn {
+    std::string_view name;
+    double greatest;
+    bool isWhole;
+    const char* kind;
+};
+
+constexpr NumberColumn numberColumns[]{
+    {"size", 0x1p63, false, "a number of bytes"},
+    {"idx", 0x1p53, true, "a number of a row"}, // later rows have greater ones
+};
+
+// The source and target of a value.
+struct FieldPair {
+    Field* source;
+    Field* target;
+    const NumberColumn* number; // null for any other column
+};
+
+using FieldPairs = std::vector<FieldPair>;
+
+const NumberColumn* numberColumn(std::string_view name) {
+    for (const NumberColumn& column : numberColumns) {
+        if (platform::equalIgnoringAsciiCase(column.name, name)) {
+            return &column;
+        }
+    }
+    return nullptr;
+}
+
+FieldPairs pairByName(Recordset& source, Recordset& target, const std::string& file) {
     FieldPairs pairs;
     for (int i = 0; i < source.FieldCount(); ++i) {
         Field& field = source.Fields(i);
         try {
-            pairs.emplace_back(&field, &target.Fields(field.name()));
+            pairs.push_back({&field, &target.Fields(field.name()), numberColumn(field.name())});
         } catch (const RuntimeError&) {
             throw RuntimeError(databaseError::unknownTargetField,
-                               "The rows have an unknown field '" + field.name() +
-                                   "': " + platform::displayPath(from.Name()));
+                               "The rows have an unknown field '" + field.name() + "': " + file);
         }
     }
     return pairs;
 }
 
+[[noreturn]] void refuse(const std::string& reason, const std::string& file) {
+    throw RuntimeError(databaseError::damaged, "The database is damaged; " + reason + ": " + file);
+}
+
+void requireNumber(const Value& value, const NumberColumn& column, const std::string& file) {
+    const auto number = numberOf(value);
+    const bool isSound =
+        number && std::abs(*number) <= column.greatest && (!column.isWhole || *number == std::trunc(*number));
+    if (!isSound) {
+        refuse("its column '" + std::string(column.name) + "' holds what is not " + column.kind, file);
+    }
+}
+
 } // namespace
 
 std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
-    const auto source = from.OpenRecordset(std::string("select * from ").append(table));
+    const std::string file = platform::displayPath(from.Name());
+    const auto source = from.OpenStored(table);
     const auto target = to.OpenRecordset(table);
-    const FieldPairs pairs = pairByName(*source, *target, from);
-    // The pages of a damaged or forged file may form an endless loop.
-    const std::uint64_t bytes = platform::fileSize(from.Name()) + platform::fileSize(from.Name() + "-wal");
+    const FieldPairs pairs = pairByName(*source, *target, file);
+    const std::uint64_t most =
+        mostBytesPerByte * (platform::fileSize(from.Name()) + platform::fileSize(from.Name() + "-wal"));
+    std::uint64_t bytes = 0; // a row and a number are counted as one
     std::int64_t count = 0;
     for (; !source->EndOfFile(); source->MoveNext(), ++count) {
-        if (static_cast<std::uint64_t>(count) > bytes) {
-            throw RuntimeError(databaseError::damaged,
-                               "The database is damaged; it claims more rows than can fit in it: " +
-                                   platform::displayPath(from.Name()));
-        }
+        ++bytes;
         target->AddNew();
-        for (const auto& [value, place] : pairs) {
-            place->set(value->value());
+        for (const auto& [field, place, number] : pairs) {
+            const Value value = field->value();
+            if (std::holds_alternative<std::monostate>(value)) {
+                continue;
+            }
+            if (number != nullptr) {
+                requireNumber(value, *number, file);
+            }
+            const auto* text = std::get_if<std::string>(&value);
+            bytes += text == nullptr ? 1 : text->size();
+            place->set(value);
+        }
+        if (bytes > most) {
+            refuse("it claims more than can fit in it", file);
         }
         target->Update();
     }

@@ -124,6 +124,11 @@ public:
     // Opens a table by name for appending, or the rows of a SELECT.
     [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(std::string_view tableOrStatement);
 
+    // Opens the rows of a table in a file that is not trusted, as they are stored. Throws 3078 if there is no
+    // such table, and 3049 if reading it would run what the file's author wrote: for a view, a virtual table,
+    // or a table with generated columns or triggers.
+    [[nodiscard]] std::unique_ptr<Recordset> OpenStored(std::string_view table);
+
     // Between these two, changes are collected in memory and written as the page cache fills.
     void BeginTrans();
     // After a failure, the content of a scratch file is unreliable.
@@ -138,6 +143,11 @@ public:
     // neither throw nor use this database. An empty callback ends this.
     void setLongWork(std::function<void()> callback) noexcept;
 
+    // True if rows came from a saved scan, which anyone may have made. What writes them for other programs
+    // then takes more care than their names would need.
+    [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; }
+    void setHoldsLoadedRows(bool holds) noexcept { holdsLoadedRows_ = holds; }
+
     void Close() noexcept;
 
 private:
@@ -149,6 +159,7 @@ private:
     [[nodiscard]] Implementation& open() const;
 
     std::unique_ptr<Implementation> implementation_;
+    bool holdsLoadedRows_ = false;
 };
 
 // Makes a few changes, all or none: they are undone at the end of the scope unless committed. The replaced

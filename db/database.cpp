@@ -3,19 +3,12 @@
 
 #include "base/numberFormat.h"
 #include "db/daoImplementation.h"
+#include "db/values.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
 namespace {
-
-std::string inDoubleQuotes(std::string_view name) {
-    std::string result = "\"";
-    for (const char c : name) {
-        result.append(c == '"' ? 2 : 1, c);
-    }
-    return result + '"';
-}
 
 Value valueOf(const JetTranslator::Literal& literal) {
     if (const auto* text = std::get_if<std::string_view>(&literal)) {
@@ -106,7 +99,7 @@ std::unique_ptr<Recordset> Database::OpenRecordset(std::string_view tableOrState
         self.translator.translate(tableOrStatement);
         return self.openTranslated();
     }
-    const std::string table = inDoubleQuotes(tableOrStatement);
+    const std::string table = modGlobal::quoted(tableOrStatement);
     std::vector<std::string> columns;
     std::string names;
     std::string places;
@@ -114,7 +107,7 @@ std::unique_ptr<Recordset> Database::OpenRecordset(std::string_view tableOrState
     for (int column = 0; column < layout.columnCount(); ++column) {
         const char* comma = column == 0 ? "" : ", ";
         columns.emplace_back(layout.columnName(column));
-        names.append(comma).append(inDoubleQuotes(columns.back()));
+        names.append(comma).append(modGlobal::quoted(columns.back()));
         places.append(comma).append("?");
     }
     auto rows = std::make_unique<Recordset::Implementation>(
@@ -147,7 +140,7 @@ std::vector<std::string> Database::TakeIndexes(std::string_view table) {
         }
     }
     for (const std::string& name : names) {
-        connection.run("drop index " + inDoubleQuotes(name));
+        connection.run("drop index " + modGlobal::quoted(name));
     }
     return definitions;
 }

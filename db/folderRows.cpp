@@ -124,7 +124,6 @@ void modFolderRows::setSize(Database& database, std::string_view folder, double 
 }
 
 void modFolderRows::setStamp(Database& database, std::string_view folder, std::string_view stamp) {
-    constexpr int singleQuotes = 1;
-    database.Execute("update details set scanCompleteTime=" +
-                     modGlobal::vtsSQL(std::string(stamp), singleQuotes) + " where " + itself(folder));
+    database.Execute("update details set scanCompleteTime=" + modGlobal::quotedOrNull(stamp) + " where " +
+                     itself(folder));
 }

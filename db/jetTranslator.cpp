@@ -1,26 +1,41 @@
 #include "db/jetTranslator.h"
 
+#include <sqlite3.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <span>
 
 #include "db/dao.h"
+#include "db/values.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
 
 namespace {
 
-constexpr std::array<std::string_view, 34> keywords{
-    "select", "distinct", "from",  "where",  "and",    "or",      "not",   "in",     "is",
-    "as",     "order",    "group", "by",     "having", "asc",     "desc",  "insert", "into",
-    "values", "update",   "set",   "delete", "like",   "between", "union", "all",    "on",
-    "inner",  "outer",    "join",  "left",   "right",  "exists",  "mod"};
+constexpr std::array<std::string_view, 25> keywords{
+    "select", "distinct", "from",   "where", "and", "or",   "not",    "in",   "is",
+    "as",     "order",    "group",  "by",    "asc", "desc", "insert", "into", "values",
+    "update", "set",      "delete", "like",  "on",  "join", "left"};
+constexpr std::array<std::string_view, 4> functions{"count", "sum", "min", "max"};
+constexpr int deepest = 100;
+
+bool isOneOf(std::span<const std::string_view> words, const JetToken& token) {
+    return token.kind == JetToken::Kind::name &&
+           std::any_of(words.begin(), words.end(), [&](std::string_view word) {
+               return platform::equalIgnoringAsciiCase(token.value, word);
+           });
+}
 
 bool isKeyword(const JetToken& token) {
-    return token.kind == JetToken::Kind::name &&
-           std::any_of(keywords.begin(), keywords.end(), [&](std::string_view keyword) {
-               return platform::equalIgnoringAsciiCase(token.value, keyword);
-           });
+    return isOneOf(keywords, token);
+}
+
+// A word with a meaning of its own to the engine, which as a name would let its statements in.
+bool isForeignKeyword(const JetToken& token) {
+    return token.kind == JetToken::Kind::name && !token.is("null") &&
+           sqlite3_keyword_check(token.value.data(), static_cast<int>(token.value.size())) != 0;
 }
 
 bool isArithmetic(const JetToken& token) {
@@ -34,11 +49,28 @@ bool isArithmetic(const JetToken& token) {
 
 } // namespace
 
+// Each level takes some of the stack, here and in the engine.
+class JetTranslator::Nesting {
+public:
+    explicit Nesting(int& depth) : depth_(++depth) {
+        if (depth > deepest) {
+            fail("too complex");
+        }
+    }
+    ~Nesting() { --depth_; }
+    Nesting(const Nesting&) = delete;
+    Nesting& operator=(const Nesting&) = delete;
+
+private:
+    int& depth_;
+};
+
 void JetTranslator::translate(std::string_view statement) {
     shape_.clear();
     literals_.clear();
     unquoted_.clear();
     lengthWithoutOrder_ = std::string::npos;
+    depth_ = 0;
 
     JetTokenizer tokens(statement);
     copyStatement(tokens);
@@ -81,7 +113,11 @@ void JetTranslator::copyUntilClosed(JetTokenizer& tokens, bool nested) {
             if (!nested && token.is("order")) {
                 lengthWithoutOrder_ = shape_.size();
             }
+            const bool namesTable = token.is("into");
             copyWord(tokens);
+            if (namesTable) {
+                copyIdentifier(tokens); // its columns may follow in parentheses, as if it were a function
+            }
         } else if (token.kind == JetToken::Kind::symbol && !token.is("(") && !isArithmetic(token)) {
             if (token.is("&") || token.is(".")) {
                 fail("an operand is missing before '" + std::string(token.value) + "'");
@@ -121,6 +157,7 @@ void JetTranslator::copySum(JetTokenizer& tokens) {
 }
 
 void JetTranslator::copyOperand(JetTokenizer& tokens) {
+    const Nesting nesting(depth_);
     const JetToken token = tokens.current();
     switch (token.kind) {
     case JetToken::Kind::text:
@@ -141,42 +178,52 @@ void JetTranslator::copyOperand(JetTokenizer& tokens) {
         copyWord(tokens);
         copyOperand(tokens);
     } else if (token.is("(")) {
-        copyWord(tokens);
-        copyUntilClosed(tokens, true);
-        copyWord(tokens);
+        copyInParentheses(tokens);
     } else {
         fail("an operand is missing");
     }
 }
 
 void JetTranslator::copyName(JetTokenizer& tokens) {
-    const JetToken token = tokens.current();
-    const bool callsLeft = token.is("left") && tokens.following().is("(");
-    if (token.kind == JetToken::Kind::bracketedName) {
-        shape_.append(" \"");
-        for (const char c : token.value) {
-            shape_.append(c == '"' ? 2 : 1, c);
+    const JetToken first = tokens.current();
+    if (tokens.following().is("(")) {
+        const bool isLeft = first.is("left");
+        if (!isLeft && !isOneOf(functions, first)) {
+            fail("undefined function '" + std::string(first.value) + "'");
         }
-        shape_.append("\"");
-    } else if (token.kind == JetToken::Kind::name && (callsLeft || !isKeyword(token))) {
-        shape_.append(" ").append(callsLeft ? "jetLeft" : token.value);
-    } else {
-        fail("an operand is missing before '" + std::string(token.value) + "'");
+        shape_.append(" ").append(isLeft ? "jetLeft" : first.value);
+        tokens.advance();
+        copyInParentheses(tokens);
+        return;
     }
-    tokens.advance();
-    if (tokens.current().is(".")) {
+    copyIdentifier(tokens);
+    while (tokens.current().is(".")) {
         tokens.advance();
         shape_.append(".");
         if (tokens.current().is("*")) {
             copyWord(tokens);
-        } else {
-            copyName(tokens);
+            return;
         }
-    } else if (tokens.current().is("(")) {
-        copyWord(tokens);
-        copyUntilClosed(tokens, true);
-        copyWord(tokens);
+        copyIdentifier(tokens);
     }
+}
+
+void JetTranslator::copyIdentifier(JetTokenizer& tokens) {
+    const JetToken token = tokens.current();
+    if (token.kind == JetToken::Kind::bracketedName) {
+        shape_.append(" ").append(modGlobal::quoted(token.value));
+    } else if (token.kind == JetToken::Kind::name && !isKeyword(token) && !isForeignKeyword(token)) {
+        shape_.append(" ").append(token.value);
+    } else {
+        fail("an operand is missing before '" + std::string(token.value) + "'");
+    }
+    tokens.advance();
+}
+
+void JetTranslator::copyInParentheses(JetTokenizer& tokens) {
+    copyWord(tokens);
+    copyUntilClosed(tokens, true);
+    copyWord(tokens);
 }
 
 void JetTranslator::appendLiteral(const JetToken& token) {

@@ -14,6 +14,9 @@
 // as an empty text), Left(text, count), Like with * ? # [a-z] [!a-z] (a function of the connection, see
 // db/jetLike.h). Each literal becomes a bound parameter, so statements that differ only in their values have
 // the same *shape*; the flags 0 and 1 stay in the text, because the engine then finds better plans.
+//
+// Nothing else of the engine's language gets through: no other words of it, and no functions but Left, Count,
+// Sum, Min and Max. Operands are nested 100 deep at most.
 class JetTranslator {
 public:
     using Literal = std::variant<std::string_view, double>;
@@ -34,12 +37,16 @@ public:
     [[nodiscard]] std::size_t lengthWithoutOrder() const noexcept { return lengthWithoutOrder_; }
 
 private:
+    class Nesting;
+
     void copyStatement(JetTokenizer& tokens);
     void copyUntilClosed(JetTokenizer& tokens, bool nested);
     void copyExpression(JetTokenizer& tokens);
     void copySum(JetTokenizer& tokens);
     void copyOperand(JetTokenizer& tokens);
     void copyName(JetTokenizer& tokens);
+    void copyIdentifier(JetTokenizer& tokens);
+    void copyInParentheses(JetTokenizer& tokens);
     void copyWord(JetTokenizer& tokens);
     void appendLiteral(const JetToken& token);
 
@@ -48,4 +55,5 @@ private:
     std::vector<Literal> literals_;
     std::deque<std::string> unquoted_; // texts whose doubled quotes were undone
     std::size_t lengthWithoutOrder_ = 0;
+    int depth_ = 0; // of the operand being copied
 };

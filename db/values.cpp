@@ -77,6 +77,13 @@ std::optional<std::string_view> modGlobal::vts(std::string_view text, int kind) 
 }
 
 std::string modGlobal::quoted(std::string_view text) {
-    constexpr int inDoubleQuotes = 5;
-    return vtsSQL(std::string(text), inDoubleQuotes);
+    std::string result = "\"";
+    for (const char c : text) {
+        result.append(c == '"' ? 2 : 1, c);
+    }
+    return result + '"';
+}
+
+std::string modGlobal::quotedOrNull(std::string_view text) {
+    return text.empty() ? "NULL" : quoted(text);
 }

@@ -22,7 +22,9 @@ namespace modGlobal {
 // The same for a text, without copying it; nothing stands for NULL.
 [[nodiscard]] std::optional<std::string_view> vts(std::string_view text, int kind);
 
-// vtsSQL of a text with kind 5, the form of paths in statements.
+// The text in double quotes, with quotes inside doubled: whatever it holds, it is one value of a statement.
 [[nodiscard]] std::string quoted(std::string_view text);
+// The same; "NULL" if empty.
+[[nodiscard]] std::string quotedOrNull(std::string_view text);
 
 } // namespace modGlobal

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/errorTrap.h"
+#include "platform/openFiles.h"
 
 namespace {
 
@@ -12,6 +13,14 @@ Part& opened(const std::unique_ptr<Part>& part) {
         throw RuntimeError(databaseError::objectClosed, "The database is closed");
     }
     return *part;
+}
+
+// Overwritten, never synced: a crash only costs scratch data.
+void copyTemplate(const std::string& templatePath, const std::string& path) {
+    const std::string content = platform::readFile(templatePath);
+    platform::FileSink file(path);
+    file.write(content);
+    file.close();
 }
 
 } // namespace
@@ -41,16 +50,14 @@ DetailsTable& WorkingDatabase::details() const {
 
 void WorkingDatabase::startAnew() {
     close();
+    holdsLoadedRows_ = false;
     // At the very first start there is no file to delete; this is logged, but nobody needs to see it.
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { platform::deleteFile(path_); }, modGlobal::Logging::quiet);
     // If the copy fails, opening the file shows it; the reason is then added to that message.
     std::string copyFailure;
     try {
-        const std::string content = platform::readFile(templatePath_);
-        platform::FileSink file(path_); // overwritten, never synced: a crash only costs scratch data
-        file.write(content);
-        file.close();
+        copyTemplate(templatePath_, path_);
     } catch (const RuntimeError& error) {
         copyFailure = std::string(" (") + error.what() + ")";
     }
@@ -64,6 +71,34 @@ void WorkingDatabase::startAnew() {
     }
 }
 
+// A killed program may leave the file, which then is overwritten.
+std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareSuccessor() const {
+    const std::size_t nameStart = path_.find_last_of('\\') + 1;
+    const std::string path =
+        path_.substr(0, nameStart) + platform::replacementName(path_.substr(nameStart), 1);
+    return std::unique_ptr<Successor>(new Successor(path, templatePath_));
+}
+
+WorkingDatabase::Successor::Successor(const std::string& path, const std::string& templatePath)
+    : path_(path), removal_(path) {
+    copyTemplate(templatePath, path);
+    database_ = DBEngine::OpenDatabase(path);
+    database_->Execute("delete * from details");
+}
+
+void WorkingDatabase::replaceBy(std::unique_ptr<Successor> successor) {
+    successor->database_.reset();
+    close();
+    try {
+        platform::moveFile(successor->path_, path_);
+    } catch (const RuntimeError&) {
+        reopen();
+        throw;
+    }
+    holdsLoadedRows_ = true;
+    reopen();
+}
+
 void WorkingDatabase::close() noexcept {
     details_.reset();
     database_.reset();
@@ -71,5 +106,6 @@ void WorkingDatabase::close() noexcept {
 
 void WorkingDatabase::reopen() {
     database_ = DBEngine::OpenDatabase(path_);
+    database_->setHoldsLoadedRows(holdsLoadedRows_);
     details_ = std::make_unique<DetailsTable>(*database_);
 }

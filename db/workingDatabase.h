@@ -33,6 +33,7 @@ public:
     // The file is deleted with the object.
     void removeAtEnd();
 
+    [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; } // see Database
     [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
 
     // Both throw 3420 if the file is not open.
@@ -46,6 +47,25 @@ public:
     // database is then closed.
     void startAnew();
 
+    // An empty database beside the working one, to be filled and to take its place (replaceBy) or to be
+    // deleted.
+    class Successor {
+    public:
+        [[nodiscard]] Database& database() const { return *database_; }
+
+    private:
+        friend class WorkingDatabase;
+        Successor(const std::string& path, const std::string& templatePath);
+
+        std::string path_;
+        FileRemoval removal_; // a moved file is no longer there to be deleted
+        std::unique_ptr<Database> database_;
+    };
+    [[nodiscard]] std::unique_ptr<Successor> prepareSuccessor() const;
+
+    // The database then holds loaded rows until it is started anew. If this fails, it is as before.
+    void replaceBy(std::unique_ptr<Successor> successor);
+
     // Close the file so that it can be copied, and open it again.
     void close() noexcept;
     void reopen();
@@ -58,4 +78,5 @@ private:
     std::string templatePath_;
     std::unique_ptr<Database> database_;
     std::unique_ptr<DetailsTable> details_;
+    bool holdsLoadedRows_ = false;
 };

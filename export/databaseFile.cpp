@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "base/clsUserInterface.h"
@@ -12,45 +13,18 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
-#include "platform/text.h"
 
 namespace {
 
-// A view or a virtual table of the same name could run anything when it is read.
-void requireTable(Database& source, std::string_view table) {
-    const auto rows = source.OpenRecordset("select type, name, sql from sqlite_master");
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
-        const std::string_view definition = rows->Fields("sql").text();
-        constexpr std::string_view plainTable = "create table";
-        if (platform::equalIgnoringAsciiCase(rows->Fields("name").text(), table) &&
-            rows->Fields("type").text() == "table" &&
-            platform::equalIgnoringAsciiCase(definition.substr(0, plainTable.size()), plainTable)) {
-            return;
-        }
-    }
-    throw RuntimeError(databaseError::noSuchTable, "The database has no table '" + std::string(table) +
-                                                       "': " + platform::displayPath(source.Name()));
-}
-
-void appendTable(Database& source, const WorkingDatabase& working, std::string_view table) {
-    requireTable(source, table);
-    copyRows(source, working.database(), table);
-}
-
-void replaceDetails(Database& source, WorkingDatabase& working, clsUserInterface& userInterface) {
-    Database& database = working.database();
-    try {
-        const LongWork answering(database, [&] { userInterface.yieldToEvents(); });
-        database.BeginTrans();
-        const std::vector<std::string> indexes = database.TakeIndexes("details");
-        database.Execute("delete * from details");
-        appendTable(source, working, "details");
-        database.RestoreIndexes(indexes);
-        database.CommitTrans();
-    } catch (const RuntimeError&) {
-        working.startAnew(); // without a journal, nothing from a failed transaction is reliable
-        throw;
-    }
+// The rows and tree nodes of the source, and the tree nodes at hand.
+void fill(Database& target, Database& source, const WorkingDatabase& working) {
+    target.BeginTrans();
+    const std::vector<std::string> indexes = target.TakeIndexes("details");
+    copyRows(source, target, "details");
+    copyRows(working.database(), target, "nodes");
+    copyRows(source, target, "nodes");
+    target.RestoreIndexes(indexes);
+    target.CommitTrans();
 }
 
 // Files that the engine left beside an earlier database of that name would be taken for those of the new one.
@@ -123,13 +97,15 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
         working.startAnew(); // it has no content to lose
     }
     const auto source = DBEngine::OpenDatabase(file, OpenMode::readOnly);
-    requireTable(*source, "details"); // before the existing rows are deleted
-    const ShownProgress progress(userInterface, 0);
-    const LongWork answering(*source, [&] { userInterface.yieldToEvents(); });
-    replaceDetails(*source, working, userInterface);
-    SmallTransaction transaction(working.database());
-    appendTable(*source, working, "nodes");
-    transaction.commit();
+    auto successor = working.prepareSuccessor();
+    {
+        const ShownProgress progress(userInterface, 0);
+        const auto yield = [&] { userInterface.yieldToEvents(); };
+        const LongWork reading(*source, yield);
+        const LongWork writing(successor->database(), yield);
+        fill(successor->database(), *source, working);
+    }
+    working.replaceBy(std::move(successor));
 }
 
 std::string modExport::savedScanText(std::string_view path) {

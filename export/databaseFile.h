@@ -20,9 +20,9 @@ namespace modExport {
                                                        clsUserInterface& userInterface);
 
 // Replaces the rows of the working database by those of a saved scan (a path as typed), and appends its saved
-// tree nodes. The file is not trusted: it is only read, and refused unless it is another file and has the
-// tables. Throws with the file's displayed path. If the file was refused, the working database keeps its
-// rows; if reading it failed halfway, it has none.
+// tree nodes. The file is not trusted: it is only read, and refused unless it is another file, has both
+// tables as plain ones, and holds nothing that is no scan's (copyRows). Throws with the file's displayed
+// path; the working database is then as before.
 void loadDatabase(WorkingDatabase& working, std::string_view path, clsUserInterface& userInterface);
 
 // "Saved scan: FILE (11/22/2026 09:05:00 AM)", with the time of the file; the path as typed.

@@ -188,6 +188,9 @@ void ExcelSheet::date(std::size_t column, std::string_view stored, Style style) 
 }
 
 void ExcelSheet::sumOfRowsAbove(std::size_t column, std::size_t rows, double sum, Style style) {
+    if (!std::isfinite(sum)) {
+        return; // as those cells that have made it so
+    }
     const auto position = static_cast<lxw_col_t>(column);
     std::array<char, LXW_MAX_CELL_RANGE_LENGTH> range{};
     lxw_rowcol_to_range(range.data(), row_ - static_cast<lxw_row_t>(rows), position, row_ - 1, position);

@@ -12,11 +12,40 @@ using platform::lineEnd;
 
 constexpr std::size_t pathWidth = 55;
 
-// Escapes the characters that names on Windows cannot contain. Odd on purpose: & stays.
-void appendEscaped(std::string& result, std::string_view text) {
-    for (const char c : text) {
+bool isAlphanumeric(char c) {
+    const char lower = platform::asciiLower(c);
+    return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9');
+}
+
+// Whether a browser shows another character for the text behind an "&". It takes "&lt" and the like without
+// their semicolon too.
+bool formsEntity(std::string_view text) {
+    for (const char* start : {"lt", "LT", "gt", "GT", "amp", "AMP", "quot", "QUOT"}) {
+        if (text.starts_with(start)) {
+            return true;
+        }
+    }
+    if (text.starts_with('#')) {
+        return text.size() > 1 && isAlphanumeric(text[1]);
+    }
+    std::size_t end = 0;
+    while (end < text.size() && isAlphanumeric(text[end])) {
+        ++end;
+    }
+    return end > 0 && text.substr(end, 1) == ";";
+}
+
+// Escapes the characters that names on Windows cannot contain. Odd on purpose: & stays, unless the value was
+// loaded and the & forms an entity.
+void appendEscaped(std::string& result, std::string_view text, bool isLoaded) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
         if (c == '<' || c == '>' || c == '"') {
             result.append(c == '<' ? "&lt;" : c == '>' ? "&gt;" : "&quot;");
+        } else if (isLoaded && (c == '\r' || c == '\n')) {
+            result.append(c == '\r' ? "&#13;" : "&#10;");
+        } else if (isLoaded && c == '&' && formsEntity(text.substr(i + 1))) {
+            result.append("&amp;");
         } else {
             result.push_back(c);
         }
@@ -87,16 +116,22 @@ void modExport::writeHtmlReport(ReportRows& rows, platform::Sink& sink) {
     sink.write(pageHead(rows.title(), rows.withOwner()));
     std::string path;
     std::string cells;
-    const auto date = [&cells](std::string_view stored) {
+    std::string shownDate;
+    const auto escaped = [isLoaded = rows.areLoaded()](std::string& to, std::string_view text) {
+        appendEscaped(to, text, isLoaded);
+    };
+    const auto date = [&](std::string_view stored) {
+        shownDate.clear();
+        modFormat::appendReformattedDate(shownDate, stored, modFormat::reportDatePicture);
         cells.append("    <td> ");
-        modFormat::appendReformattedDate(cells, stored, modFormat::reportDatePicture);
+        escaped(cells, shownDate);
         cells.append(" </td>").append(lineEnd);
     };
     for (; !rows.atEnd(); rows.next()) {
         path.clear();
         rows.appendPath(path);
         cells.assign("  <TR>").append(lineEnd).append("    <td>");
-        appendInPieces(cells, path, pathWidth, appendEscaped);
+        appendInPieces(cells, path, pathWidth, escaped);
         cells.append("</td>").append(lineEnd).append("    <td> ");
         cells.append(rows.storedSize()).append(" </td>").append(lineEnd).append("    <td>");
         rows.appendShownSize(cells);
@@ -105,7 +140,7 @@ void modExport::writeHtmlReport(ReportRows& rows, platform::Sink& sink) {
         date(rows.dateModified());
         if (rows.withOwner()) {
             cells.append("    <td>");
-            appendEscaped(cells, rows.owner());
+            escaped(cells, rows.owner());
             cells.append("&nbsp;</td>").append(lineEnd);
         }
         cells.append("    <td>").append(rows.type()).append("</td>").append(lineEnd);

@@ -6,6 +6,7 @@
 #include "base/clsUserInterface.h"
 #include "base/errorTrap.h"
 #include "export/clipboard.h"
+#include "export/csvText.h"
 #include "export/listTable.h"
 
 namespace {
@@ -28,13 +29,11 @@ void appendCell(clsConcat& text, std::string_view cell, bool exact) {
         return;
     }
     std::string quoted = "\"";
-    for (const char c : cell) {
-        quoted.append(c == '"' ? 2 : 1, c);
-    }
+    modExport::appendQuotesDoubled(quoted, cell, "\"");
     text.SConcat(quoted.append("\""));
 }
 
-std::string listText(const ListTable& list, ShownProgress& progress, bool exact) {
+std::string listText(const ListTable& list, ShownProgress& progress, bool exact, bool areLoaded) {
     clsConcat text;
     const std::size_t columns = list.columns().size();
     for (std::size_t column = 0; column < columns; ++column) {
@@ -44,7 +43,13 @@ std::string listText(const ListTable& list, ShownProgress& progress, bool exact)
     for (std::size_t row = 0; row < list.rowCount(); ++row) {
         for (std::size_t column = 0; column < columns; ++column) {
             text.SConcat(column == 0 ? "\r\n" : ",");
-            appendCell(text, list.text(row, column), exact);
+            const ListTable::Kind kind = list.columns()[column].kind;
+            const bool isStored = kind == ListTable::Kind::text || kind == ListTable::Kind::date;
+            if (areLoaded && isStored) {
+                appendCell(text, modExport::withoutFormula(list.text(row, column)), true);
+            } else {
+                appendCell(text, list.text(row, column), exact);
+            }
         }
         progress.step();
     }
@@ -54,7 +59,7 @@ std::string listText(const ListTable& list, ShownProgress& progress, bool exact)
 } // namespace
 
 void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userInterface,
-                                 modExport::Clipboard& clipboard, bool exact) {
+                                 modExport::Clipboard& clipboard, bool exact, bool areLoaded) {
     trapped("modGlobal", "copyClipboardLvw", [&] {
         if (list.rowCount() == 0) {
             userInterface.message(modExport::emptyListMessage);
@@ -63,6 +68,6 @@ void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userIn
         const BusyPointer busy(userInterface);
         ShownProgress progress(userInterface, static_cast<std::int64_t>(list.rowCount()));
         clipboard.clear();
-        clipboard.setText(listText(list, progress, exact));
+        clipboard.setText(listText(list, progress, exact, areLoaded));
     });
 }

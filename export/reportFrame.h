@@ -52,6 +52,7 @@ public:
     [[nodiscard]] std::int64_t count() const noexcept { return count_; }
     [[nodiscard]] bool withOwner() const; // the current value of the setting
     [[nodiscard]] bool exact() const;     // likewise
+    [[nodiscard]] bool areLoaded() const { return context_.database.holdsLoadedRows(); }
     [[nodiscard]] std::vector<std::string> scannedFolders(std::size_t most) const; // empty if unknown
 
     void begin();

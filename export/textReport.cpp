@@ -3,23 +3,43 @@
 #include <string>
 
 #include "base/dateFormat.h"
+#include "export/csvText.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 
 namespace {
 
-// Doubles each quote in the text; without a quote character, the text stays unchanged.
-void appendValue(std::string& line, std::string_view value, std::string_view quote) {
-    while (!quote.empty()) {
-        const std::size_t at = value.find(quote);
-        if (at == std::string_view::npos) {
-            break;
+using modExport::appendQuotesDoubled;
+
+// The form of one report's values.
+struct Fields {
+    std::string_view separator;
+    std::string_view quote;
+    bool doubles;
+    bool areLoaded;
+
+    // By default, values stay unchanged, except for characters that names on Windows cannot contain. Those of
+    // a loaded scan never end their field, whatever the report's quote is.
+    void append(std::string& line, std::string_view value) const {
+        if (!areLoaded) {
+            appendQuotesDoubled(line, value, doubles ? quote : "");
+            return;
         }
-        line.append(value.substr(0, at + quote.size())).append(quote);
-        value.remove_prefix(at + quote.size());
+        const std::string text = modExport::withoutFormula(value);
+        const bool endsField = text.find_first_of("\"\r\n") != std::string::npos ||
+                               (!separator.empty() && text.find(separator) != std::string::npos);
+        const std::string_view own = quote.empty() && endsField ? "\"" : "";
+        line.append(own);
+        appendQuotesDoubled(line, text, quote.empty() ? own : quote);
+        line.append(own);
     }
-    line.append(value);
-}
+
+    void appendDate(std::string& line, std::string_view stored) const {
+        std::string date;
+        modFormat::appendReformattedDate(date, stored, modFormat::reportDatePicture);
+        append(line, date);
+    }
+};
 
 } // namespace
 
@@ -37,8 +57,7 @@ void modExport::writeTextReport(ReportRows& rows, platform::Sink& sink, std::str
     const std::string start(quote);
     const std::string between = start + std::string(separator) + start;
     const std::string end = start + std::string(rows.exact() ? "\r\n" : platform::lineEnd);
-    // By default, values stay unchanged, except for characters that names on Windows cannot contain.
-    const bool doubles = rows.exact() || quote == "\"";
+    const Fields fields{separator, quote, rows.exact() || quote == "\"", rows.areLoaded()};
 
     std::string line = start;
     for (const char* name : {"Path", "Size (Bytes)", "Size", "Date Accessed", "Date Modified", "Owner"}) {
@@ -52,15 +71,15 @@ void modExport::writeTextReport(ReportRows& rows, platform::Sink& sink, std::str
         text.clear();
         rows.appendPath(text);
         line.assign(start);
-        appendValue(line, text, doubles ? quote : "");
+        fields.append(line, text);
         line.append(between).append(rows.storedSize()).append(between);
         rows.appendShownSize(line);
         line.append(between);
-        modFormat::appendReformattedDate(line, rows.dateAccessed(), modFormat::reportDatePicture);
+        fields.appendDate(line, rows.dateAccessed());
         line.append(between);
-        modFormat::appendReformattedDate(line, rows.dateModified(), modFormat::reportDatePicture);
+        fields.appendDate(line, rows.dateModified());
         line.append(between);
-        appendValue(line, rows.owner(), doubles ? quote : "");
+        fields.append(line, rows.owner());
         line.append(between).append(rows.type()).append(end);
         sink.write(line);
     }

@@ -37,6 +37,9 @@ namespace platform {
 // Throws 53 if there is no such file, and 75 if it is not a regular file (a link, a device).
 void deleteFile(std::string_view path);
 
+// Renames a file, which replaces the one at the other path, if any. Both are on one volume.
+void moveFile(std::string_view from, std::string_view to);
+
 class Sink;
 
 // Copies the bytes of one file over another, which is replaced as Replacement does.

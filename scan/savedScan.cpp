@@ -57,10 +57,8 @@ std::string modSavedScan::findFolder(Database& database, std::string_view typedP
             }
         }
     }
-    // A scan never records a quote, and a quote would end the text in a statement.
-    const auto found = std::find_if(keys.begin(), keys.end(), [&](const std::string& key) {
-        return key.find('"') == std::string::npos && holdsRows(database, key);
-    });
+    const auto found = std::find_if(keys.begin(), keys.end(),
+                                    [&](const std::string& key) { return holdsRows(database, key); });
     return found == keys.end() ? std::string() : *found;
 }
 
@@ -89,9 +87,6 @@ std::vector<std::string> modSavedScan::scannedFolders(Database& database, std::s
     for (const std::string& top : topFolders(database)) {
         if (result.size() >= most) {
             break;
-        }
-        if (top.find('"') != std::string::npos) { // never recorded, and it would end the text in a statement
-            continue;
         }
         if (wasWalked(database, top, allRows)) {
             result.push_back(top);

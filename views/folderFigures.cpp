@@ -3,6 +3,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/formatSize.h"
 #include "db/folderRows.h"
 #include "db/jetLike.h"
 #include "db/values.h"
@@ -23,7 +24,7 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
         if (isNew) {
             result.emplace_back();
         }
-        result[known->second] = {known->first, size.number(), std::string(count.text())};
+        result[known->second] = {known->first, modLvw::soundSize(size.number()), std::string(count.text())};
     }
     return result;
 }
@@ -36,7 +37,8 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
                                               " where isFolder=0 and parentfolder=" +
                                               modGlobal::quoted(key));
     if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
-        entries.push_back({std::string(modFigures::filesLabel), files->Fields("Total").number()});
+        entries.push_back(
+            {std::string(modFigures::filesLabel), modLvw::soundSize(files->Fields("Total").number())});
     }
     const auto folders = database.OpenRecordset("select distinct fileName,size from details where " +
                                                 modFolderRows::directlyIn(key) + " and isFolder=1");
@@ -45,7 +47,7 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
     for (; !folders->EndOfFile(); folders->MoveNext()) {
         std::string_view label = name.text();
         label.remove_suffix(label.ends_with('\\') ? 1 : 0);
-        entries.push_back({std::string(label), size.number()});
+        entries.push_back({std::string(label), modLvw::soundSize(size.number())});
     }
     if (!entries.empty()) {
         modQuickSort::quickSortUDT(entries, 0, static_cast<std::ptrdiff_t>(entries.size()) - 1);

@@ -64,7 +64,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       reports_({working_, settings_, userInterface_, dialogs}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
-      listMenu_({tvw_, views_, settings_, userInterface_, clipboard_,
+      listMenu_({tvw_, views_, settings_, working_, userInterface_, clipboard_,
                  [] { return modExport::temporaryWorkbookName(platform::localTime(platform::now())); }}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),

@@ -90,6 +90,12 @@ void deleteFile(std::string_view path) {
     }
 }
 
+void moveFile(std::string_view from, std::string_view to) {
+    if (::rename(nativeOf(from).c_str(), nativeOf(to).c_str()) != 0) {
+        throw systemError(errno, to);
+    }
+}
+
 void appendToFile(std::string_view path, std::string_view text) {
     const Descriptor file = openOrThrow(path, nativeOf(path), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY);
     writeAll(file.get(), text, path);

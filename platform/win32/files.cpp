@@ -86,6 +86,13 @@ void deleteFile(std::string_view path) {
     }
 }
 
+void moveFile(std::string_view from, std::string_view to) {
+    const std::wstring wide = wideOf(to);
+    if (::MoveFileExW(wideOf(from).c_str(), wide.c_str(), MOVEFILE_REPLACE_EXISTING) == 0) {
+        throw lastError(wide, to);
+    }
+}
+
 void appendToFile(std::string_view path, std::string_view text) {
     const Handle file = openOrThrow(path, wideOf(path), FILE_APPEND_DATA, shareAll, OPEN_EXISTING);
     writeAll(file.get(), text, path);

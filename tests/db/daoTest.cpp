@@ -103,6 +103,27 @@ TEST(Dao, letsOthersWorkWhileAStatementRunsLong) {
     EXPECT_EQ(calls, callsBefore);
 }
 
+TEST(Dao, endsAStatementOnAFileOfOthersThatFindsNoRow) {
+    const TemporaryFolder folder;
+    runSqliteScript(folder.typed("x.dat"), "create table t (a); with recursive r(x) as (select 1 union all "
+                                           "select x+1 from r where x<3000) insert into t select x from r;");
+    const auto database = DBEngine::OpenDatabase(folder.typed("x.dat"), OpenMode::readOnly);
+    const auto rowsOf = [&](const char* statement) {
+        std::int64_t count = 0;
+        const auto rows = database->OpenRecordset(statement);
+        for (; !rows->EndOfFile() && count < 1'000'000; rows->MoveNext()) {
+            ++count;
+        }
+        return count;
+    };
+    int calls = 0;
+    const LongWork work(*database, [&] { ++calls; });
+    EXPECT_EQ(errorNumberOf([&] { rowsOf("select b.a from t as b, t as c where b.a*c.a=-1"); }),
+              databaseError::damaged);
+    EXPECT_EQ(rowsOf("select b.a from t as b, t as c"), 1'000'000) << "as many steps, but not for one row";
+    EXPECT_GT(calls, 0);
+}
+
 TEST(Dao, failsWithTheEnginesNumbers) {
     const TemporaryFolder folder;
     const auto database = openTemplateCopy(folder);
@@ -199,6 +220,7 @@ TEST(Values, becomeSqlTextAndFieldValuesByKind) {
         EXPECT_EQ(modGlobal::vtsSQL(c.value, c.kind), c.sql) << c.kind;
         EXPECT_EQ(modGlobal::vts(c.value, c.kind), c.field) << c.kind;
     }
+    EXPECT_EQ(modGlobal::quoted(R"(a" or ""=")"), R"("a"" or """"=""")");
     EXPECT_EQ(valueText(9007199254740993.0 * 1000), "9007199254740992000");
     EXPECT_EQ(valueText(-0.5), "-0.5");
 }

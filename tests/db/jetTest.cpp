@@ -6,6 +6,7 @@
 #include "db/jetTranslator.h"
 #include "platform/files.h"
 #include "platform/runtimeError.h"
+#include "support/errorNumberOf.h"
 #include "support/expected.h"
 #include "support/temporaryFolder.h"
 
@@ -79,10 +80,27 @@ TEST(JetTranslator, hasTextsComparedAsItIsTold) {
 
 TEST(JetTranslator, refusesWhatIsNoStatement) {
     for (const char* statement :
-         {"", "drop table details", "attach 'x' as y", "select a from t where b='O'Brien'",
-          "select \"a from t", "select [a from t", "select (a from t", "select a) from t",
-          "select a & from t", "select & a from t", "select a; select b", "select a from t where b={x}",
-          "select 1.2.3"}) {
+         {"",
+          "drop table details",
+          "attach 'x' as y",
+          "select a from t where b='O'Brien'",
+          "select \"a from t",
+          "select [a from t",
+          "select (a from t",
+          "select a) from t",
+          "select a & from t",
+          "select & a from t",
+          "select a; select b",
+          "select a from t where b={x}",
+          "select 1.2.3",
+          "select a from t where exists (with recursive r(x) as (select 1) select x from r)",
+          "select a from t where a in (select 1 union select 2)",
+          "select a from pragma_table_info(\"t\")",
+          "select randomblob(9) from t",
+          "select [randomblob](9) from t",
+          "select a from t where a glob \"b\"",
+          "select case when 1 then 2 end",
+          "insert into t default values"}) {
         JetTranslator translator;
         try {
             translator.translate(statement);
@@ -90,6 +108,25 @@ TEST(JetTranslator, refusesWhatIsNoStatement) {
         } catch (const RuntimeError& error) {
             EXPECT_EQ(error.number(), databaseError::syntax) << statement;
         }
+    }
+}
+
+TEST(JetTranslator, refusesWhatIsNestedTooDeep) {
+    const auto repeated = [](const char* part, std::size_t times) {
+        std::string result;
+        for (std::size_t i = 0; i < times; ++i) {
+            result += part;
+        }
+        return result;
+    };
+    for (const auto& [opening, closing] : {std::pair("(", ")"), {"min(", ")"}, {"-", ""}, {"(1+-(", "))"}}) {
+        JetTranslator translator;
+        const auto translate = [&](std::size_t depth) {
+            translator.translate("select " + repeated(opening, depth) + "a" + repeated(closing, depth) +
+                                 " from t");
+        };
+        EXPECT_EQ(errorNumberOf([&] { translate(30'000); }), databaseError::syntax) << opening;
+        EXPECT_EQ(errorNumberOf([&] { translate(25); }), 0) << opening << ", and the next one is read";
     }
 }
 

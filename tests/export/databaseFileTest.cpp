@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 #include "platform/files.h"
 #include "support/scanFixture.h"
 #include "support/sqliteScript.h"
@@ -66,7 +68,6 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
 TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
     tree.write("file", "123");
     scan();
-    const std::string rowsBefore = count();
     application.write("garbage",
                       "no database at all, though long enough to hold a header of one hundred bytes "
                       "and more of them");
@@ -76,6 +77,8 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
                      "insert into details values ('x', 1, 'p'), ('y', 2, 'p');");
     application.write("cut", application.read("good").substr(0, 6000));
     application.write("short", application.read("good").substr(0, application.read("good").size() - 1));
+    const std::string details = "create table details (idx integer primary key, size);";
+    const std::string nodes = "create table nodes (nodeKey text);";
     const std::pair<std::string, int> refused[] = {
         {application.typed("missing"), databaseError::fileMissing},
         {application.typed(), databaseError::fileMissing},
@@ -83,27 +86,86 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
         {application.typed("cut"), databaseError::damaged},
         {application.typed("short"), databaseError::damaged},
         {make("none", "create table other (x);"), databaseError::noSuchTable},
-        {make("view", "create view details as with recursive r(x) as (select 1 union all select x+1 from r) "
-                      "select x as size from r; create table nodes (nodeKey text);"),
+        {make("nonodes", "create table details (fileName text); insert into details values ('z');"),
          databaseError::noSuchTable},
+        {make("columns", "create table details (hostile text); insert into details values ('x');" + nodes),
+         databaseError::unknownTargetField},
+        {make("view", "create view details as with recursive r(x) as (select 1 union all select x+1 from r) "
+                      "select x as size from r;" +
+                          nodes),
+         databaseError::damaged},
+        {make("generated", "create table details (idx integer primary key, owner as (hex(zeroblob(400000))));"
+                           "insert into details values (1);" +
+                               nodes),
+         databaseError::damaged},
+        {make("trigger", details + nodes + "create trigger t after insert on NODES begin select 1; end;"),
+         databaseError::damaged},
+        {make("virtual", nodes + "pragma writable_schema=on; insert into sqlite_master values "
+                                 "('table','details','details',0,'CREATE VIRTUAL TABLE details USING x()');"),
+         databaseError::damaged},
+        // A column that was added later takes no room in the rows.
+        {make("default", "create table details (size); with recursive r(x) as (select 1 union all select x+1 "
+                         "from r where x<2000) insert into details select x from r;"
+                         "alter table details add column owner default '" +
+                             std::string(1000, 'x') + "';" + nodes),
+         databaseError::damaged},
+        {make("nodes", details +
+                           "create table nodes (nodeKey); insert into nodes values (1), (2), (3);"
+                           "alter table nodes add column nodeText default '" +
+                           std::string(60000, 'x') + "';"),
+         databaseError::damaged},
+        {make("infinite", details + nodes + "insert into details values (1, 9e999);"),
+         databaseError::damaged},
+        {make("huge", details + nodes + "insert into details values (1, -1e19);"), databaseError::damaged},
+        {make("text", details + nodes + "insert into details values (1, 5), (2, '9e999');"),
+         databaseError::damaged},
+        {make("word", details + nodes + "insert into details values (1, 'big');"), databaseError::damaged},
+        {make("last", details + nodes + "insert into details values (9223372036854775807, 1);"),
+         databaseError::damaged},
     };
+    const auto before = rows("select * from details");
     for (const auto& [file, number] : refused) {
         EXPECT_EQ(load(file), number) << file;
-        EXPECT_EQ(count(), rowsBefore) << file;
+        EXPECT_EQ(rows("select * from details"), before) << file;
     }
-    EXPECT_EQ(load(make("columns", "create table details (hostile text); insert into details values ('x');"
-                                   "create table nodes (nodeKey text);")),
-              databaseError::unknownTargetField);
-    EXPECT_EQ(count(), "0");
-    EXPECT_EQ(
-        load(make("nonodes", "create table details (fileName text); insert into details values ('z');")),
-        databaseError::noSuchTable);
-    EXPECT_EQ(count(), "1") << "the rows were loaded before the missing nodes were noticed";
+    EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
+    EXPECT_EQ(cell("select count(*) from nodes"), "0") << "not those of a file whose rows were refused";
+    for (const auto& entry : std::filesystem::directory_iterator(application.path())) {
+        EXPECT_NE(entry.path().extension(), ".tmp") << "left by a load";
+    }
+    EXPECT_FALSE(working.database().holdsLoadedRows());
     EXPECT_EQ(load(good), 0);
+    EXPECT_TRUE(working.database().holdsLoadedRows());
+    working.close();
+    working.reopen();
+    EXPECT_TRUE(working.database().holdsLoadedRows());
     EXPECT_EQ(rows("select fileName, size from details order by fileName"),
               (std::vector<std::string>{"x|1", "y|2"}));
     scan();
     EXPECT_EQ(count(), "4") << "a scan can follow";
+    EXPECT_TRUE(working.holdsLoadedRows()) << "beside the loaded rows";
+    working.startAnew();
+    EXPECT_FALSE(working.database().holdsLoadedRows());
+}
+
+// Of all files, those in UTF-16 hold a text in the fewest bytes.
+TEST_F(DatabaseFile, isLoadedHoweverDenselyItIsStored) {
+    std::string letters;
+    for (int i = 0; i < 300; ++i) {
+        letters += "\u4E2D";
+    }
+    const std::string script = "pragma encoding='UTF-16'; pragma page_size=512;"
+                               "create table details (idx integer primary key, size, fileName, owner);"
+                               "create table nodes (nodeKey);"
+                               "with recursive r(x) as (select 1 union all select x+1 from r where x<5000) "
+                               "insert into details select x, 9.2e18, '" +
+                               letters + "', NULL from r; vacuum;";
+    EXPECT_EQ(load(make("dense", script)), 0);
+    EXPECT_EQ(count(), "5000");
+    EXPECT_EQ(cell("select fileName from details where idx=5000"), letters);
+    EXPECT_EQ(load(make("small", "create table details (isFolder); create table nodes (nodeKey);"
+                                 "insert into details values (0), (1), (0);")),
+              0);
 }
 
 } // namespace

@@ -69,8 +69,8 @@ struct Lists : testing::Test {
         EXPECT_EQ(userInterface.busyDepth, 0);
         EXPECT_FALSE(userInterface.progressVisible);
     }
-    void copy(const ListTable& table, bool exact = false) {
-        modGlobal::copyClipboardLvw(table, userInterface, clipboard, exact);
+    void copy(const ListTable& table, bool exact = false, bool areLoaded = false) {
+        modGlobal::copyClipboardLvw(table, userInterface, clipboard, exact, areLoaded);
     }
     void print(std::string_view fileName) {
         modGlobal::printToExcel(files, "Details - /srv/", userInterface, fileName);
@@ -124,6 +124,23 @@ TEST_F(Lists, clipboardRowsAreKeptWhole) {
             copy(table, exact);
             EXPECT_EQ(clipboard.content, "Name\r\n" + std::string(exact ? each.exact : each.plain));
         }
+    }
+}
+
+TEST_F(Lists, clipboardRowsOfALoadedScanAreNoFormulas) {
+    for (const auto& [name, expected] : {std::pair("=1+1", "'=1+1"),
+                                         {"@SUM(A1)", "'@SUM(A1)"},
+                                         {"+1", "'+1"},
+                                         {"-1", "'-1"},
+                                         {"\t=1", "'\t=1"},
+                                         {"\r=1", "\"'\r=1\""},
+                                         {"x,=1+1", "\"x,=1+1\""},
+                                         {"o\"\r\n=1,\"", "\"o\"\"\r\n=1,\"\"\""},
+                                         {"Who?", "Who?"}}) {
+        copy(MemoryTable{{{"Name", ListTable::Kind::text}, {"Size", ListTable::Kind::bytes}},
+                         {{{name}, {"-1.0 Gb", -1073741824}}}},
+             false, true);
+        EXPECT_EQ(clipboard.content, "Name,Size\r\n" + std::string(expected) + ",-1.0 Gb");
     }
 }
 

@@ -206,6 +206,37 @@ TEST_F(Reports, exactTextDoublesQuotesWhateverTheyAre) {
                                                          "','1536','1.5 Kb','never','','o''b','File'\r\n"));
 }
 
+// What Windows names could hold, an own scan's report writes as ever; a loaded scan may hold anything
+// anywhere.
+TEST_F(Reports, rowsOfALoadedScanHarmNoReader) {
+    for (const std::string_view name : {"R&D", "&lt;b>", "&amp", "&eacute;", "&#60;", "a&b;c"}) {
+        fixture.add({name, 1, "<i>", "x\r\n\"y", "=1+1,\"z", false});
+    }
+    fixture.settings.setGetOwnerInfo(true);
+    const auto text = [&](const char* quote) {
+        return fixture.written(reportQuery(ReportFormat::text, 1),
+                               [&](modExport::ReportRows& rows, platform::Sink& sink) {
+                                   modExport::writeTextReport(rows, sink, ",", quote);
+                               });
+    };
+    const auto expectParts = [](const std::string& report, std::initializer_list<std::string> parts) {
+        for (const std::string& part : parts) {
+            EXPECT_THAT(report, HasSubstr(part));
+        }
+    };
+    expectParts(html(fixture), {"R&D<", "&lt;b&gt;", "&amp<", "&#60;<", "=1+1,&quot;z&nbsp;"});
+    expectParts(text("\""), {"\"=1+1,\"\"z\""});
+    fixture.database->setHoldsLoadedRows(true);
+    expectParts(html(fixture),
+                {"R&D<", "&amp;lt;b&gt;", "&amp;amp<", "&amp;eacute;", "&amp;#60;<", "a&amp;b;c",
+                 "<td> &lt;i&gt; </td>", "x&#13;&#10;&quot;y", "=1+1,&quot;z&nbsp;"});
+    const std::string path = shown("R&D");
+    expectParts(text("\""),
+                {"\"" + path + R"(","1","1 bytes","<i>","x)" + "\r\n" + R"(""y","'=1+1,""z","File")"});
+    expectParts(text("'"), {"'" + path + "','1','1 bytes','<i>','x\r\n\"y','''=1+1,\"z','File'"});
+    expectParts(text(""), {path + ",1,1 bytes,<i>,\"x\r\n" + R"(""y","'=1+1,""z",File)"});
+}
+
 TEST_F(Reports, emptyResultTouchesNoFile) {
     for (const ReportFormat format : allFormats) {
         fixture.folder.write("report", "old");

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "db/folderRows.h"
 #include "platform/locale.h"
 #include "support/scanFixture.h"
 
@@ -30,13 +31,15 @@ void addRows(Database& database, const std::vector<Row>& rows) {
 TEST(SavedScan, findsFoldersOfOtherSystems) {
     ScanFixture fixture;
     Database& database = fixture.working.database();
-    addRows(database, {{"C:\\Windows\\|a", false}, {"/\\usr\\|b", false}});
+    addRows(database, {{"C:\\Windows\\|a", false}, {"/\\usr\\|b", false}, {"/\\a\"b\\|\"", false}});
     const std::pair<const char*, const char*> typed[] = {
         {"C:\\Windows", "C:\\Windows\\"},
         {"C:/Windows/", "C:\\Windows\\"},
         {"/\\usr", "/\\usr\\"},
         {"/\\nothing", ""},
         {"/\\u\"sr", ""},
+        {"/\\a\"b", "/\\a\"b\\"},
+        {"/\\x\" or \"\"=\"", ""},
         {"", ""},
     };
     for (const auto& [path, key] : typed) {
@@ -67,7 +70,10 @@ TEST(SavedScan, knowsWhatWasScannedByItsRows) {
          {{"/\\usr\\|lib\\", true}, {"/\\usr\\|share\\", true}},
          {"/\\usr\\lib\\", "/\\usr\\share\\"},
          {{"/\\usr\\", false}}},
-        {"a parent that ends a statement's text", {{"/\\\"x\\|a", false}}, {}, {}},
+        {"a parent with a quote",
+         {{"/\\\"x\\|a", false}},
+         {"/\\\"x\\"},
+         {{"/\\\"x\\", true}, {"/\\\" or 1=1 or \"\\", false}}},
         {"nothing", {}, {}, {{"/\\", false}}},
     };
     for (const auto& each : cases) {
@@ -82,6 +88,17 @@ TEST(SavedScan, knowsWhatWasScannedByItsRows) {
             EXPECT_EQ(modSavedScan::wasWalked(database, key, last), expected) << key;
             EXPECT_FALSE(modSavedScan::wasWalked(database, key, 0)) << "no later row counts";
         }
+    }
+}
+
+TEST(SavedScan, keepsStampsAsTheyWere) {
+    ScanFixture fixture;
+    Database& database = fixture.working.database();
+    addRows(database, {{"/\\a\"b\\|it's \"x\"\\", true}});
+    const std::string folder = "/\\a\"b\\it's \"x\"\\";
+    for (const char* stamp : {"o'clock \"\"", ""}) {
+        modFolderRows::setStamp(database, folder, stamp);
+        EXPECT_EQ(modFolderRows::find(database, folder).stamp, stamp);
     }
 }
 

@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "support/expected.h"
 #include "support/scanFixture.h"
 
@@ -53,6 +55,17 @@ TEST_F(FolderFigures, tellExtensionsApartByCaseOnlyWhenAsked) {
     settings.setCaseSensitiveExt(true);
     scan();
     EXPECT_THAT(fileTypes(key()), UnorderedElementsAre("TXT|5|1", "txt|4|2"));
+}
+
+// The chart and the tables make lengths and shares of them.
+TEST_F(FolderFigures, areFiniteWhateverWasRecorded) {
+    recordFile("C:\\a.x", HUGE_VAL, "me");
+    recordFile("C:\\d\\b.y", -HUGE_VAL, "you");
+    recordFolder("C:\\d\\");
+    const std::string greatest = valueText(0x1p96);
+    EXPECT_THAT(entries("C:\\"), ElementsAre("d|-" + greatest, "|Files||" + greatest));
+    EXPECT_THAT(fileTypes("C:\\"), UnorderedElementsAre("x|" + greatest + "|1", "y|-" + greatest + "|1"));
+    EXPECT_THAT(owners("C:\\"), UnorderedElementsAre("me|" + greatest + "|1", "you|-" + greatest + "|1"));
 }
 
 TEST_F(FolderFigures, keepTheSamePathOnTwoDrivesApart) {

@@ -45,11 +45,18 @@ std::string DatabaseCommands::loadDatabase() {
         return {};
     }
     const BusyPointer busy(dependencies_.userInterface);
-    const bool isLoaded = modGlobal::trapped("frmMain", "cp_Click", [&] {
-        load(file);
-        return true;
+    bool isLoaded = false;
+    bool replaced = !dependencies_.database.isOpen(); // then there is no scan to keep
+    modGlobal::trapped("frmMain", "cp_Click", [&] {
+        modExport::loadDatabase(dependencies_.database, file, dependencies_.userInterface);
+        isLoaded = true;
+        replaced = true;
+        showTree(file);
     });
-    if (dependencies_.database.isOpen()) { // left by a load that failed halfway
+    if (!replaced) {
+        return {};
+    }
+    if (dependencies_.database.isOpen()) { // left by a tree that could not be shown
         modGlobal::trapped(
             "frmMain", "cp_Click", [&] { modGlobal::clearSavedNodes(dependencies_.database.database()); },
             modGlobal::Logging::quiet);
@@ -60,8 +67,7 @@ std::string DatabaseCommands::loadDatabase() {
 }
 
 // A scan that was saved without a tree, as by the console program, shows its folders below the drives.
-void DatabaseCommands::load(const std::string& file) {
-    modExport::loadDatabase(dependencies_.database, file, dependencies_.userInterface);
+void DatabaseCommands::showTree(const std::string& file) {
     Database& database = dependencies_.database.database();
     const LongWork answering(database, [this] { dependencies_.userInterface.yieldToEvents(); });
     if (!modGlobal::tvwLoadNodes(dependencies_.tree, database, dependencies_.icons)) {

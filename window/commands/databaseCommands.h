@@ -35,12 +35,13 @@ public:
     // the reason is logged; other errors are thrown.
     void exportDatabase();
 
-    // Replaces the rows and the tree by those of a file. Errors are logged for the menu command. In any case,
-    // the views then show what the database contains. The file that was loaded, as typed; empty if none was.
+    // Replaces the rows and the tree by those of a file. Errors are logged for the menu command. If the file
+    // was refused, everything stays as it is; otherwise the views show what the database contains, whatever
+    // failed. The file that was loaded, as typed; empty if none was.
     std::string loadDatabase();
 
 private:
-    void load(const std::string& file);
+    void showTree(const std::string& file);
 
     Dependencies dependencies_;
     FileChoice choice_;

@@ -6,6 +6,7 @@
 
 #include "base/clsSettings.h"
 #include "base/errorTrap.h"
+#include "db/workingDatabase.h"
 #include "export/listClipboard.h"
 #include "export/listWorkbook.h"
 #include "platform/paths.h"
@@ -28,7 +29,8 @@ void ListMenu::cPLvw_Click(int index) {
                                     dependencies_.workbookName());
         } else if (index == copyItem) {
             modGlobal::copyClipboardLvw(table, dependencies_.userInterface, dependencies_.clipboard,
-                                        dependencies_.settings.exact());
+                                        dependencies_.settings.exact(),
+                                        dependencies_.database.holdsLoadedRows());
         }
     });
 }

@@ -5,6 +5,7 @@
 
 class FolderTree;
 class ViewTabs;
+class WorkingDatabase;
 class clsSettings;
 class clsUserInterface;
 
@@ -24,6 +25,7 @@ public:
         const FolderTree& tree;
         ViewTabs& views;
         const clsSettings& settings;
+        const WorkingDatabase& database;
         clsUserInterface& userInterface;
         modExport::Clipboard& clipboard;
         std::function<std::string()> workbookName;

@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -10,7 +12,9 @@
 #include "platform/files.h"
 #include "support/sqliteScript.h"
 #include "support/testSystem.h"
+#include "window/commands/listMenu.h"
 #include "window/dialogs/fileFilter.h"
+#include "window/menu/popMenu.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -338,6 +342,34 @@ TEST_F(Exports, bringASavedScanBackAsItWas) {
     pressF5();
     EXPECT_THAT(query("select fileName from details where fileName=\"new.txt\""), ElementsAre("new.txt"))
         << "a refresh reads the disk";
+}
+
+TEST_F(Exports, copyNoLoadedNameAsAFormula) {
+    tree.write("=1+1", "");
+    openOnTree();
+    tabs().setCurrentIndex(1);
+    const auto copied = [this] {
+        control<PopMenu>("cPLvw").action(ListMenu::copyItem).trigger();
+        return QGuiApplication::clipboard()->text().toStdString();
+    };
+    EXPECT_THAT(copied(), HasSubstr("\r\n=1+1,"));
+    save("ExportMDB", output("scan.mdb"));
+    save("LoadMDB", output("scan.mdb"));
+    EXPECT_THAT(copied(), HasSubstr("\r\n'=1+1,"));
+}
+
+TEST_F(Exports, keepTheScanAsOneOfThisComputerWhenALoadIsRefused) {
+    openOnTree();
+    const std::string inA = "select idx from details where parentFolder=\"" + key("a") + "\"";
+    EXPECT_THAT(query(inA), Not(IsEmpty()));
+    runSqliteScript(output("late.mdb"), "create table details (size); create table nodes (nodeKey);"
+                                        "insert into details values (1), ('not a size');");
+    save("LoadMDB", output("late.mdb"));
+    EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr("late.mdb")));
+    EXPECT_THAT(query("select count(*) from details"), ElementsAre("8"));
+    std::filesystem::remove_all(tree / "a");
+    click(key("a"));
+    EXPECT_THAT(query(inA), IsEmpty()) << "loaded rows would have stayed";
 }
 
 TEST_F(Exports, showAScanThatWasSavedWithoutATree) {

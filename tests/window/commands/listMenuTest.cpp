@@ -32,7 +32,8 @@ protected:
     // The window's lists, exported to a file of the test without opening it.
     std::string exported() {
         ListMenu menu({control<FolderTree>("tvw"), *window->findChild<ViewTabs*>(), window->settings(),
-                       people, clipboard, [this] { return application.internal("list.xlsx"); }});
+                       window->database(), people, clipboard,
+                       [this] { return application.internal("list.xlsx"); }});
         menu.cPLvw_Click(ListMenu::exportItem);
         return zipPart(application.read("list.xlsx"), "xl/worksheets/sheet1.xml");
     }

@@ -1,0 +1,73 @@
+#include "db/daoImplementation.h"
+#include "db/values.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+
+namespace {
+
+// Throws unless the table is one that only holds rows.
+class TableCheck {
+public:
+    TableCheck(Connection& connection, std::string_view table) : connection_(connection), table_(table) {}
+
+    void requirePlain() {
+        Statement schema = connection_.prepare("select type, name, tbl_name, sql from sqlite_master");
+        bool found = false;
+        while (schema.step()) {
+            const bool isTrigger = schema.text(0) == "trigger";
+            const bool isNamed = platform::equalIgnoringAsciiCase(schema.text(isTrigger ? 2 : 1), table_);
+            if (isNamed && isTrigger) {
+                refuse("has a trigger");
+            }
+            if (isNamed) {
+                requireTable(schema.text(0), schema.text(3));
+                found = true;
+            }
+        }
+        if (!found) {
+            throw RuntimeError(databaseError::noSuchTable,
+                               "The database has no table '" + std::string(table_) +
+                                   "': " + platform::displayPath(connection_.path()));
+        }
+        requireStoredColumns(); // which opens the table, and so comes last
+    }
+
+private:
+    void requireTable(std::string_view type, std::string_view definition) const {
+        constexpr std::string_view plainTable = "create table";
+        if (type != "table") {
+            refuse("is a view");
+        }
+        if (!platform::equalIgnoringAsciiCase(definition.substr(0, plainTable.size()), plainTable)) {
+            refuse("is a virtual table");
+        }
+    }
+
+    void requireStoredColumns() const {
+        Statement columns = connection_.prepare("select name from pragma_table_xinfo(?1) where hidden<>0");
+        columns.bindText(1, table_);
+        if (columns.step()) {
+            refuse("has a generated column, '" + std::string(columns.text(0)) + "'");
+        }
+    }
+
+    [[noreturn]] void refuse(const std::string& reason) const {
+        throw RuntimeError(databaseError::damaged, "The database is not a saved scan; its table '" +
+                                                       std::string(table_) + "' " + reason + ": " +
+                                                       platform::displayPath(connection_.path()));
+    }
+
+    Connection& connection_;
+    std::string_view table_;
+};
+
+} // namespace
+
+std::unique_ptr<Recordset> Database::OpenStored(std::string_view table) {
+    Connection& connection = open().connection;
+    TableCheck(connection, table).requirePlain();
+    // An index might hold other values than the table.
+    const std::string rows = "from " + modGlobal::quoted(table) + " not indexed";
+    return std::unique_ptr<Recordset>(new Recordset(std::make_unique<Recordset::Implementation>(
+        connection, connection.prepare("select * " + rows), "select count(*) " + rows)));
+}
