@@ -1,37 +1,39 @@
 #include "db/ownDatabase.h"
 
+#include <string>
+
 #include "db/connection.h"
 #include "platform/files.h"
 
-namespace {
-
-bool isMissingOrEmpty(std::string_view path) {
-    return !platform::somethingExists(path) || (platform::fileExists(path) && platform::fileSize(path) == 0);
-}
-
-} // namespace
-
-bool modDatabase::looksLikeOwnDatabase(std::string_view path) {
+modDatabase::FileKind modDatabase::kindOf(std::string_view path) {
     using namespace std::string_view_literals;
     constexpr std::string_view start = "SQLite format 3\0"sv;
-    constexpr std::size_t versions = 18;                  // of the format, for writing and reading
+    constexpr std::size_t versionPosition = 18;           // of the format, for writing and reading
     constexpr std::string_view withoutLog = "\x01\x01"sv; // others cannot be opened without creating files
-    if (isMissingOrEmpty(path)) {
-        return true;
+    constexpr std::string_view noMark = "\0\0\0\0"sv;
+    if (platform::isLink(path)) {
+        return FileKind::link;
+    }
+    if (!platform::somethingExists(path) || (platform::fileExists(path) && platform::fileSize(path) == 0)) {
+        return FileKind::replaceable;
     }
     try {
-        const std::string header = platform::readStart(path, versions + withoutLog.size());
-        return header.starts_with(start) && header.ends_with(withoutLog) &&
-               header.size() == versions + withoutLog.size();
+        const std::string header = platform::readStart(path, markPosition + noMark.size());
+        if (header.size() < markPosition + noMark.size() || !header.starts_with(start) ||
+            header.compare(versionPosition, withoutLog.size(), withoutLog) != 0) {
+            return FileKind::others;
+        }
+        const std::string_view mark = std::string_view(header).substr(markPosition);
+        return mark == workingMark     ? FileKind::replaceable
+               : mark == savedScanMark ? FileKind::savedScan
+               : mark == noMark        ? FileKind::unmarked
+                                       : FileKind::others;
     } catch (const RuntimeError&) { // no file, or not readable
-        return false;
+        return FileKind::others;
     }
 }
 
-bool modDatabase::isOwnDatabase(std::string_view path) {
-    if (isMissingOrEmpty(path)) {
-        return true;
-    }
+bool modDatabase::hasOwnTable(std::string_view path) {
     try {
         Connection file(path, OpenMode::schema);
         Statement columns = file.prepare(
@@ -41,5 +43,14 @@ bool modDatabase::isOwnDatabase(std::string_view path) {
         return columns.step() && columns.number(0) == 5;
     } catch (const RuntimeError&) { // not a database, or not readable
         return false;
+    }
+}
+
+void modDatabase::removeEngineFiles(std::string_view path) {
+    for (const char* ending : {"-wal", "-shm", "-journal"}) {
+        const std::string file = std::string(path) + ending;
+        if (platform::somethingExists(file)) {
+            platform::deleteFile(file);
+        }
     }
 }

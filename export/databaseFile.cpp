@@ -7,6 +7,7 @@
 #include "base/dateFormat.h"
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
+#include "db/ownDatabase.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
@@ -51,14 +52,33 @@ void replaceDetails(Database& source, WorkingDatabase& working, clsUserInterface
     }
 }
 
-// Files that the engine left beside an earlier database of that name would be taken for those of the new one.
-void removeLeftovers(std::string_view path) {
-    const std::string file = platform::resolveLinks(path);
-    for (const char* ending : {"-wal", "-shm", "-journal"}) {
-        if (platform::somethingExists(file + ending)) {
-            platform::deleteFile(file + ending);
+// Passes on a working database with the mark of a saved scan, so that no start takes it for scratch data.
+class SavedScanSink final : public platform::Sink {
+public:
+    explicit SavedScanSink(platform::Sink& target) : target_(target) {}
+
+    void write(std::string_view block) override {
+        constexpr std::string_view from = modDatabase::workingMark;
+        constexpr std::string_view to = modDatabase::savedScanMark;
+        std::string start;
+        if (isFirst_ && block.substr(0, modDatabase::markPosition + from.size()).ends_with(from)) {
+            start.append(block.substr(0, modDatabase::markPosition)).append(to);
         }
+        isFirst_ = false;
+        target_.write(start);
+        target_.write(block.substr(start.size()));
     }
+
+private:
+    platform::Sink& target_;
+    bool isFirst_ = true;
+};
+
+void copyMarked(std::string_view working, std::string_view path) {
+    platform::Replacement file(path, platform::NewFile::own);
+    SavedScanSink marking(file);
+    platform::copyFile(working, marking);
+    file.commit();
 }
 
 } // namespace
@@ -69,8 +89,8 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     std::optional<RuntimeError> failure;
     working.close();
     try {
-        runInBackground(userInterface, [&] { platform::copyFile(working.path(), path); });
-        removeLeftovers(path);
+        runInBackground(userInterface, [&] { copyMarked(working.path(), path); });
+        modDatabase::removeEngineFiles(platform::resolveLinks(path));
     } catch (const RuntimeError& error) {
         failure = error;
     }

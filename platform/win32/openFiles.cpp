@@ -11,7 +11,7 @@ class FileInPlace final : public OutputFile {
 public:
     // An existing file is emptied, not created anew, because the system does not create a hidden file anew.
     explicit FileInPlace(std::string_view path)
-        : path_(path), file_(openOrThrow(path, wideOf(path), GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS)) {
+        : path_(path), file_(openOwn(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS)) {
         if (::GetFileType(file_.get()) == FILE_TYPE_DISK && ::SetEndOfFile(file_.get()) == 0) {
             throw systemError(::GetLastError(), path);
         }
