@@ -123,6 +123,10 @@ public:
     void close() { finish(); }
 };
 
+// The path with which Replacement writes to the standard output of the process. (A file of that name is
+// "./-".)
+inline constexpr std::string_view standardOutput = "-";
+
 // A file that replaces the one at the path, if any, when it is complete: at any moment, either the complete
 // old content or the complete new one exists. It is written beside its target and takes over its permissions
 // and, if possible, its owner; links are followed to their file. Without commit(), nothing changes. A killed

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "platform/files.h"
 #include "platform/linux/opening.h"
 #include "platform/systemError.h"
 
@@ -66,6 +67,14 @@ private:
 
 std::unique_ptr<OutputFile> openInPlace(std::string_view path, const std::string& native, int flag) {
     return std::make_unique<FileInPlace>(path, openOrThrow(path, native, writing | flag));
+}
+
+std::unique_ptr<OutputFile> openStandardOutput() {
+    Descriptor copy(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (!copy.isOpen()) {
+        throw systemError(errno, standardOutput);
+    }
+    return std::make_unique<FileInPlace>(standardOutput, std::move(copy));
 }
 
 std::unique_ptr<OutputFile> openEmptied(std::string_view path) {

@@ -25,6 +25,9 @@ namespace platform {
 [[nodiscard]] std::unique_ptr<OutputFile> openInPlace(std::string_view path, const std::string& native,
                                                       int flag);
 
+// The process's standard output, as it stands.
+[[nodiscard]] std::unique_ptr<OutputFile> openStandardOutput();
+
 // Writes the whole text.
 void writeAll(int descriptor, std::string_view text, std::string_view path);
 

@@ -214,7 +214,7 @@ private:
 
 bool isStream(std::string_view path) noexcept {
     try {
-        return follow(nativeOf(path)).isOpenFile;
+        return path == standardOutput || follow(nativeOf(path)).isOpenFile;
     } catch (...) { // not a valid path
         return false;
     }
@@ -225,6 +225,9 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFi
 }
 
 std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFile, Making making) {
+    if (path == standardOutput) {
+        return openStandardOutput();
+    }
     const std::string native = nativeOf(path);
     std::optional<struct stat> existing{std::in_place};
     if (::stat(native.c_str(), &*existing) != 0) {

@@ -41,9 +41,9 @@ bool somethingExists(std::string_view path) noexcept {
     }
 }
 
-// Streams have no such names here.
-bool isStream(std::string_view /*path*/) noexcept {
-    return false;
+// Other streams have no names here.
+bool isStream(std::string_view path) noexcept {
+    return path == standardOutput;
 }
 
 bool fileIsWritable(std::string_view path) noexcept {

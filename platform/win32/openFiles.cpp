@@ -1,5 +1,6 @@
 #include "platform/openFiles.h"
 
+#include "platform/files.h"
 #include "platform/systemError.h"
 #include "platform/win32/opening.h"
 
@@ -28,6 +29,15 @@ private:
     Handle file_;
 };
 
+// Not closed, because others write to it too.
+class StandardOutput final : public OutputFile {
+public:
+    void write(std::string_view text) override {
+        writeAll(::GetStdHandle(STD_OUTPUT_HANDLE), text, standardOutput);
+    }
+    void finish() override {}
+};
+
 class RegularFile final : public InputFile {
 public:
     explicit RegularFile(std::string_view path)
@@ -50,6 +60,10 @@ private:
 };
 
 } // namespace
+
+std::unique_ptr<OutputFile> openStandardOutput() {
+    return std::make_unique<StandardOutput>();
+}
 
 std::unique_ptr<OutputFile> openEmptied(std::string_view path) {
     return std::make_unique<FileInPlace>(path);

@@ -126,6 +126,9 @@ private:
 
 // A new file has the permissions that its folder gives.
 std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile /*newFile*/) {
+    if (path == standardOutput) {
+        return openStandardOutput();
+    }
     const std::wstring wide = wideOf(path);
     const auto there = informationOf(wide);
     if (there && there->facts.isFolder) {

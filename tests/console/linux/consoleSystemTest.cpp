@@ -186,7 +186,7 @@ class ConsoleSignals : public Console {
 protected:
     // Sends the signal while the child prints the tables of its first path; returns the exit status as a
     // shell shows it.
-    int signalled(int signal) {
+    int signalled(int signal, const char* option = "--quiet=false") {
         std::array<int, 2> pipe{};
         EXPECT_EQ(::pipe(pipe.data()), 0);
         const int capacity = ::fcntl(pipe[1], F_GETPIPE_SZ);
@@ -199,8 +199,8 @@ protected:
             const std::string first = folder.typed("tree/a");
             const std::string second = folder.typed("tree");
             const std::string report = folder.typed("cancelled.csv");
-            ::execl(program.c_str(), "spannory-scan", "--app-folder", app.c_str(), "--text", report.c_str(),
-                    first.c_str(), second.c_str(), nullptr); // NOLINT
+            ::execl(program.c_str(), "spannory-scan", "--app-folder", app.c_str(), option, "--text",
+                    report.c_str(), first.c_str(), second.c_str(), nullptr); // NOLINT
             ::_exit(127);
         }
         ::close(pipe[1]);
@@ -231,6 +231,11 @@ TEST_F(ConsoleSignals, endAScanWithoutHarmToTheNext) {
     const std::string report = folder.read("cancelled.csv");
     EXPECT_TRUE(holds(report, "tree/a/one.TXT")) << "what was recorded is written";
     EXPECT_FALSE(holds(report, "tree/b/c/three")) << "the second path was cancelled";
+    folder.write("cancelled.csv", "complete");
+    EXPECT_EQ(signalled(SIGINT), 130);
+    EXPECT_EQ(folder.read("cancelled.csv"), "complete");
+    EXPECT_EQ(signalled(SIGINT, "--force"), 130);
+    EXPECT_EQ(folder.read("cancelled.csv"), report);
     EXPECT_EQ(signalled(SIGKILL), 128 + SIGKILL);
     const Outcome after = run("%T");
     EXPECT_EQ(after.status, 0);
