@@ -2,10 +2,22 @@
 
 #include <CLI/CLI.hpp>
 
+#include "platform/files.h"
+
 namespace {
 
 constexpr int wrongUsage = 2;
 constexpr std::int64_t mostRows = 1'000'000'000;
+
+// For options that name a file.
+std::string requireName(const std::string& file) {
+    return file.empty() ? "The name of a file is missing" : "";
+}
+
+// Workbooks and databases are no texts.
+std::string requireRealFile(const std::string& file) {
+    return file == platform::standardOutput ? "This cannot be written to standard output" : requireName(file);
+}
 
 } // namespace
 
@@ -19,16 +31,24 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
 
     app.add_option("PATH", options.paths, "Folders to scan; paths in the form used in the database work too")
         ->type_name("");
-    app.add_option("--html", options.htmlFile, "Write an HTML report")->type_name("FILE");
-    app.add_option("--text", options.textFile, "Write a text report (comma-separated)")->type_name("FILE");
-    app.add_option("--xml", options.xmlFile, "Write an XML report, nested by folder")->type_name("FILE");
-    app.add_option("--excel", options.excelFile, "Write an Excel workbook")->type_name("FILE");
+    app.add_option("--html", options.htmlFile, "Write an HTML report")->type_name("FILE")->check(requireName);
+    app.add_option("--text", options.textFile, "Write a text report (comma-separated)")
+        ->type_name("FILE")
+        ->check(requireName);
+    app.add_option("--xml", options.xmlFile, "Write an XML report, nested by folder")
+        ->type_name("FILE")
+        ->check(requireName);
+    app.add_option("--excel", options.excelFile, "Write an Excel workbook")
+        ->type_name("FILE")
+        ->check(requireRealFile);
     app.add_option("--database", options.databaseFile, "Save the scan as an SQLite database")
-        ->type_name("FILE");
+        ->type_name("FILE")
+        ->check(requireRealFile);
     CLI::Option* load =
         app.add_option("--load", options.loadFile,
                        "Load a saved scan instead of scanning; PATH then only selects what is shown")
-            ->type_name("FILE");
+            ->type_name("FILE")
+            ->check(requireName);
     app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
     bool withOwners = false;
     bool withoutOwners = false;

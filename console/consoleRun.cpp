@@ -13,6 +13,7 @@
 #include "export/databaseFile.h"
 #include "export/reportFrame.h"
 #include "export/targetFile.h"
+#include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
@@ -36,12 +37,18 @@ int ConsoleRun::run() {
     if (!start()) {
         return statusFailed;
     }
+    checkOutputs();
+    const bool nothingToDo = options_.quiet && failed_ && outputs_.empty();
+    if (nothingToDo) {
+        return statusFailed;
+    }
     if (options_.loadFile.empty()) {
         scanPaths();
-        writeReports();
+        writeOutputs();
     } else if (loadSaved()) {
+        scanned_ = true;
         showLoaded();
-        writeReports();
+        writeOutputs();
     }
     if (cancelled_) {
         return statusCancelled;
@@ -51,10 +58,10 @@ int ConsoleRun::run() {
 
 bool ConsoleRun::start() {
     try {
-        const std::string folder = findApplicationFolder(options_.applicationFolder);
+        applicationFolder_ = findApplicationFolder(options_.applicationFolder);
         modGlobal::setErrorLog(&userInterface_,
-                               [this, folder] { return modGlobal::errorLogFiles(store_, folder); });
-        settings_.load(store_, folder);
+                               [this] { return modGlobal::errorLogFiles(store_, applicationFolder_); });
+        settings_.load(store_, applicationFolder_);
         if (options_.owners) {
             settings_.setGetOwnerInfo(*options_.owners);
         }
@@ -65,7 +72,8 @@ bool ConsoleRun::start() {
             settings_.setExact(true);
         }
         const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
-        working_ = modDatabase::prepareDatabase(folder, settings_.databasePath(), userInterface_, keep);
+        working_ =
+            modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_, keep);
         return true;
     } catch (const RuntimeError& error) {
         modGlobal::logCurrentException("spannory-scan", "start", true);
@@ -116,6 +124,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     if (lost_) {
         return;
     }
+    scanned_ = true;
     tellWhatIsMissing(search, path, result);
     showFolder(path, modProcessFiles::finishedText(result.seconds));
     if (options_.unreadable) {
@@ -199,35 +208,60 @@ void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
     failed_ = failed_ || !shown;
 }
 
-void ConsoleRun::writeReports() {
-    using modExport::ReportFormat;
-    writeReport(ReportFormat::html, options_.htmlFile);
-    writeReport(ReportFormat::text, options_.textFile);
-    writeReport(ReportFormat::xml, options_.xmlFile);
-    writeReport(ReportFormat::excel, options_.excelFile);
-    writeDatabase();
+// Before the scan, so that nobody waits for one that cannot be written.
+void ConsoleRun::checkOutputs() {
+    const modGlobal::ErrorLogFiles log = modGlobal::errorLogFiles(store_, applicationFolder_);
+    const std::vector<OwnFile> ownFiles{{working_.path(), "the working database"},
+                                        {working_.path() + ".lock", "the lock of the working database"},
+                                        {findDataFile(applicationFolder_, "001.dat"), "the template"},
+                                        {applicationFolder_ + "settings.ini", "the file of settings"},
+                                        {applicationFolder_ + "window.ini", "a file of the program"},
+                                        {log.appended, "the error log"},
+                                        {log.madeAnew, "the error log"}};
+    outputs_ = outputsOf(options_);
+    if (!keepWritable(outputs_, ownFiles, userInterface_)) {
+        failed_ = true;
+    }
+    for (const Output& output : outputs_) {
+        outputTaken_ = outputTaken_ || output.file == platform::standardOutput;
+    }
 }
 
-// Whether the given file may be written; if not, a message says why.
-bool ConsoleRun::mayWrite(const std::string& file) {
-    userInterface_.setSubject(file);
+void ConsoleRun::writeOutputs() {
+    for (const Output& output : outputs_) {
+        if (!mayWrite(output)) {
+            continue;
+        }
+        if (output.format) {
+            writeReport(*output.format, output.file);
+        } else {
+            writeDatabase(output.file);
+        }
+    }
+}
+
+// Whether the scan is worth writing there; if not, a message says why.
+bool ConsoleRun::mayWrite(const Output& output) {
+    userInterface_.setSubject(output.file);
+    const bool replaces = platform::fileExists(output.file) && !platform::isStream(output.file);
+    std::string_view reason;
     if (lost_) {
-        fail(file, "not written, because the scan could not be stored");
+        reason = "not written, because the scan could not be stored";
+    } else if (!scanned_) {
+        reason = "not written, because nothing was scanned";
+    } else if (cancelled_ && replaces && !options_.force) {
+        reason = "not replaced, because the scan was cancelled (use --force)";
+    }
+    if (!reason.empty()) {
+        fail(output.file, reason);
         return false;
     }
-    if (platform::isSameFile(file, working_.path())) {
-        fail(file, "this is the working database; choose another file");
-        return false;
-    }
-    const bool agreed = modExport::confirmOverwrite(userInterface_, file);
+    const bool agreed = output.agreed || modExport::confirmOverwrite(userInterface_, output.file);
     failed_ = failed_ || !agreed;
     return agreed;
 }
 
 void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& file) {
-    if (file.empty() || !mayWrite(file)) {
-        return;
-    }
     clsExport exportOptions;
     exportOptions.detail =
         options_.summary || modExport::isSummaryOnly(format) ? clsExport::summary : clsExport::detailed;
@@ -237,11 +271,7 @@ void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& 
     failed_ = failed_ || !written;
 }
 
-void ConsoleRun::writeDatabase() {
-    const std::string& file = options_.databaseFile;
-    if (file.empty() || !mayWrite(file)) {
-        return;
-    }
+void ConsoleRun::writeDatabase(const std::string& file) {
     try {
         if (const auto failure = modExport::copyDatabase(working_, file, userInterface_)) {
             fail({}, failure->what());
@@ -252,7 +282,7 @@ void ConsoleRun::writeDatabase() {
 }
 
 void ConsoleRun::print(const std::string& text) {
-    if (!outputLost_ && !platform::writeTo(platform::Stream::output, text)) {
+    if (!outputTaken_ && !outputLost_ && !platform::writeTo(platform::Stream::output, text)) {
         const std::string reason = platform::lastWriteFailure();
         outputLost_ = true;
         if (!reason.empty()) {

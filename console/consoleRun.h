@@ -8,6 +8,7 @@
 #include "base/clsSettings.h"
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
+#include "console/outputs.h"
 #include "db/modDatabase.h"
 #include "export/reportFormats.h"
 #include "scan/clsSearch.h"
@@ -31,10 +32,11 @@ private:
     void tellWhatIsMissing(const clsSearch& search, std::string_view path,
                            const modProcessFiles::ScanResult& result);
     void showFolder(std::string_view key, std::string_view finished);
-    void writeReports();
-    bool mayWrite(const std::string& file);
+    void checkOutputs();
+    void writeOutputs();
+    bool mayWrite(const Output& output);
     void writeReport(modExport::ReportFormat format, const std::string& file);
-    void writeDatabase();
+    void writeDatabase(const std::string& file);
     void print(const std::string& text);
     void fail(std::string_view subject, std::string_view reason);
 
@@ -42,9 +44,13 @@ private:
     ConsoleInterface userInterface_;
     clsRegSettings store_;
     clsSettings settings_;
+    std::string applicationFolder_;
     WorkingDatabase working_;
+    std::vector<Output> outputs_;
     bool failed_ = false;
     bool cancelled_ = false;
-    bool lost_ = false; // the database could not store the scan
+    bool lost_ = false;    // the database could not store the scan
+    bool scanned_ = false; // at least one path
     bool outputLost_ = false;
+    bool outputTaken_ = false; // by a report
 };

@@ -9,10 +9,13 @@
 #include "base/modGlobal.h"
 #include "db/ownDatabase.h"
 #include "platform/locale.h"
+#include "platform/ownership.h"
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
 
 namespace {
+
+using modDatabase::FileKind;
 
 constexpr std::string_view templateName = "001.dat";
 constexpr int mostProgramsAtOnce = 100;
@@ -31,41 +34,57 @@ std::string numberedPath(std::string_view path, int number) {
 
 // A device or a pipe cannot be replaced, and must not be overwritten.
 void requireReplaceable(const std::string& path) {
-    if (platform::somethingExists(path) && !platform::fileExists(path)) {
+    if (platform::somethingExists(path) && !platform::isLink(path) && !platform::fileExists(path)) {
         throw RuntimeError::about(errorNumber::pathFileAccess, platform::displayPath(path));
     }
 }
 
 std::unique_ptr<platform::FileLock> tryLock(const std::string& path) {
+    const std::string lockFile = path + ".lock";
     try {
-        return platform::FileLock::tryAcquire(path + ".lock");
+        return platform::FileLock::tryAcquire(lockFile);
     } catch (const RuntimeError& error) {
+        if (platform::isLink(lockFile)) {
+            throw;
+        }
         throw RuntimeError::about(error.number(), platform::displayPath(path));
     }
 }
 
+// What was found at a place for the working database.
 struct Candidate {
-    bool isOthers = false;                    // an existing file is not one of the program's
+    std::string_view notOurs;                 // what an existing file is, if it is to be left alone
     std::unique_ptr<platform::FileLock> lock; // also null if another program uses the file
 };
 
 // Looked at twice: the second look would disturb a program that uses the file, so it needs the lock first;
 // and the lock, a file beside this one, must not be created beside a file that is not the program's.
 Candidate examined(const std::string& path, const std::string& templatePath) {
-    if (platform::isSameFile(path, templatePath) || !modDatabase::looksLikeOwnDatabase(path)) {
-        return {true, nullptr};
+    constexpr std::string_view notADatabase = "not a database of this program";
+    if (platform::isSameFile(path, templatePath)) {
+        return {notADatabase, nullptr};
     }
-    const std::string lockFile = path + ".lock";
-    const bool wasLocked = platform::somethingExists(lockFile);
+    switch (modDatabase::kindOf(path)) {
+    case FileKind::replaceable:
+        return {{}, tryLock(path)};
+    case FileKind::savedScan:
+        return {"a saved scan", nullptr};
+    case FileKind::link:
+        return {"a link", nullptr};
+    case FileKind::others:
+        return {notADatabase, nullptr};
+    case FileKind::unmarked:
+        break;
+    }
+    const bool wasLocked = platform::somethingExists(path + ".lock");
     auto lock = tryLock(path);
-    if (lock && !modDatabase::isOwnDatabase(path)) {
-        lock.reset();
+    if (lock && !modDatabase::hasOwnTable(path)) {
         if (!wasLocked) {
-            platform::deleteFile(lockFile);
+            lock->removeAtEnd();
         }
-        return {true, nullptr};
+        return {notADatabase, nullptr};
     }
-    return {false, std::move(lock)};
+    return {{}, std::move(lock)};
 }
 
 struct Request {
@@ -74,8 +93,13 @@ struct Request {
     clsUserInterface& userInterface;
 };
 
-// Nothing if an existing file is not one of the program's.
-std::optional<WorkingDatabase> tryPrepare(const std::string& wanted, const Request& request) {
+// The database, or what the existing file is, if it is to be left alone.
+struct Prepared {
+    std::optional<WorkingDatabase> working;
+    std::string_view notOurs;
+};
+
+Prepared tryPrepare(const std::string& wanted, const Request& request) {
     requireReplaceable(wanted);
     bool inUse = false; // else it is the file to keep
     for (int number = 1; number <= mostProgramsAtOnce; ++number) {
@@ -84,10 +108,13 @@ std::optional<WorkingDatabase> tryPrepare(const std::string& wanted, const Reque
             continue;
         }
         Candidate candidate = examined(path, request.templatePath);
-        if (candidate.isOthers && number == 1) {
-            return std::nullopt;
+        if (!candidate.notOurs.empty() && number == 1) {
+            return {std::nullopt, candidate.notOurs};
         }
         if (candidate.lock) {
+            if (number > 1) {
+                candidate.lock->removeAtEnd();
+            }
             WorkingDatabase working(std::move(candidate.lock), path, request.templatePath);
             if (number > 1) {
                 working.removeAtEnd();
@@ -98,9 +125,9 @@ std::optional<WorkingDatabase> tryPrepare(const std::string& wanted, const Reque
                                               platform::displayPath(path) + ", which is deleted on exit.");
             }
             working.startAnew();
-            return working;
+            return {std::move(working), {}};
         }
-        inUse = inUse || !candidate.isOthers;
+        inUse = inUse || candidate.notOurs.empty();
     }
     throw RuntimeError(databaseError::inUse,
                        "The working database is already in use: " + platform::displayPath(wanted));
@@ -114,23 +141,25 @@ WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
     if (databasePath.empty()) {
         throw RuntimeError::about(errorNumber::pathFileAccess, "the setting databasePath is empty");
     }
-    const std::string wanted = platform::resolveLinks(databasePath);
     const std::string standard =
-        platform::resolveLinks(modGlobal::addBackslash(applicationFolder) + "main.dat");
+        platform::resolveFolderLinks(modGlobal::addBackslash(applicationFolder) + "main.dat");
+    std::string wanted = platform::resolveFolderLinks(databasePath);
+    if (!platform::sameName(wanted, standard) && platform::isOwnLink(wanted)) {
+        wanted = platform::resolveLinks(wanted); // the user has named it, made it and owns what it leads to
+    }
     const Request request{findDataFile(applicationFolder, templateName), keep, userInterface};
-    auto working = tryPrepare(wanted, request);
-    if (!working && !platform::sameName(wanted, standard)) {
+    Prepared prepared = tryPrepare(wanted, request);
+    if (!prepared.working && !platform::sameName(wanted, standard)) {
         userInterface.message("The setting databasePath names " + platform::displayPath(wanted) +
-                              ", which is not a database of this program, so it is left alone. " +
+                              ", which is " + std::string(prepared.notOurs) + ", so it is left alone. " +
                               platform::displayPath(standard) + " is used instead.");
-        working = tryPrepare(standard, request);
+        prepared = tryPrepare(standard, request);
     }
-    if (!working) {
-        throw RuntimeError::about(
-            errorNumber::fileAlreadyExists,
-            platform::displayPath(standard) +
-                " is not a database of this program, so it is left alone. Move it away, "
-                "or name another file with the setting databasePath");
+    if (!prepared.working) {
+        throw RuntimeError::about(errorNumber::fileAlreadyExists,
+                                  platform::displayPath(standard) + " is " + std::string(prepared.notOurs) +
+                                      ", so it is left alone. Move it away, "
+                                      "or name another file with the setting databasePath");
     }
-    return std::move(*working);
+    return std::move(*prepared.working);
 }

@@ -1,5 +1,6 @@
 -- The template 001.dat of the working database. Every run starts from a copy of it.
 pragma page_size = 16384;
+pragma application_id = 0x53504e59; -- "SPNY" (db/ownDatabase.h)
 
 -- One row for each file and folder recorded.
 create table details (

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "base/errorTrap.h"
+#include "db/ownDatabase.h"
 #include "platform/openFiles.h"
 
 namespace {
@@ -54,6 +55,9 @@ void WorkingDatabase::startAnew() {
     // At the very first start there is no file to delete; this is logged, but nobody needs to see it.
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { platform::deleteFile(path_); }, modGlobal::Logging::quiet);
+    modGlobal::trapped(
+        "modDatabase", "prepareDatabase", [&] { modDatabase::removeEngineFiles(path_); },
+        modGlobal::Logging::quiet);
     // If the copy fails, opening the file shows it; the reason is then added to that message.
     std::string copyFailure;
     try {

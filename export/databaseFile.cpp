@@ -1,7 +1,5 @@
 #include "export/databaseFile.h"
 
-#include <algorithm>
-#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,6 +8,7 @@
 #include "base/dateFormat.h"
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
+#include "db/ownDatabase.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
@@ -27,40 +26,33 @@ void fill(Database& target, Database& source, const WorkingDatabase& working) {
     target.CommitTrans();
 }
 
-// Files that the engine left beside an earlier database of that name would be taken for those of the new one.
-struct Leftover {
-    const char* ending;
-    std::string_view start; // of its content
-};
-constexpr std::array<Leftover, 4> leftovers{{
-    {"-wal", "\x37\x7f\x06\x82"},
-    {"-wal", "\x37\x7f\x06\x83"},
-    {"-shm", "\x18\xe2\x2d"},
-    {"-journal", "\xd9\xd5\x05\xf9\x20\xa1\x63\xd7"},
-}};
+// Passes on a working database with the mark of a saved scan, so that no start takes it for scratch data.
+class SavedScanSink final : public platform::Sink {
+public:
+    explicit SavedScanSink(platform::Sink& target) : target_(target) {}
 
-// Those of the engine, and those that are empty, which it leaves too. Throws if a file of anybody else's has
-// such a name.
-std::vector<std::string> leftoversBeside(std::string_view path) {
-    const std::string file = platform::resolveLinks(path);
-    std::vector<std::string> found;
-    for (const char* ending : {"-wal", "-shm", "-journal"}) {
-        const std::string name = file + ending;
-        if (!platform::somethingExists(name)) {
-            continue;
+    void write(std::string_view block) override {
+        constexpr std::string_view from = modDatabase::workingMark;
+        constexpr std::string_view to = modDatabase::savedScanMark;
+        std::string start;
+        if (isFirst_ && block.substr(0, modDatabase::markPosition + from.size()).ends_with(from)) {
+            start.append(block.substr(0, modDatabase::markPosition)).append(to);
         }
-        const std::string start = platform::fileExists(name) ? platform::readStart(name, 8) : "no file";
-        const bool isTheEngines =
-            start.empty() || std::any_of(leftovers.begin(), leftovers.end(), [&](const Leftover& each) {
-                return std::string_view(each.ending) == ending && start.starts_with(each.start);
-            });
-        if (!isTheEngines) {
-            throw RuntimeError::about(errorNumber::fileAlreadyExists,
-                                      platform::displayPath(name) + " is in the way. Choose another name");
-        }
-        found.push_back(name);
+        isFirst_ = false;
+        target_.write(start);
+        target_.write(block.substr(start.size()));
     }
-    return found;
+
+private:
+    platform::Sink& target_;
+    bool isFirst_ = true;
+};
+
+void copyMarked(std::string_view working, std::string_view path) {
+    platform::Replacement file(path, platform::NewFile::own);
+    SavedScanSink marking(file);
+    platform::copyFile(working, marking);
+    file.commit();
 }
 
 } // namespace
@@ -71,9 +63,10 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     std::optional<RuntimeError> failure;
     working.close();
     try {
-        const std::vector<std::string> beside = leftoversBeside(path);
-        runInBackground(userInterface, [&] { platform::copyFile(working.path(), path); });
-        std::for_each(beside.begin(), beside.end(), platform::deleteFile);
+        static_cast<void>(
+            modDatabase::engineFilesBeside(platform::resolveLinks(path))); // none of other people
+        runInBackground(userInterface, [&] { copyMarked(working.path(), path); });
+        modDatabase::removeEngineFiles(platform::resolveLinks(path));
     } catch (const RuntimeError& error) {
         failure = error;
     }

@@ -13,9 +13,10 @@ class clsUserInterface;
 // event handlers must not touch the working database.
 namespace modExport {
 
-// Copies the working database's file to the path, replacing any file there. The database is closed meanwhile
-// and open again afterwards, even if the copy failed. Returns the reason of a failed copy; throws only if the
-// working database cannot be opened again, and then replaces it by an empty one.
+// Copies the working database's file to the path, replacing any file there; a new one is for the user alone.
+// The database is closed meanwhile and open again afterwards, even if the copy failed. Returns the reason of
+// a failed copy; throws only if the working database cannot be opened again, and then replaces it by an empty
+// one.
 [[nodiscard]] std::optional<RuntimeError> copyDatabase(WorkingDatabase& working, std::string_view path,
                                                        clsUserInterface& userInterface);
 

@@ -13,10 +13,6 @@ namespace modExport {
 // The file name proposed at that time, with this extension: "03-14-2004-21-05-17.html".
 [[nodiscard]] std::string defaultFileName(std::string_view extension, const platform::LocalTime& time);
 
-// The internal path of a workbook that is opened at once, in the system's temporary folder:
-// "Spannory-03-14-2004-21-05-17.xlsx", or with "-2" and so on after the time if that file exists.
-[[nodiscard]] std::string temporaryWorkbookName(const platform::LocalTime& time);
-
 // True if nothing is overwritten, or if the user agrees to it.
 [[nodiscard]] bool confirmOverwrite(clsUserInterface& userInterface, std::string_view path);
 

@@ -60,8 +60,8 @@ std::string readStart(std::string_view path, std::size_t count) {
     return start;
 }
 
-void replaceFile(std::string_view path, std::string_view content) {
-    Replacement target(path);
+void replaceFile(std::string_view path, std::string_view content, NewFile newFile) {
+    Replacement target(path, newFile);
     target.write(content);
     target.commit();
 }
@@ -107,7 +107,8 @@ FileSink::~FileSink() {
     }
 }
 
-Replacement::Replacement(std::string_view path) : BufferedSink(openReplacement(path)) {}
+Replacement::Replacement(std::string_view path, NewFile newFile)
+    : BufferedSink(openReplacement(path, newFile)) {}
 
 std::string replacementName(std::string_view targetName, int number) {
     constexpr std::uint64_t offset = 0xCBF29CE484222325; // FNV-1a's
@@ -126,6 +127,10 @@ std::string replacementName(std::string_view targetName, int number) {
 RuntimeError noRoomBeside(std::string_view path) {
     return RuntimeError::about(errorNumber::permissionDenied,
                                displayPath(path) + " (no file can be made in its folder)");
+}
+
+RuntimeError linkInsteadOfFile(std::string_view path) {
+    return RuntimeError::about(errorNumber::pathFileAccess, displayPath(path) + " (it is a link)");
 }
 
 } // namespace platform

@@ -31,6 +31,12 @@ namespace platform {
 // the links of its folder are followed.
 [[nodiscard]] std::string resolveLinks(std::string_view path);
 
+// The same, but a link at the end of the path stands for itself.
+[[nodiscard]] std::string resolveFolderLinks(std::string_view path);
+
+// True if the path ends in a link, wherever it leads.
+[[nodiscard]] bool isLink(std::string_view path) noexcept;
+
 // True if both paths lead to the same existing file.
 [[nodiscard]] bool isSameFile(std::string_view left, std::string_view right) noexcept;
 
@@ -54,13 +60,20 @@ void copyFile(std::string_view from, Sink& to);
 // The first bytes of the file, or all if it has fewer. Throws 75 if it is not a regular file.
 [[nodiscard]] std::string readStart(std::string_view path, std::size_t count);
 
-// Replaces the file's content as Replacement does.
-void replaceFile(std::string_view path, std::string_view content);
+// Who may read a file that did not exist before. An existing file keeps its permissions.
+enum class NewFile {
+    shared, // whoever may read the user's other new files
+    own,    // the user alone
+};
 
-// Appends the text in one write. Throws 53 if the file does not exist.
+// Replaces the file's content as Replacement does.
+void replaceFile(std::string_view path, std::string_view content, NewFile newFile = NewFile::shared);
+
+// Appends the text to a file of the program's own in one write. Throws 53 if the file does not exist, and 75
+// if it is a link.
 void appendToFile(std::string_view path, std::string_view text);
 
-// Creates the folder and any missing folders above it.
+// Creates the folder and any missing folders above it, for the user alone.
 void makeFolders(std::string_view path);
 
 class OutputFile;
@@ -100,7 +113,8 @@ private:
     std::string buffer_;
 };
 
-// A new or emptied file. Without close(), it keeps what has been written so far.
+// A file of the program's own: emptied, or created for the user alone. A link in its place, which may lead to
+// any file of the user, is refused (75). Without close(), it keeps what has been written so far.
 class FileSink final : public BufferedSink {
 public:
     explicit FileSink(std::string_view path);
@@ -112,6 +126,10 @@ public:
     void close() { finish(); }
 };
 
+// The path with which Replacement writes to the standard output of the process. (A file of that name is
+// "./-".)
+inline constexpr std::string_view standardOutput = "-";
+
 // A file that replaces the one at the path, if any, when it is complete: at any moment, either the complete
 // old content or the complete new one exists. It is written beside its target and takes over its permissions
 // and, if possible, its owner; links are followed to their file. Without commit(), nothing changes. A killed
@@ -122,7 +140,7 @@ public:
 // target that is not writable, or a folder in which no file can be created, is refused (70).
 class Replacement final : public BufferedSink {
 public:
-    explicit Replacement(std::string_view path);
+    explicit Replacement(std::string_view path, NewFile newFile = NewFile::shared);
 
     // Flushed to the disk before this returns.
     void commit() { finish(); }
@@ -131,16 +149,23 @@ public:
 // A lock between programs, held while the object lives. The system releases it if the process dies.
 class FileLock {
 public:
-    // Tries to lock the file at `path` (created if missing). Null if another program holds the lock.
+    // Tries to lock the file at `path` (created if missing, for the user alone). Null if another program
+    // holds the lock. Throws 75 if it is a link.
     [[nodiscard]] static std::unique_ptr<FileLock> tryAcquire(std::string_view path);
+
+    // Deletes the file with the object.
+    void removeAtEnd() noexcept { remove_ = true; }
+
     ~FileLock();
     FileLock(const FileLock&) = delete;
     FileLock& operator=(const FileLock&) = delete;
 
 private:
-    explicit FileLock(std::intptr_t handle) : handle_(handle) {}
+    FileLock(std::intptr_t handle, std::string_view path) : handle_(handle), path_(path) {}
 
     std::intptr_t handle_;
+    std::string path_;
+    bool remove_ = false;
 };
 
 } // namespace platform

@@ -15,6 +15,8 @@ namespace platform {
 // The block size for reading and writing files.
 inline constexpr std::size_t blockSize = std::size_t{256} << 10;
 
+enum class NewFile; // files.h
+
 // A file that is written from start to end. If it is not finished, it is closed as it is.
 class OutputFile {
 public:
@@ -41,12 +43,12 @@ public:
     [[nodiscard]] virtual std::size_t read(std::span<char> block) = 0;
 };
 
-// The file itself, emptied or created. A pipe without a reader is an error; it does not block.
+// The file of a platform::FileSink. A pipe without a reader is an error; it does not block.
 [[nodiscard]] std::unique_ptr<OutputFile> openEmptied(std::string_view path);
 
 // The file that platform::Replacement writes: when finished, it is flushed to the disk and put in place;
 // otherwise it is deleted.
-[[nodiscard]] std::unique_ptr<OutputFile> openReplacement(std::string_view path);
+[[nodiscard]] std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFile);
 
 // Throws 75 if this is not a regular file.
 [[nodiscard]] std::unique_ptr<InputFile> openRegular(std::string_view path);
@@ -62,5 +64,8 @@ inline constexpr int mostReplacements = 16;
 
 // The target is writable, but no file can be created beside it.
 [[nodiscard]] RuntimeError noRoomBeside(std::string_view path);
+
+// A link where the program's own file should be.
+[[nodiscard]] RuntimeError linkInsteadOfFile(std::string_view path);
 
 } // namespace platform

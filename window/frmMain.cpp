@@ -18,7 +18,8 @@
 #include "base/errorTrap.h"
 #include "base/modGlobal.h"
 #include "db/modDatabase.h"
-#include "export/targetFile.h"
+#include "platform/clock.h"
+#include "platform/files.h"
 #include "tree/startupTree.h"
 #include "views/folderFigures.h"
 #include "widgets/qtText.h"
@@ -45,6 +46,12 @@ QString draggedFolder(const QMimeData& data) {
     return {};
 }
 
+// Not if the file is a pipe or a device, which could not be read to its end.
+std::unique_ptr<QSettings> openState(const std::string& file) {
+    const bool readable = platform::fileExists(file) || !platform::somethingExists(file);
+    return readable ? std::make_unique<QSettings>(modQt::nativePath(file), QSettings::IniFormat) : nullptr;
+}
+
 // Grey until another text replaces it.
 void showAsHint(QLineEdit& box) {
     QPalette palette;
@@ -57,15 +64,14 @@ void showAsHint(QLineEdit& box) {
 
 frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
-      state_(std::make_unique<QSettings>(modQt::nativePath(applicationFolder_ + "window.ini"),
-                                         QSettings::IniFormat)),
+      stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
-      reports_({working_, settings_, userInterface_, dialogs}),
+      reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
-      listMenu_({tvw_, views_, settings_, working_, userInterface_, clipboard_,
-                 [] { return modExport::temporaryWorkbookName(platform::localTime(platform::now())); }}),
+      listMenu_(
+          {tvw_, views_, settings_, working_, userInterface_, clipboard_, [this] { return newWorkbook(); }}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
@@ -79,6 +85,10 @@ frmMain::~frmMain() {
     txtPath_.removeEventFilter(this);       // it loses the focus after cmdGo has been destroyed
     views_.tabs().setCornerWidget(nullptr); // it would use it while its pages are destroyed
     modGlobal::setErrorLog();
+}
+
+std::string frmMain::newWorkbook() {
+    return workbooks_.newWorkbook(platform::localTime(platform::now()));
 }
 
 // --- Start-up and shutdown ------------------------------------------------------------------------------
@@ -99,14 +109,19 @@ void frmMain::form_load() {
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
     setWindowTitle(QStringLiteral("Spannory ") + QApplication::applicationVersion());
-    loadStep([this] {
-        if (restoreGeometry(state_->value(QStringLiteral("geometry")).toByteArray())) {
-            resize(size().boundedTo(screen()->virtualSize())); // whatever the file contained
-        }
-        splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
-        views_.restore(*state_);
-    });
+    loadStep([this] { restoreLook(); });
     loadStep([this] { notices_.start(); });
+}
+
+void frmMain::restoreLook() {
+    if (!state_) {
+        return;
+    }
+    if (restoreGeometry(state_->value(QStringLiteral("geometry")).toByteArray())) {
+        resize(size().boundedTo(screen()->virtualSize())); // whatever the file contained
+    }
+    splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
+    views_.restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -114,12 +129,22 @@ void frmMain::form_unload() {
         moduleName, "form_unload",
         [this] {
             settings_.save(store_);
-            state_->setValue(QStringLiteral("geometry"), saveGeometry());
-            state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
-            views_.save(*state_);
-            state_->sync();
+            saveLook();
         },
         modGlobal::Logging::quiet);
+}
+
+void frmMain::saveLook() {
+    if (!state_) {
+        return;
+    }
+    if (!platform::somethingExists(stateFile_)) {
+        platform::replaceFile(stateFile_, {}, platform::NewFile::own); // Qt would make it for all to read
+    }
+    state_->setValue(QStringLiteral("geometry"), saveGeometry());
+    state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
+    views_.save(*state_);
+    state_->sync();
 }
 
 // If the window is closed during a scan, the scan is cancelled first, and the window closes when it has

@@ -15,6 +15,7 @@
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
 #include "db/workingDatabase.h"
+#include "export/workbookFolder.h"
 #include "scan/clsSearch.h"
 #include "tree/folderSelection.h"
 #include "tree/folderTree.h"
@@ -65,6 +66,9 @@ protected:
 private:
     void form_load();
     void form_unload();
+    void restoreLook();
+    void saveLook();
+    [[nodiscard]] std::string newWorkbook();
     void layOut();
     void wire();
     [[nodiscard]] MenuTargets menuTargets();
@@ -81,7 +85,8 @@ private:
 
     const std::string applicationFolder_;
     clsDialogs& dialogs_;
-    std::unique_ptr<QSettings> state_; // geometry, splitter, column widths, active tab
+    const std::string stateFile_;
+    std::unique_ptr<QSettings> state_; // geometry, splitter, column widths, active tab; may be null
 
     clsRegSettings store_;
     clsSettings settings_;
@@ -112,6 +117,7 @@ private:
     MenuToolbar tbrMenu_;
     Rebar cRebar_;
     HelpCommand help_{*this};
+    modExport::WorkbookFolder workbooks_;
     ReportCommands reports_;
     DatabaseCommands databases_;
     ChartCommands charts_;

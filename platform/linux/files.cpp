@@ -58,15 +58,26 @@ bool fileIsWritable(std::string_view path) noexcept {
 }
 
 std::string resolveLinks(std::string_view path) {
+    const auto whole = realPath(nativeOf(path));
+    return whole ? toInternal(*whole) : resolveFolderLinks(path);
+}
+
+std::string resolveFolderLinks(std::string_view path) {
     const std::string native = nativeOf(path);
-    if (const auto whole = realPath(native)) {
-        return toInternal(*whole);
-    }
     const std::size_t nameStart = native.rfind('/') + 1;
     if (auto folder = realPath(native.substr(0, nameStart))) {
         return toInternal(folder->append("/").append(native, nameStart));
     }
     return toInternal(native);
+}
+
+bool isLink(std::string_view path) noexcept {
+    try {
+        struct stat status {};
+        return ::lstat(nativeOf(path).c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    } catch (...) { // not a valid path
+        return false;
+    }
 }
 
 bool isSameFile(std::string_view left, std::string_view right) noexcept {
@@ -97,7 +108,7 @@ void moveFile(std::string_view from, std::string_view to) {
 }
 
 void appendToFile(std::string_view path, std::string_view text) {
-    const Descriptor file = openOrThrow(path, nativeOf(path), O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY);
+    const Descriptor file = openOwn(path, O_WRONLY | O_APPEND | O_NONBLOCK | O_NOCTTY);
     writeAll(file.get(), text, path);
 }
 
@@ -105,7 +116,7 @@ void makeFolders(std::string_view path) {
     const std::string native = nativeOf(path);
     for (std::size_t end = native.find('/', 1);; end = native.find('/', end + 1)) {
         const std::string folder = native.substr(0, end);
-        if (::mkdir(folder.c_str(), 0777) != 0) {
+        if (::mkdir(folder.c_str(), 0700) != 0) {
             const int cause = errno;
             struct stat status {};
             if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
@@ -119,17 +130,33 @@ void makeFolders(std::string_view path) {
 }
 
 std::unique_ptr<FileLock> FileLock::tryAcquire(std::string_view path) {
-    Descriptor file = openOrThrow(path, nativeOf(path), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK);
-    if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
-        if (errno == EWOULDBLOCK) {
-            return nullptr;
+    for (;;) {
+        Descriptor file = openOwn(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY);
+        struct stat opened {};
+        if (::fstat(file.get(), &opened) != 0 || !S_ISREG(opened.st_mode)) {
+            throw systemError(EINVAL, path);
         }
-        throw systemError(errno, path);
+        if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
+            if (errno == EWOULDBLOCK) {
+                return nullptr;
+            }
+            throw systemError(errno, path);
+        }
+        // Its last holder may have deleted it before the lock was free.
+        const std::optional<struct stat> named = statusOf(path);
+        if (named && named->st_dev == opened.st_dev && named->st_ino == opened.st_ino) {
+            return std::unique_ptr<FileLock>(new FileLock(file.release(), path));
+        }
     }
-    return std::unique_ptr<FileLock>(new FileLock(file.release()));
 }
 
 FileLock::~FileLock() {
+    if (remove_) { // before it is unlocked
+        try {
+            deleteFile(path_);
+        } catch (...) { // it is gone, or cannot be deleted
+        }
+    }
     ::close(static_cast<int>(handle_));
 }
 

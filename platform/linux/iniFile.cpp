@@ -310,7 +310,7 @@ bool editIniFile(std::string_view path, const std::function<bool(IniText&)>& edi
             return false;
         }
         if (const std::string after = text->toBytes(); after != before) {
-            replaceFile(path, after);
+            replaceFile(path, after, NewFile::own);
         }
         return true;
     } catch (...) {

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "platform/files.h"
 #include "platform/linux/opening.h"
 #include "platform/systemError.h"
 
@@ -12,10 +13,11 @@ namespace platform {
 
 namespace {
 
+constexpr int writing = O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY;
+
 class FileInPlace final : public OutputFile {
 public:
-    FileInPlace(std::string_view path, const std::string& native, int flag)
-        : path_(path), file_(openOrThrow(path, native, O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY | flag)) {
+    FileInPlace(std::string_view path, Descriptor file) : path_(path), file_(std::move(file)) {
         const int flags = ::fcntl(file_.get(), F_GETFL);
         ::fcntl(file_.get(), F_SETFL, flags & ~O_NONBLOCK);
     }
@@ -64,11 +66,19 @@ private:
 } // namespace
 
 std::unique_ptr<OutputFile> openInPlace(std::string_view path, const std::string& native, int flag) {
-    return std::make_unique<FileInPlace>(path, native, flag);
+    return std::make_unique<FileInPlace>(path, openOrThrow(path, native, writing | flag));
+}
+
+std::unique_ptr<OutputFile> openStandardOutput() {
+    Descriptor copy(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
+    if (!copy.isOpen()) {
+        throw systemError(errno, standardOutput);
+    }
+    return std::make_unique<FileInPlace>(standardOutput, std::move(copy));
 }
 
 std::unique_ptr<OutputFile> openEmptied(std::string_view path) {
-    return openInPlace(path, nativeOf(path), O_TRUNC);
+    return std::make_unique<FileInPlace>(path, openOwn(path, writing | O_TRUNC));
 }
 
 std::unique_ptr<InputFile> openRegular(std::string_view path) {

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 
+#include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/systemError.h"
 
@@ -13,10 +14,15 @@ namespace platform {
 namespace {
 
 constexpr mode_t newFileMode = 0666; // minus the umask
+constexpr mode_t ownerOnly = 0600;
 
 bool folderIsThere(const std::string& nativeFile) {
     struct stat status {};
     return ::stat(nativeFile.substr(0, nativeFile.rfind('/') + 1).c_str(), &status) == 0;
+}
+
+RuntimeError openingError(int cause, const std::string& native, std::string_view path) {
+    return systemError(cause == ENOENT && !folderIsThere(native) ? ENOTDIR : cause, path);
 }
 
 } // namespace
@@ -32,10 +38,30 @@ std::string nativeOf(std::string_view path) {
 Descriptor openOrThrow(std::string_view path, const std::string& native, int flags) {
     Descriptor file(::open(native.c_str(), flags | O_CLOEXEC, newFileMode));
     if (!file.isOpen()) {
-        const int cause = errno;
-        throw systemError(cause == ENOENT && !folderIsThere(native) ? ENOTDIR : cause, path);
+        throw openingError(errno, native, path);
     }
     return file;
+}
+
+// Created and opened by separate calls, so that no file appears where a link leads.
+Descriptor openOwn(std::string_view path, int flags) {
+    const std::string native = nativeOf(path);
+    if ((flags & O_CREAT) != 0) {
+        Descriptor created(::open(native.c_str(), flags | O_EXCL | O_CLOEXEC, ownerOnly));
+        if (created.isOpen()) {
+            return created;
+        }
+        if (errno != EEXIST) {
+            throw openingError(errno, native, path);
+        }
+    }
+    if (isStream(path)) {
+        return openOrThrow(path, native, flags & ~O_CREAT);
+    }
+    if (isLink(path)) {
+        throw linkInsteadOfFile(path);
+    }
+    return openOrThrow(path, native, (flags & ~O_CREAT) | O_NOFOLLOW);
 }
 
 void writeAll(int descriptor, std::string_view text, std::string_view path) {

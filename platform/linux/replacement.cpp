@@ -81,14 +81,14 @@ class ReplacementFile final : public OutputFile {
 public:
     // The target's folder, its name there, and the existing file, if any.
     ReplacementFile(std::string_view path, const std::string& folder, std::string name,
-                    const std::optional<struct stat>& existing, Making making)
+                    const std::optional<struct stat>& existing, NewFile newFile, Making making)
         : path_(path), name_(std::move(name)), replaces_(existing.has_value()),
           folder_(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
         if (!folder_.isOpen()) {
             throw systemError(errno == ENOENT ? ENOTDIR : errno, path);
         }
         removeLeftovers(existing ? existing->st_uid : ::geteuid());
-        const mode_t mode = replaces_ ? ownerOnly : newFileMode;
+        const mode_t mode = replaces_ || newFile == NewFile::own ? ownerOnly : newFileMode;
         if (making == Making::named || !openUnnamed(mode)) {
             openNamed(mode);
         }
@@ -214,17 +214,20 @@ private:
 
 bool isStream(std::string_view path) noexcept {
     try {
-        return follow(nativeOf(path)).isOpenFile;
+        return path == standardOutput || follow(nativeOf(path)).isOpenFile;
     } catch (...) { // not a valid path
         return false;
     }
 }
 
-std::unique_ptr<OutputFile> openReplacement(std::string_view path) {
-    return openReplacement(path, Making::unnamed);
+std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFile) {
+    return openReplacement(path, newFile, Making::unnamed);
 }
 
-std::unique_ptr<OutputFile> openReplacement(std::string_view path, Making making) {
+std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFile, Making making) {
+    if (path == standardOutput) {
+        return openStandardOutput();
+    }
     const std::string native = nativeOf(path);
     std::optional<struct stat> existing{std::in_place};
     if (::stat(native.c_str(), &*existing) != 0) {
@@ -243,7 +246,7 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, Making making
     requireWritable(path, native);
     const std::size_t nameStart = target.native.rfind('/') + 1;
     return std::make_unique<ReplacementFile>(path, target.native.substr(0, nameStart),
-                                             target.native.substr(nameStart), existing, making);
+                                             target.native.substr(nameStart), existing, newFile, making);
 }
 
 } // namespace platform

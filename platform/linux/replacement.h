@@ -13,6 +13,7 @@ enum class Making {
 };
 
 // platform::openReplacement, in either way.
-[[nodiscard]] std::unique_ptr<OutputFile> openReplacement(std::string_view path, Making making);
+[[nodiscard]] std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFile,
+                                                          Making making);
 
 } // namespace platform

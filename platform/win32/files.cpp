@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/openFiles.h"
 #include "platform/paths.h"
 #include "platform/systemError.h"
 #include "platform/win32/fileInformation.h"
@@ -40,9 +41,9 @@ bool somethingExists(std::string_view path) noexcept {
     }
 }
 
-// Streams have no such names here.
-bool isStream(std::string_view /*path*/) noexcept {
-    return false;
+// Other streams have no names here.
+bool isStream(std::string_view path) noexcept {
+    return path == standardOutput;
 }
 
 bool fileIsWritable(std::string_view path) noexcept {
@@ -57,16 +58,26 @@ bool fileIsWritable(std::string_view path) noexcept {
 }
 
 std::string resolveLinks(std::string_view path) {
+    const auto whole = finalPath(wideOf(path));
+    return whole ? toInternal(narrow(*whole)) : resolveFolderLinks(path);
+}
+
+std::string resolveFolderLinks(std::string_view path) {
     const std::wstring given = wideOf(path);
-    if (const auto whole = finalPath(given)) {
-        return toInternal(narrow(*whole));
-    }
     const std::size_t nameStart = given.rfind(L'\\') + 1;
     if (const auto folder = finalPath(given.substr(0, nameStart))) {
         const std::string above = toInternal(narrow(*folder));
         return above + (above.ends_with('\\') ? "" : "\\") + narrow(given.substr(nameStart));
     }
     return toInternal(path);
+}
+
+bool isLink(std::string_view path) noexcept {
+    try {
+        return isLink(wideOf(path));
+    } catch (...) { // not a valid path
+        return false;
+    }
 }
 
 bool isSameFile(std::string_view left, std::string_view right) noexcept {
@@ -94,7 +105,7 @@ void moveFile(std::string_view from, std::string_view to) {
 }
 
 void appendToFile(std::string_view path, std::string_view text) {
-    const Handle file = openOrThrow(path, wideOf(path), FILE_APPEND_DATA, shareAll, OPEN_EXISTING);
+    const Handle file = openOwn(path, FILE_APPEND_DATA, shareAll, OPEN_EXISTING);
     writeAll(file.get(), text, path);
 }
 
@@ -116,19 +127,28 @@ void makeFolders(std::string_view path) {
 
 std::unique_ptr<FileLock> FileLock::tryAcquire(std::string_view path) {
     const std::wstring wide = wideOf(path);
-    Handle file(::CreateFileW(wide.c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_ALWAYS,
-                              FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (isLink(wide)) {
+        throw linkInsteadOfFile(path);
+    }
+    Handle file(::CreateFileW(wide.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
     if (!file.isOpen()) {
         if (::GetLastError() == ERROR_SHARING_VIOLATION) {
             return nullptr;
         }
         throw lastError(wide, path);
     }
-    return std::unique_ptr<FileLock>(new FileLock(reinterpret_cast<std::intptr_t>(file.release()))); // NOLINT
+    const auto handle = reinterpret_cast<std::intptr_t>(file.release()); // NOLINT
+    return std::unique_ptr<FileLock>(new FileLock(handle, path));
 }
 
 FileLock::~FileLock() {
-    ::CloseHandle(reinterpret_cast<HANDLE>(handle_)); // NOLINT
+    const auto file = reinterpret_cast<HANDLE>(handle_); // NOLINT
+    if (remove_) {
+        FILE_DISPOSITION_INFO deleted{TRUE};
+        ::SetFileInformationByHandle(file, FileDispositionInfo, &deleted, sizeof deleted);
+    }
+    ::CloseHandle(file);
 }
 
 } // namespace platform

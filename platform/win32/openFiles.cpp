@@ -1,5 +1,6 @@
 #include "platform/openFiles.h"
 
+#include "platform/files.h"
 #include "platform/systemError.h"
 #include "platform/win32/opening.h"
 
@@ -11,7 +12,7 @@ class FileInPlace final : public OutputFile {
 public:
     // An existing file is emptied, not created anew, because the system does not create a hidden file anew.
     explicit FileInPlace(std::string_view path)
-        : path_(path), file_(openOrThrow(path, wideOf(path), GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS)) {
+        : path_(path), file_(openOwn(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS)) {
         if (::GetFileType(file_.get()) == FILE_TYPE_DISK && ::SetEndOfFile(file_.get()) == 0) {
             throw systemError(::GetLastError(), path);
         }
@@ -26,6 +27,15 @@ public:
 private:
     std::string path_;
     Handle file_;
+};
+
+// Not closed, because others write to it too.
+class StandardOutput final : public OutputFile {
+public:
+    void write(std::string_view text) override {
+        writeAll(::GetStdHandle(STD_OUTPUT_HANDLE), text, standardOutput);
+    }
+    void finish() override {}
 };
 
 class RegularFile final : public InputFile {
@@ -50,6 +60,10 @@ private:
 };
 
 } // namespace
+
+std::unique_ptr<OutputFile> openStandardOutput() {
+    return std::make_unique<StandardOutput>();
+}
 
 std::unique_ptr<OutputFile> openEmptied(std::string_view path) {
     return std::make_unique<FileInPlace>(path);

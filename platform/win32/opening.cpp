@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/openFiles.h"
 #include "platform/paths.h"
 #include "platform/systemError.h"
 #include "platform/win32/fileInformation.h"
@@ -38,6 +39,26 @@ Handle openOrThrow(std::string_view path, const std::wstring& wide, DWORD access
         throw lastError(wide, path);
     }
     return file;
+}
+
+// What lies in the cloud or is compressed has a reparse point too, and is opened again without the flag.
+Handle openOwn(std::string_view path, DWORD access, DWORD share, DWORD creation) {
+    const std::wstring wide = wideOf(path);
+    Handle file(::CreateFileW(wide.c_str(), access | FILE_READ_ATTRIBUTES, share, nullptr, creation,
+                              FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
+    if (!file.isOpen()) {
+        throw lastError(wide, path);
+    }
+    FILE_ATTRIBUTE_TAG_INFO tag{};
+    if (::GetFileInformationByHandleEx(file.get(), FileAttributeTagInfo, &tag, sizeof tag) == 0 ||
+        (tag.FileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
+        return file;
+    }
+    if (IsReparseTagNameSurrogate(tag.ReparseTag)) {
+        throw linkInsteadOfFile(path);
+    }
+    file.reset();
+    return openOrThrow(path, wide, access, share, OPEN_EXISTING);
 }
 
 void writeAll(HANDLE file, std::string_view text, std::string_view path) {

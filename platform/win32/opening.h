@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/openFiles.h"
 #include "platform/runtimeError.h"
 #include "platform/win32/handle.h"
 
@@ -26,6 +27,12 @@ inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHAR
 
 [[nodiscard]] Handle openOrThrow(std::string_view path, const std::wstring& wide, DWORD access, DWORD share,
                                  DWORD creation);
+
+// Opens a file of the program's own. A link is refused.
+[[nodiscard]] Handle openOwn(std::string_view path, DWORD access, DWORD share, DWORD creation);
+
+// The process's standard output, as it stands.
+[[nodiscard]] std::unique_ptr<OutputFile> openStandardOutput();
 
 // Writes the whole text.
 void writeAll(HANDLE file, std::string_view text, std::string_view path);

@@ -58,7 +58,7 @@ bool edit(std::string_view filePath, const std::function<BOOL(const wchar_t*)>& 
             return false;
         }
         if (const std::string after = readFile(copy.path()); after != before) {
-            replaceFile(filePath, after);
+            replaceFile(filePath, after, NewFile::own);
         }
         return true;
     } catch (...) {

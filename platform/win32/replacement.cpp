@@ -2,6 +2,7 @@
 #include <cstring>
 #include <vector>
 
+#include "platform/files.h"
 #include "platform/openFiles.h"
 #include "platform/systemError.h"
 #include "platform/win32/fileInformation.h"
@@ -123,7 +124,11 @@ private:
 
 } // namespace
 
-std::unique_ptr<OutputFile> openReplacement(std::string_view path) {
+// A new file has the permissions that its folder gives.
+std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile /*newFile*/) {
+    if (path == standardOutput) {
+        return openStandardOutput();
+    }
     const std::wstring wide = wideOf(path);
     const auto there = informationOf(wide);
     if (there && there->facts.isFolder) {

@@ -59,6 +59,9 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--unreadable --load %F/exists.html", 2, "excludes"},
         {"--top many %T", 2, "top"},
         {"--top -1 %T", 2, "top"},
+        {"--text '' %T", 2, "text"},
+        {"--database - %T", 2, "standard output"},
+        {"--excel - %T", 2, "standard output"},
         {"--top 99999999999999999999 %T", 2, "top"},
         {"--html", 2, "html"},
         {"--help", 0, ""},
@@ -78,6 +81,12 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--database %F/no/where.mdb %T", 1, "where.mdb"},
         {"--database %F/app/main.dat --force %T", 1, "this is the working database"},
         {"--html %F/app/main.dat --force %T", 1, "this is the working database"},
+        {"--text %F/app/errorLog.txt --force %T", 1, "this is the error log"},
+        {"--xml %F/app/main.dat.lock --force %T", 1, "this is the lock"},
+        {"--xml %F/app/settings.ini --force %T", 1, "this is the file of settings"},
+        {"--html %F/1 --text %F/app/../1 --quiet %T", 1, "app/../1: named for two outputs"},
+        {"--html - --text - --quiet %T", 1, "named for two outputs"},
+        {"--database %F/nothing.mdb %F/missing", 1, "missing"},
         {"--force --html %F/exists.html --quiet %T", 0, ""},
     };
     if (testSystem::makePipe(folder / "pipe")) {
@@ -97,13 +106,16 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
             EXPECT_TRUE(holds(outcome.errors, c.error)) << c.arguments << "\n" << outcome.errors;
         }
         if (c.status == 1) {
-            EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+            const auto lines = c.arguments.starts_with("--database %F/nothing") ? 2 : 1;
+            EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), lines)
+                << outcome.errors;
         }
         if (c.arguments.starts_with("--html %F/exists")) {
             EXPECT_EQ(folder.read("exists.html"), "precious");
         }
     }
     EXPECT_TRUE(holds(folder.read("exists.html"), "<TITLE>Spannory - Detail Report"));
+    EXPECT_FALSE(fs::exists(folder / "nothing.mdb"));
     if (!full.empty()) {
         EXPECT_EQ(run("%T", {}, full).errors, "spannory-scan: standard output: No space left on device\n");
     }
@@ -114,8 +126,9 @@ TEST_F(Console, writesTheSameReportsFromASavedScan) {
                   "%F/1.mdb %T")
                   .errors,
               "");
-    fs::copy_file(folder / "app/main.dat", folder / "saved.mdb");
-    EXPECT_EQ(folder.read("saved.mdb"), folder.read("1.mdb"));
+    std::string saved = folder.read("app/main.dat");
+    saved.replace(saved.find("SPNY"), 4, "SPNS"); // the mark of a saved scan
+    EXPECT_EQ(saved, folder.read("1.mdb"));
     const Outcome loaded = run("--load %F/1.mdb --text %F/2.csv --xml %F/2.xml %T/b");
     EXPECT_EQ(loaded.errors, "");
     EXPECT_TRUE(holds(loaded.output, folder.typed("tree/b"))) << loaded.output;
@@ -134,6 +147,24 @@ TEST_F(Console, writesTheSameReportsFromASavedScan) {
     const Outcome summary = run("--quiet --summary --text %F/4.csv %T");
     EXPECT_EQ(summary.errors, "");
     EXPECT_FALSE(holds(folder.read("4.csv"), "\"File\""));
+}
+
+TEST_F(Console, writesOneReportToItsOutput) {
+    const Outcome outcome = run("--text - --xml %F/x.xml %T");
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    EXPECT_EQ(run("--quiet --text %F/x.csv %T").errors, "");
+    EXPECT_EQ(outcome.output, folder.read("x.csv")) << "and nothing else";
+    EXPECT_FALSE(fs::exists("-"));
+}
+
+TEST_F(Console, looksAtItsOutputsBeforeItScans) {
+    folder.write("exists.html", "precious");
+    const Outcome outcome = run("--quiet --html %F/exists.html --text %F/no/where.csv %F/missing");
+    EXPECT_EQ(outcome.status, 1);
+    EXPECT_TRUE(holds(outcome.errors, "exists.html: Overwrite")) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.errors, "where.csv")) << outcome.errors;
+    EXPECT_FALSE(holds(outcome.errors, "missing")) << "there is nothing left to scan for";
 }
 
 TEST_F(Console, loadsWhateverTheFilesAreCalled) {
@@ -198,7 +229,7 @@ TEST_F(Console, worksInFoldersOfAnyName) {
                       .errors,
                   "");
         EXPECT_TRUE(holds(folder.read(inHome("1.csv")), "one.TXT"));
-        EXPECT_EQ(folder.read(inHome("its 'own'.dat")), folder.read(inHome("it's.mdb")));
+        EXPECT_EQ(folder.read(inHome("its 'own'.dat")).size(), folder.read(inHome("it's.mdb")).size());
         const Outcome again =
             runIn("app", {"--load", file("it's.mdb"), "--text", file("2.csv"), file("tree")});
         EXPECT_EQ(again.errors, "");

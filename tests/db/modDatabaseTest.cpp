@@ -7,7 +7,9 @@
 #include <tuple>
 #include <vector>
 
+#include "export/databaseFile.h"
 #include "platform/runtimeError.h"
+#include "support/errorNumberOf.h"
 #include "support/expected.h"
 #include "support/recordingInterface.h"
 #include "support/sqliteScript.h"
@@ -87,6 +89,74 @@ TEST_F(ModDatabase, destroysNoFileThatIsNotItsOwn) {
     EXPECT_EQ(folder.read("main-2.dat"), "precious");
 }
 
+// The mark in a database's header (SQLite's application_id) tells what it is.
+TEST_F(ModDatabase, knowsItsOwnFilesByTheirMark) {
+    static_cast<void>(prepare());
+    const std::string working = folder.read("main.dat");
+    const std::string schema = "create table details (idx, fullPath, drive, parentFolder, isFolder, "
+                               "scanCompleteTime); ";
+    runSqliteScript(folder.typed("earlier"), schema);
+    runSqliteScript(folder.typed("of another program"), "pragma application_id = 7; " + schema);
+    {
+        WorkingDatabase database = prepare();
+        EXPECT_FALSE(modExport::copyDatabase(database, folder.typed("saved"), userInterface));
+        EXPECT_EQ(folder.read("main.dat"), working) << "the scan goes on in it";
+    }
+    for (const auto& [name, content, isReplaced] :
+         {std::tuple("earlier", folder.read("earlier"), true),
+          std::tuple("damaged", working.substr(0, 100) + std::string(5000, '\x7F'), true),
+          std::tuple("of another program", folder.read("of another program"), false),
+          std::tuple("saved", folder.read("saved"), false)}) {
+        folder.write(name, content);
+        userInterface.messages.clear();
+        const std::string path =
+            modDatabase::prepareDatabase(folder.internal(), folder.typed(name), userInterface).path();
+        EXPECT_EQ(path, folder.internal(isReplaced ? name : "main.dat"));
+        EXPECT_EQ(folder.read(name) == content, !isReplaced) << name;
+        EXPECT_EQ(userInterface.messages.empty(), isReplaced) << name;
+    }
+    EXPECT_NE(userInterface.messages.at(0).find("is a saved scan"), std::string::npos);
+}
+
+TEST_F(ModDatabase, followsNoLinkThatIsPutInItsPlace) {
+    const auto saved = [&] { return folder.read("saved"); };
+    static_cast<void>(prepare());
+    fs::copy_file(folder / "main.dat", folder / "saved");
+    const std::string before = saved();
+    fs::remove(folder / "main.dat");
+    if (!testSystem::makeLink(folder / "saved", folder / "main.dat") ||
+        !testSystem::makeLink(folder / "nowhere", folder / "main-2.dat")) {
+        GTEST_SKIP() << "this user cannot make links to files here";
+    }
+    EXPECT_EQ(errorNumberOf([&] { static_cast<void>(prepare()); }), 58);
+    fs::remove(folder / "main.dat");
+    {
+        const WorkingDatabase first = prepare();
+        EXPECT_EQ(prepare().path(), folder.internal("main-3.dat"));
+    }
+    fs::remove(folder / "main.dat.lock");
+    testSystem::makeLink(folder / "nowhere", folder / "main.dat.lock");
+    EXPECT_EQ(errorNumberOf([&] { static_cast<void>(prepare()); }), 75);
+    EXPECT_FALSE(fs::exists(folder / "nowhere"));
+    EXPECT_EQ(saved(), before);
+
+    testSystem::makeLink(folder / "saved", folder / "own link");
+    EXPECT_EQ(modDatabase::prepareDatabase(folder.internal(), folder.typed("own link"), userInterface).path(),
+              folder.internal("saved"))
+        << "a link that the user has named and made";
+}
+
+TEST_F(ModDatabase, isNotDisturbedByWhatTheEngineLeft) {
+    static_cast<void>(prepare());
+    for (const std::string& left :
+         {std::string("\xD9\xD5\x05\xF9\x20\xA1\x63\xD7") + std::string(2000, '\1'), std::string(9, 'x')}) {
+        folder.write("main.dat-journal", left);
+        EXPECT_EQ(prepare().path(), folder.internal("main.dat"));
+        EXPECT_FALSE(fs::exists(folder / "main.dat-journal"));
+    }
+    EXPECT_TRUE(userInterface.messages.empty());
+}
+
 TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
     const WorkingDatabase first = prepare();
     const WorkingDatabase second = prepare();
@@ -96,6 +166,7 @@ TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
     EXPECT_EQ(first.details().rows->RecordCount(), 0);
     EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-3.dat"));
     EXPECT_FALSE(fs::exists(folder / "main-3.dat")) << "it was deleted with its program";
+    EXPECT_FALSE(fs::exists(folder / "main-3.dat.lock"));
     fs::copy_file(folder / "001.dat", folder / "main-3.dat");
     EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-4.dat"))
         << "the file to keep is not overwritten";

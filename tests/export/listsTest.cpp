@@ -9,8 +9,10 @@
 #include "export/listClipboard.h"
 #include "export/listTable.h"
 #include "export/listWorkbook.h"
-#include "export/targetFile.h"
+#include "export/workbookFolder.h"
 #include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/ownership.h"
 #include "platform/runtimeError.h"
 #include "support/recordingInterface.h"
 #include "support/temporaryFolder.h"
@@ -19,6 +21,7 @@
 
 using testing::AllOf;
 using testing::ElementsAre;
+using testing::EndsWith;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
@@ -196,12 +199,28 @@ TEST_F(Lists, failuresAreLoggedUnderTheRoutinesName) {
     EXPECT_THAT(userInterface.opened, IsEmpty());
 }
 
-TEST_F(Lists, workbooksInTheTemporaryFolderDoNotMeet) {
+TEST_F(Lists, workbooksLieInAFolderOfTheirOwnWhileTheProgramRuns) {
+    namespace fs = std::filesystem;
     const platform::LocalTime evening{2004, 3, 14, 21, 5, 7};
-    const std::string stem = temporary.internal("Spannory-03-14-2004-21-05-07");
-    EXPECT_EQ(modExport::temporaryWorkbookName(evening), stem + ".xlsx");
-    print(stem + ".xlsx");
-    EXPECT_EQ(modExport::temporaryWorkbookName(evening), stem + "-2.xlsx");
-    const std::filesystem::directory_iterator entries(temporary.path());
-    EXPECT_EQ(std::distance(begin(entries), end(entries)), 1) << "only the workbook is left";
+    temporary.write("Spannory-others/precious", "x"); // readable by others, so it is no such folder
+    fs::permissions(temporary / "Spannory-others", fs::perms::group_all, fs::perm_options::add);
+    temporary.write("Spannory-left/lock", ""); // by a program that was killed
+    temporary.write("Spannory-left/Spannory-03-14-2004-21-05-07.xlsx", "x");
+    fs::permissions(temporary / "Spannory-left", fs::perms::owner_all);
+    const auto folders = [&] { return std::distance(fs::directory_iterator(temporary.path()), {}); };
+    std::ptrdiff_t others = 0;
+    {
+        modExport::WorkbookFolder ours;
+        EXPECT_FALSE(fs::exists(temporary / "Spannory-left"));
+        others = folders();
+        const std::string name = ours.newWorkbook(evening);
+        print(name);
+        EXPECT_THAT(name, EndsWith("\\Spannory-03-14-2004-21-05-07.xlsx"));
+        EXPECT_THAT(ours.newWorkbook(evening), EndsWith("\\Spannory-03-14-2004-21-05-07-2.xlsx"));
+        EXPECT_EQ(folders(), others + 1) << "nothing else is left there";
+        EXPECT_TRUE(platform::isOwnFolder(name.substr(0, name.rfind('\\') + 1)));
+        const modExport::WorkbookFolder another;
+        EXPECT_TRUE(platform::fileExists(name)) << "it is in use";
+    }
+    EXPECT_EQ(folders(), others);
 }

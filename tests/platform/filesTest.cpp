@@ -116,6 +116,27 @@ TEST(Files, areFollowedThroughLinks) {
     EXPECT_EQ(names.size() == 2, testSystem::isLink(folder / "link")) << "a link stays a link";
 }
 
+TEST(Files, ofTheProgramsOwnAreNoLinks) {
+    const TemporaryFolder folder;
+    folder.write("precious", "old");
+    if (!testSystem::makeLink(folder / "precious", folder / "link") ||
+        !testSystem::makeLink(folder / "missing", folder / "loose")) {
+        GTEST_SKIP() << "this user cannot make links to files here";
+    }
+    for (const char* name : {"link", "loose"}) {
+        SCOPED_TRACE(name);
+        const std::string link = folder.typed(name);
+        EXPECT_TRUE(platform::isLink(link));
+        EXPECT_EQ(errorNumberOf([&] { platform::FileSink{link}; }), 75);
+        EXPECT_EQ(errorNumberOf([&] { platform::appendToFile(link, "x"); }), 75);
+        EXPECT_EQ(errorNumberOf([&] { static_cast<void>(platform::FileLock::tryAcquire(link)); }), 75);
+        EXPECT_EQ(platform::resolveFolderLinks(link), platform::resolveLinks(folder.typed()) + "\\" + name);
+    }
+    EXPECT_EQ(folder.read("precious"), "old");
+    EXPECT_FALSE(fs::exists(folder / "missing"));
+    EXPECT_FALSE(platform::isLink(folder.typed("precious")));
+}
+
 TEST(Files, areWrittenUnderTheLongestNameButNotWhenReadOnly) {
     const TemporaryFolder folder;
     const std::string longest(255, 'n');
@@ -139,7 +160,12 @@ TEST(Files, lockBetweenHolders) {
     ASSERT_TRUE(first);
     EXPECT_FALSE(platform::FileLock::tryAcquire(folder.typed("x.lock")));
     first.reset();
-    EXPECT_TRUE(platform::FileLock::tryAcquire(folder.typed("x.lock")));
+    first = platform::FileLock::tryAcquire(folder.typed("x.lock"));
+    ASSERT_TRUE(first);
+    first->removeAtEnd();
+    EXPECT_TRUE(fs::exists(folder / "x.lock"));
+    first.reset();
+    EXPECT_FALSE(fs::exists(folder / "x.lock"));
 }
 
 } // namespace

@@ -126,6 +126,22 @@ TEST_F(MainWindow, remembersItsShape) {
     EXPECT_EQ(control<QTreeView>("lvwF").header()->sectionSize(0), 99);
 }
 
+TEST_F(MainWindow, opensWhateverLiesInPlaceOfItsState) {
+    const std::filesystem::path state = application / "window.ini";
+    if (!testSystem::makePipe(state)) {
+        GTEST_SKIP() << "this system has no pipes among its files";
+    }
+    open();
+    EXPECT_TRUE(window->isVisible());
+    window->close();
+    EXPECT_TRUE(std::filesystem::is_fifo(state));
+    close();
+    std::filesystem::remove(state);
+    open().close();
+    constexpr auto own = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+    EXPECT_EQ(std::filesystem::status(state).permissions(), own);
+}
+
 TEST_F(MainWindow, closesWhenTheRunningScanHasEnded) {
     makeTree();
     open();

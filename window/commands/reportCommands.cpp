@@ -3,8 +3,6 @@
 #include <string>
 
 #include "export/reportFrame.h"
-#include "export/targetFile.h"
-#include "platform/clock.h"
 #include "scan/savedScan.h"
 
 using modExport::ReportFormat;
@@ -38,7 +36,7 @@ void ReportCommands::askForOptions(ReportFormat format) {
 // A workbook is opened in the spreadsheet application, where the user can save it anywhere.
 std::string ReportCommands::fileFor(ReportFormat format) const {
     if (format == ReportFormat::excel) {
-        return modExport::temporaryWorkbookName(platform::localTime(platform::now()));
+        return dependencies_.workbookName();
     }
     return choice_.toWrite(modExport::saveDialogFilter(format), modExport::fileExtension(format));
 }

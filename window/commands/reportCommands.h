@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "base/clsSettings.h"
@@ -20,6 +21,7 @@ public:
         const clsSettings& settings;
         clsUserInterface& userInterface;
         clsDialogs& dialogs;
+        std::function<std::string()> workbookName; // returns the name of the workbook to write
     };
 
     explicit ReportCommands(const Dependencies& dependencies)

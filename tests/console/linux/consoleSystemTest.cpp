@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -60,6 +61,33 @@ TEST_F(Console, writesToNoFileOfItsOwnInPlaceOfAClosedStream) {
         program + " --app-folder " + folder.typed("app") + " " + folder.typed("tree") + " >&- 2>&-";
     EXPECT_NE(std::system(command.c_str()), 0) << "its output was lost"; // NOLINT: a shell closes them
     EXPECT_EQ(folder.read("app/main.dat.lock"), "");
+}
+
+TEST_F(Console, keepsItsFilesForTheUserAlone) {
+    constexpr fs::perms own = fs::perms::owner_read | fs::perms::owner_write;
+    const auto permissions = [&](const char* name) { return fs::status(folder / name).permissions(); };
+    const mode_t before = ::umask(0);
+    EXPECT_EQ(run("--quiet --text %F/1.csv --database %F/1.mdb %T").errors, "");
+    ::umask(before);
+    EXPECT_EQ(permissions("app"), fs::perms::owner_all);
+    for (const char* name : {"main.dat", "main.dat.lock", "errorLog.txt"}) {
+        EXPECT_EQ(permissions((std::string("app/") + name).c_str()), own) << name;
+    }
+    EXPECT_EQ(permissions("1.mdb"), own);
+    EXPECT_EQ(permissions("1.csv"), own | fs::perms::group_read | fs::perms::group_write |
+                                        fs::perms::others_read | fs::perms::others_write)
+        << "reports are as the user wants new files to be";
+
+    for (const char* name : {"errorLog.txt", "main.dat"}) {
+        folder.write("precious", "precious");
+        fs::remove(folder / "app" / name);
+        fs::create_directories(folder / "app");
+        fs::create_symlink(folder / "precious", folder / "app" / name);
+        const Outcome outcome = run("--quiet %T");
+        EXPECT_EQ(holds(outcome.errors, "main.dat is a link"), outcome.status == 1) << outcome.errors;
+        EXPECT_EQ(outcome.status, name == std::string("main.dat") ? 1 : 0);
+        EXPECT_EQ(folder.read("precious"), "precious") << name;
+    }
 }
 
 // Runs the program, from a place where it cannot write, as a user who has nothing.
@@ -158,7 +186,7 @@ class ConsoleSignals : public Console {
 protected:
     // Sends the signal while the child prints the tables of its first path; returns the exit status as a
     // shell shows it.
-    int signalled(int signal) {
+    int signalled(int signal, const char* option = "--quiet=false") {
         std::array<int, 2> pipe{};
         EXPECT_EQ(::pipe(pipe.data()), 0);
         const int capacity = ::fcntl(pipe[1], F_GETPIPE_SZ);
@@ -171,8 +199,8 @@ protected:
             const std::string first = folder.typed("tree/a");
             const std::string second = folder.typed("tree");
             const std::string report = folder.typed("cancelled.csv");
-            ::execl(program.c_str(), "spannory-scan", "--app-folder", app.c_str(), "--text", report.c_str(),
-                    first.c_str(), second.c_str(), nullptr); // NOLINT
+            ::execl(program.c_str(), "spannory-scan", "--app-folder", app.c_str(), option, "--text",
+                    report.c_str(), first.c_str(), second.c_str(), nullptr); // NOLINT
             ::_exit(127);
         }
         ::close(pipe[1]);
@@ -203,6 +231,11 @@ TEST_F(ConsoleSignals, endAScanWithoutHarmToTheNext) {
     const std::string report = folder.read("cancelled.csv");
     EXPECT_TRUE(holds(report, "tree/a/one.TXT")) << "what was recorded is written";
     EXPECT_FALSE(holds(report, "tree/b/c/three")) << "the second path was cancelled";
+    folder.write("cancelled.csv", "complete");
+    EXPECT_EQ(signalled(SIGINT), 130);
+    EXPECT_EQ(folder.read("cancelled.csv"), "complete");
+    EXPECT_EQ(signalled(SIGINT, "--force"), 130);
+    EXPECT_EQ(folder.read("cancelled.csv"), report);
     EXPECT_EQ(signalled(SIGKILL), 128 + SIGKILL);
     const Outcome after = run("%T");
     EXPECT_EQ(after.status, 0);

@@ -55,13 +55,15 @@ TEST_F(Replacement, keepsOwnerAndPermissions) {
             ASSERT_EQ(::chown(file().c_str(), nobody, nobody), 0);
         }
         ASSERT_EQ(::chmod(file().c_str(), mode), 0);
-        platform::openReplacement(file(), mode == 0640 ? Making::named : Making::unnamed)->finish();
+        platform::openReplacement(file(), platform::NewFile::shared,
+                                  mode == 0640 ? Making::named : Making::unnamed)
+            ->finish();
         EXPECT_EQ(modeOf(folder / "report"), mode);
         EXPECT_EQ(statusOf(folder / "report").st_uid, isRoot ? nobody : ::geteuid());
     }
     const mode_t before = ::umask(027);
-    platform::openReplacement(file("new"), Making::unnamed)->finish();
-    platform::openReplacement(file("named"), Making::named)->finish();
+    platform::openReplacement(file("new"), platform::NewFile::shared, Making::unnamed)->finish();
+    platform::openReplacement(file("named"), platform::NewFile::shared, Making::named)->finish();
     ::umask(before);
     EXPECT_EQ(modeOf(folder / "new"), mode_t{0640}) << "a new file's are those that the user asks for";
     EXPECT_EQ(modeOf(folder / "named"), mode_t{0640});
@@ -137,9 +139,9 @@ TEST_F(Replacement, leavesAloneWhatIsNotLeftByItself) {
 }
 
 TEST_F(Replacement, doesNotDisturbAnotherThatHasAName) {
-    const auto first = platform::openReplacement(file(), Making::named);
-    const auto second = platform::openReplacement(file(), Making::named);
-    const auto unnamed = platform::openReplacement(file(), Making::unnamed);
+    const auto first = platform::openReplacement(file(), platform::NewFile::shared, Making::named);
+    const auto second = platform::openReplacement(file(), platform::NewFile::shared, Making::named);
+    const auto unnamed = platform::openReplacement(file(), platform::NewFile::shared, Making::unnamed);
     EXPECT_GE(entries(folder), 2U);
     for (const auto& each : {&first, &unnamed, &second}) {
         (*each)->finish();
@@ -155,7 +157,7 @@ TEST_F(Replacement, leavesAtMostOneFileWhenKilledWhichTheNextRemoves) {
         const pid_t child = ::fork();
         ASSERT_GE(child, 0);
         if (child == 0) {
-            const auto replacement = platform::openReplacement(file(), making);
+            const auto replacement = platform::openReplacement(file(), platform::NewFile::shared, making);
             replacement->write(std::string(1'000'000, 'x'));
             if (::write(pipe[1], "x", 1) != 1) {
                 ::_exit(1);
