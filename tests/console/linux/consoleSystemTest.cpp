@@ -41,7 +41,8 @@ TEST_F(Console, showsNamesAsTheyAreOnTheDisk) {
         {"two\nlines\x1b[31m", "two\\012lines\\033[31m"},
         {"\\012", "\\134012"}, // no line break
         {"caf\xE9 caf\xC3\xA9", "caf\\351 caf\xC3\xA9"},
-        {"\xC2\x9B", "\\302\\233"}, // controls some terminals
+        {"\xC2\x9B", "\\302\\233"},                    // controls some terminals
+        {"a\u202Ecod.exe", "a\\342\\200\\256cod.exe"}, // turns the text around
     };
     for (const auto& [name, shown] : names) {
         folder.write("tree/names/" + std::string(name) + "/file." + std::string(name), "x");
@@ -167,18 +168,26 @@ TEST_F(Console, tellsWhenTheScanCannotBeStored) {
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit little{rlim_t{400} << 10, before.rlim_max};
-    auto* const handler = std::signal(SIGXFSZ, SIG_IGN); // NOLINT: the program inherits it
     ::setrlimit(RLIMIT_FSIZE, &little);
     const Outcome outcome = run("--html %F/x.html --database %F/x.mdb %T %T/a");
     ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 4) << outcome.errors;
     EXPECT_TRUE(holds(outcome.errors, "main.dat")) << outcome.errors;
     for (const char* left : {"tree/a: not scanned", "x.html: not written", "x.mdb: not written"}) {
         EXPECT_TRUE(holds(outcome.errors, left)) << outcome.errors;
     }
+    EXPECT_TRUE(holds(outcome.errors, "Not enough space on disk")) << outcome.errors;
     EXPECT_EQ(run("%T").status, 0);
+}
+
+TEST_F(Console, tellsWhenTooManyFilesAreOpen) {
+    const std::string command = "for n in 4 5 6 7 8; do (ulimit -n $n; exec " + program + " --app-folder " +
+                                folder.typed("app") + " " + folder.typed("tree") + "); done >/dev/null 2>" +
+                                folder.typed("errors");
+    static_cast<void>(std::system(command.c_str())); // NOLINT: a shell sets the limits
+    EXPECT_TRUE(holds(folder.read("errors"), "tree: Too many open files")) << folder.read("errors");
+    EXPECT_FALSE(holds(folder.read("errors"), "Folder not found")) << folder.read("errors");
 }
 
 // Runs the program as a child whose output is a full pipe, so that it blocks at its first table.
