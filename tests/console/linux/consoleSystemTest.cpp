@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <tuple>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -122,6 +123,45 @@ protected:
 TEST_F(ConsoleOfAnotherUser, usesTheirFolderWhereItsOwnCannotBeWritten) {
     const Outcome outcome = runAsThem({folder.typed("tree")});
     EXPECT_EQ(outcome.status, 0) << outcome.errors;
+    EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
+}
+
+TEST_F(ConsoleOfAnotherUser, usesNoApplicationFolderOfSomeoneElse) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can make files of others";
+    }
+    constexpr uid_t them = 65534;
+    folder.write("theirs/settings.ini", "");
+    folder.write("mixed/settings.ini", "");
+    folder.write("open/settings.ini", "");
+    folder.write("sticky/settings.ini", "");
+    ASSERT_EQ(::chown((folder / "theirs").c_str(), them, them), 0);
+    ASSERT_EQ(::chown((folder / "mixed/settings.ini").c_str(), them, them), 0);
+    fs::permissions(folder / "open", fs::perms::all);
+    fs::permissions(folder / "sticky", fs::perms::all | fs::perms::sticky_bit);
+    const auto used = [&](const char* name, bool byThem) {
+        const std::vector<std::string> arguments{"--app-folder", folder.typed(name), "--quiet",
+                                                 folder.typed("tree")};
+        const Outcome outcome =
+            byThem ? runAsThem(arguments) : testSystem::run(folder.typed("bin/spannory-scan"), arguments);
+        EXPECT_EQ(holds(outcome.errors, " is not used, because "), outcome.status == 1) << outcome.errors;
+        EXPECT_LE(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+        return outcome.status == 0;
+    };
+    for (const auto& [name, byRoot, byThem] : {std::tuple("theirs", false, true),
+                                               {"mixed", false, false},
+                                               {"open", false, false},
+                                               {"sticky", true, true}}) {
+        EXPECT_EQ(used(name, false), byRoot) << name;
+        if (std::string(name) != "mixed") { // there, they could not write
+            fs::remove(folder / name / "main.dat");
+            fs::remove(folder / name / "main.dat.lock");
+            EXPECT_EQ(used(name, true), byThem) << name;
+        }
+    }
+    // The program's own folder is passed over for the next place.
+    fs::permissions(folder / "bin", fs::perms::all);
+    EXPECT_EQ(runAsThem({"--quiet", folder.typed("tree")}).status, 0);
     EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
 }
 
