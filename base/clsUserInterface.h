@@ -33,7 +33,7 @@ public:
     // May be called as often as needed; an implementation combines updates.
     virtual void status(StatusPanel panel, std::string_view text) = 0;
 
-    // Handles pending events; called once per folder during a scan.
+    // Handles pending events; called for each folder during a scan, and now and then within a large one.
     virtual void yieldToEvents() = 0;
 
     // Opens the finished file in its associated application, if there is a desktop.

@@ -1,7 +1,7 @@
 #include "console/consoleInterface.h"
 
 #include "base/numberFormat.h"
-#include "console/terminalText.h"
+#include "base/terminalText.h"
 #include "db/dao.h"
 #include "platform/clock.h"
 #include "platform/terminal.h"

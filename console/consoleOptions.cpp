@@ -1,8 +1,11 @@
 #include "console/consoleOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <sstream>
 
+#include "base/terminalText.h"
 #include "platform/files.h"
+#include "platform/terminal.h"
 
 namespace {
 
@@ -78,7 +81,10 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
             options.owners = withOwners;
         }
     } catch (const CLI::ParseError& error) {
-        parsed.exitStatus = app.exit(error) == 0 ? 0 : wrongUsage;
+        std::ostringstream answer;
+        parsed.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;
+        platform::writeTo(*parsed.exitStatus == 0 ? platform::Stream::output : platform::Stream::error,
+                          linesForTerminal(answer.str())); // it may hold what was typed
     }
     return parsed;
 }

@@ -7,8 +7,8 @@
 #include "base/errorLogFiles.h"
 #include "base/errorTrap.h"
 #include "base/modGlobal.h"
+#include "base/terminalText.h"
 #include "console/figureTables.h"
-#include "console/terminalText.h"
 #include "export/clsExport.h"
 #include "export/databaseFile.h"
 #include "export/reportFrame.h"
@@ -103,7 +103,8 @@ std::string ConsoleRun::findFolder(const std::string& typed) {
         if (!path.empty() && platform::folderExists(path)) {
             return platform::recordedPath(path);
         }
-        fail(typed, platform::mayNotEnter(path) ? "Permission denied" : "Folder not found");
+        const std::string reason = platform::whyHidden(path);
+        fail(typed, reason.empty() ? "Folder not found" : reason);
     } catch (const RuntimeError& error) {
         fail(typed, error.what());
     }

@@ -5,7 +5,7 @@
 #include <cmath>
 
 #include "base/formatSize.h"
-#include "console/terminalText.h"
+#include "base/terminalText.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"

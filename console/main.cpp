@@ -1,5 +1,6 @@
 #include <exception>
 
+#include "base/terminalText.h"
 #include "console/consoleOptions.h"
 #include "console/consoleRun.h"
 #include "platform/commandLine.h"
@@ -10,12 +11,13 @@ int main(int argumentCount, char** arguments) {
     constexpr int statusFailed = 1;
     try {
         platform::keepSystemBoxesAway();
+        platform::letTooLargeWritesFail();
         platform::keepClosedStreamsClosed();
         platform::CommandLine given(argumentCount, arguments);
         const ParsedCommandLine parsed = parseCommandLine(given.count(), given.arguments());
         return parsed.exitStatus ? *parsed.exitStatus : ConsoleRun(parsed.options).run();
     } catch (const std::exception& error) {
-        platform::writeTo(platform::Stream::error, std::string("spannory-scan: ") + error.what() + "\n");
+        platform::writeTo(platform::Stream::error, "spannory-scan: " + forTerminal(error.what()) + "\n");
         return statusFailed;
     }
 }

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <array>
+#include <cerrno>
 #include <new>
 #include <system_error>
 #include <utility>
@@ -391,8 +392,10 @@ int Connection::look() {
 }
 
 RuntimeError Connection::lastError() const {
-    const int code = sqlite3_errcode(handle_) & 0xFF;
+    const bool tooLarge = errno == EFBIG; // the engine takes it for any other failure to write
     const int reason = sqlite3_system_errno(handle_);
+    const int failure = sqlite3_errcode(handle_);
+    const int code = failure == SQLITE_IOERR_WRITE && tooLarge ? SQLITE_FULL : failure & 0xFF;
     for (const EngineError& known : engineErrors) {
         if (known.code == code) {
             std::string description = std::string(known.description) + ": " + platform::displayPath(path_);

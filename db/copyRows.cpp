@@ -1,5 +1,6 @@
 #include "db/copyRows.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -37,10 +38,10 @@ struct NumberColumn {
     const char* kind;
 };
 
-constexpr NumberColumn numberColumns[]{
+constexpr std::array<NumberColumn, 2> numberColumns{{
     {"size", 0x1p63, false, "a number of bytes"},
     {"idx", 0x1p53, true, "a number of a row"}, // later rows have greater ones
-};
+}};
 
 // The source and target of a value.
 struct FieldPair {

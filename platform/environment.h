@@ -30,6 +30,10 @@ namespace platform {
 // empty; the call fails instead.
 void keepSystemBoxesAway();
 
+// From here on, a write beyond the largest file that the user may have fails like one to a full disk, instead
+// of ending the program.
+void letTooLargeWritesFail();
+
 // Starts the application associated with the file's type, without waiting for it. False if the system's
 // opener cannot be started; the opener itself reports any later problem to the user.
 bool openInAssociatedProgram(std::string_view path);

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -67,6 +68,10 @@ public:
     // through links, even at its end.
     bool read(std::string_view internalFolder, FolderListing& listing, bool isStart = false);
 
+    // A function that is called now and then while a large folder is read. If it returns false, reading ends
+    // there as if the folder could not be read.
+    void setGoesOn(std::function<bool()> goesOn);
+
     // Only the names and isFolder, which is cheaper.
     bool readNames(std::string_view internalFolder, FolderListing& listing);
 
@@ -92,8 +97,9 @@ private:
 // The folder's own facts, with links followed; nothing if there is no such folder.
 [[nodiscard]] std::optional<EntryFacts> folderFacts(std::string_view internalFolder);
 
-// True if the path cannot be examined because the user may not enter a folder above it.
-[[nodiscard]] bool mayNotEnter(std::string_view internalPath);
+// Why it cannot be found out whether the path exists, in the system's words ("Permission denied", "Too many
+// open files"); empty if it can.
+[[nodiscard]] std::string whyHidden(std::string_view internalPath);
 
 // The reason, in the system's words, why the folder cannot be read now ("Permission denied"); empty if it can
 // be read.

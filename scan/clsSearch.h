@@ -28,7 +28,7 @@ public:
     clsSearch(WorkingDatabase& database, const clsSettings& settings)
         : database_(database), settings_(settings) {}
 
-    bool CancelScan = false; // set by the Cancel Scan command, checked once per folder
+    bool CancelScan = false; // set by the Cancel Scan command, checked wherever the scan yields
     bool processing = false; // True while a scan runs
     std::string rootPath;    // the folder where the running scan started
     std::string nextNode;    // key of the tree node to handle after the running scan; empty for none

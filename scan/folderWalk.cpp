@@ -12,6 +12,7 @@
 namespace {
 
 constexpr int visitsPerThroughput = 20;
+constexpr std::size_t entriesPerYield = 1024; // of one folder
 
 // Odd on purpose: the low 32 bits, read as a signed number, unless full sizes are requested.
 std::int64_t wrapped(std::int64_t size) {
@@ -31,7 +32,12 @@ void trapped(Body&& body) {
 FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserInterface& userInterface,
                        std::function<std::int64_t()> elapsed)
     : search_(search), userInterface_(userInterface), withOwners_(settings.getOwnerInfo()),
-      wholeSizes_(settings.fullFileSizes() || settings.exact()), elapsed_(std::move(elapsed)) {}
+      wholeSizes_(settings.fullFileSizes() || settings.exact()), elapsed_(std::move(elapsed)) {
+    reader_.setGoesOn([this] {
+        userInterface_.yieldToEvents();
+        return !search_.CancelScan;
+    });
+}
 
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
@@ -90,6 +96,10 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
         levels_.push_back(std::make_unique<Level>());
     }
     Level& level = *levels_[depth_];
+    const bool isRead = reader_.read(path_, level.entries, isStart);
+    if (search_.CancelScan) {
+        return; // with part of the entries, subfolders would seem to be gone
+    }
     level.next = 0;
     level.pathLength = path_.size();
     level.facts = facts;
@@ -97,7 +107,7 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     level.isNew = !recorded.isThere();
     level.subfolders.clear();
     search_.skipped.forget(path_);
-    if (!reader_.read(path_, level.entries, isStart)) {
+    if (!isRead) {
         skipUnreadable(reader_.failure());
     }
     if (!level.isNew) {
@@ -165,6 +175,13 @@ void FolderWalk::skipUnreadable(std::string_view reason) {
 }
 
 void FolderWalk::recordEntry(Level& level) {
+    if (level.next % entriesPerYield == entriesPerYield - 1) {
+        userInterface_.yieldToEvents();
+        if (search_.CancelScan) {
+            level.next = level.entries.size(); // the others stay out; the folder gets no stamp
+            return;
+        }
+    }
     const platform::FolderEntry entry = level.entries[level.next++];
     path_.append(entry.name);
     if (isWalked(entry)) {

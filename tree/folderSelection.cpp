@@ -35,9 +35,20 @@ std::string nodeOf(std::string_view typedPath) {
     }
 }
 
-// False if the user may not see whether it exists.
+// False if it cannot be seen whether it exists.
 bool isGone(const std::string& key) {
-    return !platform::folderExists(key) && !platform::mayNotEnter(key);
+    return !platform::folderExists(key) && platform::whyHidden(key).empty();
+}
+
+// Why there is no node for a typed path.
+std::string whyNoNode(std::string_view typedPath) {
+    std::string reason;
+    try {
+        const std::string path = platform::toInternal(typedPath);
+        reason = path.empty() ? reason : platform::whyHidden(path);
+    } catch (const RuntimeError&) { // as in nodeOf
+    }
+    return reason.empty() ? std::string(notFound) : reason + ": " + std::string(typedPath);
 }
 
 } // namespace
@@ -266,7 +277,7 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
     modGlobal::trapped(moduleName, "cmdGo_Click", [&] {
         const std::string key = nodeOf(typedPath);
         if (key.empty()) {
-            dependencies_.userInterface.message(notFound);
+            dependencies_.userInterface.message(whyNoNode(typedPath));
             return;
         }
         goTo(key);

@@ -3,6 +3,8 @@
 #include <CLI/CLI.hpp>
 #include <sstream>
 
+#include "base/terminalText.h"
+
 WindowOptions parseWindowCommandLine(int argumentCount, const char* const* arguments) {
     constexpr int wrongUsage = 2;
     WindowOptions options;
@@ -19,7 +21,7 @@ WindowOptions parseWindowCommandLine(int argumentCount, const char* const* argum
     } catch (const CLI::ParseError& error) {
         std::ostringstream answer;
         options.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;
-        options.answer = answer.str();
+        options.answer = linesForTerminal(answer.str());
     }
     return options;
 }

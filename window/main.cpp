@@ -64,6 +64,7 @@ int run(int& argumentCount, char** arguments) {
 
 int main(int argumentCount, char** arguments) {
     platform::keepSystemBoxesAway();
+    platform::letTooLargeWritesFail();
     platform::keepClosedStreamsClosed();
     platform::CommandLine given(argumentCount, arguments);
     if (asksForText({given.arguments(), static_cast<std::size_t>(given.count())})) {

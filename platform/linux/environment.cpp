@@ -8,6 +8,7 @@
 
 #include <array>
 #include <climits>
+#include <csignal>
 #include <cstdlib>
 #include <thread>
 
@@ -69,6 +70,10 @@ bool hasDisplay() {
 
 // There are none on this system.
 void keepSystemBoxesAway() {}
+
+void letTooLargeWritesFail() {
+    ::signal(SIGXFSZ, SIG_IGN);
+}
 
 bool openInAssociatedProgram(std::string_view path) {
     std::string program = "xdg-open";

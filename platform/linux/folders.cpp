@@ -154,11 +154,18 @@ private:
     std::string rest_;
 };
 
-// Calls `take(name, the kernel's type)` for each entry of an open folder.
+// Calls `take(name, the kernel's type)` for each entry of an open folder, and `goesOn` behind each full
+// buffer.
 template <class Take>
-bool forEachEntry(int folder, char* buffer, Take take) {
+bool forEachEntry(int folder, char* buffer, const std::function<bool()>& goesOn, Take take) {
+    constexpr long nearlyFull = readBufferSize / 2;
+    long count = 0;
     for (;;) {
-        const long count = ::syscall(SYS_getdents64, folder, buffer, readBufferSize);
+        if (count > nearlyFull && goesOn && !goesOn()) {
+            errno = EINTR;
+            return false;
+        }
+        count = ::syscall(SYS_getdents64, folder, buffer, readBufferSize);
         if (count <= 0) {
             return count == 0;
         }
@@ -185,6 +192,7 @@ struct FolderReader::Implementation {
     std::string share; // the last share, and where it is mounted
     std::string shareNative;
     int error = 0; // of the last folder
+    std::function<bool()> goesOn;
     alignas(KernelEntry) std::array<char, readBufferSize> buffer;
 
     // Where a walk starts, possibly through a link.
@@ -222,10 +230,10 @@ struct FolderReader::Implementation {
     // Calls `take(the open folder, an entry's name, its kernel's type)` for each entry.
     template <class Take>
     bool read(const Descriptor& folder, Take take) {
-        const bool isRead =
-            folder.isOpen() && forEachEntry(folder.get(), buffer.data(), [&](const char* name, auto type) {
-                take(folder.get(), name, type);
-            });
+        const bool isRead = folder.isOpen() && forEachEntry(folder.get(), buffer.data(), goesOn,
+                                                            [&](const char* name, auto type) {
+                                                                take(folder.get(), name, type);
+                                                            });
         error = isRead ? 0 : errno;
         return isRead;
     }
@@ -267,6 +275,10 @@ bool FolderReader::readNames(std::string_view internalFolder, FolderListing& lis
     });
 }
 
+void FolderReader::setGoesOn(std::function<bool()> goesOn) {
+    implementation_->goesOn = std::move(goesOn);
+}
+
 std::string FolderReader::failure() const {
     switch (implementation_->error) {
     case ELOOP:
@@ -304,8 +316,11 @@ std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
     return factsOf(status);
 }
 
-bool mayNotEnter(std::string_view internalPath) {
-    return !LongPathOpener().open(toNative(internalPath), O_PATH).isOpen() && errno == EACCES;
+std::string whyHidden(std::string_view internalPath) {
+    const Descriptor folder = LongPathOpener().open(toNative(internalPath), O_PATH);
+    const int cause = folder.isOpen() ? 0 : errno;
+    const bool isKnown = cause == 0 || cause == ENOENT || cause == ENOTDIR || cause == ENAMETOOLONG;
+    return isKnown ? std::string() : systemMessage(cause);
 }
 
 std::string whyUnreadable(std::string_view internalFolder) {

@@ -58,7 +58,8 @@ std::string whyForeign(std::string_view path) {
         return {};
     }
     if (status.st_uid != ::geteuid() && status.st_uid != 0) {
-        return "it belongs to " + accountName(status.st_uid);
+        return "it belongs to " + accountName(status.st_uid) + " and not to " + accountName(::geteuid()) +
+               ", who runs this program";
     }
     if ((status.st_mode & S_IWOTH) != 0 && (status.st_mode & S_ISVTX) == 0) {
         return "everybody can write to it";

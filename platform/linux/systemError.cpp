@@ -7,13 +7,14 @@
 namespace platform {
 
 std::span<const SystemErrorNumber> systemErrorNumbers() noexcept {
-    static constexpr std::array<SystemErrorNumber, 10> numbers{{
+    static constexpr std::array<SystemErrorNumber, 11> numbers{{
         {ENOENT, errorNumber::fileNotFound},
         {ENOTDIR, errorNumber::pathNotFound},
         {EACCES, errorNumber::permissionDenied},
         {EPERM, errorNumber::permissionDenied},
         {ENOSPC, errorNumber::diskFull},
         {EDQUOT, errorNumber::diskFull},
+        {EFBIG, errorNumber::diskFull}, // the largest file that the user may have
         {EMFILE, errorNumber::tooManyFiles},
         {ENFILE, errorNumber::tooManyFiles},
         {EEXIST, errorNumber::fileAlreadyExists},

@@ -66,6 +66,7 @@ std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
 struct FolderReader::Implementation {
     std::string name;
     DWORD error = ERROR_SUCCESS; // of the last folder
+    std::function<bool()> goesOn;
 
     template <class Take>
     bool read(std::string_view internalFolder, Take take) {
@@ -74,12 +75,18 @@ struct FolderReader::Implementation {
         if (!entries.isOpen()) {
             return error == ERROR_SUCCESS;
         }
+        constexpr int entriesPerLook = 1024;
+        int entryCount = 0;
         do {
             const WIN32_FIND_DATAW& entry = entries.entry();
             if (!isSelfOrParent(entry.cFileName)) {
                 name.clear();
                 appendNarrow(name, entry.cFileName);
                 take(factsOf(entry), name);
+            }
+            if (++entryCount % entriesPerLook == 0 && goesOn && !goesOn()) {
+                error = ERROR_CANCELLED;
+                return false;
             }
         } while (entries.next());
         error = ::GetLastError();
@@ -101,6 +108,10 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
 // Nothing is cheaper here: the system returns all facts with the names.
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
     return read(internalFolder, listing, true);
+}
+
+void FolderReader::setGoesOn(std::function<bool()> goesOn) {
+    implementation_->goesOn = std::move(goesOn);
 }
 
 std::string FolderReader::failure() const {
@@ -125,9 +136,11 @@ std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
     return found && found->facts.isFolder ? std::optional(found->facts) : std::nullopt;
 }
 
-bool mayNotEnter(std::string_view internalPath) {
-    return ::GetFileAttributesW(widePath(internalPath).c_str()) == INVALID_FILE_ATTRIBUTES &&
-           ::GetLastError() == ERROR_ACCESS_DENIED;
+std::string whyHidden(std::string_view internalPath) {
+    const bool isThere = ::GetFileAttributesW(widePath(internalPath).c_str()) != INVALID_FILE_ATTRIBUTES;
+    const DWORD cause = isThere ? DWORD{ERROR_SUCCESS} : ::GetLastError();
+    const bool isHidden = cause == ERROR_ACCESS_DENIED || cause == ERROR_TOO_MANY_OPEN_FILES;
+    return isHidden ? systemMessage(cause) : std::string();
 }
 
 std::string whyUnreadable(std::string_view internalFolder) {

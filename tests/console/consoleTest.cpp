@@ -55,6 +55,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     std::vector<Case> cases = {
         {"", 2, "PATH"},
         {"--nonsense %T", 2, "nonsense"},
+        {"--\x1b[31mred %T", 2, "--\\033[31mred"},
         {"--owners --no-owners %T", 2, "excludes"},
         {"--unreadable --load %F/exists.html", 2, "excludes"},
         {"--top many %T", 2, "top"},
@@ -105,6 +106,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         } else {
             EXPECT_TRUE(holds(outcome.errors, c.error)) << c.arguments << "\n" << outcome.errors;
         }
+        EXPECT_FALSE(holds(outcome.errors, "\x1b")) << c.arguments;
         if (c.status == 1) {
             const auto lines = c.arguments.starts_with("--database %F/nothing") ? 2 : 1;
             EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), lines)

@@ -120,13 +120,12 @@ TEST(JetTranslator, refusesWhatIsNestedTooDeep) {
         return result;
     };
     for (const auto& [opening, closing] : {std::pair("(", ")"), {"min(", ")"}, {"-", ""}, {"(1+-(", "))"}}) {
-        JetTranslator translator;
-        const auto translate = [&](std::size_t depth) {
-            translator.translate("select " + repeated(opening, depth) + "a" + repeated(closing, depth) +
-                                 " from t");
+        const auto nested = [&repeated, open = opening, close = closing](std::size_t depth) {
+            return "select " + repeated(open, depth) + "a" + repeated(close, depth) + " from t";
         };
-        EXPECT_EQ(errorNumberOf([&] { translate(30'000); }), databaseError::syntax) << opening;
-        EXPECT_EQ(errorNumberOf([&] { translate(25); }), 0) << opening << ", and the next one is read";
+        JetTranslator translator;
+        EXPECT_EQ(errorNumberOf([&] { translator.translate(nested(30'000)); }), databaseError::syntax);
+        EXPECT_EQ(errorNumberOf([&] { translator.translate(nested(25)); }), 0) << "the next one is read";
     }
 }
 

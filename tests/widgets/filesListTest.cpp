@@ -189,8 +189,14 @@ TEST_F(Lists, fileTypesGoByCaseWhereTheSettingSaysSo) {
 
 TEST_F(Lists, whatTheEngineRefusesIsLoggedByTheRoutinesName) {
     modGlobal::setErrorLog(&fixture.userInterface);
-    update("/\\d\"\\");
-    updateGroups("/\\d\"\\");
+    const std::string key = "/\\d\"\\";
+    update(key);
+    updateGroups(key);
+    EXPECT_THAT(fixture.userInterface.messages, IsEmpty()) << "a quote ends no statement";
+    fixture.working.details().rows->Close(); // before its database
+    database.Close();
+    update(key);
+    updateGroups(key);
     modGlobal::setErrorLog();
     EXPECT_THAT(fixture.userInterface.messages, ElementsAre(HasSubstr("[frmMain.updateFileFolderListview]"),
                                                             HasSubstr("[frmMain.updateFileTypeListview]"),

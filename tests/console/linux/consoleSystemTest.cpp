@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <fstream>
+#include <tuple>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -41,7 +42,8 @@ TEST_F(Console, showsNamesAsTheyAreOnTheDisk) {
         {"two\nlines\x1b[31m", "two\\012lines\\033[31m"},
         {"\\012", "\\134012"}, // no line break
         {"caf\xE9 caf\xC3\xA9", "caf\\351 caf\xC3\xA9"},
-        {"\xC2\x9B", "\\302\\233"}, // controls some terminals
+        {"\xC2\x9B", "\\302\\233"},                    // controls some terminals
+        {"a\u202Ecod.exe", "a\\342\\200\\256cod.exe"}, // turns the text around
     };
     for (const auto& [name, shown] : names) {
         folder.write("tree/names/" + std::string(name) + "/file." + std::string(name), "x");
@@ -124,6 +126,45 @@ TEST_F(ConsoleOfAnotherUser, usesTheirFolderWhereItsOwnCannotBeWritten) {
     EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
 }
 
+TEST_F(ConsoleOfAnotherUser, usesNoApplicationFolderOfSomeoneElse) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can make files of others";
+    }
+    constexpr uid_t them = 65534;
+    folder.write("theirs/settings.ini", "");
+    folder.write("mixed/settings.ini", "");
+    folder.write("open/settings.ini", "");
+    folder.write("sticky/settings.ini", "");
+    ASSERT_EQ(::chown((folder / "theirs").c_str(), them, them), 0);
+    ASSERT_EQ(::chown((folder / "mixed/settings.ini").c_str(), them, them), 0);
+    fs::permissions(folder / "open", fs::perms::all);
+    fs::permissions(folder / "sticky", fs::perms::all | fs::perms::sticky_bit);
+    const auto used = [&](const char* name, bool byThem) {
+        const std::vector<std::string> arguments{"--app-folder", folder.typed(name), "--quiet",
+                                                 folder.typed("tree")};
+        const Outcome outcome =
+            byThem ? runAsThem(arguments) : testSystem::run(folder.typed("bin/spannory-scan"), arguments);
+        EXPECT_EQ(holds(outcome.errors, " is not used, because "), outcome.status == 1) << outcome.errors;
+        EXPECT_LE(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 1) << outcome.errors;
+        return outcome.status == 0;
+    };
+    for (const auto& [name, byRoot, byThem] : {std::tuple("theirs", false, true),
+                                               {"mixed", false, false},
+                                               {"open", false, false},
+                                               {"sticky", true, true}}) {
+        EXPECT_EQ(used(name, false), byRoot) << name;
+        if (std::string(name) != "mixed") { // there, they could not write
+            fs::remove(folder / name / "main.dat");
+            fs::remove(folder / name / "main.dat.lock");
+            EXPECT_EQ(used(name, true), byThem) << name;
+        }
+    }
+    // The program's own folder is passed over for the next place.
+    fs::permissions(folder / "bin", fs::perms::all);
+    EXPECT_EQ(runAsThem({"--quiet", folder.typed("tree")}).status, 0);
+    EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
+}
+
 TEST_F(ConsoleOfAnotherUser, listsTheFoldersThatCouldNotBeRead) {
     folder.write("tree/closed/file", "x");
     fs::permissions(folder / "tree/closed", fs::perms::none);
@@ -167,18 +208,26 @@ TEST_F(Console, tellsWhenTheScanCannotBeStored) {
     rlimit before{};
     ::getrlimit(RLIMIT_FSIZE, &before);
     const rlimit little{rlim_t{400} << 10, before.rlim_max};
-    auto* const handler = std::signal(SIGXFSZ, SIG_IGN); // NOLINT: the program inherits it
     ::setrlimit(RLIMIT_FSIZE, &little);
     const Outcome outcome = run("--html %F/x.html --database %F/x.mdb %T %T/a");
     ::setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
     EXPECT_EQ(outcome.status, 1);
     EXPECT_EQ(std::count(outcome.errors.begin(), outcome.errors.end(), '\n'), 4) << outcome.errors;
     EXPECT_TRUE(holds(outcome.errors, "main.dat")) << outcome.errors;
     for (const char* left : {"tree/a: not scanned", "x.html: not written", "x.mdb: not written"}) {
         EXPECT_TRUE(holds(outcome.errors, left)) << outcome.errors;
     }
+    EXPECT_TRUE(holds(outcome.errors, "Not enough space on disk")) << outcome.errors;
     EXPECT_EQ(run("%T").status, 0);
+}
+
+TEST_F(Console, tellsWhenTooManyFilesAreOpen) {
+    const std::string command = "for n in 4 5 6 7 8; do (ulimit -n $n; exec " + program + " --app-folder " +
+                                folder.typed("app") + " " + folder.typed("tree") + "); done >/dev/null 2>" +
+                                folder.typed("errors");
+    EXPECT_NE(std::system(command.c_str()), -1); // NOLINT: a shell sets the limits
+    EXPECT_TRUE(holds(folder.read("errors"), "tree: Too many open files")) << folder.read("errors");
+    EXPECT_FALSE(holds(folder.read("errors"), "Folder not found")) << folder.read("errors");
 }
 
 // Runs the program as a child whose output is a full pipe, so that it blocks at its first table.

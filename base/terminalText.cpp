@@ -18,6 +18,12 @@ void appendOctal(std::string& result, char byte) {
     }
 }
 
+// What changes the direction in which a terminal shows the text that follows, or breaks a line.
+constexpr bool turnsText(char32_t c) {
+    return c == 0x061C || c == 0x200E || c == 0x200F || (c >= 0x2028 && c <= 0x202E) ||
+           (c >= 0x2066 && c <= 0x2069);
+}
+
 bool looksLikeCode(std::string_view text) {
     constexpr std::size_t digits = 3;
     return text.size() > digits && text[0] == '\\' &&
@@ -32,13 +38,28 @@ std::string forTerminal(std::string_view text) {
         const std::size_t start = position;
         const char32_t c = platform::decodeCodePoint(text, position);
         const std::string_view bytes = text.substr(start, position - start);
-        const bool control = c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == platform::invalidCodePoint;
+        const bool control =
+            c < 0x20 || (c >= 0x7F && c <= 0x9F) || c == platform::invalidCodePoint || turnsText(c);
         if (control || (platform::displaySeparator != '\\' && looksLikeCode(text.substr(start)))) {
             for (const char byte : bytes) {
                 appendOctal(result, byte);
             }
         } else {
             result.append(bytes);
+        }
+    }
+    return result;
+}
+
+std::string linesForTerminal(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        const std::string_view line = text.substr(0, text.find('\n'));
+        result += forTerminal(line);
+        text.remove_prefix(line.size());
+        if (!text.empty()) {
+            result += '\n';
+            text.remove_prefix(1);
         }
     }
     return result;
