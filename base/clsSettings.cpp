@@ -138,7 +138,12 @@ bool clsSettings::isExactChosen(const clsRegSettings& store) {
 }
 
 void clsSettings::saveExact(const clsRegSettings& store) const {
-    store.SaveSetting(applicationSection, exactKey, exact_ ? "1" : "0", stpIni);
+    const std::string wanted = exact_ ? "1" : "0";
+    store.SaveSetting(applicationSection, exactKey, wanted, stpIni);
+    if (store.GetSetting(applicationSection, exactKey, "", stpIni) != wanted) {
+        throw RuntimeError(errorNumber::permissionDenied,
+                           "The choice cannot be stored in settings.ini and is forgotten at the end");
+    }
 }
 
 bool dontUseNetwork(const clsRegSettings& store) {

@@ -63,7 +63,8 @@ public:
     // Writes the sort order and getOwnerInfo; only the user edits the other keys, but for `exact`.
     void save(const clsRegSettings& store) const;
 
-    // Whether the user has said if figures are to be exact, and writing down what they said.
+    // Whether the user has said if figures are to be exact, and writing down what they said, which throws if
+    // it cannot be done.
     [[nodiscard]] static bool isExactChosen(const clsRegSettings& store);
     void saveExact(const clsRegSettings& store) const;
 

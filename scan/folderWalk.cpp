@@ -195,7 +195,10 @@ void FolderWalk::recordEntry(Level& level) {
         return;
     }
     const std::int64_t recordedSize = wholeSizes_ ? entry.size : wrapped(entry.size);
-    wrappedFiles_ += recordedSize == entry.size ? 0 : 1;
+    if (recordedSize != entry.size) {
+        ++wrappedFiles_;
+        search_.skipped.addWrapped(std::string_view(path_).substr(0, level.pathLength));
+    }
     const auto size = static_cast<double>(recordedSize);
     search_.filesSeen += 1;
     if (search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry))) {

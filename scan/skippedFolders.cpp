@@ -3,31 +3,69 @@
 #include <algorithm>
 #include <iterator>
 
+namespace {
+
+template <class Map>
+void forgetWithSubfoldersIn(Map& map, std::string_view path) {
+    for (auto folder = map.lower_bound(path); folder != map.end() && folder->first.starts_with(path);) {
+        const std::size_t nameEnd = std::min(folder->first.find('\\', path.size()), folder->first.size() - 1);
+        folder = nameEnd + 1 == folder->first.size() ? map.erase(folder) : std::next(folder);
+    }
+}
+
+// Behind all that lie in the folder.
+template <class Map>
+auto endOf(Map& map, std::string_view path) {
+    auto last = map.lower_bound(path);
+    while (last != map.end() && last->first.starts_with(path)) {
+        ++last;
+    }
+    return last;
+}
+
+template <class Map, class Count>
+auto total(const Map& map, std::string_view path, Count count) {
+    decltype(count(map.begin()->second)) sum = 0;
+    const auto end = endOf(map, path);
+    for (auto folder = map.lower_bound(path); folder != end; ++folder) {
+        sum += count(folder->second);
+    }
+    return sum;
+}
+
+} // namespace
+
 void SkippedFolders::add(std::string_view path, Kind kind, std::string_view reason) {
     folders_.insert_or_assign(std::string(path), Skipped{kind, std::string(reason)});
+}
+
+void SkippedFolders::addWrapped(std::string_view path) {
+    const auto found = wrapped_.find(path);
+    ++(found == wrapped_.end() ? wrapped_[std::string(path)] : found->second);
 }
 
 void SkippedFolders::forget(std::string_view path) {
     if (const auto found = folders_.find(path); found != folders_.end()) {
         folders_.erase(found);
     }
+    if (const auto found = wrapped_.find(path); found != wrapped_.end()) {
+        wrapped_.erase(found);
+    }
 }
 
 void SkippedFolders::forgetWithSubfolders(std::string_view path) {
-    for (auto folder = folders_.lower_bound(path);
-         folder != folders_.end() && folder->first.starts_with(path);) {
-        const std::size_t nameEnd = std::min(folder->first.find('\\', path.size()), folder->first.size() - 1);
-        folder = nameEnd + 1 == folder->first.size() ? folders_.erase(folder) : std::next(folder);
-    }
+    forgetWithSubfoldersIn(folders_, path);
+    wrapped_.erase(std::string(path)); // those of its subfolders keep their rows
 }
 
 void SkippedFolders::forgetWhole(std::string_view path) {
-    const auto first = folders_.lower_bound(path);
-    auto last = first;
-    while (last != folders_.end() && last->first.starts_with(path)) {
-        ++last;
-    }
-    folders_.erase(first, last);
+    folders_.erase(folders_.lower_bound(path), endOf(folders_, path));
+    wrapped_.erase(wrapped_.lower_bound(path), endOf(wrapped_, path));
+}
+
+void SkippedFolders::clear() noexcept {
+    folders_.clear();
+    wrapped_.clear();
 }
 
 const SkippedFolders::Skipped* SkippedFolders::find(std::string_view path) const {
@@ -36,12 +74,13 @@ const SkippedFolders::Skipped* SkippedFolders::find(std::string_view path) const
 }
 
 std::size_t SkippedFolders::unreadableIn(std::string_view path) const {
-    std::size_t count = 0;
-    for (auto folder = folders_.lower_bound(path);
-         folder != folders_.end() && folder->first.starts_with(path); ++folder) {
-        count += folder->second.kind == Kind::unreadable ? 1 : 0;
-    }
-    return count;
+    return total(folders_, path, [](const Skipped& folder) -> std::size_t {
+        return folder.kind == Kind::unreadable ? 1 : 0;
+    });
+}
+
+std::int64_t SkippedFolders::wrappedIn(std::string_view path) const {
+    return total(wrapped_, path, [](std::int64_t files) { return files; });
 }
 
 std::string unreadableText(std::size_t count) {

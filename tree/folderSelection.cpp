@@ -109,10 +109,10 @@ void FolderSelection::clickNode(const std::string& key) {
     }
     dependencies_.views.updateGraph();
     const bool isElsewhere = lastLoadedRow_ > 0 && !platform::folderExists(key); // it was loaded
-    if (isElsewhere || platform::whyUnreadable(key).empty()) {
+    const bool isReadable = isElsewhere || platform::whyUnreadable(key).empty();
+    showAccess(key, !isReadable && !isGone(key));
+    if (isReadable) {
         listSubfolders(key);
-    } else {
-        markAccessDenied(key);
     }
     if (!dependencies_.database.isOpen()) { // the reason was shown when it happened
         dependencies_.userInterface.status(StatusPanel::folder, "The working database is not available.");
@@ -169,11 +169,14 @@ void FolderSelection::queue(const std::string& key) {
     }
 }
 
-void FolderSelection::markAccessDenied(const std::string& key) {
+void FolderSelection::showAccess(const std::string& key, bool isDenied) {
     const QString suffix = QStringLiteral(" (Access Denied)");
     const QString text = dependencies_.tree.text(key);
-    if (text.right(suffix.size() - 1).compare(suffix.mid(1), Qt::CaseInsensitive) != 0) {
+    const bool isMarked = text.right(suffix.size() - 1).compare(suffix.mid(1), Qt::CaseInsensitive) == 0;
+    if (isDenied && !isMarked) {
         dependencies_.tree.setText(key, text + suffix);
+    } else if (!isDenied && text.endsWith(suffix)) {
+        dependencies_.tree.setText(key, text.chopped(suffix.size()));
     }
 }
 
@@ -317,6 +320,10 @@ void FolderSelection::refreshScreen() {
         dependencies_.views.clearFilesList();
         tvw_NodeClick(key);
     });
+}
+
+bool FolderSelection::holdsLoadedRows() const {
+    return lastLoadedRow_ > 0 && dependencies_.database.isOpen() && hasLoadedRow("idx>0");
 }
 
 bool FolderSelection::scanAgain() {

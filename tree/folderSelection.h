@@ -64,6 +64,9 @@ public:
     // everything below it. A loaded folder that is not on this computer stays unchanged.
     void refreshScreen();
 
+    // Whether rows of a loaded scan are left.
+    [[nodiscard]] bool holdsLoadedRows() const;
+
     // Whether there is anything for scanAgain.
     [[nodiscard]] bool hasScans() const noexcept { return !starts_.empty(); }
 
@@ -100,7 +103,7 @@ private:
     void listLoadedSubfolders(const std::string& key);
     void clickNode(const std::string& key);
     void queue(const std::string& key);
-    void markAccessDenied(const std::string& key);
+    void showAccess(const std::string& key, bool isDenied);
     void forgetGone(const std::string& key);
     bool goesElsewhere(const std::string& key);
     void goTo(const std::string& key);

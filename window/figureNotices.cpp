@@ -18,14 +18,16 @@ void FigureNotices::start() {
     dependencies_.bar.showMessage(
         MessageBar::Topic::firstStart,
         {QStringLiteral("Exact figures count files of 2 GB or more in full, unlike earlier reports."),
-         {{QStringLiteral("Use &Exact Figures"), [this] { setExact(true); }},
+         {{QStringLiteral("Use &Exact Figures"), [this] { switchOn(); }},
           {QStringLiteral("&Keep as It Is"), [this] { setExact(false); }}}});
 }
 
 void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
-    if (result.wrappedFiles > 0) {
-        wrapped_ = result.wrappedFiles;
+    if (result.wrappedFiles > 0 || dependencies_.bar.holds(MessageBar::Topic::wrappedSizes)) {
         showWrapped();
+    }
+    if (!dependencies_.selection.holdsLoadedRows()) {
+        dependencies_.bar.dismiss(MessageBar::Topic::savedScan);
     }
     const std::size_t unreadable = dependencies_.search.skipped.unreadableIn({});
     if (unreadable == 0) {
@@ -36,23 +38,27 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
                                        {{QStringLiteral("&Show"), [this] { showUnreadable(); }}}});
     }
     if (dependencies_.unreadable.isVisible()) {
-        dependencies_.unreadable.fill(dependencies_.search.skipped);
+        fillUnreadable();
     }
 }
 
 void FigureNotices::showWrapped() {
+    const std::int64_t wrapped = dependencies_.search.skipped.wrappedIn({});
+    if (wrapped == 0) {
+        dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
+        return;
+    }
     dependencies_.bar.showMessage(MessageBar::Topic::wrappedSizes,
-                                  {QString::fromStdString(modProcessFiles::wrappedText(wrapped_)),
+                                  {QString::fromStdString(modProcessFiles::wrappedText(wrapped)),
                                    {{QStringLiteral("Use &Exact Sizes"), [this] { useExactSizes(); }}}});
 }
 
 void FigureNotices::loaded(std::string_view file) {
-    wrapped_ = 0;
     dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
     dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
     dependencies_.bar.showMessage(MessageBar::Topic::savedScan,
                                   {modQt::shownText(modExport::savedScanText(file)), {}});
-    dependencies_.unreadable.fill(dependencies_.search.skipped);
+    fillUnreadable();
 }
 
 void FigureNotices::setExact(bool exact) {
@@ -66,9 +72,12 @@ void FigureNotices::setExact(bool exact) {
 }
 
 void FigureNotices::toggleExact() {
-    const bool exact = !dependencies_.settings.exact();
-    setExact(exact);
-    if (exact && dependencies_.selection.hasScans() &&
+    dependencies_.settings.exact() ? setExact(false) : switchOn();
+}
+
+void FigureNotices::switchOn() {
+    setExact(true);
+    if (dependencies_.selection.hasScans() &&
         dependencies_.dialogs.ask(
             QStringLiteral("Sizes that were already recorded become exact when they are "
                            "scanned again.  Scan again now?"))) {
@@ -80,17 +89,17 @@ void FigureNotices::useExactSizes() {
     if (!dependencies_.settings.exact()) {
         setExact(true);
     }
-    if (dependencies_.selection.scanAgain()) {
-        wrapped_ = 0;
-        dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
-    } else if (wrapped_ > 0) {
-        showWrapped();
-    }
+    dependencies_.selection.scanAgain();
+    showWrapped(); // if it was cancelled
 }
 
 void FigureNotices::showUnreadable() {
-    dependencies_.unreadable.fill(dependencies_.search.skipped);
+    fillUnreadable();
     dependencies_.unreadable.show();
     dependencies_.unreadable.raise();
     dependencies_.unreadable.activateWindow();
+}
+
+void FigureNotices::fillUnreadable() {
+    dependencies_.unreadable.fill(dependencies_.search.skipped, dependencies_.selection.holdsLoadedRows());
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string_view>
 
 #include "base/clsRegSettings.h"
@@ -48,9 +47,10 @@ public:
 
 private:
     void setExact(bool exact);
+    void switchOn();
     void useExactSizes();
     void showWrapped();
+    void fillUnreadable();
 
     Dependencies dependencies_;
-    std::int64_t wrapped_ = 0; // the number of files, of the last scan that met such
 };

@@ -15,9 +15,10 @@ TEST_F(LargeFolder, isLeftWhenTheScanIsCancelled) {
         tree.write("large/" + std::string(100, 'n') + std::to_string(i), "x");
     }
     const auto areSums = [&] {
-        return cell("select count(*) from details as f where isFolder=1 and size <> (select "
-                    "coalesce(sum(size),0) from details as c where c.parentFolder=f.parentFolder & "
-                    "f.fileName)") == "0";
+        return cell("select count(*) from details as f where isFolder=1 and size <> (select sum(size) from "
+                    "details as c where c.parentFolder=f.parentFolder & f.fileName)") == "0" &&
+               cell("select count(*) from details as f where isFolder=1 and size <> 0 and (select count(*) "
+                    "from details as c where c.parentFolder=f.parentFolder & f.fileName)=0") == "0";
     };
     scan();
     const int yieldsOfAll = userInterface.yields;

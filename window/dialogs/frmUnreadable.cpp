@@ -42,8 +42,13 @@ std::string shownPath(const std::string& key) {
     return path;
 }
 
-QString headLine(std::size_t unreadable, std::size_t others) {
-    std::string text = unreadable == 0 ? "All folders could be read." : unreadableText(unreadable);
+QString headLine(std::size_t unreadable, std::size_t others, bool withLoadedRows) {
+    std::string text = unreadable > 0   ? unreadableText(unreadable)
+                       : withLoadedRows ? ""
+                                        : "All folders could be read.";
+    if (withLoadedRows) {
+        text.append(text.empty() ? "" : " ").append("What a saved scan could not read is not known.");
+    }
     if (others > 0) {
         text += " " + std::to_string(others) +
                 (others == 1 ? " other volume is not included." : " other volumes are not included.");
@@ -104,7 +109,7 @@ void frmUnreadable::layOut() {
     lvwUnreadable_.setFocus();
 }
 
-void frmUnreadable::fill(const SkippedFolders& folders) {
+void frmUnreadable::fill(const SkippedFolders& folders, bool withLoadedRows) {
     ListModel& rows = lvwUnreadable_.rows();
     const int selected = lvwUnreadable_.selectedRow();
     const std::string selectedKey(selected < 0 ? std::string_view() : rows.row(selected).key());
@@ -129,7 +134,7 @@ void frmUnreadable::fill(const SkippedFolders& folders) {
     if (const ListSort sort = lvwUnreadable_.sort(); sort.sorted) {
         modLvw::lvsort(lvwUnreadable_, sort.key + 1, sort.order, false);
     }
-    lblUnreadable_.setText(headLine(counts.front(), counts.back()));
+    lblUnreadable_.setText(headLine(counts.front(), counts.back(), withLoadedRows));
     cmdCopy_.setEnabled(rows.rowCount() > 0);
     select(selectedKey, selected);
     lvwUnreadable_.verticalScrollBar()->setValue(scrolled);

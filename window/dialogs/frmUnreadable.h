@@ -22,7 +22,8 @@ public:
 
     // Unreadable folders come first, unless the user has sorted the list. The selection stays with its
     // folder.
-    void fill(const SkippedFolders& folders);
+    // What could not be read of loaded rows is not known.
+    void fill(const SkippedFolders& folders, bool withLoadedRows = false);
 
 Q_SIGNALS:
     // Enter or a double click on a row. The key is an internal path with a trailing "\".
