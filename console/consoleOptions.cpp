@@ -22,18 +22,7 @@ std::string requireRealFile(const std::string& file) {
     return file == platform::standardOutput ? "This cannot be written to standard output" : requireName(file);
 }
 
-} // namespace
-
-ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments) {
-    ParsedCommandLine parsed;
-    ConsoleOptions& options = parsed.options;
-    CLI::App app("Scans folders and shows what uses the space.", "spannory-scan");
-    app.allow_windows_style_options(false); // "/etc" is a path on every system
-    app.set_version_flag("--version", "spannory-scan " SPANNORY_VERSION);
-    app.set_help_flag("-h,--help", "Print this help and exit");
-
-    app.add_option("PATH", options.paths, "Folders to scan; paths in the form used in the database work too")
-        ->type_name("");
+void addOutputs(CLI::App& app, ConsoleOptions& options) {
     app.add_option("--html", options.htmlFile, "Write an HTML report")->type_name("FILE")->check(requireName);
     app.add_option("--text", options.textFile, "Write a text report (comma-separated)")
         ->type_name("FILE")
@@ -47,6 +36,21 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_option("--database", options.databaseFile, "Save the scan as an SQLite database")
         ->type_name("FILE")
         ->check(requireRealFile);
+}
+
+} // namespace
+
+ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments) {
+    ParsedCommandLine parsed;
+    ConsoleOptions& options = parsed.options;
+    CLI::App app("Scans folders and shows what uses the space.", "spannory-scan");
+    app.allow_windows_style_options(false); // "/etc" is a path on every system
+    app.set_version_flag("--version", "spannory-scan " SPANNORY_VERSION);
+    app.set_help_flag("-h,--help", "Print this help and exit");
+
+    app.add_option("PATH", options.paths, "Folders to scan; paths in the form used in the database work too")
+        ->type_name("");
+    addOutputs(app, options);
     CLI::Option* load =
         app.add_option("--load", options.loadFile,
                        "Load a saved scan instead of scanning; PATH then only selects what is shown")

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "base/clsSettings.h"
 #include "base/clsUserInterface.h"
@@ -24,8 +25,8 @@ public:
         std::function<std::string()> workbookName; // returns the name of the workbook to write
     };
 
-    explicit ReportCommands(const Dependencies& dependencies)
-        : dependencies_(dependencies),
+    explicit ReportCommands(Dependencies dependencies)
+        : dependencies_(std::move(dependencies)),
           choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
 
     // Exports the whole database. Ends silently if the user cancels. The writers log their errors; others are
