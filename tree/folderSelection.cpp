@@ -371,17 +371,17 @@ void FolderSelection::openFolder(const std::string& key) {
 }
 
 void FolderSelection::revealFolder(const std::string& key) {
-    std::vector<std::string> above; // those to be listed, the nearest first
+    std::vector<std::string> above; // those to be listed
     for (std::string folder = key; !modGlobal::findNode(dependencies_.tree, folder);) {
         std::string parent(clsFile(folder).parentFolder());
         if (parent.empty() || parent == folder) {
             return;
         }
-        above.push_back(parent);
+        above.insert(above.begin(), parent);
         folder = std::move(parent);
     }
-    for (auto folder = above.rbegin(); folder != above.rend(); ++folder) {
-        tvw_Expand(*folder);
+    for (const std::string& folder : above) {
+        tvw_Expand(folder);
     }
     openFolder(key);
 }

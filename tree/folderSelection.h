@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "base/clsSettings.h"
 #include "base/clsUserInterface.h"
@@ -47,7 +48,7 @@ public:
         std::function<std::string(std::string_view folder)> recordedPath = platform::recordedPath;
     };
 
-    explicit FolderSelection(const Dependencies& dependencies) : dependencies_(dependencies) {}
+    explicit FolderSelection(Dependencies dependencies) : dependencies_(std::move(dependencies)) {}
 
     // Fills in the subfolders of a node that is being expanded.
     void tvw_Expand(const std::string& key);

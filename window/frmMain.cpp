@@ -206,15 +206,7 @@ void frmMain::closeIfWanted() {
 
 // --- The controls ---------------------------------------------------------------------------------------
 
-void frmMain::layOut() {
-    // Sizes are multiples of the line height, so that at first all columns of the files list are visible,
-    // whatever the font.
-    const int line = fontMetrics().height();
-    const QSize usualSize = (QSize(75, 48) * line).boundedTo(screen()->availableSize() * 0.9);
-    const int treeWidth = usualSize.width() / 4;
-    constexpr QSize smallestSize(480, 320);
-    constexpr int animationSide = 24; // as high as the tabs beside it
-
+void frmMain::nameControls() {
     central_.setObjectName(QStringLiteral("central"));
     txtPath_.setObjectName(QStringLiteral("txtPath"));
     txtPath_.setText(QStringLiteral("(Type network [UNC] path here)"));
@@ -226,7 +218,6 @@ void frmMain::layOut() {
     cmdGo_.setText(QStringLiteral("&Go"));
     cmdGo_.setToolTip(QStringLiteral("Scan the folder typed on the left"));
     ani_.setObjectName(QStringLiteral("ani"));
-    ani_.setFixedSize(animationSide, animationSide);
     tvw_.setObjectName(QStringLiteral("tvw"));
     imlFiles_.setObjectName(QStringLiteral("imlFiles"));
     imlMenu_.setObjectName(QStringLiteral("imlMenu"));
@@ -237,13 +228,27 @@ void frmMain::layOut() {
     cPLvw_.setObjectName(QStringLiteral("cPLvw"));
     tbrMenu_.setObjectName(QStringLiteral("tbrMenu"));
     cRebar_.setObjectName(QStringLiteral("cRebar"));
+    splitter_.setObjectName(QStringLiteral("splitter"));
+    statusBar_.setObjectName(QStringLiteral("statusBar"));
+}
+
+void frmMain::layOut() {
+    // Sizes are multiples of the line height, so that at first all columns of the files list are visible,
+    // whatever the font.
+    const int line = fontMetrics().height();
+    const QSize usualSize = (QSize(75, 48) * line).boundedTo(screen()->availableSize() * 0.9);
+    const int treeWidth = usualSize.width() / 4;
+    constexpr QSize smallestSize(480, 320);
+    constexpr int animationSide = 24; // as high as the tabs beside it
+
+    nameControls();
+    ani_.setFixedSize(animationSide, animationSide);
     prg_.setMaximumWidth(treeWidth);
 
     auto rows = std::make_unique<QVBoxLayout>();
     auto pathRow = std::make_unique<QHBoxLayout>();
     pathRow->addWidget(&txtPath_, 1);
     pathRow->addWidget(&cmdGo_);
-    splitter_.setObjectName(QStringLiteral("splitter"));
     splitter_.addWidget(&tvw_);
     rightLayout_.setContentsMargins(0, 0, 0, 0);
     rightLayout_.addWidget(&bar_);
@@ -258,7 +263,6 @@ void frmMain::layOut() {
     central_.setLayout(rows.release());
 
     setCentralWidget(&central_);
-    statusBar_.setObjectName(QStringLiteral("statusBar"));
     statusBar_.addPermanentWidget(&prg_);
     // Its texts begin at the left edge of the tree.
     const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);

@@ -69,6 +69,7 @@ private:
     void restoreLook();
     void saveLook();
     [[nodiscard]] std::string newWorkbook();
+    void nameControls();
     void layOut();
     void wire();
     [[nodiscard]] MenuTargets menuTargets();

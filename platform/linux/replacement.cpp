@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <climits>
 #include <optional>
+#include <utility>
 
 #include "platform/files.h"
 #include "platform/linux/opening.h"
@@ -115,8 +116,8 @@ public:
             return;
         }
         for (int number = 1; temporary_.empty() && number <= mostReplacements; ++number) {
-            if (const std::string name = replacementName(name_, number); giveName(name)) {
-                temporary_ = name;
+            if (std::string name = replacementName(name_, number); giveName(name)) {
+                temporary_ = std::move(name); // copying it could fail
             }
         }
         if (temporary_.empty()) {
