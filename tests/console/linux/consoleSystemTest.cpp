@@ -226,8 +226,12 @@ TEST_F(Console, tellsWhenTooManyFilesAreOpen) {
                                 folder.typed("app") + " " + folder.typed("tree") + "); done >/dev/null 2>" +
                                 folder.typed("errors");
     EXPECT_NE(std::system(command.c_str()), -1); // NOLINT: a shell sets the limits
-    EXPECT_TRUE(holds(folder.read("errors"), "tree: Too many open files")) << folder.read("errors");
-    EXPECT_FALSE(holds(folder.read("errors"), "Folder not found")) << folder.read("errors");
+    const std::string errors = folder.read("errors");
+    if (holds(errors, "libasan") || holds(errors, "libtsan")) {
+        GTEST_SKIP() << "a sanitizer opens files, too";
+    }
+    EXPECT_TRUE(holds(errors, "tree: Too many open files")) << errors;
+    EXPECT_FALSE(holds(errors, "Folder not found")) << errors;
 }
 
 // Runs the program as a child whose output is a full pipe, so that it blocks at its first table.
