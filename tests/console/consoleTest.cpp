@@ -55,7 +55,7 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     std::vector<Case> cases = {
         {"", 2, "PATH"},
         {"--nonsense %T", 2, "nonsense"},
-        {"--\x1b[31mred %T", 2, "--\\033[31mred"},
+        {"--red\x1b[31m %T", 2, "--red\\033[31m"},
         {"--owners --no-owners %T", 2, "excludes"},
         {"--unreadable --load %F/exists.html", 2, "excludes"},
         {"--top many %T", 2, "top"},

@@ -97,6 +97,7 @@ public:
     [[nodiscard]] bool isClosed() const noexcept { return closed_; }
 
 private:
+    std::filesystem::path folder_;
     std::intptr_t handle_ = -1;
     bool closed_ = false;
 };

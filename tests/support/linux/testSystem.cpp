@@ -170,7 +170,7 @@ testSystem::Outcome testSystem::run(const std::string& program, const std::vecto
 }
 
 // The superuser may read everything, so the test runs as another user meanwhile.
-testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) {
+testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) : folder_(folder) {
     fs::permissions(folder, fs::perms::none);
     auto user = std::make_unique<Unprivileged>();
     closed_ = user->is();
@@ -179,6 +179,8 @@ testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) {
 
 testSystem::ClosedFolder::~ClosedFolder() {
     delete reinterpret_cast<Unprivileged*>(handle_); // NOLINT
+    std::error_code ignored;
+    fs::permissions(folder_, fs::perms::owner_all, ignored);
 }
 
 testSystem::ReadOnlyFile::ReadOnlyFile(fs::path file) : file_(std::move(file)) {

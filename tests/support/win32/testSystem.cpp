@@ -290,7 +290,7 @@ testSystem::Outcome testSystem::run(const std::string& program, const std::vecto
 }
 
 // While it is open without sharing, nobody else can open it.
-testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) {
+testSystem::ClosedFolder::ClosedFolder(const fs::path& folder) : folder_(folder) {
     HANDLE handle = ::CreateFileW(folder.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING,
                                   FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     handle_ = reinterpret_cast<std::intptr_t>(handle);
