@@ -13,6 +13,7 @@
 #include "export/databaseFile.h"
 #include "export/reportFrame.h"
 #include "export/targetFile.h"
+#include "platform/answering.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
@@ -100,6 +101,11 @@ void ConsoleRun::scanPaths() {
 std::string ConsoleRun::findFolder(const std::string& typed) {
     try {
         std::string path = modGlobal::addBackslash(platform::toInternal(typed));
+        if (!platform::answers(path, [] { return !platform::wasInterrupted(); })) {
+            cancelled_ = platform::wasInterrupted();
+            fail(typed, cancelled_ ? "The scan was cancelled." : platform::notAnswering);
+            return {};
+        }
         if (!path.empty() && platform::folderExists(path)) {
             return platform::recordedPath(path);
         }

@@ -13,7 +13,8 @@
 #include "platform/clock.h"
 #include "platform/locale.h"
 
-// Reading folders. Failures are results here, not errors: an unreadable folder is empty.
+// Reading folders. Failures are results here, not errors: an unreadable folder is empty. So is one on a
+// volume that does not answer (platform/answering.h).
 namespace platform {
 
 // The system's facts about one entry itself; links are not followed.
@@ -65,11 +66,11 @@ public:
 
     // Fills the listing with the folder's entries. False if the folder cannot be read (no permission,
     // vanished, not a folder); the listing then has the entries read so far. `isStart`: the path may lead
-    // through links, even at its end.
+    // through links, even at its end. Of a mount point below the start, only name and isFolder are known.
     bool read(std::string_view internalFolder, FolderListing& listing, bool isStart = false);
 
-    // A function that is called now and then while a large folder is read. If it returns false, reading ends
-    // there as if the folder could not be read.
+    // A function that is called now and then while a large folder is read, and while the volume does not
+    // answer. If it returns false, reading ends there as if the folder could not be read.
     void setGoesOn(std::function<bool()> goesOn);
 
     // Only the names and isFolder, which is cheaper.

@@ -10,6 +10,7 @@
 #include "base/modGlobal.h"
 #include "db/folderRows.h"
 #include "db/values.h"
+#include "platform/answering.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "scan/modProcessFiles.h"
@@ -25,14 +26,23 @@ constexpr std::string_view notFound =
     "Directory not found.  You can select a directory in the list on the left "
     "hand side of the screen, or try again.";
 
+// Behind the text of a folder's node.
+constexpr QStringView accessDenied = u" (Access Denied)";
+constexpr QStringView notAnswering = u" (not answering)";
+
+// Empty if it is a relative path, and the current folder no longer exists.
+std::string internalOf(std::string_view typedPath) {
+    try {
+        return modGlobal::addBackslash(platform::toInternal(typedPath));
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
 // The key of the node for a typed path; empty if there is no such folder.
 std::string nodeOf(std::string_view typedPath) {
-    try {
-        const std::string path = platform::toInternal(typedPath);
-        return path.empty() || !platform::folderExists(path) ? "" : platform::recordedPath(path);
-    } catch (const RuntimeError&) {
-        return {}; // a relative path, and the current folder no longer exists
-    }
+    const std::string path = internalOf(typedPath);
+    return path.empty() || !platform::folderExists(path) ? "" : platform::recordedPath(path);
 }
 
 // False if it cannot be seen whether it exists.
@@ -42,12 +52,8 @@ bool isGone(const std::string& key) {
 
 // Why there is no node for a typed path.
 std::string whyNoNode(std::string_view typedPath) {
-    std::string reason;
-    try {
-        const std::string path = platform::toInternal(typedPath);
-        reason = path.empty() ? reason : platform::whyHidden(path);
-    } catch (const RuntimeError&) { // as in nodeOf
-    }
+    const std::string path = internalOf(typedPath);
+    const std::string reason = path.empty() ? "" : platform::whyHidden(path);
     return reason.empty() ? std::string(notFound) : reason + ": " + std::string(typedPath);
 }
 
@@ -56,6 +62,10 @@ std::string whyNoNode(std::string_view typedPath) {
 void FolderSelection::tvw_Expand(const std::string& key) {
     modGlobal::trapped(moduleName, "tvw_Expand", [&] {
         FolderTree& tree = dependencies_.tree;
+        if (waitForVolume(key) != Answer::yes) {
+            tree.setExpanded(key, false);
+            return;
+        }
         const std::string placeholder = modNodeKeys::placeholderOf(key);
         if (modGlobal::findNode(tree, placeholder)) {
             tree.removePlaceholder(placeholder);
@@ -104,13 +114,28 @@ void FolderSelection::clickNode(const std::string& key) {
     if (dependencies_.tree.isFirstNode(key) || !modNodeKeys::isFolderKey(key)) {
         return;
     }
-    if (goesElsewhere(key)) {
+    const bool isAskedLater = dependencies_.search.processing && platform::mayNotAnswer(key);
+    const bool isThere = !isAskedLater && waitForVolume(key) == Answer::yes;
+    if (isThere && goesElsewhere(key)) {
         return;
     }
     dependencies_.views.updateGraph();
+    if (isThere) {
+        listAndScan(key);
+    } else if (isAskedLater) {
+        queue(key);
+    }
+    if (!suppressed_ && dependencies_.database.isOpen()) {
+        showItems();
+        const BusyPointer busy(dependencies_.userInterface);
+        dependencies_.views.refreshActiveView();
+    }
+}
+
+void FolderSelection::listAndScan(const std::string& key) {
     const bool isElsewhere = lastLoadedRow_ > 0 && !platform::folderExists(key); // it was loaded
     const bool isReadable = isElsewhere || platform::whyUnreadable(key).empty();
-    showAccess(key, !isReadable && !isGone(key));
+    showProblem(key, isReadable || isGone(key) ? QStringView() : accessDenied);
     if (isReadable) {
         listSubfolders(key);
     }
@@ -128,11 +153,40 @@ void FolderSelection::clickNode(const std::string& key) {
             scan(key);
         }
     }
-    if (!suppressed_) {
-        showItems();
-        const BusyPointer busy(dependencies_.userInterface);
-        dependencies_.views.refreshActiveView();
+}
+
+// Waiting counts as a scan of the folder: it can be cancelled, a click elsewhere ends it, and the window can
+// be closed. A scan that is running goes on after at most platform::patience.
+FolderSelection::Answer FolderSelection::waitForVolume(const std::string& key) {
+    clsSearch& search = dependencies_.search;
+    if (!platform::mayNotAnswer(key) || search.processing || holds_ > 0) {
+        return Answer::yes;
     }
+    search.processing = true;
+    search.rootPath = key;
+    search.CancelScan = false;
+    search.nextNode.clear();
+    Q_EMIT scanRuns(true);
+    bool waited = false;
+    const bool isThere = platform::answers(key, [&] {
+        waited = true;
+        dependencies_.userInterface.status(StatusPanel::folder, "Waiting for " + platform::displayPath(key));
+        dependencies_.userInterface.yieldToEvents();
+        return !search.CancelScan;
+    });
+    search.processing = false;
+    Q_EMIT scanRuns(false);
+    const bool isCancelled = std::exchange(search.CancelScan, false) || suppressed_;
+    if (waited) {
+        dependencies_.userInterface.status(StatusPanel::folder, {});
+    }
+    if (!isCancelled && modGlobal::findNode(dependencies_.tree, key)) {
+        showProblem(key, isThere ? QStringView() : notAnswering);
+    }
+    if (!search.nextNode.empty()) {
+        handleQueued(std::exchange(search.nextNode, {}));
+    }
+    return isCancelled ? Answer::cancelled : isThere ? Answer::yes : Answer::none;
 }
 
 // The root of another volume is recorded under its own drive, and a folder that has become a link where that
@@ -169,14 +223,21 @@ void FolderSelection::queue(const std::string& key) {
     }
 }
 
-void FolderSelection::showAccess(const std::string& key, bool isDenied) {
-    const QString suffix = QStringLiteral(" (Access Denied)");
-    const QString text = dependencies_.tree.text(key);
-    const bool isMarked = text.right(suffix.size() - 1).compare(suffix.mid(1), Qt::CaseInsensitive) == 0;
-    if (isDenied && !isMarked) {
-        dependencies_.tree.setText(key, text + suffix);
-    } else if (!isDenied && text.endsWith(suffix)) {
-        dependencies_.tree.setText(key, text.chopped(suffix.size()));
+// The problem stands behind the node's text; none takes it away.
+void FolderSelection::showProblem(const std::string& key, QStringView problem) {
+    const QString before = dependencies_.tree.text(key);
+    QString text = before;
+    for (const QStringView other : {accessDenied, notAnswering}) {
+        if (other != problem && text.endsWith(other)) {
+            text.chop(other.size());
+        }
+    }
+    if (!problem.isEmpty() &&
+        !text.endsWith(problem.mid(1), Qt::CaseInsensitive)) { // a folder may be called so
+        text += problem;
+    }
+    if (text != before) {
+        dependencies_.tree.setText(key, text);
     }
 }
 
@@ -278,6 +339,13 @@ void FolderSelection::release() {
 
 void FolderSelection::cmdGo_Click(std::string_view typedPath) {
     modGlobal::trapped(moduleName, "cmdGo_Click", [&] {
+        if (const Answer answer = waitForVolume(internalOf(typedPath)); answer != Answer::yes) {
+            if (answer == Answer::none) {
+                dependencies_.userInterface.message(std::string(platform::notAnswering) + ": " +
+                                                    std::string(typedPath));
+            }
+            return;
+        }
         const std::string key = nodeOf(typedPath);
         if (key.empty()) {
             dependencies_.userInterface.message(whyNoNode(typedPath));

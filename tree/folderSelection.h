@@ -103,8 +103,11 @@ private:
     void listSubfolders(const std::string& key);
     void listLoadedSubfolders(const std::string& key);
     void clickNode(const std::string& key);
+    void listAndScan(const std::string& key);
     void queue(const std::string& key);
-    void showAccess(const std::string& key, bool isDenied);
+    enum class Answer { yes, none, cancelled };
+    Answer waitForVolume(const std::string& key);
+    void showProblem(const std::string& key, QStringView problem);
     void forgetGone(const std::string& key);
     bool goesElsewhere(const std::string& key);
     void goTo(const std::string& key);

@@ -10,7 +10,7 @@
 #include "base/clsUserInterface.h"
 #include "base/errorTrap.h"
 #include "base/modGlobal.h"
-#include "platform/folders.h"
+#include "platform/answering.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "scan/clsFileSearch.h"
@@ -104,7 +104,7 @@ void addTopFolders(FolderTree& tree, ImageList& images, const std::vector<std::s
 void getDummyFolders(FolderTree& tree, std::string_view key) {
     trapped(moduleName, "getDummyFolders", [&] {
         for (const std::string& child : tree.childKeys(key)) {
-            if (!modNodeKeys::isFolderKey(child) || !platform::folderExists(child)) {
+            if (!modNodeKeys::isFolderKey(child) || !platform::seemsToBeFolder(child)) {
                 continue;
             }
             if (!tree.findNode(modNodeKeys::placeholderOf(child))) {

@@ -1,12 +1,17 @@
 #include "platform/linux/mountTable.h"
 
+#include <fcntl.h>
+#include <poll.h>
+
 #include <algorithm>
 #include <array>
 #include <fstream>
 #include <initializer_list>
 #include <iterator>
+#include <mutex>
 #include <unordered_set>
 
+#include "platform/linux/descriptor.h"
 #include "platform/paths.h"
 
 namespace platform {
@@ -108,6 +113,15 @@ bool Mount::isKernelFileSystem() const {
     return std::find(kernelFileSystems.begin(), kernelFileSystems.end(), type) != kernelFileSystems.end();
 }
 
+bool Mount::mayNotAnswer() const {
+    constexpr std::array<std::string_view, 13> served{"fuse", "fuseblk", "nfs",     "nfs4",     "cifs",
+                                                      "smb3", "smbfs",   "9p",      "virtiofs", "ceph",
+                                                      "afs",  "lustre",  "orangefs"};
+    const bool isServed =
+        type.starts_with("fuse.") || std::find(served.begin(), served.end(), type) != served.end();
+    return !mountPoint.empty() && (isServed || !share().empty());
+}
+
 std::string Mount::share() const {
     const auto [server, path] = serverAndName(type, source);
     std::string_view name = path;
@@ -140,6 +154,19 @@ std::string Mount::driveRoot() const {
 MountTable MountTable::read() {
     std::ifstream file("/proc/self/mountinfo", std::ios::binary);
     return parse(std::string(std::istreambuf_iterator<char>(file), {}));
+}
+
+// The kernel tells by poll that the table has changed since the last poll.
+std::shared_ptr<const MountTable> MountTable::current() {
+    static std::mutex mutex;
+    static const Descriptor changes(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
+    static std::shared_ptr<const MountTable> table;
+    const std::lock_guard guard(mutex);
+    pollfd state{changes.get(), POLLPRI, 0};
+    if (!table || !changes.isOpen() || ::poll(&state, 1, 0) != 0) {
+        table = std::make_shared<const MountTable>(read());
+    }
+    return table;
 }
 
 MountTable MountTable::parse(std::string_view text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -19,6 +20,8 @@ struct Mount {
 
     // A kernel file system contains nobody's files, so it is not a drive.
     [[nodiscard]] bool isKernelFileSystem() const;
+    // True for a network share and for what a program serves. The root is relied on in any case.
+    [[nodiscard]] bool mayNotAnswer() const;
     // `\\server\share\` for a network share whose source names its server, otherwise empty.
     [[nodiscard]] std::string share() const;
     // The internal path of its root: the share, or the mount point followed by "\".
@@ -29,6 +32,8 @@ class MountTable {
 public:
     // The system's current table; empty if it is not available.
     [[nodiscard]] static MountTable read();
+    // The same, read only when it has changed.
+    [[nodiscard]] static std::shared_ptr<const MountTable> current();
     // Reads text in the form of /proc/self/mountinfo. Of several mounts at one mount point, the last is on
     // top; mounts that no path leads to, because a later one covers them, are left out.
     [[nodiscard]] static MountTable parse(std::string_view text);

@@ -69,7 +69,8 @@ std::vector<Mount> localVolumes(const MountTable& table,
     for (const Mount& mount : table.mounts()) {
         const bool counts = !mount.isKernelFileSystem() && mount.share().empty() && !isView(mount) &&
                             !(isMemory(mount) && isSystems(mount.mountPoint));
-        if (counts && isFolder(mount.mountPoint.empty() ? "/" : mount.mountPoint)) {
+        const bool isPart = mount.root != "/" && !mount.mountPoint.empty();
+        if (counts && (!isPart || mount.mayNotAnswer() || isFolder(mount.mountPoint))) {
             volumes.push_back(mount);
         }
     }

@@ -9,8 +9,8 @@
 namespace platform {
 
 // The mounts that are drives of this machine, one per volume, ordered by mount point (see platform/drives.h).
-// Network shares are not included. `isFolder` tests a native path; it is never called for paths on the
-// network.
+// Network shares are not included. `isFolder` tests the native path where part of a
+// volume is mounted, which may be a file. No volume that may not answer is asked.
 [[nodiscard]] std::vector<Mount> localVolumes(const MountTable& table,
                                               const std::function<bool(const std::string&)>& isFolder);
 

@@ -1,0 +1,272 @@
+#include "platform/linux/folderCalls.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <linux/openat2.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstring>
+#include <utility>
+
+#include "platform/linux/mountTable.h"
+#include "platform/linux/realPath.h"
+
+namespace platform {
+
+namespace {
+
+// Kept well below PATH_MAX, so that the last names of a path always fit after it.
+constexpr std::size_t pathPieceLength = 3000;
+
+// The kernel's record of one entry. glibc offers the same as dirent64, but not the call itself.
+struct KernelEntry {
+    ino64_t inode;
+    off64_t offset;
+    unsigned short length;
+    unsigned char type;
+    char name[1]; // NOLINT: of any length
+};
+
+bool isSelfOrParent(const char* name) {
+    return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
+EntryFacts factsOf(const struct stat& status) {
+    return {S_ISDIR(status.st_mode), true,         status.st_size, status.st_atim.tv_sec,
+            status.st_mtim.tv_sec,   status.st_uid};
+}
+
+Descriptor openAnything(int start, const char* path, int flags) {
+    return Descriptor(::openat(start, path, flags));
+}
+
+// A folder on the volume of the one it starts from, without following any link on the way there, so that
+// neither a folder that has become a link nor a volume mounted meanwhile leads elsewhere. ELOOP and EXDEV say
+// that there is one.
+Descriptor openBeneath(int start, const char* path, int flags) {
+    open_how how{};
+    how.flags = static_cast<unsigned>(flags);
+    how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS | RESOLVE_NO_XDEV;
+    return Descriptor(static_cast<int>(::syscall(SYS_openat2, start, path, &how, sizeof how)));
+}
+
+// The same name by name, for kernels (before 5.6) and containers without that call.
+Descriptor openNameByName(int start, const char* path, int flags) {
+    Descriptor folder;
+    std::string_view rest(path);
+    while (!rest.empty()) {
+        const std::string name(rest.substr(0, rest.find('/')));
+        rest.remove_prefix(std::min(name.size() + 1, rest.size()));
+        const int from = folder.isOpen() ? folder.get() : start;
+        folder = Descriptor(::openat(from, name.c_str(),
+                                     (rest.empty() ? flags : O_PATH | O_CLOEXEC) | O_DIRECTORY | O_NOFOLLOW));
+        if (!folder.isOpen()) {
+            return folder;
+        }
+    }
+    struct stat there {};
+    struct stat here {};
+    if (::fstat(start, &here) == 0 && ::fstat(folder.get(), &there) == 0 && here.st_dev != there.st_dev) {
+        folder.reset();
+        errno = EXDEV;
+    }
+    return folder;
+}
+
+bool hasOpenBeneath() {
+    static const bool has = openBeneath(AT_FDCWD, ".", O_PATH | O_CLOEXEC).isOpen();
+    return has;
+}
+
+// Reading a folder must not change its last access time if the system allows us to leave it alone.
+Descriptor openFolder(OpenFrom open, int start, const char* path, int flags) {
+    flags |= O_RDONLY | O_DIRECTORY | O_CLOEXEC | O_NONBLOCK;
+    Descriptor folder = open(start, path, flags | O_NOATIME);
+    if (!folder.isOpen() && errno == EPERM) {
+        folder = open(start, path, flags);
+    }
+    return folder;
+}
+
+bool startsWithPiece(std::string_view path, std::string_view piece) {
+    return path.size() > piece.size() && path[piece.size()] == '/' && path.starts_with(piece);
+}
+
+int status(const Descriptor& opened, EntryFacts& facts) {
+    struct stat status {};
+    if (!opened.isOpen() || ::fstat(opened.get(), &status) != 0) {
+        return errno;
+    }
+    facts = factsOf(status);
+    return 0;
+}
+
+} // namespace
+
+void LongPathOpener::startFrom(Descriptor folder) {
+    pieces_.clear();
+    start_ = std::move(folder);
+}
+
+Descriptor LongPathOpener::open(std::string_view native, int flags) {
+    while (!pieces_.empty() && !startsWithPiece(native, pieces_.back().path)) {
+        pieces_.pop_back();
+    }
+    std::size_t done = pieces_.empty() ? 0 : pieces_.back().path.size() + 1;
+    while (native.size() - done > pathPieceLength) {
+        const std::size_t end = native.rfind('/', done + pathPieceLength);
+        if (end == std::string_view::npos || end <= done) {
+            break;
+        }
+        const std::string piece(native.substr(done, end - done));
+        Descriptor opened = open_(start(), piece.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+        if (!opened.isOpen()) {
+            return opened;
+        }
+        pieces_.push_back({std::string(native.substr(0, end)), std::move(opened)});
+        done = end + 1;
+    }
+    rest_.assign(native.substr(done));
+    return openFolder(open_, start(), rest_.c_str(), flags);
+}
+
+int LongPathOpener::start() const {
+    const int whole = start_.isOpen() ? start_.get() : AT_FDCWD;
+    return pieces_.empty() ? whole : pieces_.back().folder.get();
+}
+
+FolderCalls::FolderCalls()
+    : opener_(openAnything), beneathStart_(hasOpenBeneath() ? openBeneath : openNameByName) {}
+
+// Possibly through a link.
+int FolderCalls::startAt(const std::string& native) {
+    start_ = native.ends_with('/') ? native : native + '/';
+    noteMountPoints(native);
+    Descriptor folder = opener_.open(native, O_PATH);
+    const int error = folder.isOpen() ? 0 : errno;
+    beneathStart_.startFrom(std::move(folder));
+    return error;
+}
+
+Descriptor FolderCalls::open(const std::string& native) {
+    if (start_.empty() ||
+        !std::string_view(native).starts_with(std::string_view(start_).substr(0, start_.size() - 1))) {
+        return opener_.open(native, O_NOFOLLOW);
+    }
+    const bool isStart = native.size() <= start_.size();
+    return isStart ? opener_.open(native, 0)
+                   : beneathStart_.open(std::string_view(native).substr(start_.size()), 0);
+}
+
+void FolderCalls::noteMountPoints(const std::string& native) {
+    mountPoints_.clear();
+    const auto real = resolvedPath(native);
+    if (!real) {
+        return;
+    }
+    const std::string realStart = *real == "/" ? *real : *real + '/';
+    const MountTable table = MountTable::read();
+    for (const Mount& mount : table.mounts()) {
+        if (mount.mountPoint.size() > realStart.size() && mount.mountPoint.starts_with(realStart)) {
+            const std::string path = start_ + mount.mountPoint.substr(realStart.size());
+            const std::size_t nameStart = path.rfind('/') + 1;
+            const std::size_t folderEnd = nameStart == start_.size() ? native.size() : nameStart - 1;
+            mountPoints_[path.substr(0, folderEnd)].insert(path.substr(nameStart));
+        }
+    }
+}
+
+// Calls `take(name, the kernel's type)` for each entry, and goesOn_ behind each full buffer.
+template <class Take>
+int FolderCalls::forEachEntry(const Descriptor& folder, Take take) {
+    constexpr long nearlyFull = bufferSize / 2;
+    if (!folder.isOpen()) {
+        return errno;
+    }
+    for (long count = 0;;) {
+        if (count > nearlyFull && goesOn_ && !goesOn_()) {
+            return EINTR;
+        }
+        count = ::syscall(SYS_getdents64, folder.get(), buffer_.data(), bufferSize);
+        if (count <= 0) {
+            return count == 0 ? 0 : errno;
+        }
+        for (long position = 0; position < count;) {
+            const char* record = buffer_.data() + position;
+            unsigned short length = 0;
+            std::memcpy(&length, record + offsetof(KernelEntry, length), sizeof length);
+            const char* name = record + offsetof(KernelEntry, name);
+            if (!isSelfOrParent(name)) {
+                take(name, static_cast<unsigned char>(record[offsetof(KernelEntry, type)]));
+            }
+            position += length;
+        }
+    }
+}
+
+int FolderCalls::read(const std::string& native, const TakeEntry& take) {
+    const Descriptor folder = open(native);
+    const auto found = mountPoints_.empty() ? mountPoints_.end() : mountPoints_.find(native);
+    const auto isMountPoint = [&](const char* name) {
+        return found != mountPoints_.end() && found->second.contains(std::string_view(name));
+    };
+    return forEachEntry(folder, [&](const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        if ((type == DT_DIR || type == DT_UNKNOWN) && isMountPoint(name)) {
+            facts.isFolder = true;
+        } else if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts = factsOf(status);
+        } else if (errno == ENOENT) {
+            return; // it vanished after the folder was read
+        } else {
+            facts.isFolder = type == DT_DIR;
+        }
+        take(facts, name);
+    });
+}
+
+int FolderCalls::readNames(const std::string& native, const TakeEntry& take) {
+    const Descriptor folder = opener_.open(native, 0);
+    return forEachEntry(folder, [&](const char* name, unsigned char type) {
+        EntryFacts facts;
+        struct stat status {};
+        facts.isFolder = type == DT_DIR;
+        if (type == DT_UNKNOWN && ::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            facts.isFolder = S_ISDIR(status.st_mode);
+        }
+        take(facts, name);
+    });
+}
+
+int folderStatus(const std::string& native, EntryFacts& facts) {
+    return status(LongPathOpener(openAnything).open(native, O_PATH), facts);
+}
+
+int entryStatus(const std::string& native, EntryFacts& facts) {
+    struct stat status {};
+    if (::lstat(native.c_str(), &status) != 0) {
+        return errno;
+    }
+    facts = factsOf(status);
+    return 0;
+}
+
+int tryToOpen(const std::string& native) {
+    return LongPathOpener(openAnything).open(native, 0).isOpen() ? 0 : errno;
+}
+
+int tryToRead(const std::string& native) {
+    const Descriptor folder = LongPathOpener(openAnything).open(native, 0);
+    constexpr std::size_t anyEntry = sizeof(KernelEntry) + NAME_MAX + 1;
+    alignas(KernelEntry) std::array<char, anyEntry> buffer;
+    const bool isRead =
+        folder.isOpen() && ::syscall(SYS_getdents64, folder.get(), buffer.data(), buffer.size()) >= 0;
+    return isRead ? 0 : errno;
+}
+
+} // namespace platform

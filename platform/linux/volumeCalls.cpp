@@ -1,0 +1,219 @@
+#include "platform/linux/volumeCalls.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <map>
+#include <mutex>
+#include <utility>
+
+#include "platform/answering.h"
+#include "platform/linux/mountTable.h"
+#include "platform/linux/realPath.h"
+
+namespace platform {
+
+namespace {
+
+// The calls, as the first byte of a request; the path follows.
+namespace call {
+constexpr char startAt = 's';
+constexpr char read = 'r';
+constexpr char readNames = 'n';
+constexpr char folderStatus = 'f';
+constexpr char entryStatus = 'e';
+constexpr char tryToOpen = 'o';
+constexpr char tryToRead = 't';
+constexpr char resolve = 'p';
+} // namespace call
+
+// Within a walk, a server may need to be woken up or started anew.
+constexpr std::chrono::seconds patienceWithinWalk{30};
+
+void nothing(std::string_view) {}
+
+std::string bytesOf(const EntryFacts& facts) {
+    std::string bytes(sizeof facts, '\0');
+    std::memcpy(bytes.data(), &facts, sizeof facts);
+    return bytes;
+}
+
+EntryFacts factsIn(std::string_view bytes) {
+    EntryFacts facts;
+    std::memcpy(&facts, bytes.data(), sizeof facts);
+    return facts;
+}
+
+// In the other process.
+int serve(FolderCalls& calls, std::string_view request, const VolumeProcess::Piece& answer) {
+    const std::string native(request.substr(1));
+    const TakeEntry take = [&](const EntryFacts& facts, const char* name) { answer(bytesOf(facts) + name); };
+    EntryFacts facts;
+    int result = 0;
+    switch (request.front()) {
+    case call::startAt:
+        return calls.startAt(native);
+    case call::read:
+        return calls.read(native, take);
+    case call::readNames:
+        return calls.readNames(native, take);
+    case call::folderStatus:
+        result = folderStatus(native, facts);
+        break;
+    case call::entryStatus:
+        result = entryStatus(native, facts);
+        break;
+    case call::tryToOpen:
+        return tryToOpen(native);
+    case call::tryToRead:
+        return tryToRead(native);
+    case call::resolve:
+        if (const auto path = resolvedPath(native)) {
+            answer(*path);
+            return 0;
+        }
+        return errno;
+    default:
+        return EINVAL;
+    }
+    answer(bytesOf(facts));
+    return result;
+}
+
+std::unique_ptr<VolumeProcess> newProcess() {
+    return std::make_unique<VolumeProcess>([calls = std::make_shared<FolderCalls>()](
+                                               std::string_view request, const VolumeProcess::Piece& answer) {
+        return serve(*calls, request, answer);
+    });
+}
+
+// Processes that are not at work: one that can be asked, and those that still wait for their volume.
+class Processes {
+public:
+    static Processes& all() {
+        static Processes processes;
+        return processes;
+    }
+
+    std::unique_ptr<VolumeProcess> take() {
+        const std::lock_guard guard(mutex_);
+        return idle_ ? std::move(idle_) : newProcess();
+    }
+
+    void giveBack(std::unique_ptr<VolumeProcess> process) {
+        const std::lock_guard guard(mutex_);
+        idle_ = std::move(process);
+    }
+
+    void leaveBehind(const std::string& volume, std::unique_ptr<VolumeProcess> process) {
+        const std::lock_guard guard(mutex_);
+        waiting_[volume] = std::move(process);
+    }
+
+    bool isSilent(const std::string& volume) {
+        const std::lock_guard guard(mutex_);
+        std::erase_if(waiting_, [](const auto& item) { return !item.second->isWaiting(); });
+        return waiting_.contains(volume);
+    }
+
+private:
+    std::mutex mutex_;
+    std::unique_ptr<VolumeProcess> idle_;
+    std::map<std::string, std::unique_ptr<VolumeProcess>> waiting_;
+};
+
+// What stands for the volume: its mount, or the path itself if links lead there.
+std::string volumeOf(std::string_view native) {
+    const auto table = MountTable::current();
+    const Mount* const mount = table->volumeOf(native);
+    return mount != nullptr && mount->mayNotAnswer() ? mount->id : std::string(native);
+}
+
+} // namespace
+
+bool couldHang(std::string_view native) {
+    const auto table = MountTable::current();
+    return native.starts_with('/') && std::any_of(table->mounts().begin(), table->mounts().end(),
+                                                  [](const Mount& mount) { return mount.mayNotAnswer(); });
+}
+
+VolumeCalls::VolumeCalls(std::string_view native) : volume_(volumeOf(native)) {}
+
+VolumeCalls::~VolumeCalls() {
+    if (process_ && start_.empty()) {
+        Processes::all().giveBack(std::move(process_));
+    }
+}
+
+int VolumeCalls::startAt(const std::string& native) {
+    start_ = native;
+    return ask(call::startAt, native, nothing, patience);
+}
+
+// A volume that answers again has a new process, which does not know the start.
+int VolumeCalls::read(const std::string& native, const TakeEntry& take) {
+    const int error = process_ || start_.empty() ? 0 : startAt(std::string(start_));
+    return error != 0
+               ? error
+               : askForEntries(call::read, native, take, native == start_ ? patience : patienceWithinWalk);
+}
+
+int VolumeCalls::readNames(const std::string& native, const TakeEntry& take) {
+    return askForEntries(call::readNames, native, take, patience);
+}
+
+int VolumeCalls::askForEntries(char call, const std::string& native, const TakeEntry& take,
+                               std::chrono::milliseconds longestPause) {
+    std::string name;
+    return ask(
+        call, native,
+        [&](std::string_view piece) {
+            name = piece.substr(sizeof(EntryFacts));
+            take(factsIn(piece), name.c_str());
+        },
+        longestPause);
+}
+
+int VolumeCalls::folderStatus(const std::string& native, EntryFacts& facts) {
+    return ask(
+        call::folderStatus, native, [&](std::string_view piece) { facts = factsIn(piece); }, patience);
+}
+
+int VolumeCalls::entryStatus(const std::string& native, EntryFacts& facts) {
+    return ask(
+        call::entryStatus, native, [&](std::string_view piece) { facts = factsIn(piece); }, patience);
+}
+
+int VolumeCalls::tryToOpen(const std::string& native) {
+    return ask(call::tryToOpen, native, nothing, patience);
+}
+
+int VolumeCalls::tryToRead(const std::string& native) {
+    return ask(call::tryToRead, native, nothing, patience);
+}
+
+int VolumeCalls::resolve(const std::string& native, std::string& path) {
+    return ask(
+        call::resolve, native, [&](std::string_view piece) { path = piece; }, patience);
+}
+
+// A process that was cancelled while its volume still answered is not left behind, but ended.
+int VolumeCalls::ask(char call, const std::string& native, const VolumeProcess::Piece& take,
+                     std::chrono::milliseconds longestPause) {
+    if (Processes::all().isSilent(volume_)) {
+        return ETIMEDOUT;
+    }
+    if (!process_) {
+        process_ = Processes::all().take();
+    }
+    const int result = process_->ask(call + native, take, {longestPause, goesOn_});
+    const bool isSilent = process_->isWaiting() && process_->silence() >= patience;
+    if (isSilent) {
+        Processes::all().leaveBehind(volume_, std::move(process_));
+    } else if (process_->isWaiting() || result == EIO) {
+        process_.reset();
+    }
+    return result;
+}
+
+} // namespace platform

@@ -1,0 +1,248 @@
+#include "platform/linux/volumeProcess.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/socket.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <cstdint>
+#include <cstring>
+#include <mutex>
+#include <vector>
+
+namespace platform {
+
+namespace {
+
+using Length = std::uint32_t;
+
+constexpr Length isResult = 0xFFFFFFFF; // in place of a piece's length; an int follows
+constexpr std::size_t sentAtOnce = 4096;
+constexpr int pollMilliseconds = 50;
+
+bool sendAll(int socket, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::send(socket, bytes.data(), bytes.size(), MSG_NOSIGNAL);
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        bytes.remove_prefix(count < 0 ? 0 : static_cast<std::size_t>(count));
+    }
+    return true;
+}
+
+template <class Number>
+void append(std::string& text, Number number) {
+    text.append(reinterpret_cast<const char*>(&number), sizeof number); // NOLINT: bytes between two copies
+}
+
+template <class Number>
+Number numberAt(std::string_view bytes) {
+    Number number{};
+    std::memcpy(&number, bytes.data(), sizeof number);
+    return number;
+}
+
+// Processes that have been told to end. Never destroyed, as processes end until the very end of the program.
+class Ending {
+public:
+    static Ending& all() {
+        static auto* const ending = new Ending; // NOLINT(cppcoreguidelines-owning-memory)
+        return *ending;
+    }
+
+    void add(pid_t process) {
+        const std::lock_guard guard(mutex_);
+        processes_.push_back(process);
+        std::erase_if(processes_, [](pid_t ending) { return ::waitpid(ending, nullptr, WNOHANG) != 0; });
+    }
+
+private:
+    std::mutex mutex_;
+    std::vector<pid_t> processes_;
+};
+
+// --- in the other process ---------------------------------------------------------------------------------
+
+// It keeps nothing of what its parent has open, above all no locks and no one's pipes. It ends with its
+// parent, and does not take part in what the terminal tells it.
+void becomeServer(int socket, pid_t parent) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    ::prctl(PR_SET_NAME, "spannory-volume");
+    for (const int ignored : {SIGINT, SIGQUIT, SIGHUP}) {
+        std::signal(ignored, SIG_IGN);
+    }
+    if (::getppid() != parent || ::chdir("/") != 0) {
+        ::_exit(1);
+    }
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (stream != socket) {
+            ::dup2(nothing, stream);
+        }
+    }
+    const auto number = static_cast<unsigned>(socket);
+    if (socket > STDERR_FILENO + 1) {
+        ::close_range(STDERR_FILENO + 1, number - 1, 0);
+    }
+    ::close_range(std::max(number, static_cast<unsigned>(STDERR_FILENO)) + 1, ~0U, 0);
+}
+
+bool receiveExactly(int socket, char* bytes, std::size_t count) {
+    while (count > 0) {
+        const ssize_t got = ::recv(socket, bytes, count, 0);
+        if (got == 0 || (got < 0 && errno != EINTR)) {
+            return false;
+        }
+        if (got > 0) {
+            bytes += got;
+            count -= static_cast<std::size_t>(got);
+        }
+    }
+    return true;
+}
+
+void serveRequests(int socket, const VolumeProcess::Serve& serve) {
+    std::string request;
+    std::string answer;
+    for (Length length = 0;
+         receiveExactly(socket, reinterpret_cast<char*>(&length), sizeof length);) { // NOLINT
+        request.resize(length);
+        if (!receiveExactly(socket, request.data(), length)) {
+            return;
+        }
+        answer.clear();
+        const int result = serve(request, [&](std::string_view piece) {
+            append(answer, static_cast<Length>(piece.size()));
+            answer += piece;
+            if (answer.size() >= sentAtOnce) {
+                sendAll(socket, answer);
+                answer.clear();
+            }
+        });
+        append(answer, isResult);
+        append(answer, result);
+        if (!sendAll(socket, answer)) {
+            return;
+        }
+    }
+}
+
+[[noreturn]] void runServer(int socket, pid_t parent, const VolumeProcess::Serve& serve) {
+    try {
+        becomeServer(socket, parent);
+        serveRequests(socket, serve);
+    } catch (...) { // no memory; the parent notices the end
+    }
+    ::_exit(0);
+}
+
+} // namespace
+
+VolumeProcess::VolumeProcess(const Serve& serve) {
+    std::array<int, 2> sockets{-1, -1};
+    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
+        return;
+    }
+    socket_ = Descriptor(sockets[0]);
+    Descriptor other(sockets[1]);
+    const pid_t parent = ::getpid();
+    process_ = ::fork();
+    if (process_ == 0) {
+        runServer(other.get(), parent, serve);
+    }
+    if (process_ < 0) {
+        socket_.reset();
+    }
+}
+
+VolumeProcess::~VolumeProcess() {
+    if (process_ > 0) {
+        ::kill(process_, SIGKILL);
+        Ending::all().add(process_);
+    }
+}
+
+int VolumeProcess::ask(std::string_view request, const Piece& take, const Wait& wait) {
+    std::string sent;
+    append(sent, static_cast<Length>(request.size()));
+    sent += request;
+    isAnswered_ = false;
+    lastPiece_ = Clock::now();
+    if (!socket_.isOpen() || !sendAll(socket_.get(), sent)) {
+        return EIO;
+    }
+    for (auto lastCall = Clock::now(); !isAnswered_;) {
+        pollfd state{socket_.get(), POLLIN, 0};
+        const bool isReady = ::poll(&state, 1, pollMilliseconds) > 0;
+        if (isReady && !receive(take)) {
+            return EIO;
+        }
+        const auto now = Clock::now();
+        if (!isAnswered_ && wait.goesOn && now - lastCall >= std::chrono::milliseconds(pollMilliseconds)) {
+            lastCall = now;
+            if (!wait.goesOn()) {
+                return ECANCELED;
+            }
+        }
+        if (!isAnswered_ && silence() > wait.patience) {
+            return ETIMEDOUT;
+        }
+    }
+    return result_;
+}
+
+bool VolumeProcess::isWaiting() {
+    pollfd state{socket_.get(), POLLIN, 0};
+    bool isThere = true;
+    while (!isAnswered_ && isThere && ::poll(&state, 1, 0) > 0) {
+        isThere = receive([](std::string_view) {});
+    }
+    return !isAnswered_ && isThere;
+}
+
+std::chrono::milliseconds VolumeProcess::silence() const {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - lastPiece_);
+}
+
+// False if the process is gone.
+bool VolumeProcess::receive(const Piece& take) {
+    constexpr std::size_t bufferSize = std::size_t{64} << 10;
+    std::array<char, bufferSize> buffer; // NOLINT: filled by the call
+    const ssize_t count = ::recv(socket_.get(), buffer.data(), buffer.size(), MSG_DONTWAIT);
+    if (count <= 0) {
+        return count < 0 && (errno == EINTR || errno == EAGAIN);
+    }
+    lastPiece_ = Clock::now();
+    received_.append(buffer.data(), static_cast<std::size_t>(count));
+    return takePieces(take);
+}
+
+bool VolumeProcess::takePieces(const Piece& take) {
+    std::string_view rest = received_;
+    while (rest.size() >= sizeof(Length)) {
+        const auto length = numberAt<Length>(rest);
+        const std::size_t size = length == isResult ? sizeof result_ : length;
+        if (rest.size() < sizeof length + size) {
+            break;
+        }
+        const std::string_view bytes = rest.substr(sizeof length, size);
+        rest.remove_prefix(sizeof length + size);
+        if (length == isResult) {
+            result_ = numberAt<int>(bytes);
+            isAnswered_ = true;
+        } else {
+            take(bytes);
+        }
+    }
+    received_.erase(0, received_.size() - rest.size());
+    return true;
+}
+
+} // namespace platform
