@@ -69,7 +69,8 @@ constexpr std::array<EngineError, 13> engineErrors{{
     {SQLITE_TOOBIG, databaseError::damaged, "A value in the database is too long"},
 }};
 
-RuntimeError errorOfMessage(std::string_view message) {
+// `file`: what to say of the file whose fault it is.
+RuntimeError errorOfMessage(std::string_view message, const std::string& file) {
     int number = databaseError::engine;
     if (message.starts_with("no such table")) {
         number = databaseError::noSuchTable;
@@ -80,7 +81,7 @@ RuntimeError errorOfMessage(std::string_view message) {
                message.starts_with("incomplete input")) {
         number = databaseError::syntax;
     }
-    return {number, "The statement failed: " + std::string(message)};
+    return {number, "The statement failed: " + std::string(message) + file};
 }
 
 std::string_view textOf(sqlite3_value* value) {
@@ -405,5 +406,5 @@ RuntimeError Connection::lastError() const {
             return {known.number, description};
         }
     }
-    return errorOfMessage(sqlite3_errmsg(handle_));
+    return errorOfMessage(sqlite3_errmsg(handle_), isTrusted_ ? "" : ": " + platform::displayPath(path_));
 }

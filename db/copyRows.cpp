@@ -88,6 +88,18 @@ void requireNumber(const Value& value, const NumberColumn& column, const std::st
     }
 }
 
+// The target's own reason would name the target.
+void append(Recordset& target, const std::string& file) {
+    try {
+        target.Update();
+    } catch (const RuntimeError& error) {
+        if (error.number() == databaseError::duplicateKey) {
+            refuse("two of its rows have the same number", file);
+        }
+        throw;
+    }
+}
+
 } // namespace
 
 std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
@@ -117,7 +129,7 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
         if (bytes > most) {
             refuse("it claims more than can fit in it", file);
         }
-        target->Update();
+        append(*target, file);
     }
     return count;
 }

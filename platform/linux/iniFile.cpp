@@ -228,7 +228,8 @@ std::optional<std::string> IniText::value(std::string_view section, std::string_
 
 void IniText::insertLine(std::size_t position, std::string content) {
     if (position > 0 && !lines_[position - 1].ends_with('\n')) {
-        lines_[position - 1].append(lineEnd_);
+        std::string& last = lines_[position - 1];
+        last.append(last.ends_with('\r') ? "\n" : lineEnd_); // a second CR would belong to its value
     }
     content.append(lineEnd_);
     lines_.insert(lines_.begin() + static_cast<std::ptrdiff_t>(position), std::move(content));

@@ -116,6 +116,10 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
          databaseError::damaged},
         {make("infinite", details + nodes + "insert into details values (1, 9e999);"),
          databaseError::damaged},
+        {make("twice",
+              "create table details (idx, size); insert into details values (1, 5), (1, 6);" + nodes),
+         databaseError::damaged},
+        {application.typed("later"), databaseError::engine},
         {make("huge", details + nodes + "insert into details values (1, -1e19);"), databaseError::damaged},
         {make("text", details + nodes + "insert into details values (1, 5), (2, '9e999');"),
          databaseError::damaged},
@@ -123,6 +127,9 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
         {make("last", details + nodes + "insert into details values (9223372036854775807, 1);"),
          databaseError::damaged},
     };
+    std::string later = application.read("good");
+    later[47] = 9; // the number of a format of the schema
+    application.write("later", later);
     const auto before = rows("select * from details");
     for (const auto& [file, number] : refused) {
         EXPECT_EQ(load(file), number) << file;

@@ -34,6 +34,7 @@ TEST(IniText, editsKeepAllOtherBytes) {
         {"[a]\nk \n", write, "[a]\nk=v\n"},
         {"[a]\nj = 1\n;c\n\n\t\n[b]\nk=2\n", write, "[a]\nj = 1\n;c\nk=v\n\n\t\n[b]\nk=2\n"},
         {"[a]\r\nj=1", write, "[a]\r\nj=1\r\nk=v\r\n"},
+        {"[a]\r\nj=1\r", write, "[a]\r\nj=1\r\nk=v\r\n"},
         {"\xEF\xBB\xBFjunk\n\n[b]\n\xFFq", write, "\xEF\xBB\xBFjunk\n\n[b]\n\xFFq\n[a]\nk=v\n"},
         {"\xFF\xFE[\0a\0]\0\n\0"s, write, "\xFF\xFE[\0a\0]\0\n\0k\0=\0v\0\n\0"s},
         {"x\n[a]\nk=1\n;c\n\n[b]\n[a]\n", deleteSection, "x\n[b]\n[a]\n"},
