@@ -143,7 +143,7 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
     if (itself != nullptr && itself->kind == SkippedFolders::Kind::unreadable) {
         failed_ = true;
         userInterface_.message(itself->reason);
-    } else if (const std::size_t unreadable = search.skipped.unreadableIn(path); unreadable > 0) {
+    } else if (const Unreadable unreadable = search.skipped.unreadableIn(path); unreadable.isAny()) {
         userInterface_.message(unreadableText(unreadable) +
                                (options_.unreadable ? "" : " To list them, use --unreadable."));
     }

@@ -68,6 +68,10 @@ std::string bar(double share, std::size_t width, std::string_view block) {
     return padded(result, width);
 }
 
+std::string reasonLine(std::string_view path, const std::string& reason) {
+    return "  " + forTerminal(platform::displayPath(path)) + ": " + reason + "\n";
+}
+
 } // namespace
 
 std::string barChart(const std::vector<ChartEntry>& entries, std::size_t top, std::size_t width) {
@@ -106,10 +110,21 @@ std::string groupTable(const std::string& nameHeader, std::vector<modFigures::Fi
 }
 
 std::string skippedTable(const SkippedFolders& skipped, std::string_view folder) {
-    std::string lines;
+    std::string folders;
     for (auto each = skipped.all().lower_bound(folder);
          each != skipped.all().end() && each->first.starts_with(folder); ++each) {
-        lines += "  " + forTerminal(platform::displayPath(each->first)) + ": " + each->second.reason + "\n";
+        folders += reasonLine(each->first, each->second.reason);
     }
-    return lines.empty() ? "All folders were read.\n" : "Folders that were not read:\n" + lines;
+    std::string files;
+    for (auto each = skipped.files().lower_bound(folder);
+         each != skipped.files().end() && each->first.starts_with(folder); ++each) {
+        for (const SkippedFolders::File& file : each->second) {
+            files += reasonLine(each->first + file.name, file.reason);
+        }
+    }
+    if (folders.empty() && files.empty()) {
+        return "All folders were read.\n";
+    }
+    return (folders.empty() ? "" : "Folders that were not read:\n" + folders) +
+           (files.empty() ? "" : "Files that could not be read:\n" + files);
 }

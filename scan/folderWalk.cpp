@@ -194,6 +194,11 @@ void FolderWalk::recordEntry(Level& level) {
         recordOtherVolume(entry);
         return;
     }
+    if (!entry.known) {
+        ++unreadableFiles_;
+        search_.skipped.addFile(std::string_view(path_).substr(0, level.pathLength), entry.name,
+                                platform::whyUnknown(entry));
+    }
     const std::int64_t recordedSize = wholeSizes_ ? entry.size : wrapped(entry.size);
     if (recordedSize != entry.size) {
         ++wrappedFiles_;

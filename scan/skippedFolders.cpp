@@ -23,6 +23,18 @@ auto endOf(Map& map, std::string_view path) {
     return last;
 }
 
+template <class Map>
+void forgetIn(Map& map, std::string_view path) {
+    if (const auto found = map.find(path); found != map.end()) {
+        map.erase(found);
+    }
+}
+
+// "1 folder", "12 folders"; empty for none.
+std::string counted(std::size_t count, const char* one, const char* many) {
+    return count == 0 ? std::string() : std::to_string(count) + (count == 1 ? one : many);
+}
+
 template <class Map, class Count>
 auto total(const Map& map, std::string_view path, Count count) {
     decltype(count(map.begin()->second)) sum = 0;
@@ -39,32 +51,38 @@ void SkippedFolders::add(std::string_view path, Kind kind, std::string_view reas
     folders_.insert_or_assign(std::string(path), Skipped{kind, std::string(reason)});
 }
 
+void SkippedFolders::addFile(std::string_view path, std::string_view name, std::string_view reason) {
+    const auto found = files_.find(path);
+    (found == files_.end() ? files_[std::string(path)] : found->second)
+        .push_back({std::string(name), std::string(reason)});
+}
+
 void SkippedFolders::addWrapped(std::string_view path) {
     const auto found = wrapped_.find(path);
     ++(found == wrapped_.end() ? wrapped_[std::string(path)] : found->second);
 }
 
 void SkippedFolders::forget(std::string_view path) {
-    if (const auto found = folders_.find(path); found != folders_.end()) {
-        folders_.erase(found);
-    }
-    if (const auto found = wrapped_.find(path); found != wrapped_.end()) {
-        wrapped_.erase(found);
-    }
+    forgetIn(folders_, path);
+    forgetIn(files_, path);
+    forgetIn(wrapped_, path);
 }
 
 void SkippedFolders::forgetWithSubfolders(std::string_view path) {
     forgetWithSubfoldersIn(folders_, path);
-    wrapped_.erase(std::string(path)); // those of its subfolders keep their rows
+    forgetIn(files_, path); // those of its subfolders keep their rows
+    forgetIn(wrapped_, path);
 }
 
 void SkippedFolders::forgetWhole(std::string_view path) {
     folders_.erase(folders_.lower_bound(path), endOf(folders_, path));
+    files_.erase(files_.lower_bound(path), endOf(files_, path));
     wrapped_.erase(wrapped_.lower_bound(path), endOf(wrapped_, path));
 }
 
 void SkippedFolders::clear() noexcept {
     folders_.clear();
+    files_.clear();
     wrapped_.clear();
 }
 
@@ -73,16 +91,19 @@ const SkippedFolders::Skipped* SkippedFolders::find(std::string_view path) const
     return found == folders_.end() ? nullptr : &found->second;
 }
 
-std::size_t SkippedFolders::unreadableIn(std::string_view path) const {
-    return total(folders_, path, [](const Skipped& folder) -> std::size_t {
-        return folder.kind == Kind::unreadable ? 1 : 0;
-    });
+Unreadable SkippedFolders::unreadableIn(std::string_view path) const {
+    return {
+        total(folders_, path,
+              [](const Skipped& folder) -> std::size_t { return folder.kind == Kind::unreadable ? 1 : 0; }),
+        total(files_, path, [](const std::vector<File>& files) { return files.size(); })};
 }
 
 std::int64_t SkippedFolders::wrappedIn(std::string_view path) const {
     return total(wrapped_, path, [](std::int64_t files) { return files; });
 }
 
-std::string unreadableText(std::size_t count) {
-    return std::to_string(count) + (count == 1 ? " folder" : " folders") + " could not be read.";
+std::string unreadableText(const Unreadable& unreadable) {
+    const std::string folders = counted(unreadable.folders, " folder", " folders");
+    const std::string files = counted(unreadable.files, " file", " files");
+    return folders + (folders.empty() || files.empty() ? "" : " and ") + files + " could not be read.";
 }

@@ -5,9 +5,18 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
-// What makes figures differ from the truth: the folders whose contents are missing in them, and why, and the
-// files whose sizes are wrapped. Paths are internal paths with a trailing "\".
+// What could not be read.
+struct Unreadable {
+    std::size_t folders = 0;
+    std::size_t files = 0;
+
+    [[nodiscard]] bool isAny() const noexcept { return folders + files > 0; }
+};
+
+// What makes figures differ from the truth: the folders whose contents are missing in them, the files whose
+// sizes are, and why; and the files whose sizes are wrapped. Paths are internal paths with a trailing "\".
 class SkippedFolders {
 public:
     enum class Kind { unreadable, otherVolume };
@@ -15,8 +24,17 @@ public:
         Kind kind = Kind::unreadable;
         std::string reason; // for people: "Permission denied"
     };
+    struct File {
+        std::string name; // internal form
+        std::string reason;
+    };
+    template <class Value>
+    using ByFolder = std::map<std::string, Value, std::less<>>;
 
     void add(std::string_view path, Kind kind, std::string_view reason);
+
+    // A file directly in the folder was recorded with its name alone.
+    void addFile(std::string_view path, std::string_view name, std::string_view reason);
 
     // A file directly in the folder was recorded with the low 32 bits of its size.
     void addWrapped(std::string_view path);
@@ -31,19 +49,22 @@ public:
     // Null if the folder was not skipped.
     [[nodiscard]] const Skipped* find(std::string_view path) const;
 
-    // The number of unreadable folders that are the given one or lie below it.
-    [[nodiscard]] std::size_t unreadableIn(std::string_view path) const;
+    // The unreadable folders that are the given one or lie below it, and the unreadable files in it, at any
+    // depth.
+    [[nodiscard]] Unreadable unreadableIn(std::string_view path) const;
 
     // The number of files with wrapped sizes in the folder, at any depth.
     [[nodiscard]] std::int64_t wrappedIn(std::string_view path) const;
 
-    // All folders that were skipped, by path.
-    [[nodiscard]] const std::map<std::string, Skipped, std::less<>>& all() const noexcept { return folders_; }
+    // All folders that were skipped, and all unreadable files by the folder they are in.
+    [[nodiscard]] const ByFolder<Skipped>& all() const noexcept { return folders_; }
+    [[nodiscard]] const ByFolder<std::vector<File>>& files() const noexcept { return files_; }
 
 private:
-    std::map<std::string, Skipped, std::less<>> folders_;
-    std::map<std::string, std::int64_t, std::less<>> wrapped_; // by the folder they are in
+    ByFolder<Skipped> folders_;
+    ByFolder<std::vector<File>> files_;
+    ByFolder<std::int64_t> wrapped_; // by the folder they are in
 };
 
-// "12 folders could not be read."
-[[nodiscard]] std::string unreadableText(std::size_t count);
+// "12 folders and 1 file could not be read." Without those of which there are none.
+[[nodiscard]] std::string unreadableText(const Unreadable& unreadable);

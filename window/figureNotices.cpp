@@ -29,10 +29,11 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (!dependencies_.selection.holdsLoadedRows()) {
         dependencies_.bar.dismiss(MessageBar::Topic::savedScan);
     }
-    const std::size_t unreadable = dependencies_.search.skipped.unreadableIn({});
-    if (unreadable == 0) {
+    const Unreadable unreadable = dependencies_.search.skipped.unreadableIn({});
+    if (!unreadable.isAny()) {
         dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
-    } else if (result.unreadableFolders > 0 || dependencies_.bar.holds(MessageBar::Topic::unreadable)) {
+    } else if (result.unreadableFolders + result.unreadableFiles > 0 ||
+               dependencies_.bar.holds(MessageBar::Topic::unreadable)) {
         dependencies_.bar.showMessage(MessageBar::Topic::unreadable,
                                       {QString::fromStdString(unreadableText(unreadable)),
                                        {{QStringLiteral("&Show"), [this] { showUnreadable(); }}}});

@@ -255,6 +255,7 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
             return; // it vanished after the folder was read
         } else {
             facts.isFolder = type == DT_DIR;
+            facts.error = errno;
         }
         listing.append(facts, name);
     });

@@ -65,14 +65,6 @@ protected:
         std::sort(found.begin(), found.end());
         return joined(found);
     }
-    // The last ones in the status bar.
-    std::string remarks() const {
-        std::string text;
-        for (const auto& [panel, shown] : userInterface.statuses) {
-            text = panel == StatusPanel::remarks ? shown : text;
-        }
-        return text;
-    }
     static std::string joined(const std::vector<std::string>& lines) {
         std::string text;
         for (const std::string& line : lines) {
@@ -408,7 +400,7 @@ TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
     EXPECT_EQ(remarks(), "1 folder could not be read.");
     ASSERT_NE(search.skipped.find(key("closed")), nullptr);
     EXPECT_NE(search.skipped.find(key("closed"))->reason, "");
-    EXPECT_EQ(search.skipped.unreadableIn(key("open")), 0U);
+    EXPECT_EQ(search.skipped.unreadableIn(key("open")).folders, 0U);
     scan(); // has nothing to read
     EXPECT_EQ(remarks(), "1 folder could not be read.");
     search.resetScanCompleteTime(key());

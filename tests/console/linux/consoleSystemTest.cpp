@@ -165,7 +165,7 @@ TEST_F(ConsoleOfAnotherUser, usesNoApplicationFolderOfSomeoneElse) {
     EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
 }
 
-TEST_F(ConsoleOfAnotherUser, listsTheFoldersThatCouldNotBeRead) {
+TEST_F(ConsoleOfAnotherUser, listsWhatCouldNotBeRead) {
     folder.write("tree/closed/file", "x");
     fs::permissions(folder / "tree/closed", fs::perms::none);
     const std::string closed = folder.typed("tree/closed/");
@@ -178,7 +178,19 @@ TEST_F(ConsoleOfAnotherUser, listsTheFoldersThatCouldNotBeRead) {
     outcome = runAsThem({closed});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(holds(outcome.errors, "closed/: Permission denied\n")) << outcome.errors;
-    fs::permissions(folder / "tree/closed", fs::perms::owner_all);
+    folder.write("tree/names/two\nlines", "x");
+    fs::permissions(folder / "tree/names", fs::perms::owner_read | fs::perms::others_read);
+    outcome = runAsThem({"--quiet", "--unreadable", folder.typed("tree")});
+    EXPECT_TRUE(holds(outcome.errors, "1 folder and 1 file could not be read.")) << outcome.errors;
+    EXPECT_EQ(outcome.output, "Folders that were not read:\n  " + closed +
+                                  ": Permission denied\nFiles that could not be read:\n  " +
+                                  folder.typed("tree/names/two\\012lines") + ": Permission denied\n\n");
+    outcome = runAsThem({"--quiet", "--unreadable", folder.typed("tree/names")});
+    EXPECT_EQ(outcome.status, 0) << "its names were read";
+    EXPECT_TRUE(holds(outcome.errors, "1 file could not be read.\n")) << outcome.errors;
+    for (const char* name : {"tree/closed", "tree/names"}) {
+        fs::permissions(folder / name, fs::perms::owner_all);
+    }
 }
 
 TEST_F(Console, writesToAStreamAsItStands) {

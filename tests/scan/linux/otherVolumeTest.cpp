@@ -36,7 +36,7 @@ TEST_F(OtherVolume, isAnEmptyFolderBesideItsOwnDrive) {
     EXPECT_EQ(row(volume), skipped);
     EXPECT_EQ(row(key("a")), Rows{"File Folder|5"});
     ASSERT_NE(search.skipped.find(volume), nullptr);
-    EXPECT_EQ(search.skipped.unreadableIn(key()), 0U);
+    EXPECT_EQ(search.skipped.unreadableIn(key()).folders, 0U);
 
     EXPECT_EQ(platform::recordedPath(volume), key("a/volume")) << "its own drive";
     modProcessFiles::processMain(platform::recordedPath(volume), {search, settings, userInterface});

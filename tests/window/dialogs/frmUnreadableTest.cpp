@@ -40,6 +40,7 @@ protected:
         add("a\\sub\\", Kind::unreadable, "not connected");
         add("a\\", Kind::otherVolume, "another volume");
         add("c\\");
+        folders.addFile(key("a\\"), "file", "not found");
         open();
     }
     [[nodiscard]] std::vector<std::string> paths() const {
@@ -69,38 +70,43 @@ protected:
 TEST_F(UnreadableFolders, areCountedByKind) {
     struct Case {
         int unreadable;
+        int files;
         int others;
         const char* text;
     };
     const Case cases[] = {
-        {0, 0, "All folders could be read."},
-        {1, 0, "1 folder could not be read."},
-        {0, 1, "All folders could be read. 1 other volume is not included."},
-        {12, 2, "12 folders could not be read. 2 other volumes are not included."},
+        {0, 0, 0, "All folders could be read."},
+        {1, 0, 0, "1 folder could not be read."},
+        {0, 1, 0, "1 file could not be read."},
+        {0, 0, 1, "All folders could be read. 1 other volume is not included."},
+        {12, 3, 2, "12 folders and 3 files could not be read. 2 other volumes are not included."},
     };
     for (const Case& each : cases) {
         folders.clear();
         for (int i = 0; i < each.unreadable; ++i) {
             add("a" + std::to_string(i) + "\\");
         }
+        for (int i = 0; i < each.files; ++i) {
+            folders.addFile(key("a\\"), "c" + std::to_string(i), "denied");
+        }
         for (int i = 0; i < each.others; ++i) {
             add("b" + std::to_string(i) + "\\", Kind::otherVolume);
         }
         form.fill(folders);
         EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("lblUnreadable"))->text().toStdString(), each.text);
-        EXPECT_EQ(list.rows().rowCount(), each.unreadable + each.others);
+        EXPECT_EQ(list.rows().rowCount(), each.unreadable + each.files + each.others);
     }
 }
 
 TEST_F(UnreadableFolders, areListedByKindAndPathUntilAHeaderIsClicked) {
     addAndOpen();
-    EXPECT_THAT(paths(), ElementsAre(shown("a\\sub"), shown("b"), shown("c"), shown("a")));
+    EXPECT_THAT(paths(), ElementsAre(shown("a\\sub"), shown("b"), shown("c"), shown("a\\file"), shown("a")));
     clickHeader(0);
-    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("a\\sub"), shown("b"), shown("c")));
+    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("a\\file"), shown("a\\sub"), shown("b"), shown("c")));
     clickHeader(1);
-    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("b"), shown("c"), shown("a\\sub")));
+    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("b"), shown("c"), shown("a\\sub"), shown("a\\file")));
     clickHeader(1);
-    EXPECT_EQ(paths().front(), shown("a\\sub"));
+    EXPECT_EQ(paths().front(), shown("a\\file"));
     add("aa\\", Kind::unreadable, "zealously guarded");
     add("", Kind::unreadable, "a");
     form.fill(folders);
@@ -118,7 +124,10 @@ TEST_F(UnreadableFolders, areChosenByKeyAndMouse) {
     const QPoint second = list.visualRect(list.rows().index(1, 1)).center();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, second);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, second);
-    EXPECT_THAT(chosen, ElementsAre(key("a\\sub\\"), key("a\\"), key("b\\")));
+    list.selectRow(list.rows().find(key("a\\file")));
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_THAT(chosen, ElementsAre(key("a\\sub\\"), key("a\\"), key("b\\"), key("a\\")))
+        << "for a file, the folder that it is in";
     EXPECT_TRUE(form.isVisible());
 }
 
@@ -147,7 +156,7 @@ TEST_F(UnreadableFolders, areCopiedAsTheyAreListed) {
     clickHeader(0);
     clickHeader(0);
     const std::string expected =
-        "Folder\tReason\r\n" + shown("b, c") + "\t\"denied\tby \"\"them\"\"\"\r\n" + shown("a") + "\tdenied";
+        "Path\tReason\r\n" + shown("b, c") + "\t\"denied\tby \"\"them\"\"\"\r\n" + shown("a") + "\tdenied";
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(clipboardText(), expected);
     QGuiApplication::clipboard()->clear();
@@ -185,6 +194,7 @@ TEST_F(UnreadableFolders, keepTheirPlacesWhenTheyAreFilledAgain) {
 }
 
 TEST_F(UnreadableFolders, showLongPathsInTheRoomThereIsAndInTips) {
+    add("b\\" + std::string(40000, 'x') + "\\", Kind::unreadable, "The path is too long");
     add("a\\" + std::string(300, 'x') + "\\<b>\\");
     open();
     EXPECT_FALSE(form.isModal());
