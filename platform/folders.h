@@ -59,7 +59,7 @@ private:
 //
 // A walk reads its start first, with `isStart`. From then on, folders below it are read only if they can be
 // reached without a link and without leaving the volume, whatever becomes of the folders on the way there
-// meanwhile. For this the start itself stays open, nothing else does.
+// meanwhile. For this the start itself stays open on Linux, nothing else does.
 class FolderReader {
 public:
     FolderReader();
