@@ -109,16 +109,16 @@ std::string groupTable(const std::string& nameHeader, std::vector<modFigures::Fi
     return table(rows) + moreLine(groups.size(), top);
 }
 
-std::string skippedTable(const SkippedFolders& skipped, std::string_view folder) {
+std::string gapTable(const FigureGaps& gaps, std::string_view folder) {
     std::string folders;
-    for (auto each = skipped.all().lower_bound(folder);
-         each != skipped.all().end() && each->first.starts_with(folder); ++each) {
+    for (auto each = gaps.folders().lower_bound(folder);
+         each != gaps.folders().end() && each->first.starts_with(folder); ++each) {
         folders += reasonLine(each->first, each->second.reason);
     }
     std::string files;
-    for (auto each = skipped.files().lower_bound(folder);
-         each != skipped.files().end() && each->first.starts_with(folder); ++each) {
-        for (const SkippedFolders::File& file : each->second) {
+    for (auto each = gaps.files().lower_bound(folder);
+         each != gaps.files().end() && each->first.starts_with(folder); ++each) {
+        for (const FigureGaps::File& file : each->second) {
             files += reasonLine(each->first + file.name, file.reason);
         }
     }

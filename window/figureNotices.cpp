@@ -29,7 +29,7 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (!dependencies_.selection.holdsLoadedRows()) {
         dependencies_.bar.dismiss(MessageBar::Topic::savedScan);
     }
-    const Unreadable unreadable = dependencies_.search.skipped.unreadableIn({});
+    const Unreadable unreadable = dependencies_.search.gaps.unreadableIn({});
     if (!unreadable.isAny()) {
         dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
     } else if (result.unreadableFolders + result.unreadableFiles > 0 ||
@@ -44,7 +44,7 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
 }
 
 void FigureNotices::showWrapped() {
-    const std::int64_t wrapped = dependencies_.search.skipped.wrappedIn({});
+    const std::int64_t wrapped = dependencies_.search.gaps.wrappedIn({});
     if (wrapped == 0) {
         dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
         return;
@@ -102,5 +102,5 @@ void FigureNotices::showUnreadable() {
 }
 
 void FigureNotices::fillUnreadable() {
-    dependencies_.unreadable.fill(dependencies_.search.skipped, dependencies_.selection.holdsLoadedRows());
+    dependencies_.unreadable.fill(dependencies_.search.gaps, dependencies_.selection.holdsLoadedRows());
 }

@@ -28,7 +28,7 @@ protected:
     }
     // Why that folder could not be read; empty if it could.
     [[nodiscard]] std::string reasonOfLast() const {
-        const auto* const last = search.skipped.find(key("a") + "middle\\last\\");
+        const auto* const last = search.gaps.find(key("a") + "middle\\last\\");
         return last == nullptr ? "" : last->reason;
     }
     [[nodiscard]] std::string secretsFound() const {

@@ -398,9 +398,9 @@ TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
     EXPECT_EQ(count("scanCompleteTime is not null"), "3");
     EXPECT_TRUE(userInterface.messages.empty());
     EXPECT_EQ(remarks(), "1 folder could not be read.");
-    ASSERT_NE(search.skipped.find(key("closed")), nullptr);
-    EXPECT_NE(search.skipped.find(key("closed"))->reason, "");
-    EXPECT_EQ(search.skipped.unreadableIn(key("open")).folders, 0U);
+    ASSERT_NE(search.gaps.find(key("closed")), nullptr);
+    EXPECT_NE(search.gaps.find(key("closed"))->reason, "");
+    EXPECT_EQ(search.gaps.unreadableIn(key("open")).folders, 0U);
     scan(); // has nothing to read
     EXPECT_EQ(remarks(), "1 folder could not be read.");
     search.resetScanCompleteTime(key());

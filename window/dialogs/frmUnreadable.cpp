@@ -13,7 +13,7 @@
 
 #include "base/clsFile.h"
 #include "platform/paths.h"
-#include "scan/skippedFolders.h"
+#include "scan/figureGaps.h"
 #include "widgets/lvsort.h"
 
 namespace {
@@ -46,14 +46,14 @@ void append(Groups& groups, Group group, const std::string& path, const std::str
     groups.at(group).emplace_back(path, std::string_view(), cells).icon = QString::number(group);
 }
 
-Groups groupsOf(const SkippedFolders& folders) {
+Groups groupsOf(const FigureGaps& gaps) {
     Groups groups;
-    for (const auto& [path, skipped] : folders.all()) {
-        const bool isOther = skipped.kind == SkippedFolders::Kind::otherVolume;
+    for (const auto& [path, skipped] : gaps.folders()) {
+        const bool isOther = skipped.kind == FigureGaps::Kind::otherVolume;
         append(groups, isOther ? volumeGroup : folderGroup, path, skipped.reason);
     }
-    for (const auto& [path, files] : folders.files()) {
-        for (const SkippedFolders::File& file : files) {
+    for (const auto& [path, files] : gaps.files()) {
+        for (const FigureGaps::File& file : files) {
             append(groups, fileGroup, path + file.name, file.reason);
         }
     }
@@ -128,13 +128,13 @@ void frmUnreadable::layOut() {
     lvwUnreadable_.setFocus();
 }
 
-void frmUnreadable::fill(const SkippedFolders& folders, bool withLoadedRows) {
+void frmUnreadable::fill(const FigureGaps& gaps, bool withLoadedRows) {
     ListModel& rows = lvwUnreadable_.rows();
     const int selected = lvwUnreadable_.selectedRow();
     const std::string selectedKey(selected < 0 ? std::string_view() : rows.row(selected).key());
     const int scrolled = lvwUnreadable_.verticalScrollBar()->value();
 
-    Groups groups = groupsOf(folders);
+    Groups groups = groupsOf(gaps);
     const Unreadable unreadable{groups[folderGroup].size(), groups[fileGroup].size()};
     const std::size_t others = groups[volumeGroup].size();
     rows.clear();

@@ -10,7 +10,7 @@
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
 
-class SkippedFolders;
+class FigureGaps;
 
 // The window that lists the folders and files that a scan could not read, and the folders that it left out
 // because they are on other volumes. It is not modal: show it, and fill it again when the folders change.
@@ -23,7 +23,7 @@ public:
     // Unreadable folders come first, then files, unless the user has sorted the list. The selection stays
     // with its row.
     // What could not be read of loaded rows is not known.
-    void fill(const SkippedFolders& folders, bool withLoadedRows = false);
+    void fill(const FigureGaps& gaps, bool withLoadedRows = false);
 
 Q_SIGNALS:
     // Enter or a double click on a row: the folder, or the one that the file is in, as an internal path with

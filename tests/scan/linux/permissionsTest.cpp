@@ -28,9 +28,9 @@ TEST_F(ScanPermissions, filesThatShowTheirNamesAloneAreRecordedAndTold) {
     EXPECT_EQ(result.unreadableFiles, 1);
     EXPECT_EQ(result.unreadableFolders, 1) << "the folder among the names";
     EXPECT_EQ(remarks(), "1 folder and 1 file could not be read.");
-    EXPECT_EQ(search.skipped.unreadableIn(key("open")).files, 0U);
-    ASSERT_EQ(search.skipped.files().size(), 1U);
-    const auto& [folder, files] = *search.skipped.files().begin();
+    EXPECT_EQ(search.gaps.unreadableIn(key("open")).files, 0U);
+    ASSERT_EQ(search.gaps.files().size(), 1U);
+    const auto& [folder, files] = *search.gaps.files().begin();
     EXPECT_EQ(folder, key("namesOnly"));
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].name + ": " + files[0].reason, "file: Permission denied");
@@ -41,9 +41,9 @@ TEST_F(ScanPermissions, filesThatShowTheirNamesAloneAreRecordedAndTold) {
 
     fs::permissions(tree / "namesOnly", fs::perms::owner_all);
     search.resetScanCompleteTime(key());
-    EXPECT_EQ(search.skipped.unreadableIn(key()).files, 1U) << "its row is still there";
+    EXPECT_EQ(search.gaps.unreadableIn(key()).files, 1U) << "its row is still there";
     search.resetScanCompleteTime(key("namesOnly"));
-    EXPECT_EQ(search.skipped.unreadableIn(key()).files, 0U);
+    EXPECT_EQ(search.gaps.unreadableIn(key()).files, 0U);
     EXPECT_EQ(scan().unreadableFiles, 0);
     EXPECT_EQ(remarks(), "");
     EXPECT_EQ(rows("select sum(size) from details where isFolder=0"), std::vector<std::string>{"3"});

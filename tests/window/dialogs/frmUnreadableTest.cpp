@@ -10,14 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "scan/skippedFolders.h"
+#include "scan/figureGaps.h"
 #include "support/expected.h"
 
 using testing::ElementsAre;
 
 namespace {
 
-using Kind = SkippedFolders::Kind;
+using Kind = FigureGaps::Kind;
 
 class UnreadableFolders : public testing::Test {
 protected:
@@ -28,10 +28,10 @@ protected:
 
     static std::string key(const std::string& names) { return testSystem::root() + names; }
     void add(const std::string& names, Kind kind = Kind::unreadable, const char* reason = "denied") {
-        folders.add(key(names), kind, reason);
+        gaps.add(key(names), kind, reason);
     }
     void open() {
-        form.fill(folders);
+        form.fill(gaps);
         form.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
     }
@@ -40,7 +40,7 @@ protected:
         add("a\\sub\\", Kind::unreadable, "not connected");
         add("a\\", Kind::otherVolume, "another volume");
         add("c\\");
-        folders.addFile(key("a\\"), "file", "not found");
+        gaps.addFile(key("a\\"), "file", "not found");
         open();
     }
     [[nodiscard]] std::vector<std::string> paths() const {
@@ -59,7 +59,7 @@ protected:
     }
     static std::string clipboardText() { return QGuiApplication::clipboard()->text().toStdString(); }
 
-    SkippedFolders folders;
+    FigureGaps gaps;
     frmUnreadable form{nullptr};
     ListView& list = *form.findChild<ListView*>(QStringLiteral("lvwUnreadable"));
     QPushButton& cmdCopy = *form.findChild<QPushButton*>(QStringLiteral("cmdCopy"));
@@ -82,17 +82,17 @@ TEST_F(UnreadableFolders, areCountedByKind) {
         {12, 3, 2, "12 folders and 3 files could not be read. 2 other volumes are not included."},
     };
     for (const Case& each : cases) {
-        folders.clear();
+        gaps.clear();
         for (int i = 0; i < each.unreadable; ++i) {
             add("a" + std::to_string(i) + "\\");
         }
         for (int i = 0; i < each.files; ++i) {
-            folders.addFile(key("a\\"), "c" + std::to_string(i), "denied");
+            gaps.addFile(key("a\\"), "c" + std::to_string(i), "denied");
         }
         for (int i = 0; i < each.others; ++i) {
             add("b" + std::to_string(i) + "\\", Kind::otherVolume);
         }
-        form.fill(folders);
+        form.fill(gaps);
         EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("lblUnreadable"))->text().toStdString(), each.text);
         EXPECT_EQ(list.rows().rowCount(), each.unreadable + each.files + each.others);
     }
@@ -109,7 +109,7 @@ TEST_F(UnreadableFolders, areListedByKindAndPathUntilAHeaderIsClicked) {
     EXPECT_EQ(paths().front(), shown("a\\file"));
     add("aa\\", Kind::unreadable, "zealously guarded");
     add("", Kind::unreadable, "a");
-    form.fill(folders);
+    form.fill(gaps);
     EXPECT_EQ(paths().front(), shown("aa")) << "still sorted by the reason, in descending order";
     EXPECT_EQ(paths().back(), shown("")) << "a root keeps its separator";
 }
@@ -152,7 +152,7 @@ TEST_F(UnreadableFolders, areCopiedAsTheyAreListed) {
 
     add("b, c\\", Kind::unreadable, "denied\tby \"them\"");
     add("a\\");
-    form.fill(folders);
+    form.fill(gaps);
     clickHeader(0);
     clickHeader(0);
     const std::string expected =
@@ -177,19 +177,19 @@ TEST_F(UnreadableFolders, keepTheirPlacesWhenTheyAreFilledAgain) {
     const int scrolled = bar.value();
 
     add("050\\");
-    form.fill(folders);
+    form.fill(gaps);
     EXPECT_EQ(selected(), shown("250"));
     EXPECT_EQ(bar.value(), scrolled);
-    folders.forget(key("250\\"));
-    form.fill(folders);
+    gaps.forget(key("250\\"));
+    form.fill(gaps);
     EXPECT_EQ(selected(), shown("251")) << "the one at its place";
     QApplication::processEvents();
     EXPECT_EQ(bar.value(), scrolled);
-    folders.clear();
-    form.fill(folders);
+    gaps.clear();
+    form.fill(gaps);
     EXPECT_EQ(selected(), "");
     add("x\\");
-    form.fill(folders);
+    form.fill(gaps);
     EXPECT_EQ(selected(), shown("x"));
 }
 

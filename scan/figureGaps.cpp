@@ -1,4 +1,4 @@
-#include "scan/skippedFolders.h"
+#include "scan/figureGaps.h"
 
 #include <algorithm>
 #include <iterator>
@@ -47,58 +47,58 @@ auto total(const Map& map, std::string_view path, Count count) {
 
 } // namespace
 
-void SkippedFolders::add(std::string_view path, Kind kind, std::string_view reason) {
+void FigureGaps::add(std::string_view path, Kind kind, std::string_view reason) {
     folders_.insert_or_assign(std::string(path), Skipped{kind, std::string(reason)});
 }
 
-void SkippedFolders::addFile(std::string_view path, std::string_view name, std::string_view reason) {
+void FigureGaps::addFile(std::string_view path, std::string_view name, std::string_view reason) {
     const auto found = files_.find(path);
     (found == files_.end() ? files_[std::string(path)] : found->second)
         .push_back({std::string(name), std::string(reason)});
 }
 
-void SkippedFolders::addWrapped(std::string_view path) {
+void FigureGaps::addWrapped(std::string_view path) {
     const auto found = wrapped_.find(path);
     ++(found == wrapped_.end() ? wrapped_[std::string(path)] : found->second);
 }
 
-void SkippedFolders::forget(std::string_view path) {
+void FigureGaps::forget(std::string_view path) {
     forgetIn(folders_, path);
     forgetIn(files_, path);
     forgetIn(wrapped_, path);
 }
 
-void SkippedFolders::forgetWithSubfolders(std::string_view path) {
+void FigureGaps::forgetWithSubfolders(std::string_view path) {
     forgetWithSubfoldersIn(folders_, path);
     forgetIn(files_, path); // those of its subfolders keep their rows
     forgetIn(wrapped_, path);
 }
 
-void SkippedFolders::forgetWhole(std::string_view path) {
+void FigureGaps::forgetWhole(std::string_view path) {
     folders_.erase(folders_.lower_bound(path), endOf(folders_, path));
     files_.erase(files_.lower_bound(path), endOf(files_, path));
     wrapped_.erase(wrapped_.lower_bound(path), endOf(wrapped_, path));
 }
 
-void SkippedFolders::clear() noexcept {
+void FigureGaps::clear() noexcept {
     folders_.clear();
     files_.clear();
     wrapped_.clear();
 }
 
-const SkippedFolders::Skipped* SkippedFolders::find(std::string_view path) const {
+const FigureGaps::Skipped* FigureGaps::find(std::string_view path) const {
     const auto found = folders_.find(path);
     return found == folders_.end() ? nullptr : &found->second;
 }
 
-Unreadable SkippedFolders::unreadableIn(std::string_view path) const {
+Unreadable FigureGaps::unreadableIn(std::string_view path) const {
     return {
         total(folders_, path,
               [](const Skipped& folder) -> std::size_t { return folder.kind == Kind::unreadable ? 1 : 0; }),
         total(files_, path, [](const std::vector<File>& files) { return files.size(); })};
 }
 
-std::int64_t SkippedFolders::wrappedIn(std::string_view path) const {
+std::int64_t FigureGaps::wrappedIn(std::string_view path) const {
     return total(wrapped_, path, [](std::int64_t files) { return files; });
 }
 

@@ -15,9 +15,11 @@ struct Unreadable {
     [[nodiscard]] bool isAny() const noexcept { return folders + files > 0; }
 };
 
-// What makes figures differ from the truth: the folders whose contents are missing in them, the files whose
-// sizes are, and why; and the files whose sizes are wrapped. Paths are internal paths with a trailing "\".
-class SkippedFolders {
+// What makes figures differ from the truth: folders whose contents and files whose sizes are missing in them,
+// each with the reason, and files whose sizes are wrapped. Paths of folders are internal paths with a
+// trailing
+// "\".
+class FigureGaps {
 public:
     enum class Kind { unreadable, otherVolume };
     struct Skipped {
@@ -57,7 +59,7 @@ public:
     [[nodiscard]] std::int64_t wrappedIn(std::string_view path) const;
 
     // All folders that were skipped, and all unreadable files by the folder they are in.
-    [[nodiscard]] const ByFolder<Skipped>& all() const noexcept { return folders_; }
+    [[nodiscard]] const ByFolder<Skipped>& folders() const noexcept { return folders_; }
     [[nodiscard]] const ByFolder<std::vector<File>>& files() const noexcept { return files_; }
 
 private:
