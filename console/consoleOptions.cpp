@@ -65,7 +65,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_flag("--exact", options.exact,
                  "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
     app.add_flag("--unreadable", options.unreadable,
-                 "List the folders that could not be read, and other volumes")
+                 "List the folders and files that could not be read, and other volumes")
         ->excludes(load);
     app.add_option("--app-folder", options.applicationFolder,
                    "Application folder, with settings.ini, main.dat and errorLog.txt")

@@ -135,7 +135,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     tellWhatIsMissing(search, path, result);
     showFolder(path, modProcessFiles::finishedText(result.seconds));
     if (options_.unreadable) {
-        print(skippedTable(search.skipped, path) + "\n");
+        print(gapTable(search.gaps, path) + "\n");
     }
 }
 
@@ -145,11 +145,11 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
     if (result.cancelled) {
         userInterface_.message("The scan was cancelled. The figures are incomplete.");
     }
-    const SkippedFolders::Skipped* const itself = search.skipped.find(path);
-    if (itself != nullptr && itself->kind == SkippedFolders::Kind::unreadable) {
+    const FigureGaps::Skipped* const itself = search.gaps.find(path);
+    if (itself != nullptr && itself->kind == FigureGaps::Kind::unreadable) {
         failed_ = true;
         userInterface_.message(itself->reason);
-    } else if (const std::size_t unreadable = search.skipped.unreadableIn(path); unreadable > 0) {
+    } else if (const Unreadable unreadable = search.gaps.unreadableIn(path); unreadable.isAny()) {
         userInterface_.message(unreadableText(unreadable) +
                                (options_.unreadable ? "" : " To list them, use --unreadable."));
     }

@@ -68,6 +68,10 @@ std::string bar(double share, std::size_t width, std::string_view block) {
     return padded(result, width);
 }
 
+std::string reasonLine(std::string_view path, const std::string& reason) {
+    return "  " + forTerminal(platform::displayPath(path)) + ": " + reason + "\n";
+}
+
 } // namespace
 
 std::string barChart(const std::vector<ChartEntry>& entries, std::size_t top, std::size_t width) {
@@ -105,11 +109,22 @@ std::string groupTable(const std::string& nameHeader, std::vector<modFigures::Fi
     return table(rows) + moreLine(groups.size(), top);
 }
 
-std::string skippedTable(const SkippedFolders& skipped, std::string_view folder) {
-    std::string lines;
-    for (auto each = skipped.all().lower_bound(folder);
-         each != skipped.all().end() && each->first.starts_with(folder); ++each) {
-        lines += "  " + forTerminal(platform::displayPath(each->first)) + ": " + each->second.reason + "\n";
+std::string gapTable(const FigureGaps& gaps, std::string_view folder) {
+    std::string folders;
+    for (auto each = gaps.folders().lower_bound(folder);
+         each != gaps.folders().end() && each->first.starts_with(folder); ++each) {
+        folders += reasonLine(each->first, each->second.reason);
     }
-    return lines.empty() ? "All folders were read.\n" : "Folders that were not read:\n" + lines;
+    std::string files;
+    for (auto each = gaps.files().lower_bound(folder);
+         each != gaps.files().end() && each->first.starts_with(folder); ++each) {
+        for (const FigureGaps::File& file : each->second) {
+            files += reasonLine(each->first + file.name, file.reason);
+        }
+    }
+    if (folders.empty() && files.empty()) {
+        return "All folders were read.\n";
+    }
+    return (folders.empty() ? "" : "Folders that were not read:\n" + folders) +
+           (files.empty() ? "" : "Files that could not be read:\n" + files);
 }

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "scan/skippedFolders.h"
+#include "scan/figureGaps.h"
 #include "views/folderFigures.h"
 #include "views/quickSort.h"
 
@@ -20,5 +20,6 @@
 [[nodiscard]] std::string groupTable(const std::string& nameHeader, std::vector<modFigures::FileGroup> groups,
                                      std::size_t top);
 
-// The folders that were skipped in a scan of the folder, with the reasons, each on a line.
-[[nodiscard]] std::string skippedTable(const SkippedFolders& skipped, std::string_view folder);
+// The folders that were skipped in a scan of the folder, and the files in it that could not be read, with the
+// reasons, each on a line.
+[[nodiscard]] std::string gapTable(const FigureGaps& gaps, std::string_view folder);

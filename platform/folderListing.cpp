@@ -1,7 +1,12 @@
 #include "platform/folders.h"
 #include "platform/paths.h"
+#include "platform/systemError.h"
 
 namespace platform {
+
+std::string whyUnknown(const EntryFacts& facts) {
+    return systemMessage(facts.error);
+}
 
 FolderEntry FolderListing::operator[](std::size_t index) const {
     const Item& item = items_[index];

@@ -25,7 +25,11 @@ struct EntryFacts {
     Seconds accessed = 0;    // last access
     Seconds modified = 0;    // last write
     std::uint32_t owner = 0; // the system's number for the owning account, if it has one (owners.h)
+    std::int32_t error = 0;  // the system's code for why a listed entry is not known
 };
+
+// The same in the system's words ("Permission denied").
+[[nodiscard]] std::string whyUnknown(const EntryFacts& facts);
 
 struct FolderEntry : EntryFacts {
     std::string_view name; // internal form (paths.h)
@@ -56,7 +60,7 @@ private:
 //
 // A walk reads its start first, with `isStart`. From then on, folders below it are read only if they can be
 // reached without a link and without leaving the volume, whatever becomes of the folders on the way there
-// meanwhile. For this the start itself stays open, nothing else does.
+// meanwhile. For this the start itself stays open on Linux, nothing else does.
 class FolderReader {
 public:
     FolderReader();

@@ -114,14 +114,14 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
     modFolderRows::remove(database_.database(),
                           "(" + modFolderRows::itself(path) + ") or " + modFolderRows::directlyIn(path));
     above_.follow(database_.database(), path, false);
-    skipped.forgetWithSubfolders(path);
+    gaps.forgetWithSubfolders(path);
 }
 
 void clsSearch::resetWholeFolder(std::string_view path) {
     beginReset();
     modFolderRows::removeWhole(database_.database(), path);
     above_.follow(database_.database(), path, false);
-    skipped.forgetWhole(path);
+    gaps.forgetWhole(path);
 }
 
 void clsSearch::resetAll() {
@@ -147,7 +147,7 @@ void clsSearch::noteLastNumber() {
 
 void clsSearch::rowsReplaced() noexcept {
     above_.forget();
-    skipped.clear();
+    gaps.clear();
 }
 
 // --- One scan ---------------------------------------------------------------------------------------------
@@ -221,7 +221,7 @@ void clsSearch::replaceFolder(std::string_view path, const modFolderRows::Record
         for (const std::string& name : goneSubfolders) {
             const std::string folder = std::string(path).append(name).append("\\");
             modFolderRows::removeWhole(database, folder);
-            skipped.forgetWhole(folder);
+            gaps.forgetWhole(folder);
         }
         changed_ = true;
     });

@@ -13,8 +13,8 @@
 #include "db/modDatabase.h"
 #include "platform/runtimeError.h"
 #include "scan/dateTexts.h"
+#include "scan/figureGaps.h"
 #include "scan/foldersAbove.h"
-#include "scan/skippedFolders.h"
 
 // Gives the scan access to table `details`, and holds the flags of the running scan. One object lives as long
 // as the program.
@@ -33,7 +33,7 @@ public:
     std::string rootPath;    // the folder where the running scan started
     std::string nextNode;    // key of the tree node to handle after the running scan; empty for none
     double filesSeen = 0;    // the number of files that the running scan has seen
-    SkippedFolders skipped;  // by all scans whose rows are there
+    FigureGaps gaps;         // by all scans whose rows are there
 
     // Appends one row. The size is in bytes, dates are in the form mm/dd/yyyy hh:nn:ss AMPM; an empty text is
     // stored as NULL. If the row cannot be stored, nothing is reported and the scan goes on; the result tells

@@ -106,7 +106,7 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     level.size = 0;
     level.isNew = !recorded.isThere();
     level.subfolders.clear();
-    search_.skipped.forget(path_);
+    search_.gaps.forget(path_);
     if (!isRead) {
         skipUnreadable(reader_.failure());
     }
@@ -171,7 +171,7 @@ bool FolderWalk::isRecordable() {
 
 void FolderWalk::skipUnreadable(std::string_view reason) {
     ++unreadableFolders_;
-    search_.skipped.add(path_, SkippedFolders::Kind::unreadable, reason);
+    search_.gaps.add(path_, FigureGaps::Kind::unreadable, reason);
 }
 
 void FolderWalk::recordEntry(Level& level) {
@@ -194,10 +194,15 @@ void FolderWalk::recordEntry(Level& level) {
         recordOtherVolume(entry);
         return;
     }
+    if (!entry.known) {
+        ++unreadableFiles_;
+        search_.gaps.addFile(std::string_view(path_).substr(0, level.pathLength), entry.name,
+                             platform::whyUnknown(entry));
+    }
     const std::int64_t recordedSize = wholeSizes_ ? entry.size : wrapped(entry.size);
     if (recordedSize != entry.size) {
         ++wrappedFiles_;
-        search_.skipped.addWrapped(std::string_view(path_).substr(0, level.pathLength));
+        search_.gaps.addWrapped(std::string_view(path_).substr(0, level.pathLength));
     }
     const auto size = static_cast<double>(recordedSize);
     search_.filesSeen += 1;
@@ -208,7 +213,7 @@ void FolderWalk::recordEntry(Level& level) {
 
 // A folder without contents here: the volume has its own drive.
 void FolderWalk::recordOtherVolume(const platform::EntryFacts& facts) {
-    search_.skipped.add(path_, SkippedFolders::Kind::otherVolume, "Another volume is mounted here");
+    search_.gaps.add(path_, FigureGaps::Kind::otherVolume, "Another volume is mounted here");
     search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
                          ownerOf(facts));
 }

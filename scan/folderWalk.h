@@ -29,6 +29,7 @@ public:
     void run(std::string_view path, const platform::EntryFacts& facts);
 
     [[nodiscard]] std::int64_t unreadableFolders() const noexcept { return unreadableFolders_; }
+    [[nodiscard]] std::int64_t unreadableFiles() const noexcept { return unreadableFiles_; }
     [[nodiscard]] std::int64_t wrappedFiles() const noexcept { return wrappedFiles_; }
 
 private:
@@ -77,5 +78,6 @@ private:
     std::string status_;
     int visits_ = 0; // folders since the throughput was last shown
     std::int64_t unreadableFolders_ = 0;
+    std::int64_t unreadableFiles_ = 0;
     std::int64_t wrappedFiles_ = 0;
 };

@@ -39,6 +39,7 @@ ScanResult scan(const std::string& path, const Dependencies& dependencies, std::
     }
     ScanResult result;
     result.unreadableFolders = walk.unreadableFolders();
+    result.unreadableFiles = walk.unreadableFiles();
     result.wrappedFiles = walk.wrappedFiles();
     result.stored = true;
     return result;
@@ -47,7 +48,7 @@ ScanResult scan(const std::string& path, const Dependencies& dependencies, std::
 // What the figures of the scanned folder lack; empty if nothing.
 std::string remarks(const clsSearch& search, const ScanResult& result) {
     std::string text = result.cancelled ? "The scan was cancelled." : "";
-    if (const std::size_t unreadable = search.skipped.unreadableIn(search.rootPath); unreadable > 0) {
+    if (const Unreadable unreadable = search.gaps.unreadableIn(search.rootPath); unreadable.isAny()) {
         text.append(text.empty() ? "" : " ").append(unreadableText(unreadable));
     }
     return text;

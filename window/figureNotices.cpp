@@ -29,10 +29,11 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (!dependencies_.selection.holdsLoadedRows()) {
         dependencies_.bar.dismiss(MessageBar::Topic::savedScan);
     }
-    const std::size_t unreadable = dependencies_.search.skipped.unreadableIn({});
-    if (unreadable == 0) {
+    const Unreadable unreadable = dependencies_.search.gaps.unreadableIn({});
+    if (!unreadable.isAny()) {
         dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
-    } else if (result.unreadableFolders > 0 || dependencies_.bar.holds(MessageBar::Topic::unreadable)) {
+    } else if (result.unreadableFolders + result.unreadableFiles > 0 ||
+               dependencies_.bar.holds(MessageBar::Topic::unreadable)) {
         dependencies_.bar.showMessage(MessageBar::Topic::unreadable,
                                       {QString::fromStdString(unreadableText(unreadable)),
                                        {{QStringLiteral("&Show"), [this] { showUnreadable(); }}}});
@@ -43,7 +44,7 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
 }
 
 void FigureNotices::showWrapped() {
-    const std::int64_t wrapped = dependencies_.search.skipped.wrappedIn({});
+    const std::int64_t wrapped = dependencies_.search.gaps.wrappedIn({});
     if (wrapped == 0) {
         dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
         return;
@@ -101,5 +102,5 @@ void FigureNotices::showUnreadable() {
 }
 
 void FigureNotices::fillUnreadable() {
-    dependencies_.unreadable.fill(dependencies_.search.skipped, dependencies_.selection.holdsLoadedRows());
+    dependencies_.unreadable.fill(dependencies_.search.gaps, dependencies_.selection.holdsLoadedRows());
 }

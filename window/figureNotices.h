@@ -15,7 +15,7 @@
 #include "window/tabs/viewTabs.h"
 
 // Says in the message bar what is wrong with the figures, and offers what makes them right: the switch
-// "exact", and the list of the folders that could not be read.
+// "exact", and the list of what could not be read.
 class FigureNotices {
 public:
     // Nothing is owned.

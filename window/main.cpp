@@ -1,18 +1,16 @@
 #include <QApplication>
-#include <QTimer>
 #include <algorithm>
+#include <memory>
 #include <span>
 #include <string_view>
 
-#include "base/applicationFolder.h"
 #include "platform/commandLine.h"
 #include "platform/environment.h"
-#include "platform/runtimeError.h"
 #include "platform/terminal.h"
 #include "widgets/applicationIcon.h"
 #include "window/commandLine.h"
 #include "window/dialogs/qtDialogs.h"
-#include "window/frmMain.h"
+#include "window/openWindow.h"
 
 namespace {
 
@@ -46,18 +44,12 @@ int run(int& argumentCount, char** arguments) {
         }
         return *options.exitStatus;
     }
-    try {
-        frmMain window(findApplicationFolder(options.applicationFolder), dialogs);
-        dialogs.setParent(&window);
-        window.show();
-        if (!options.path.empty()) {
-            QTimer::singleShot(0, &window, [&] { window.openPath(options.path); });
-        }
-        return QApplication::exec();
-    } catch (const RuntimeError& error) {
-        dialogs.message(QString::fromUtf8(error.what()));
+    const std::unique_ptr<frmMain> window = openWindow(options, dialogs);
+    if (!window) {
         return statusFailed;
     }
+    dialogs.setParent(window.get());
+    return QApplication::exec();
 }
 
 } // namespace

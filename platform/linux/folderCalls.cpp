@@ -225,6 +225,7 @@ int FolderCalls::read(const std::string& native, const TakeEntry& take) {
             return; // it vanished after the folder was read
         } else {
             facts.isFolder = type == DT_DIR;
+            facts.error = errno;
         }
         take(facts, name);
     });

@@ -81,6 +81,18 @@ std::optional<FileInformation> informationOf(const std::wstring& path) {
     return result;
 }
 
+EntryFacts factsOf(const FILE_FULL_DIR_INFO& entry) {
+    const DWORD reparseTag = entry.EaSize; // of a reparse point
+    const bool isFolder =
+        (entry.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isLink(entry.FileAttributes, reparseTag);
+    return {isFolder,
+            true,
+            entry.EndOfFile.QuadPart,
+            secondsOf(entry.LastAccessTime),
+            secondsOf(entry.LastWriteTime),
+            0};
+}
+
 EntryFacts factsOf(const WIN32_FIND_DATAW& entry) {
     return factsOfRecord(entry, entry.dwReserved0); // a reparse point's tag
 }

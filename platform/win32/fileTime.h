@@ -12,9 +12,14 @@ namespace platform {
 inline constexpr std::int64_t ticksPerSecond = 10'000'000;
 inline constexpr std::int64_t secondsBefore1970 = 11'644'473'600;
 
+[[nodiscard]] inline Seconds secondsOf(const LARGE_INTEGER& ticks) noexcept {
+    return ticks.QuadPart / ticksPerSecond - secondsBefore1970;
+}
+
 [[nodiscard]] inline Seconds secondsOf(const FILETIME& time) noexcept {
-    const auto ticks = static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
-    return ticks / ticksPerSecond - secondsBefore1970;
+    LARGE_INTEGER ticks;
+    ticks.QuadPart = static_cast<std::int64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
+    return secondsOf(ticks);
 }
 
 // Nothing if the system cannot express the moment.

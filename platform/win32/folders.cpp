@@ -3,47 +3,21 @@
 #include "platform/paths.h"
 #include "platform/systemError.h"
 #include "platform/win32/fileInformation.h"
+#include "platform/win32/openFolder.h"
 #include "platform/win32/wide.h"
 
+#include <array>
 #include <cwchar>
 
 namespace platform {
 
 namespace {
 
-// An open enumeration of a folder's entries.
-class Enumeration {
-public:
-    explicit Enumeration(std::wstring folder) {
-        folder += folder.ends_with(L'\\') ? L"*" : L"\\*";
-        handle_ = ::FindFirstFileExW(folder.c_str(), FindExInfoBasic, &found_, FindExSearchNameMatch, nullptr,
-                                     FIND_FIRST_EX_LARGE_FETCH);
-        error_ = isOpen() ? DWORD{ERROR_SUCCESS} : ::GetLastError();
-    }
-    ~Enumeration() {
-        if (isOpen()) {
-            ::FindClose(handle_);
-        }
-    }
-    Enumeration(const Enumeration&) = delete;
-    Enumeration& operator=(const Enumeration&) = delete;
+constexpr std::size_t readBufferSize = std::size_t{64} << 10; // shares do not take larger ones
 
-    [[nodiscard]] bool isOpen() const noexcept { return handle_ != INVALID_HANDLE_VALUE; }
-    // Why it could not be opened. The root of an empty drive contains nothing, not even itself.
-    [[nodiscard]] DWORD error() const noexcept {
-        return error_ == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : error_;
-    }
-    [[nodiscard]] const WIN32_FIND_DATAW& entry() const noexcept { return found_; }
-    bool next() noexcept { return ::FindNextFileW(handle_, &found_) != 0; }
-
-private:
-    WIN32_FIND_DATAW found_{};
-    HANDLE handle_ = INVALID_HANDLE_VALUE;
-    DWORD error_ = ERROR_SUCCESS;
-};
-
-bool isSelfOrParent(std::wstring_view name) {
-    return name == L"." || name == L"..";
+bool isSamePath(const std::wstring& left, const std::wstring& right) {
+    return ::CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
+                                  static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
 // The drive letter and the mount points of a volume, each with a trailing "\".
@@ -64,50 +38,72 @@ std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
 } // namespace
 
 struct FolderReader::Implementation {
+    std::wstring start; // without a trailing "\"; empty if there is none
+    std::optional<FolderPlace> startPlace;
     std::string name;
     DWORD error = ERROR_SUCCESS; // of the last folder
     std::function<bool()> goesOn;
+    alignas(FILE_FULL_DIR_INFO) std::array<std::byte, readBufferSize> buffer;
 
-    template <class Take>
-    bool read(std::string_view internalFolder, Take take) {
-        Enumeration entries(widePath(internalFolder));
-        error = entries.error();
-        if (!entries.isOpen()) {
-            return error == ERROR_SUCCESS;
+    void startAt(const std::wstring& path, const OpenFolder& folder) {
+        start = path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
+        startPlace = folder.error() == ERROR_SUCCESS ? folder.place(buffer) : std::nullopt;
+    }
+
+    // A folder below the start has to be where its path says. If a folder on the way has become a link, or
+    // the root of another volume, the open folder is elsewhere.
+    DWORD whyElsewhere(const std::wstring& path, const OpenFolder& folder) {
+        const bool isBelow = path.starts_with(start) && path.substr(start.size()).starts_with(L'\\');
+        if (start.empty() || !startPlace || !isBelow) {
+            return ERROR_SUCCESS;
         }
+        const std::optional<FolderPlace> place = folder.place(buffer);
+        if (!place) {
+            return ::GetLastError();
+        }
+        if (place->volume != startPlace->volume) {
+            return ERROR_NOT_SAME_DEVICE;
+        }
+        const bool isThere = isSamePath(place->path, startPlace->path + path.substr(start.size()));
+        return isThere ? DWORD{ERROR_SUCCESS} : DWORD{ERROR_CANT_RESOLVE_FILENAME};
+    }
+
+    bool list(const OpenFolder& folder, FolderListing& listing) {
         constexpr int entriesPerLook = 1024;
         int entryCount = 0;
-        do {
-            const WIN32_FIND_DATAW& entry = entries.entry();
-            if (!isSelfOrParent(entry.cFileName)) {
-                name.clear();
-                appendNarrow(name, entry.cFileName);
-                take(factsOf(entry), name);
-            }
-            if (++entryCount % entriesPerLook == 0 && goesOn && !goesOn()) {
-                error = ERROR_CANCELLED;
-                return false;
-            }
-        } while (entries.next());
-        error = ::GetLastError();
-        return error == ERROR_NO_MORE_FILES;
+        error = folder.forEachEntry(buffer, [&](const FILE_FULL_DIR_INFO& entry, std::wstring_view wideName) {
+            name.clear();
+            appendNarrow(name, wideName);
+            listing.append(factsOf(entry), name);
+            const bool ends = ++entryCount % entriesPerLook == 0 && goesOn && !goesOn();
+            return ends ? DWORD{ERROR_CANCELLED} : DWORD{ERROR_SUCCESS};
+        });
+        return error == ERROR_SUCCESS;
     }
 };
 
 FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
 FolderReader::~FolderReader() = default;
 
-// When a folder is read, its links are not treated as folders; so only the start can be a link here.
-bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool /*isStart*/) {
+bool FolderReader::read(std::string_view internalFolder, FolderListing& listing, bool isStart) {
     listing.clear();
-    return implementation_->read(internalFolder, [&](const EntryFacts& facts, const std::string& name) {
-        listing.append(facts, name);
-    });
+    const std::wstring path = widePath(internalFolder);
+    const OpenFolder folder(path);
+    implementation_->error = folder.error();
+    if (isStart) {
+        implementation_->startAt(path, folder);
+    } else if (folder.error() == ERROR_SUCCESS) {
+        implementation_->error = implementation_->whyElsewhere(path, folder);
+    }
+    return implementation_->error == ERROR_SUCCESS && implementation_->list(folder, listing);
 }
 
 // Nothing is cheaper here: the system returns all facts with the names.
 bool FolderReader::readNames(std::string_view internalFolder, FolderListing& listing) {
-    return read(internalFolder, listing, true);
+    listing.clear();
+    const OpenFolder folder(widePath(internalFolder));
+    implementation_->error = folder.error();
+    return implementation_->error == ERROR_SUCCESS && implementation_->list(folder, listing);
 }
 
 void FolderReader::setGoesOn(std::function<bool()> goesOn) {
@@ -115,7 +111,14 @@ void FolderReader::setGoesOn(std::function<bool()> goesOn) {
 }
 
 std::string FolderReader::failure() const {
-    return systemMessage(implementation_->error);
+    switch (implementation_->error) {
+    case ERROR_CANT_RESOLVE_FILENAME:
+        return "The folder, or one above it, has become a link";
+    case ERROR_NOT_SAME_DEVICE:
+        return "Another volume has been mounted";
+    default:
+        return systemMessage(implementation_->error);
+    }
 }
 
 bool folderExists(std::string_view internalPath) {
@@ -144,8 +147,8 @@ std::string whyHidden(std::string_view internalPath) {
 }
 
 std::string whyUnreadable(std::string_view internalFolder) {
-    const Enumeration entries(widePath(internalFolder));
-    return entries.error() == ERROR_SUCCESS ? std::string() : systemMessage(entries.error());
+    const DWORD error = OpenFolder(widePath(internalFolder)).error();
+    return error == ERROR_SUCCESS ? std::string() : systemMessage(error);
 }
 
 PathSet mountPointsBelow(std::string_view internalFolder) {

@@ -3,6 +3,7 @@
 // made when the call has failed.
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -88,6 +89,8 @@ FAILING("rename", EIO, -1, int, rename, (const char* from, const char* to), (fro
 FAILING("rename", EIO, -1, int, renameat, (int a, const char* from, int b, const char* to), (a, from, b, to))
 FAILING("rename", EIO, -1, int, renameat2, (int a, const char* from, int b, const char* to, unsigned flags),
         (a, from, b, to, flags))
+FAILING("stat", EIO, -1, int, fstatat, (int from, const char* path, struct stat* status, int flags),
+        (from, path, status, flags))
 FAILING("resize", EIO, -1, int, ftruncate, (int file, off_t size), (file, size))
 FAILING("resize", EIO, -1, int, ftruncate64, (int file, off64_t size), (file, size))
 

@@ -14,7 +14,7 @@ from pathlib import Path
 PROGRAM, LIBRARY = Path(sys.argv[1]), sys.argv[2]
 # With the growth of the call's number from one run to the next. Memory (only with --memory) is asked for thousands of
 # times: all of the first, then fewer and fewer.
-CALLS = {"write": 1.0, "read": 1.0, "sync": 1.0, "rename": 1.0, "resize": 1.0, "open": 1.0}
+CALLS = {"write": 1.0, "read": 1.0, "sync": 1.0, "rename": 1.0, "resize": 1.0, "open": 1.0, "stat": 1.0}
 if "--memory" in sys.argv:
     CALLS = {"malloc": 1.03}
 REPORTS = ["--html", "--text", "--xml", "--excel", "--database"]
@@ -50,7 +50,11 @@ class Case:
         return not self.target or self.target.read_bytes() != OLD
 
 
-def complaints(case, run, wholeSize):
+def figures(run):
+    return [line for line in run.stdout.splitlines() if not line.startswith(b"Finished in")]
+
+
+def complaints(case, run, whole, wholeSize):
     """What is wrong after a call has failed."""
     errors = run.stderr.decode(errors="replace")
     # The library that writes workbooks does not look whether it was given memory.
@@ -59,6 +63,8 @@ def complaints(case, run, wholeSize):
         yield f"ended with {run.returncode}: {errors}"
     if run.returncode == 1 and not errors.strip():
         yield "did not say why"
+    if run.returncode == 0 and not errors and figures(run) != figures(whole):
+        yield "printed other figures without a word"
     if run.returncode == 0 and not case.isReplaced():
         yield "wrote nothing without a word"
     if case.target:
@@ -76,7 +82,8 @@ def complaints(case, run, wholeSize):
 
 def tryAll(case):
     case.prepare()
-    assert case.run().returncode == 0, case.name
+    whole = case.run()
+    assert whole.returncode == 0, case.name
     wholeSize = case.target.stat().st_size if case.target else 0
     faults, runs = 0, 0
     for call, growth in CALLS.items():
@@ -88,7 +95,7 @@ def tryAll(case):
             if not case.mark.exists():
                 break
             runs += 1
-            for complaint in complaints(case, run, wholeSize):
+            for complaint in complaints(case, run, whole, wholeSize):
                 print(f"{case.name}: {call} number {at} failed: {complaint}")
                 faults += 1
             number = max(number * growth, number + 1)

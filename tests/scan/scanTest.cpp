@@ -65,14 +65,6 @@ protected:
         std::sort(found.begin(), found.end());
         return joined(found);
     }
-    // The last ones in the status bar.
-    std::string remarks() const {
-        std::string text;
-        for (const auto& [panel, shown] : userInterface.statuses) {
-            text = panel == StatusPanel::remarks ? shown : text;
-        }
-        return text;
-    }
     static std::string joined(const std::vector<std::string>& lines) {
         std::string text;
         for (const std::string& line : lines) {
@@ -406,9 +398,9 @@ TEST_F(Scan, takesAFolderThatCannotBeReadAsEmpty) {
     EXPECT_EQ(count("scanCompleteTime is not null"), "3");
     EXPECT_TRUE(userInterface.messages.empty());
     EXPECT_EQ(remarks(), "1 folder could not be read.");
-    ASSERT_NE(search.skipped.find(key("closed")), nullptr);
-    EXPECT_NE(search.skipped.find(key("closed"))->reason, "");
-    EXPECT_EQ(search.skipped.unreadableIn(key("open")), 0U);
+    ASSERT_NE(search.gaps.find(key("closed")), nullptr);
+    EXPECT_NE(search.gaps.find(key("closed"))->reason, "");
+    EXPECT_EQ(search.gaps.unreadableIn(key("open")).folders, 0U);
     scan(); // has nothing to read
     EXPECT_EQ(remarks(), "1 folder could not be read.");
     search.resetScanCompleteTime(key());

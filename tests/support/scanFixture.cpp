@@ -22,6 +22,14 @@ modProcessFiles::ScanResult ScanFixture::scan(std::string_view name) {
     return modProcessFiles::processMain(key(name), {search, settings, userInterface});
 }
 
+std::string ScanFixture::remarks() const {
+    std::string text;
+    for (const auto& [panel, shown] : userInterface.statuses) {
+        text = panel == StatusPanel::remarks ? shown : text;
+    }
+    return text;
+}
+
 std::string ScanFixture::key(std::string_view name) const {
     return modGlobal::addBackslash(tree.internal(name));
 }

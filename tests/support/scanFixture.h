@@ -19,6 +19,9 @@ public:
     // Scans a folder of the tree (the whole tree if the name is empty).
     modProcessFiles::ScanResult scan(std::string_view name = {});
 
+    // The last ones in the status bar.
+    [[nodiscard]] std::string remarks() const;
+
     // The internal path of a folder of the tree, with a trailing "\".
     [[nodiscard]] std::string key(std::string_view name = {}) const;
 

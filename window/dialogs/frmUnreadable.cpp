@@ -13,39 +13,57 @@
 
 #include "base/clsFile.h"
 #include "platform/paths.h"
-#include "scan/skippedFolders.h"
+#include "scan/figureGaps.h"
 #include "widgets/lvsort.h"
 
 namespace {
 
-using Kind = SkippedFolders::Kind;
-
 constexpr std::array<ListColumn, 2> listColumns{
-    {{"Folder", "", false, "A folder's path, not a very long one"},
+    {{"Path", "", false, "A folder's path, not a very long one"},
      {"Reason", "", false, "Transport endpoint is not connected"}}};
 
-struct KindOfRow {
-    Kind kind;
-    QStyle::StandardPixmap picture;
-};
+// Kinds of rows, in the order of the list.
+enum Group : std::size_t { folderGroup, fileGroup, volumeGroup };
+constexpr std::array groupPictures{QStyle::SP_DirClosedIcon, QStyle::SP_FileIcon, QStyle::SP_DriveHDIcon};
 
-// In the order of the list.
-constexpr std::array<KindOfRow, 2> kinds{
-    {{Kind::unreadable, QStyle::SP_DirClosedIcon}, {Kind::otherVolume, QStyle::SP_DriveHDIcon}}};
+using Groups = std::array<std::vector<ListRow>, groupPictures.size()>;
 
-// The path without the separator at its end, which only a drive's root keeps.
+// The path without the separator at its end, which only a drive's root keeps. clsFile takes no path that is
+// too long to be read.
 std::string shownPath(const std::string& key) {
+    constexpr std::size_t longestRoot = 1000;
     std::string path = platform::displayPath(key);
-    if (path.ends_with(platform::displaySeparator) && clsFile(key).drive() != key) {
+    if (path.ends_with(platform::displaySeparator) &&
+        (key.size() > longestRoot || clsFile(key).drive() != key)) {
         path.pop_back();
     }
     return path;
 }
 
-QString headLine(std::size_t unreadable, std::size_t others, bool withLoadedRows) {
-    std::string text = unreadable > 0   ? unreadableText(unreadable)
-                       : withLoadedRows ? ""
-                                        : "All folders could be read.";
+void append(Groups& groups, Group group, const std::string& path, const std::string& reason) {
+    const std::string shown = shownPath(path);
+    const std::array<ListCell, 2> cells{{{shown, {}}, {reason, {}}}};
+    groups.at(group).emplace_back(path, std::string_view(), cells).icon = QString::number(group);
+}
+
+Groups groupsOf(const FigureGaps& gaps) {
+    Groups groups;
+    for (const auto& [path, skipped] : gaps.folders()) {
+        const bool isOther = skipped.kind == FigureGaps::Kind::otherVolume;
+        append(groups, isOther ? volumeGroup : folderGroup, path, skipped.reason);
+    }
+    for (const auto& [path, files] : gaps.files()) {
+        for (const FigureGaps::File& file : files) {
+            append(groups, fileGroup, path + file.name, file.reason);
+        }
+    }
+    return groups;
+}
+
+QString headLine(const Unreadable& unreadable, std::size_t others, bool withLoadedRows) {
+    std::string text = unreadable.isAny() ? unreadableText(unreadable)
+                       : withLoadedRows   ? ""
+                                          : "All folders could be read.";
     if (withLoadedRows) {
         text.append(text.empty() ? "" : " ").append("What a saved scan could not read is not known.");
     }
@@ -71,11 +89,12 @@ frmUnreadable::frmUnreadable(QWidget* parent)
     : QDialog(parent), layout_(this), lvwUnreadable_(listColumns, &images_) {
     setObjectName(QStringLiteral("frmUnreadable"));
     setWindowTitle(QStringLiteral("Unreadable Folders"));
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
-        images_.add(QString::number(i), style()->standardIcon(kinds.at(i).picture, nullptr, this));
+    for (std::size_t i = 0; i < groupPictures.size(); ++i) {
+        images_.add(QString::number(i), style()->standardIcon(groupPictures.at(i), nullptr, this));
     }
     layOut();
-    connect(&lvwUnreadable_, &ListView::itemActivated, this, &frmUnreadable::folderChosen);
+    connect(&lvwUnreadable_, &ListView::itemActivated, this,
+            [this](const std::string& key) { Q_EMIT folderChosen(key.substr(0, key.rfind('\\') + 1)); });
     connect(&lvwUnreadable_, &ListView::columnClicked, this, [this](int column) {
         constexpr int toggledOrder = -1;
         modLvw::lvsort(lvwUnreadable_, column, toggledOrder, false);
@@ -109,32 +128,23 @@ void frmUnreadable::layOut() {
     lvwUnreadable_.setFocus();
 }
 
-void frmUnreadable::fill(const SkippedFolders& folders, bool withLoadedRows) {
+void frmUnreadable::fill(const FigureGaps& gaps, bool withLoadedRows) {
     ListModel& rows = lvwUnreadable_.rows();
     const int selected = lvwUnreadable_.selectedRow();
     const std::string selectedKey(selected < 0 ? std::string_view() : rows.row(selected).key());
     const int scrolled = lvwUnreadable_.verticalScrollBar()->value();
 
-    std::vector<ListRow> newRows;
-    newRows.reserve(folders.all().size());
-    std::array<std::size_t, kinds.size()> counts{};
-    for (std::size_t i = 0; i < kinds.size(); ++i) {
-        const QString icon = QString::number(i);
-        for (const auto& [path, skipped] : folders.all()) {
-            if (skipped.kind == kinds.at(i).kind) {
-                const std::string shown = shownPath(path);
-                const std::array<ListCell, 2> cells{{{shown, {}}, {skipped.reason, {}}}};
-                newRows.emplace_back(path, std::string_view(), cells).icon = icon;
-                ++counts.at(i);
-            }
-        }
-    }
+    Groups groups = groupsOf(gaps);
+    const Unreadable unreadable{groups[folderGroup].size(), groups[fileGroup].size()};
+    const std::size_t others = groups[volumeGroup].size();
     rows.clear();
-    rows.append(std::move(newRows));
+    for (std::vector<ListRow>& group : groups) {
+        rows.append(std::move(group));
+    }
     if (const ListSort sort = lvwUnreadable_.sort(); sort.sorted) {
         modLvw::lvsort(lvwUnreadable_, sort.key + 1, sort.order, false);
     }
-    lblUnreadable_.setText(headLine(counts.front(), counts.back(), withLoadedRows));
+    lblUnreadable_.setText(headLine(unreadable, others, withLoadedRows));
     cmdCopy_.setEnabled(rows.rowCount() > 0);
     select(selectedKey, selected);
     lvwUnreadable_.verticalScrollBar()->setValue(scrolled);

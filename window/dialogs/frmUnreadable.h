@@ -10,23 +10,24 @@
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
 
-class SkippedFolders;
+class FigureGaps;
 
-// The window that lists the folders that a scan could not read, or left out because they are on other
-// volumes. It is not modal: show it, and fill it again when the folders change.
+// The window that lists the folders and files that a scan could not read, and the folders that it left out
+// because they are on other volumes. It is not modal: show it, and fill it again when the folders change.
 class frmUnreadable final : public QDialog {
     Q_OBJECT
 
 public:
     explicit frmUnreadable(QWidget* parent);
 
-    // Unreadable folders come first, unless the user has sorted the list. The selection stays with its
-    // folder.
+    // Unreadable folders come first, then files, unless the user has sorted the list. The selection stays
+    // with its row.
     // What could not be read of loaded rows is not known.
-    void fill(const SkippedFolders& folders, bool withLoadedRows = false);
+    void fill(const FigureGaps& gaps, bool withLoadedRows = false);
 
 Q_SIGNALS:
-    // Enter or a double click on a row. The key is an internal path with a trailing "\".
+    // Enter or a double click on a row: the folder, or the one that the file is in, as an internal path with
+    // a trailing "\".
     void folderChosen(const std::string& key);
 
 protected:

@@ -21,6 +21,35 @@ namespace {
 
 const std::string program = (fs::read_symlink("/proc/self/exe").parent_path() / "spannory-scan").string();
 
+// A terminal whose user has typed a line; what a program shows on it can be read.
+class Terminal {
+public:
+    explicit Terminal(std::string_view line) : master_(::posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK)) {
+        EXPECT_EQ(::grantpt(master_), 0);
+        EXPECT_EQ(::unlockpt(master_), 0);
+        terminal_ = ::open(::ptsname(master_), O_RDWR | O_NOCTTY); // NOLINT: on one thread
+        EXPECT_EQ(::write(master_, line.data(), line.size()), std::ssize(line));
+    }
+    ~Terminal() {
+        ::close(terminal_);
+        ::close(master_);
+    }
+    Terminal(const Terminal&) = delete;
+    Terminal& operator=(const Terminal&) = delete;
+
+    [[nodiscard]] int descriptor() const { return terminal_; }
+    [[nodiscard]] std::string shown() const {
+        std::string text(4096, ' ');
+        const ssize_t length = ::read(master_, text.data(), text.size());
+        text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+        return text;
+    }
+
+private:
+    int master_;
+    int terminal_ = -1;
+};
+
 TEST_F(Console, takesNoOtherFolderForOneThatIsGone) {
     const fs::path before = fs::current_path();
     fs::create_directory(folder / "gone");
@@ -165,7 +194,7 @@ TEST_F(ConsoleOfAnotherUser, usesNoApplicationFolderOfSomeoneElse) {
     EXPECT_TRUE(fs::exists(folder / "user/spannory/main.dat"));
 }
 
-TEST_F(ConsoleOfAnotherUser, listsTheFoldersThatCouldNotBeRead) {
+TEST_F(ConsoleOfAnotherUser, listsWhatCouldNotBeRead) {
     folder.write("tree/closed/file", "x");
     fs::permissions(folder / "tree/closed", fs::perms::none);
     const std::string closed = folder.typed("tree/closed/");
@@ -178,7 +207,19 @@ TEST_F(ConsoleOfAnotherUser, listsTheFoldersThatCouldNotBeRead) {
     outcome = runAsThem({closed});
     EXPECT_EQ(outcome.status, 1);
     EXPECT_TRUE(holds(outcome.errors, "closed/: Permission denied\n")) << outcome.errors;
-    fs::permissions(folder / "tree/closed", fs::perms::owner_all);
+    folder.write("tree/names/two\nlines", "x");
+    fs::permissions(folder / "tree/names", fs::perms::owner_read | fs::perms::others_read);
+    outcome = runAsThem({"--quiet", "--unreadable", folder.typed("tree")});
+    EXPECT_TRUE(holds(outcome.errors, "1 folder and 1 file could not be read.")) << outcome.errors;
+    EXPECT_EQ(outcome.output, "Folders that were not read:\n  " + closed +
+                                  ": Permission denied\nFiles that could not be read:\n  " +
+                                  folder.typed("tree/names/two\\012lines") + ": Permission denied\n\n");
+    outcome = runAsThem({"--quiet", "--unreadable", folder.typed("tree/names")});
+    EXPECT_EQ(outcome.status, 0) << "its names were read";
+    EXPECT_TRUE(holds(outcome.errors, "1 file could not be read.\n")) << outcome.errors;
+    for (const char* name : {"tree/closed", "tree/names"}) {
+        fs::permissions(folder / name, fs::perms::owner_all);
+    }
 }
 
 TEST_F(Console, writesToAStreamAsItStands) {
@@ -239,7 +280,7 @@ class ConsoleSignals : public Console {
 protected:
     // Sends the signal while the child prints the tables of its first path; returns the exit status as a
     // shell shows it.
-    int signalled(int signal, const char* option = "--quiet=false") {
+    int signalled(int signal, const char* option = "--quiet=false", int terminal = -1) {
         std::array<int, 2> pipe{};
         EXPECT_EQ(::pipe(pipe.data()), 0);
         const int capacity = ::fcntl(pipe[1], F_GETPIPE_SZ);
@@ -248,6 +289,7 @@ protected:
         const pid_t child = ::fork();
         if (child == 0) {
             ::dup2(pipe[1], STDOUT_FILENO);
+            takeAsTerminal(terminal);
             const std::string app = folder.typed("app");
             const std::string first = folder.typed("tree/a");
             const std::string second = folder.typed("tree");
@@ -268,6 +310,14 @@ protected:
         int status = 0;
         ::waitpid(child, &status, 0);
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    }
+
+    // For input and errors; if there is one.
+    static void takeAsTerminal(int terminal) {
+        if (terminal >= 0) {
+            ::dup2(terminal, STDIN_FILENO);
+            ::dup2(terminal, STDERR_FILENO);
+        }
     }
 
     // True once the child blocks in a write call to its standard output.
@@ -293,6 +343,16 @@ TEST_F(ConsoleSignals, endAScanWithoutHarmToTheNext) {
     const Outcome after = run("%T");
     EXPECT_EQ(after.status, 0);
     EXPECT_EQ(after.errors, "");
+}
+
+TEST_F(ConsoleSignals, leaveACompleteFileThatMightHaveBeenReplaced) {
+    folder.write("cancelled.csv", "complete");
+    const Terminal terminal("y\n");
+    EXPECT_EQ(signalled(SIGINT, "--quiet=false", terminal.descriptor()), 130);
+    EXPECT_EQ(folder.read("cancelled.csv"), "complete");
+    const std::string shown = terminal.shown();
+    EXPECT_TRUE(holds(shown, "Overwrite existing file? [y/N] ")) << shown;
+    EXPECT_TRUE(holds(shown, "not replaced, because the scan was cancelled (use --force)")) << shown;
 }
 
 } // namespace

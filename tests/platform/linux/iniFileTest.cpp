@@ -1,9 +1,15 @@
 #include "platform/linux/iniFile.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
+#include <filesystem>
 #include <functional>
 #include <vector>
+
+#include "support/temporaryFolder.h"
+
+namespace fs = std::filesystem;
 
 using namespace std::string_literals;
 using platform::IniText;
@@ -53,6 +59,23 @@ TEST(IniText, takesOnlyWhatALineCanHold) {
     EXPECT_FALSE(text.setValue("a", "k=j", "2"));
     EXPECT_FALSE(text.setValue("a]", "k", "2"));
     EXPECT_EQ(text.toBytes(), "");
+}
+
+TEST(IniFile, isForTheUserAloneUnlessTheyHaveSaidOtherwise) {
+    const TemporaryFolder folder;
+    const auto write = [&](const char* value) {
+        return platform::editIniFile(folder.typed("settings.ini"),
+                                     [&](IniText& text) { return text.setValue("a", "k", value); });
+    };
+    const auto permissions = [&] { return fs::status(folder / "settings.ini").permissions(); };
+    constexpr fs::perms own = fs::perms::owner_read | fs::perms::owner_write;
+    const mode_t before = ::umask(0);
+    EXPECT_TRUE(write("1"));
+    EXPECT_EQ(permissions(), own);
+    fs::permissions(folder / "settings.ini", own | fs::perms::group_read);
+    EXPECT_TRUE(write("2"));
+    EXPECT_EQ(permissions(), own | fs::perms::group_read);
+    ::umask(before);
 }
 
 } // namespace

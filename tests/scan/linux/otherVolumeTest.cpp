@@ -35,8 +35,8 @@ TEST_F(OtherVolume, isAnEmptyFolderBesideItsOwnDrive) {
     EXPECT_EQ(result.unreadableFolders, 0);
     EXPECT_EQ(row(volume), skipped);
     EXPECT_EQ(row(key("a")), Rows{"File Folder|5"});
-    ASSERT_NE(search.skipped.find(volume), nullptr);
-    EXPECT_EQ(search.skipped.unreadableIn(key()), 0U);
+    ASSERT_NE(search.gaps.find(volume), nullptr);
+    EXPECT_EQ(search.gaps.unreadableIn(key()).folders, 0U);
 
     EXPECT_EQ(platform::recordedPath(volume), key("a/volume")) << "its own drive";
     modProcessFiles::processMain(platform::recordedPath(volume), {search, settings, userInterface});

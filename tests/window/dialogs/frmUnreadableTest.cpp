@@ -10,14 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "scan/skippedFolders.h"
+#include "scan/figureGaps.h"
 #include "support/expected.h"
 
 using testing::ElementsAre;
 
 namespace {
 
-using Kind = SkippedFolders::Kind;
+using Kind = FigureGaps::Kind;
 
 class UnreadableFolders : public testing::Test {
 protected:
@@ -28,10 +28,10 @@ protected:
 
     static std::string key(const std::string& names) { return testSystem::root() + names; }
     void add(const std::string& names, Kind kind = Kind::unreadable, const char* reason = "denied") {
-        folders.add(key(names), kind, reason);
+        gaps.add(key(names), kind, reason);
     }
     void open() {
-        form.fill(folders);
+        form.fill(gaps);
         form.show();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
     }
@@ -40,6 +40,7 @@ protected:
         add("a\\sub\\", Kind::unreadable, "not connected");
         add("a\\", Kind::otherVolume, "another volume");
         add("c\\");
+        gaps.addFile(key("a\\"), "file", "not found");
         open();
     }
     [[nodiscard]] std::vector<std::string> paths() const {
@@ -58,7 +59,7 @@ protected:
     }
     static std::string clipboardText() { return QGuiApplication::clipboard()->text().toStdString(); }
 
-    SkippedFolders folders;
+    FigureGaps gaps;
     frmUnreadable form{nullptr};
     ListView& list = *form.findChild<ListView*>(QStringLiteral("lvwUnreadable"));
     QPushButton& cmdCopy = *form.findChild<QPushButton*>(QStringLiteral("cmdCopy"));
@@ -69,41 +70,46 @@ protected:
 TEST_F(UnreadableFolders, areCountedByKind) {
     struct Case {
         int unreadable;
+        int files;
         int others;
         const char* text;
     };
     const Case cases[] = {
-        {0, 0, "All folders could be read."},
-        {1, 0, "1 folder could not be read."},
-        {0, 1, "All folders could be read. 1 other volume is not included."},
-        {12, 2, "12 folders could not be read. 2 other volumes are not included."},
+        {0, 0, 0, "All folders could be read."},
+        {1, 0, 0, "1 folder could not be read."},
+        {0, 1, 0, "1 file could not be read."},
+        {0, 0, 1, "All folders could be read. 1 other volume is not included."},
+        {12, 3, 2, "12 folders and 3 files could not be read. 2 other volumes are not included."},
     };
     for (const Case& each : cases) {
-        folders.clear();
+        gaps.clear();
         for (int i = 0; i < each.unreadable; ++i) {
             add("a" + std::to_string(i) + "\\");
+        }
+        for (int i = 0; i < each.files; ++i) {
+            gaps.addFile(key("a\\"), "c" + std::to_string(i), "denied");
         }
         for (int i = 0; i < each.others; ++i) {
             add("b" + std::to_string(i) + "\\", Kind::otherVolume);
         }
-        form.fill(folders);
+        form.fill(gaps);
         EXPECT_EQ(form.findChild<QLabel*>(QStringLiteral("lblUnreadable"))->text().toStdString(), each.text);
-        EXPECT_EQ(list.rows().rowCount(), each.unreadable + each.others);
+        EXPECT_EQ(list.rows().rowCount(), each.unreadable + each.files + each.others);
     }
 }
 
 TEST_F(UnreadableFolders, areListedByKindAndPathUntilAHeaderIsClicked) {
     addAndOpen();
-    EXPECT_THAT(paths(), ElementsAre(shown("a\\sub"), shown("b"), shown("c"), shown("a")));
+    EXPECT_THAT(paths(), ElementsAre(shown("a\\sub"), shown("b"), shown("c"), shown("a\\file"), shown("a")));
     clickHeader(0);
-    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("a\\sub"), shown("b"), shown("c")));
+    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("a\\file"), shown("a\\sub"), shown("b"), shown("c")));
     clickHeader(1);
-    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("b"), shown("c"), shown("a\\sub")));
+    EXPECT_THAT(paths(), ElementsAre(shown("a"), shown("b"), shown("c"), shown("a\\sub"), shown("a\\file")));
     clickHeader(1);
-    EXPECT_EQ(paths().front(), shown("a\\sub"));
+    EXPECT_EQ(paths().front(), shown("a\\file"));
     add("aa\\", Kind::unreadable, "zealously guarded");
     add("", Kind::unreadable, "a");
-    form.fill(folders);
+    form.fill(gaps);
     EXPECT_EQ(paths().front(), shown("aa")) << "still sorted by the reason, in descending order";
     EXPECT_EQ(paths().back(), shown("")) << "a root keeps its separator";
 }
@@ -118,7 +124,10 @@ TEST_F(UnreadableFolders, areChosenByKeyAndMouse) {
     const QPoint second = list.visualRect(list.rows().index(1, 1)).center();
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, second);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, second);
-    EXPECT_THAT(chosen, ElementsAre(key("a\\sub\\"), key("a\\"), key("b\\")));
+    list.selectRow(list.rows().find(key("a\\file")));
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_THAT(chosen, ElementsAre(key("a\\sub\\"), key("a\\"), key("b\\"), key("a\\")))
+        << "for a file, the folder that it is in";
     EXPECT_TRUE(form.isVisible());
 }
 
@@ -143,11 +152,11 @@ TEST_F(UnreadableFolders, areCopiedAsTheyAreListed) {
 
     add("b, c\\", Kind::unreadable, "denied\tby \"them\"");
     add("a\\");
-    form.fill(folders);
+    form.fill(gaps);
     clickHeader(0);
     clickHeader(0);
     const std::string expected =
-        "Folder\tReason\r\n" + shown("b, c") + "\t\"denied\tby \"\"them\"\"\"\r\n" + shown("a") + "\tdenied";
+        "Path\tReason\r\n" + shown("b, c") + "\t\"denied\tby \"\"them\"\"\"\r\n" + shown("a") + "\tdenied";
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(clipboardText(), expected);
     QGuiApplication::clipboard()->clear();
@@ -168,23 +177,24 @@ TEST_F(UnreadableFolders, keepTheirPlacesWhenTheyAreFilledAgain) {
     const int scrolled = bar.value();
 
     add("050\\");
-    form.fill(folders);
+    form.fill(gaps);
     EXPECT_EQ(selected(), shown("250"));
     EXPECT_EQ(bar.value(), scrolled);
-    folders.forget(key("250\\"));
-    form.fill(folders);
+    gaps.forget(key("250\\"));
+    form.fill(gaps);
     EXPECT_EQ(selected(), shown("251")) << "the one at its place";
     QApplication::processEvents();
     EXPECT_EQ(bar.value(), scrolled);
-    folders.clear();
-    form.fill(folders);
+    gaps.clear();
+    form.fill(gaps);
     EXPECT_EQ(selected(), "");
     add("x\\");
-    form.fill(folders);
+    form.fill(gaps);
     EXPECT_EQ(selected(), shown("x"));
 }
 
 TEST_F(UnreadableFolders, showLongPathsInTheRoomThereIsAndInTips) {
+    add("b\\" + std::string(40000, 'x') + "\\", Kind::unreadable, "The path is too long");
     add("a\\" + std::string(300, 'x') + "\\<b>\\");
     open();
     EXPECT_FALSE(form.isModal());

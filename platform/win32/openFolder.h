@@ -1,0 +1,61 @@
+#pragma once
+
+#include <windows.h>
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/win32/handle.h"
+
+namespace platform {
+
+// Where a folder is once all links on the way to it are resolved.
+struct FolderPlace {
+    DWORD volume = 0;  // its serial number; 0 if it has none
+    std::wstring path; // on the volume (for a share, on the network): `\folder`, without a trailing "\"
+};
+
+// A folder that is open to be listed. What is asked about it and what is listed is the same folder, whatever
+// becomes of its path.
+class OpenFolder {
+public:
+    // `path` may lead through links, even at its end (widePath, wide.h).
+    explicit OpenFolder(const std::wstring& path);
+
+    // Why it is not open; ERROR_SUCCESS if it is.
+    [[nodiscard]] DWORD error() const noexcept { return error_; }
+
+    // Nothing if its file system does not tell. `buffer` is for the duration of the call, aligned like a
+    // record and as large as a path can be.
+    [[nodiscard]] std::optional<FolderPlace> place(std::span<std::byte> buffer) const;
+
+    // Calls `take(record, name)` for each entry, until that returns an error. Returns that error or the
+    // system's; ERROR_SUCCESS at the end.
+    template <class Take>
+    DWORD forEachEntry(std::span<std::byte> buffer, Take take) const {
+        bool hasMore = true;
+        DWORD error = fill(buffer, true, hasMore);
+        while (error == ERROR_SUCCESS && hasMore) {
+            const std::byte* position = buffer.data();
+            for (DWORD step = 1; error == ERROR_SUCCESS && step != 0; position += step) {
+                const auto& record = *reinterpret_cast<const FILE_FULL_DIR_INFO*>(position);
+                const std::wstring_view name(record.FileName, record.FileNameLength / sizeof(wchar_t));
+                error = name == L"." || name == L".." ? DWORD{ERROR_SUCCESS} : take(record, name);
+                step = record.NextEntryOffset;
+            }
+            error = error == ERROR_SUCCESS ? fill(buffer, false, hasMore) : error;
+        }
+        return error;
+    }
+
+private:
+    [[nodiscard]] DWORD fill(std::span<std::byte> buffer, bool isFirst, bool& hasMore) const;
+
+    Handle handle_;
+    DWORD error_;
+};
+
+} // namespace platform

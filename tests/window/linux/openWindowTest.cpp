@@ -1,0 +1,61 @@
+#include "window/openWindow.h"
+
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <QTest>
+
+#include "window/windowFixture.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class OpenedWindow : public MainWindow {
+protected:
+    std::unique_ptr<frmMain> opened() {
+        dialogs.messages.clear();
+        return openWindow({application.typed(), tree.typed(), {}, {}}, dialogs);
+    }
+};
+
+TEST_F(OpenedWindow, scansThePathOfTheCommandLine) {
+    makeTree();
+    window = opened();
+    ASSERT_TRUE(window);
+    EXPECT_TRUE(window->isVisible());
+    QApplication::processEvents();
+    EXPECT_EQ(selected(), key());
+    EXPECT_THAT(dialogs.messages, IsEmpty());
+}
+
+TEST_F(OpenedWindow, usesNoApplicationFolderThatOthersCanWriteTo) {
+    const std::string folder = application.typed() + "/";
+    const fs::perms before = fs::status(application.path()).permissions();
+    const fs::perms all = fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_write;
+    fs::permissions(application.path(), fs::perms::all);
+    EXPECT_FALSE(opened());
+    EXPECT_THAT(dialogs.messages, ElementsAre(folder + " is not used, because everybody can write to it"));
+    fs::permissions(application.path(), before);
+    fs::permissions(application / "settings.ini", all);
+    EXPECT_FALSE(opened());
+    EXPECT_THAT(dialogs.messages,
+                ElementsAre(folder + "settings.ini is not used, because everybody can write to it"));
+    EXPECT_FALSE(fs::exists(application / "main.dat")) << "nothing was begun";
+}
+
+TEST_F(OpenedWindow, usesNoApplicationFolderOfSomeoneElse) {
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can make files of others";
+    }
+    constexpr uid_t them = 65534;
+    ASSERT_EQ(::chown((application / "settings.ini").c_str(), them, them), 0);
+    EXPECT_FALSE(opened());
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    EXPECT_THAT(dialogs.messages[0], testing::HasSubstr("settings.ini is not used, because it belongs to "));
+}
+
+} // namespace
