@@ -24,8 +24,9 @@ double scaleFor(const QSizeF& size) {
 
 } // namespace
 
-ChartFrame::ChartFrame(const QRectF& rectangle, const QFont& font)
+ChartFrame::ChartFrame(const QRectF& rectangle, const ChartState& state)
     : panel(rectangle), scale(scaleFor(rectangle.size())) {
+    const QFont& font = state.font;
     const double textSize = std::max(QFontInfo(font).pixelSize(), 8) * scale;
     titleFont = fontOf(font, textSize * chartLook::titleSize, QFont::Bold);
     labelFont = fontOf(font, textSize, QFont::Bold);
@@ -41,9 +42,13 @@ ChartFrame::ChartFrame(const QRectF& rectangle, const QFont& font)
     const double bottom = panel.bottom() - std::round(panel.height() * chartLook::bottomMargin);
     const double gap = std::round(length(chartLook::gap));
     title = QRectF(panel.left(), top, panel.width(), std::ceil(QFontMetricsF(titleFont).height()) + gap);
-    pieRoom = QRectF(QPointF(left, title.bottom() + gap), QPointF(right, bottom));
+    if (!state.folder.isEmpty() && panel.height() >= length(chartLook::leastWithHeading)) {
+        heading = QRectF(left, title.bottom() - gap / 2, right - left, markHeight);
+    }
+    const double headEnd = std::max(title.bottom(), heading.bottom());
+    pieRoom = QRectF(QPointF(left, headEnd + gap), QPointF(right, bottom));
 
-    const QRectF room(QPointF(left + labelWidth + gap, title.bottom() + gap / 2),
+    const QRectF room(QPointF(left + labelWidth + gap, headEnd + gap / 2),
                       QPointF(right, bottom - labelHeight - gap));
     const double offset = std::round(std::min(room.width(), room.height()) * chartLook::depth);
     depth = QPointF(offset, -offset);
@@ -60,6 +65,9 @@ ChartFrame ChartFrame::resized(const QSizeF& size) const {
     const QSizeF more = size - panel.size();
     result.panel.setSize(size);
     result.title.setWidth(size.width());
+    if (!heading.isNull()) {
+        result.heading.setWidth(heading.width() + more.width());
+    }
     result.plot.setSize(plot.size() + more);
     result.pieRoom.setSize(pieRoom.size() + more);
     result.findRoom();

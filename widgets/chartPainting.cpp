@@ -23,6 +23,14 @@ void paintTitle(QPainter& painter, const ChartFrame& frame) {
     painter.drawText(frame.title, Qt::AlignCenter | Qt::TextSingleLine, QStringLiteral("Spannory"));
 }
 
+void paintHeading(QPainter& painter, const ChartFrame& frame, const ChartHeading& heading) {
+    painter.setFont(frame.markFont);
+    painter.setPen(QColor::fromRgb(chartLook::quietText));
+    constexpr int flags = Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip;
+    painter.drawText(heading.nameArea, flags, heading.name);
+    painter.drawText(heading.figuresArea, flags, heading.figures);
+}
+
 void paintHint(QPainter& painter, const ChartFrame& frame, const ChartState& state) {
     painter.setFont(frame.labelFont);
     painter.setPen(QColor::fromRgba(chartLook::quietText));
@@ -59,6 +67,7 @@ void chartPainting::paintBackground(QPainter& painter, const ChartLayout& layout
 void chartPainting::paintContent(QPainter& painter, const ChartLayout& layout, const ChartState& state) {
     painter.save();
     prepare(painter);
+    paintHeading(painter, layout.frame(), layout.heading());
     if (layout.isEmpty()) {
         paintHint(painter, layout.frame(), state);
     } else if (layout.bars()) {
@@ -71,7 +80,7 @@ void chartPainting::paintContent(QPainter& painter, const ChartLayout& layout, c
 }
 
 void chartPainting::paint(QPainter& painter, const QRectF& rectangle, const ChartState& state) {
-    const ChartLayout layout(ChartFrame(rectangle, state.font), state);
+    const ChartLayout layout(ChartFrame(rectangle, state), state);
     paintBackground(painter, layout);
     paintContent(painter, layout, state);
 }

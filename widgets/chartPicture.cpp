@@ -58,7 +58,7 @@ QSizeF entireSize(const ChartFrame& shown, const ChartState& state, Format forma
 
 ChartFrame frameFor(const ChartState& state, const QSizeF& size, Format format) {
     const auto frameOf = [&state](const QSizeF& panel) {
-        return ChartFrame(QRectF(QPointF(), panel), state.font);
+        return ChartFrame(QRectF(QPointF(), panel), state);
     };
     ChartFrame frame = frameOf(size.expandedTo({1, 1}));
     if (state.entire && !state.entries.empty()) {

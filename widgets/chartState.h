@@ -18,4 +18,5 @@ struct ChartState {
     int selected = -1;   // the entry with the keyboard's highlight, -1 for none
     QFont font;          // of ordinary text; the chart's fonts are derived from it
     QString hint;        // shown if there are no bars or slices
+    QString folder;      // shown below the title; empty for no such line
 };

@@ -84,6 +84,14 @@ void FolderChart::setHint(const QString& hint) {
     update();
 }
 
+void FolderChart::setFolder(const QString& shownPath) {
+    if (shownPath != folder_) {
+        folder_ = shownPath;
+        background_ = {};
+        relayout();
+    }
+}
+
 void FolderChart::attachScrollBar(QScrollBar* scrollBar) {
     if (scrollBar_) {
         scrollBar_->disconnect(this);
@@ -112,6 +120,7 @@ ChartState FolderChart::state() const {
     state.selected = hasFocus() ? selected_ : -1;
     state.font = font();
     state.hint = hint_;
+    state.folder = folder_;
     return state;
 }
 
@@ -121,7 +130,8 @@ std::string FolderChart::labelAt(int index) const {
 
 const ChartLayout& FolderChart::layoutNow() {
     if (!layout_) {
-        layout_.emplace(ChartFrame(rect(), font()), state());
+        const ChartState now = state();
+        layout_.emplace(ChartFrame(rect(), now), now);
     }
     return *layout_;
 }

@@ -47,6 +47,9 @@ public:
     // The text shown instead of bars if there are no entries.
     void setHint(const QString& hint);
 
+    // The folder's path as it is shown, for the line below the title. Empty for no such line.
+    void setFolder(const QString& shownPath);
+
     // The vertical scroll bar beside the chart (`fsb`), which is not owned. It is hidden if everything is in
     // view.
     void attachScrollBar(QScrollBar* scrollBar);
@@ -109,6 +112,7 @@ private:
     std::vector<ChartEntry> entries_;
     ChartStyle style_ = ChartStyle::bar;
     QString hint_;
+    QString folder_;
     int position_ = 0;
     int selected_ = -1;
     ChartHit hovered_;

@@ -8,6 +8,7 @@
 #include "views/chartTip.h"
 #include "views/folderFigures.h"
 #include "widgets/lvsort.h"
+#include "widgets/qtText.h"
 
 namespace {
 
@@ -130,6 +131,7 @@ void ViewTabs::updateGraph() {
         if (key.empty()) {
             return;
         }
+        tc_.setFolder(modQt::shownPath(key));
         tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key),
                        key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
         chartKey_ = key;
@@ -173,6 +175,7 @@ void ViewTabs::forget() {
     filesList_.clear();
     groupLists_.clear();
     tc_.setEntries({});
+    tc_.setFolder({});
     chartKey_.clear();
     refreshActiveView();
 }

@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "widgets/listView.h"
+#include "widgets/qtText.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -71,6 +72,7 @@ TEST_F(MainWindow, descendsIntoFoldersFromListAndChart) {
     EXPECT_EQ(selected(), key("a/deep"));
     EXPECT_TRUE(control<FolderTree>("tvw").isExpanded(key("a")));
     EXPECT_THAT(bars(), ElementsAre("|Files|=10"));
+    EXPECT_EQ(control<FolderChart>("tc").state().folder, modQt::shownPath(key("a/deep")));
 
     std::filesystem::remove_all(tree / "b");
     click(key());
