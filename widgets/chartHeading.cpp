@@ -17,7 +17,9 @@ ChartHeading::ChartHeading(const ChartFrame& frame, const ChartState& state, std
     const double room = frame.heading.width();
     figures = QStringLiteral(" \u00b7 ") + QString::fromStdString(chartHeadingFigures(state.entries, shown));
     figures = metrics.elidedText(figures, Qt::ElideRight, room);
-    name = metrics.elidedText(state.folder, Qt::ElideMiddle, std::max(room - widthOf(figures), 0.0));
+    const QString part = state.part.isEmpty() ? QString() : QStringLiteral(" \u203a ") + state.part;
+    const double folderRoom = std::max(room - widthOf(part) - widthOf(figures), 0.0);
+    name = metrics.elidedText(state.folder, Qt::ElideMiddle, folderRoom) + part;
     const double left = std::round(frame.heading.center().x() - (widthOf(name) + widthOf(figures)) / 2);
     nameArea = QRectF(left, frame.heading.top(), widthOf(name), frame.heading.height());
     figuresArea = QRectF(nameArea.right(), frame.heading.top(), widthOf(figures), frame.heading.height());

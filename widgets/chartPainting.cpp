@@ -23,11 +23,16 @@ void paintTitle(QPainter& painter, const ChartFrame& frame) {
     painter.drawText(frame.title, Qt::AlignCenter | Qt::TextSingleLine, QStringLiteral("Spannory"));
 }
 
-void paintHeading(QPainter& painter, const ChartFrame& frame, const ChartHeading& heading) {
+// A part of the folder leads back to the whole.
+void paintHeading(QPainter& painter, const ChartFrame& frame, const ChartHeading& heading, bool leadsBack) {
+    constexpr int flags = Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip;
+    QFont font = frame.markFont;
+    font.setUnderline(leadsBack);
+    painter.setFont(font);
+    painter.setPen(QColor::fromRgb(leadsBack ? chartLook::accent : chartLook::quietText));
+    painter.drawText(heading.nameArea, flags, heading.name);
     painter.setFont(frame.markFont);
     painter.setPen(QColor::fromRgb(chartLook::quietText));
-    constexpr int flags = Qt::AlignCenter | Qt::TextSingleLine | Qt::TextDontClip;
-    painter.drawText(heading.nameArea, flags, heading.name);
     painter.drawText(heading.figuresArea, flags, heading.figures);
 }
 
@@ -67,7 +72,7 @@ void chartPainting::paintBackground(QPainter& painter, const ChartLayout& layout
 void chartPainting::paintContent(QPainter& painter, const ChartLayout& layout, const ChartState& state) {
     painter.save();
     prepare(painter);
-    paintHeading(painter, layout.frame(), layout.heading());
+    paintHeading(painter, layout.frame(), layout.heading(), !state.part.isEmpty());
     if (layout.isEmpty()) {
         paintHint(painter, layout.frame(), state);
     } else if (layout.bars()) {

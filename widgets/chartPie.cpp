@@ -25,8 +25,7 @@ QString nameOf(const ChartSlice& slice, const ChartState& state) {
     if (slice.index >= 0) {
         return modQt::shownName(state.entries[static_cast<std::size_t>(slice.index)].label);
     }
-    return QStringLiteral("Other (%1)")
-        .arg(QString::fromStdString(modFormat::formatNumber(slice.entries, "#,##0")));
+    return QString::fromStdString(chartRestName(slice.entries));
 }
 
 // The height of labels with this many lines, including the space between them.

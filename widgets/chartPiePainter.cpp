@@ -137,7 +137,7 @@ void chartPiePainter::paintHighlights(QPainter& painter, const ChartFrame& frame
                                       const ChartState& state) {
     for (const ChartPieSlice& slice : pie.slices) {
         const bool selected = slice.index == state.selected;
-        if (slice.index < 0 || (!selected && slice.index != state.hovered)) {
+        if (!selected && slice.index != state.hovered) {
             continue;
         }
         painter.setPen(edgePen(QColor::fromRgb(chartLook::titleText), frame.length(2)));

@@ -82,6 +82,12 @@ void ViewTabs::wire() {
         refreshActiveView();
     });
     connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
+    connect(&tc_, &FolderChart::barEntered, this, [this](const std::string& label) {
+        if (label == modFigures::filesLabel) {
+            XTab_.setCurrentWidget(&lvwF_);
+            lvwF_.setFocus();
+        }
+    });
     connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
     connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
     tc_.setTipProvider(

@@ -68,11 +68,23 @@ TEST_F(MainWindow, descendsIntoFoldersFromListAndChart) {
     tabs().setCurrentIndex(0);
     clickBar(1);
     EXPECT_EQ(selected(), key("a")) << "the files' bar opens nothing";
+    EXPECT_EQ(tabs().currentIndex(), 0);
     clickBar(0);
     EXPECT_EQ(selected(), key("a/deep"));
     EXPECT_TRUE(control<FolderTree>("tvw").isExpanded(key("a")));
     EXPECT_THAT(bars(), ElementsAre("|Files|=10"));
     EXPECT_EQ(control<FolderChart>("tc").state().folder, modQt::shownPath(key("a/deep")));
+
+    auto& chart = control<FolderChart>("tc");
+    clickBar(0);
+    QTest::mouseDClick(&chart, Qt::LeftButton, {}, chart.markOf(0).center().toPoint());
+    EXPECT_EQ(tabs().currentIndex(), 1) << "where those files are";
+    tabs().setCurrentIndex(0);
+    chart.setFocus();
+    QTest::keyClick(&chart, Qt::Key_Home);
+    QTest::keyClick(&chart, Qt::Key_Return);
+    EXPECT_EQ(tabs().currentIndex(), 1);
+    tabs().setCurrentIndex(0);
 
     std::filesystem::remove_all(tree / "b");
     click(key());
