@@ -7,6 +7,7 @@
 
 #include "views/chartPaging.h"
 #include "widgets/chartLook.h"
+#include "widgets/qtText.h"
 
 namespace {
 
@@ -32,8 +33,7 @@ ChartFrame::ChartFrame(const QRectF& rectangle, const ChartState& state)
     labelFont = fontOf(font, textSize, QFont::Bold);
     markFont = fontOf(font, textSize * 0.92, QFont::Normal);
     labelHeight = std::ceil(QFontMetricsF(labelFont).height());
-    labelWidth =
-        std::round(std::min(length(chartLook::labelLength), panel.width() * chartLook::mostLabelShare));
+    labelWidth = labelWidthFor(state);
     markHeight = std::ceil(QFontMetricsF(markFont).height()) + length(2);
 
     const double left = panel.left() + std::round(panel.width() * chartLook::leftMargin);
@@ -54,6 +54,24 @@ ChartFrame::ChartFrame(const QRectF& rectangle, const ChartState& state)
     depth = QPointF(offset, -offset);
     plot = room.adjusted(0, offset, -offset, 0);
     findRoom();
+}
+
+// As wide as the longest name needs, within bounds. Only the first names count if there are many; the others
+// may be cut, but the walls stay where they are while the chart is scrolled.
+double ChartFrame::labelWidthFor(const ChartState& state) const {
+    constexpr std::size_t mostNames = 3 * std::size_t{ChartPaging::mostVisible};
+    const double least = std::min(length(chartLook::labelLength), panel.width() * chartLook::leastLabelShare);
+    const double most = std::max(panel.width() * chartLook::mostLabelShare, least);
+    const std::size_t names = state.style == ChartStyle::bar ? std::min(state.entries.size(), mostNames) : 0;
+    const QFontMetricsF metrics(labelFont);
+    double widest = 0;
+    for (const ChartEntry& entry : state.entries.last(names)) {
+        if (widest >= most) {
+            break;
+        }
+        widest = std::max(widest, metrics.horizontalAdvance(modQt::shownName(entry.label)));
+    }
+    return std::round(std::clamp(std::ceil(widest), least, most));
 }
 
 void ChartFrame::findRoom() {

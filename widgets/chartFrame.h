@@ -36,5 +36,6 @@ struct ChartFrame {
     [[nodiscard]] int barRoom() const;
 
 private:
+    [[nodiscard]] double labelWidthFor(const ChartState& state) const;
     void findRoom();
 };

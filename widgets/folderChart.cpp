@@ -189,7 +189,7 @@ ChartPaging FolderChart::paging() {
 // Called after any change of the content or its places.
 void FolderChart::relayout() {
     layout_.reset();
-    if (style_ == ChartStyle::pie) {
+    if (style_ == ChartStyle::pie || layoutNow().frame().plot != painted_) {
         background_ = {};
     }
     const int nearest = paging().clamped(position_);
@@ -225,6 +225,7 @@ void FolderChart::renewBackground() {
     background_.fill(Qt::white);
     QPainter painter(&background_);
     chartPainting::paintBackground(painter, layoutNow());
+    painted_ = layoutNow().frame().plot;
 }
 
 void FolderChart::paintEvent(QPaintEvent*) {

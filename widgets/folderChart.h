@@ -164,4 +164,5 @@ private:
     QPointer<QScrollBar> scrollBar_;
     std::optional<ChartLayout> layout_; // created when needed
     QPixmap background_;                // created when needed
+    QRectF painted_;                    // the plot in it
 };

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QRegularExpression>
 #include <cmath>
@@ -79,6 +79,36 @@ TEST(ChartPainting, nothingOverlapsOrLeavesThePanel) {
             }
         }
     }
+}
+
+// Labels take what their names need, but no less than 100 pixels (or three tenths of a narrow chart) and no
+// more than a third of the chart.
+TEST(ChartPainting, labelsTakeTheRoomThatNamesNeed) {
+    constexpr double gap = 6;
+    for (const int width : {300, 900, 1600}) {
+        for (const int letters : {3, 25, 400}) {
+            std::vector<ChartEntry> entries = ascending(15);
+            entries[4].label = std::string(static_cast<std::size_t>(letters), 'n');
+            const ChartState state = stateOf(entries);
+            const ChartFrame frame(QRectF(0, 0, width, 600), state);
+            const double least = std::min(100.0 * frame.scale, width * 0.3);
+            const double most = std::max(width / 3.0, least);
+            const double name =
+                QFontMetricsF(frame.labelFont).horizontalAdvance(QString::fromStdString(entries[4].label));
+            const double wanted = std::clamp(name, least, most);
+            EXPECT_NEAR(frame.labelWidth, wanted, 1) << width << ' ' << letters;
+            EXPECT_NEAR(frame.plot.left(), width * 0.05 + wanted + gap * frame.scale, 2);
+            const ChartBars bars(frame, state);
+            EXPECT_EQ(bars.bars[4].label.contains(QChar(0x2026)), name > most + 1) << width << ' ' << letters;
+        }
+    }
+    // While the chart is scrolled, its walls stay.
+    std::vector<ChartEntry> many = ascending(40);
+    many[10].label = std::string(60, 'n');
+    ChartState state = stateOf(many);
+    const ChartFrame frame(QRectF(0, 0, 900, 600), state);
+    state.position = 25;
+    EXPECT_EQ(ChartFrame(QRectF(0, 0, 900, 600), state).plot, frame.plot);
 }
 
 // The line counts what is in view, and is left out where it would say nothing or take the room of bars.

@@ -239,6 +239,21 @@ TEST_F(FolderChartTest, restIsAPieOfItsOwn) {
     EXPECT_EQ(seen, (std::vector<int>{1, 2, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0}));
 }
 
+// The walls' picture is kept, but not when longer names move them.
+TEST_F(FolderChartTest, wallsFollowTheLabels) {
+    std::vector<ChartEntry> entries = ascending(4);
+    chart.setEntries(entries);
+    const QImage before = chart.grab().toImage();
+    entries[2].label = std::string(40, 'n');
+    chart.setEntries(entries, FolderChart::View::kept);
+    const QImage moved = chart.grab().toImage();
+    FolderChart fresh;
+    fresh.resize(chart.size());
+    fresh.setEntries(entries);
+    EXPECT_NE(moved, before);
+    EXPECT_EQ(moved, fresh.grab().toImage());
+}
+
 // The window's own commands may use these keys when the chart does not.
 TEST_F(FolderChartTest, keysWithoutUsePassOn) {
     chart.setEntries(ascending(5));
