@@ -16,6 +16,9 @@ ChartHeading::ChartHeading(const ChartFrame& frame, const ChartState& state, std
     };
     const double room = frame.heading.width();
     figures = QStringLiteral(" \u00b7 ") + QString::fromStdString(chartHeadingFigures(state.entries, shown));
+    if (!state.date.isEmpty()) {
+        figures += QStringLiteral(" \u00b7 ") + state.date;
+    }
     figures = metrics.elidedText(figures, Qt::ElideRight, room);
     const QString part = state.part.isEmpty() ? QString() : QStringLiteral(" \u203a ") + state.part;
     const double folderRoom = std::max(room - widthOf(part) - widthOf(figures), 0.0);

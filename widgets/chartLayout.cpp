@@ -27,6 +27,17 @@ bool ChartLayout::isEmpty() const {
     return bars() ? bars()->bars.empty() : pie() ? pie()->slices.empty() : false;
 }
 
+ChartLayout ChartLayout::withBarsBetween(double top, double bottom) const {
+    ChartLayout result(*this);
+    if (auto* const all = std::get_if<ChartBars>(&result.content_)) {
+        std::erase_if(all->bars, [&](const ChartBar& bar) {
+            const double middle = bar.front.center().y();
+            return middle < top || middle >= bottom;
+        });
+    }
+    return result;
+}
+
 ChartHit ChartLayout::hit(QPointF point) const {
     return bars() ? bars()->hit(point) : pie() ? pie()->hit(point) : ChartHit();
 }

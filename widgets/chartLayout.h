@@ -21,6 +21,9 @@ public:
     // True if there is nothing to show: no bars, or no slices because nothing has a size.
     [[nodiscard]] bool isEmpty() const;
 
+    // The same, with only the bars whose middles are from `top` to above `bottom`.
+    [[nodiscard]] ChartLayout withBarsBetween(double top, double bottom) const;
+
     [[nodiscard]] ChartHit hit(QPointF point) const;
     // The place for the tip of an entry; null if the entry is not in view.
     [[nodiscard]] QRectF markOf(int index) const;

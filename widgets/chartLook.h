@@ -42,7 +42,7 @@ inline constexpr double leastWithHeading = 200; // height of a panel with a line
 inline constexpr double labelLength = 100;
 inline constexpr double leastLabelShare = 0.3; // of the panel's width, if that is small
 inline constexpr double mostLabelShare = 1.0 / 3;
-inline constexpr double gap = 6;              // between a text and what it describes
+inline constexpr double gap = 6; // between a text and what it describes
 
 // Bars: colours from left to right, on top and at the end. A bar is as thick as a tenth of the category axis,
 // or, if there are many, as this share of its slot.

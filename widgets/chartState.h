@@ -19,5 +19,6 @@ struct ChartState {
     QFont font;          // of ordinary text; the chart's fonts are derived from it
     QString hint;        // shown if there are no bars or slices
     QString folder;      // shown below the title; empty for no such line
+    QString date;        // at the end of that line; may be empty
     QString part;        // of the folder, if the entries are only that: "Other (52)"
 };
