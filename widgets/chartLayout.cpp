@@ -3,7 +3,8 @@
 #include <algorithm>
 
 ChartLayout::ChartLayout(const ChartFrame& frame, const ChartState& state)
-    : frame_(frame), content_(contentOf(frame, state)), heading_(frame, state, shown()) {}
+    : frame_(frame), colours_(state.colours), content_(contentOf(frame, state)),
+      heading_(frame, state, shown()) {}
 
 ChartLayout::Content ChartLayout::contentOf(const ChartFrame& frame, const ChartState& state) {
     if (!frame.hasRoom) {

@@ -14,6 +14,7 @@ public:
     ChartLayout(const ChartFrame& frame, const ChartState& state);
 
     [[nodiscard]] const ChartFrame& frame() const { return frame_; }
+    [[nodiscard]] const ChartColours& colours() const { return colours_; }
     // Null in the other style, or if there is no room for bars or slices.
     [[nodiscard]] const ChartBars* bars() const { return std::get_if<ChartBars>(&content_); }
     [[nodiscard]] const ChartPie* pie() const { return std::get_if<ChartPie>(&content_); }
@@ -35,6 +36,7 @@ private:
     [[nodiscard]] std::size_t shown() const;
 
     ChartFrame frame_;
+    ChartColours colours_;
     Content content_;
     ChartHeading heading_;
 };

@@ -4,8 +4,8 @@
 #include <QString>
 #include <array>
 
-// The chart's look: colours, and lengths in pixels of an ordinary window (scaled by ChartFrame::length). The
-// chart looks the same on a light and a dark desktop, because it can also become a picture in a document.
+// The chart's look: colours, and lengths in pixels of an ordinary window (scaled by ChartFrame::length).
+// Painters take the colours from ChartColours.
 namespace chartLook {
 
 inline constexpr QRgb silver = qRgb(192, 192, 192);

@@ -39,6 +39,7 @@ ChartState pictured(const ChartState& shown, const std::vector<ChartEntry>& entr
     state.entries = entries;
     state.entire = portion == Portion::entire;
     state.date = date;
+    state.colours = {}; // a document is white
     state.hovered = -1;
     state.selected = -1;
     // A screen's subpixels and pixel grid have no meaning in other pictures or on paper.

@@ -47,7 +47,7 @@ ChartPie::ChartPie(const ChartFrame& frame, const ChartState& state) {
         slice.megabytes = part.size / 1024 / 1024;
         slice.from = turn;
         turn = slice.to = turn + part.share;
-        slice.colour = QColor::fromRgb(part.index < 0 ? chartLook::restSlice : chartLook::slices.at(rank));
+        slice.colour = QColor::fromRgb(part.index < 0 ? state.colours.restSlice : chartLook::slices.at(rank));
         slice.name = nameOf(part, state);
         slice.value = shareText(part.share);
         slices.push_back(slice);

@@ -10,6 +10,7 @@
 
 FolderChart::FolderChart(QWidget* parent)
     : QWidget(parent), hint_(QStringLiteral("No sizes to show. Select a folder in the tree to scan it.")) {
+    colours_ = ChartColours::of(palette());
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -101,6 +102,7 @@ ChartState FolderChart::state() const {
     state.hovered = hovered_.index;
     state.selected = hasFocus() ? selected_ : -1;
     state.font = font();
+    state.colours = colours_;
     state.hint = hint_;
     state.folder = folder_;
     state.part = rests_.empty() ? QString() : rests_.back().name;
@@ -243,7 +245,10 @@ void FolderChart::resizeEvent(QResizeEvent*) {
 }
 
 void FolderChart::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange) {
+    if (event->type() == QEvent::PaletteChange) {
+        colours_ = ChartColours::of(palette());
+    }
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) {
         background_ = {};
         relayout();
     }

@@ -147,6 +147,7 @@ private:
 
     std::vector<ChartEntry> entries_;
     ChartStyle style_ = ChartStyle::bar;
+    ChartColours colours_;
     QString hint_;
     QString folder_;
     int position_ = 0;
