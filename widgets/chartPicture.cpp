@@ -134,7 +134,7 @@ std::vector<double> ChartPicture::pageEnds() const {
     const double pageHeight = pageRoom().height() / pageScale();
     std::vector<double> ends;
     double start = 0;
-    while (layout_.bars() && size().height() - start > pageHeight + 1) {
+    while (layout_.bars() != nullptr && size().height() - start > pageHeight + 1) {
         double end = start + pageHeight;
         for (const ChartBar& bar : layout_.bars()->bars) { // from the bottom
             const double box = bar.front.top() + layout_.bars()->depth.y();

@@ -6,10 +6,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "widgets/chartAccessible.h"
 #include "widgets/chartPainting.h"
 
 FolderChart::FolderChart(QWidget* parent)
     : QWidget(parent), hint_(QStringLiteral("No sizes to show. Select a folder in the tree to scan it.")) {
+    modChartAccessible::install();
     colours_ = ChartColours::of(palette());
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
@@ -46,6 +48,7 @@ void FolderChart::setEntries(std::vector<ChartEntry> entries, View view) {
         hover({});
     }
     relayout();
+    modChartAccessible::tellReplaced(*this);
     if (depth() != depthBefore) {
         Q_EMIT depthChanged(depth());
     }
@@ -119,7 +122,6 @@ std::vector<ChartSlice> FolderChart::slices() const {
     return chartSlices(shown());
 }
 
-// The entry, or the rest in the form of one; empty if there is neither.
 ChartEntry FolderChart::shownEntry(int index) const {
     if (index == ChartSlice::rest) {
         const std::vector<ChartSlice> all = slices();
@@ -150,6 +152,7 @@ void FolderChart::setDepth(int depth, int selected) {
     openRests(depth);
     selected_ = selected;
     relayout();
+    modChartAccessible::tellReplaced(*this);
     if (this->depth() != before) {
         Q_EMIT depthChanged(this->depth());
     }

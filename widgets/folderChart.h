@@ -76,6 +76,20 @@ public:
     // The entry with the keyboard highlight, ChartSlice::rest for the rest, -1 for none.
     [[nodiscard]] int selected() const { return selected_; }
 
+    // --- bars and slices by rank, largest first -----------------------------------------------------------
+    // The number of bars, in view or not, or of slices; behind the entries' own comes the rest's.
+    [[nodiscard]] int selectable() const;
+    [[nodiscard]] int indexAt(int rank) const;
+    [[nodiscard]] int rankOf(int index) const;
+    // The entry, or the rest in the form of one; empty if there is neither.
+    [[nodiscard]] ChartEntry shownEntry(int index) const;
+    // The index of the bar or slice at a place in the widget, -1 for none.
+    [[nodiscard]] int entryAt(QPointF place) { return hitAt(place).index; }
+    // Selects what has this rank and scrolls to it.
+    void selectRank(int rank);
+    // Does what Enter does.
+    void activateSelected();
+
     // The widget's current content, for painting it elsewhere (chartPainting::paint). Valid until the next
     // change.
     [[nodiscard]] ChartState state() const;
@@ -122,7 +136,6 @@ private:
         return std::span(entries_).first(static_cast<std::size_t>(count()));
     }
     [[nodiscard]] std::vector<ChartSlice> slices() const;
-    [[nodiscard]] ChartEntry shownEntry(int index) const;
     void openRests(int depth);
     void setDepth(int depth, int selected);
     void enter(int index);
@@ -135,9 +148,6 @@ private:
     void hover(const ChartHit& hit);
     void hoverAgain();
     void select(int index);
-    [[nodiscard]] int selectable() const;
-    [[nodiscard]] int rankOf(int index) const;
-    [[nodiscard]] int indexAt(int rank) const;
     [[nodiscard]] ChartHit hitAt(QPointF point);
     bool moveByKey(int key);
     void startTip(const ChartHit& hit, bool byMouse);

@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "views/chartAxis.h"
+#include "widgets/chartAccessible.h"
 #include "widgets/folderChart.h"
 #include "widgets/qtText.h"
 
@@ -125,7 +126,6 @@ void FolderChart::wheelEvent(QWheelEvent* event) {
 
 // --- keyboard -------------------------------------------------------------------------------------------
 
-// The number of bars or slices that can be selected: the largest entries, and behind them the rest.
 int FolderChart::selectable() const {
     return style_ == ChartStyle::bar ? count() : static_cast<int>(slices().size());
 }
@@ -145,6 +145,7 @@ void FolderChart::select(int index) {
         setAccessibleDescription(modQt::shownName(entry.label) + QStringLiteral(", ") +
                                  QString::fromStdString(chartMarkText(entry.size / 1024 / 1024)));
         if (hasFocus()) {
+            modChartAccessible::tellSelected(*this);
             startTip({ChartHit::Part::value, index, entry.size / 1024 / 1024, markOf(index)}, false);
         }
     }
@@ -177,10 +178,23 @@ bool FolderChart::moveByKey(int key) {
     }
     if (last >= 0) {
         rank = std::clamp(rank, 0, last);
-        setPosition(paging().showing(rank, paging().clamped(position_ + scrolled)));
-        select(indexAt(rank));
+        setPosition(position_ + scrolled);
+        selectRank(rank);
     }
     return true;
+}
+
+void FolderChart::activateSelected() {
+    const std::string label = labelAt(selected_);
+    enter(selected_);
+    if (!label.empty()) {
+        Q_EMIT barActivated(label);
+    }
+}
+
+void FolderChart::selectRank(int rank) {
+    setPosition(paging().showing(rank, position_));
+    select(indexAt(rank));
 }
 
 void FolderChart::keyPressEvent(QKeyEvent* event) {
@@ -189,11 +203,7 @@ void FolderChart::keyPressEvent(QKeyEvent* event) {
     const bool isUp =
         plain ? key == Qt::Key_Backspace : key == Qt::Key_Up && event->modifiers().testFlag(Qt::AltModifier);
     if (plain && (key == Qt::Key_Enter || key == Qt::Key_Return || key == Qt::Key_Space)) {
-        const std::string label = labelAt(selected_);
-        enter(selected_);
-        if (!label.empty()) {
-            Q_EMIT barActivated(label);
-        }
+        activateSelected();
     } else if (isUp ? !up() : !plain || !moveByKey(key)) {
         QWidget::keyPressEvent(event); // for whoever stands around the chart
     }
