@@ -7,8 +7,8 @@
 #include <memory>
 
 #include "views/chartAxis.h"
+#include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
-#include "widgets/qtText.h"
 
 namespace {
 
@@ -34,7 +34,7 @@ public:
         }
         switch (kind) {
         case QAccessible::Name:
-            return modQt::shownName(chart_->shownEntry(index()).label);
+            return chartLabel(chart_->shownEntry(index()));
         case QAccessible::Value:
             return QString::fromStdString(chartMarkText(chart_->shownEntry(index()).size / 1024 / 1024));
         default:

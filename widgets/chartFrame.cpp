@@ -6,8 +6,8 @@
 #include <cmath>
 
 #include "views/chartPaging.h"
+#include "widgets/chartLabel.h"
 #include "widgets/chartLook.h"
-#include "widgets/qtText.h"
 
 namespace {
 
@@ -69,7 +69,7 @@ double ChartFrame::labelWidthFor(const ChartState& state) const {
         if (widest >= most) {
             break;
         }
-        widest = std::max(widest, metrics.horizontalAdvance(modQt::shownName(entry.label)));
+        widest = std::max(widest, metrics.horizontalAdvance(chartLabel(entry)));
     }
     return std::round(std::clamp(std::ceil(widest), least, most));
 }

@@ -9,8 +9,8 @@
 #include "views/chartAxis.h"
 #include "views/chartSlices.h"
 #include "views/chartSpread.h"
+#include "widgets/chartLabel.h"
 #include "widgets/chartLook.h"
-#include "widgets/qtText.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ QString shareText(double share) {
 
 QString nameOf(const ChartSlice& slice, const ChartState& state) {
     if (slice.index >= 0) {
-        return modQt::shownName(state.entries[static_cast<std::size_t>(slice.index)].label);
+        return chartLabel(state.entries[static_cast<std::size_t>(slice.index)]);
     }
     return QString::fromStdString(chartRestName(slice.entries));
 }

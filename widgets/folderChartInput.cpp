@@ -12,6 +12,7 @@
 
 #include "views/chartAxis.h"
 #include "widgets/chartAccessible.h"
+#include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
 #include "widgets/qtText.h"
 
@@ -142,7 +143,7 @@ int FolderChart::indexAt(int rank) const {
 void FolderChart::select(int index) {
     selected_ = index;
     if (const ChartEntry entry = shownEntry(index); !entry.label.empty()) {
-        setAccessibleDescription(modQt::shownName(entry.label) + QStringLiteral(", ") +
+        setAccessibleDescription(chartLabel(entry) + QStringLiteral(", ") +
                                  QString::fromStdString(chartMarkText(entry.size / 1024 / 1024)));
         if (hasFocus()) {
             modChartAccessible::tellSelected(*this);
@@ -259,7 +260,7 @@ QString FolderChart::tipText(const ChartHit& hit) const {
         return QStringLiteral("Back to the whole pie (Backspace)");
     }
     if (hit.part == ChartHit::Part::label && hit.index >= 0) {
-        return modQt::tip(inLines(modQt::shownName(labelAt(hit.index))));
+        return modQt::tip(inLines(chartLabel(shownEntry(hit.index))));
     }
     const QString text = tipProvider_ ? tipProvider_(hit.megabytes, hit.index)
                                       : QString::fromStdString(chartMarkText(hit.megabytes));

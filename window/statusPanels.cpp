@@ -52,7 +52,7 @@ void CutLabel::paintEvent(QPaintEvent*) {
 
 StatusPanels::StatusPanels(QStatusBar& statusBar) {
     takeFramesAway(statusBar);
-    std::make_unique<PaletteFollower>(statusBar).release(); // the status bar deletes it
+    static_cast<void>(std::make_unique<PaletteFollower>(statusBar).release()); // the status bar deletes it
     constexpr std::array stretches{0, 0, 1, 0};
     constexpr std::array widestTexts{"1,000,000,000 items.", "1,000,000 files/sec", "",
                                      "1,000,000 folders could not be read."};

@@ -138,7 +138,9 @@ void ViewTabs::updateGraph() {
             return;
         }
         tc_.setFolder(modQt::shownPath(key));
-        tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key),
+        tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key,
+                                                scanning_ ? modFigures::ScanState::running
+                                                          : modFigures::ScanState::ended),
                        key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
         chartKey_ = key;
     });
@@ -187,6 +189,7 @@ void ViewTabs::forget() {
 }
 
 void ViewTabs::followScan(bool running) {
+    scanning_ = running;
     if (running) {
         tmrChart_.start(millisecondsPerRefresh);
         tc_.setHint(QStringLiteral("Scanning..."));

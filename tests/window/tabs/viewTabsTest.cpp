@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <filesystem>
 
+#include "widgets/chartLabel.h"
 #include "widgets/listView.h"
 #include "widgets/qtText.h"
 #include "window/windowFixture.h"
@@ -119,6 +120,38 @@ TEST_F(MainWindow, showsAScanGrow) {
     pressF5();
     EXPECT_GT(rowsSeen, 0U);
     EXPECT_THAT(rows("lvwF"), SizeIs(50));
+}
+
+TEST_F(MainWindow, chartShowsTheFolderBeingRead) {
+    for (int i = 0; i < 50; ++i) {
+        tree.write("many/" + std::to_string(i) + "/file", "x");
+    }
+    open();
+    double most = 0;
+    QString name;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
+        if (window->search().processing) {
+            auto& tick = control<QTimer>("tmrChart");
+            if (tick.interval() > 0) {
+                tick.setInterval(0); // instead of a second
+            }
+            const FolderChart& chart = control<FolderChart>("tc");
+            for (const ChartEntry& entry : chart.entries()) {
+                if (entry.unfinished && entry.size > most) {
+                    most = entry.size;
+                    name = chartLabel(entry);
+                }
+            }
+        }
+    });
+    watch.start(0);
+    window->openPath(tree.typed());
+    EXPECT_GT(most, 1);
+    EXPECT_LE(most, 50);
+    EXPECT_EQ(name, QStringLiteral("many\u2026"));
+    EXPECT_THAT(bars(), ElementsAre("many=50"));
+    EXPECT_FALSE(control<FolderChart>("tc").entries().front().unfinished);
 }
 
 // --- Commands -------------------------------------------------------------------------------------------
