@@ -17,7 +17,7 @@ class Item final : public QAccessibleInterface, public QAccessibleActionInterfac
 public:
     Item(FolderChart* chart, int rank) : chart_(chart), rank_(rank) {}
 
-    [[nodiscard]] bool isValid() const override { return chart_ && rank_ < chart_->selectable(); }
+    [[nodiscard]] bool isValid() const override { return !chart_.isNull() && rank_ < chart_->selectable(); }
     [[nodiscard]] QObject* object() const override { return nullptr; }
     [[nodiscard]] QAccessibleInterface* parent() const override {
         return chart_ ? QAccessible::queryAccessibleInterface(chart_) : nullptr;
