@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "base/numberFormat.h"
+
 namespace {
 
 constexpr std::size_t mostSlices = 15;
@@ -35,6 +37,16 @@ std::vector<ChartSlice> chartSlices(std::span<const ChartEntry> entries) {
         used += size;
     }
     return slices;
+}
+
+std::string chartRestName(int entries) {
+    return "Other (" + modFormat::formatNumber(entries, "#,##0") + ")";
+}
+
+// A rest is never the only slice.
+std::size_t chartRestCount(std::span<const ChartSlice> slices) {
+    const bool hasRest = !slices.empty() && slices.back().index == ChartSlice::rest;
+    return hasRest ? static_cast<std::size_t>(slices[slices.size() - 2].index) : 0;
 }
 
 std::size_t chartSliceOnTop(std::span<const ChartSlice> slices) {

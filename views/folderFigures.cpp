@@ -1,5 +1,6 @@
 #include "views/folderFigures.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <utility>
 
@@ -7,6 +8,7 @@
 #include "db/folderRows.h"
 #include "db/jetLike.h"
 #include "db/values.h"
+#include "platform/locale.h"
 
 namespace {
 
@@ -29,9 +31,41 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
     return result;
 }
 
+// The folder of the row recorded last; empty if there are no rows.
+std::string lastFolder(Database& database) {
+    const auto last = database.OpenRecordset("select max(idx) as lastNumber from details");
+    if (last->EndOfFile() || last->Fields("lastNumber").isNull()) {
+        return {};
+    }
+    const auto row = database.OpenRecordset("select parentFolder from details where idx=" +
+                                            std::string(last->Fields("lastNumber").text()));
+    return row->EndOfFile() ? std::string() : std::string(row->Fields("parentFolder").text());
+}
+
+// A walk goes depth first, so only one subfolder can have contents and no row of its own yet: that of the
+// last row.
+void addUnfinished(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
+    const std::string last = lastFolder(database);
+    if (last.size() <= key.size() || !platform::sameName(std::string_view(last).substr(0, key.size()), key)) {
+        return;
+    }
+    const std::string name = last.substr(key.size(), last.find('\\', key.size()) - key.size());
+    if (std::any_of(entries.begin(), entries.end(),
+                    [&](const ChartEntry& entry) { return platform::sameName(entry.label, name); })) {
+        return;
+    }
+    const std::string folder = std::string(key) + name + "\\";
+    const auto files =
+        database.OpenRecordset("select sum(details.size) as total from details where isFolder=0 and " +
+                               modFolderRows::anywhereIn(folder));
+    const double size =
+        files->EndOfFile() || files->Fields("Total").isNull() ? 0 : files->Fields("Total").number();
+    entries.push_back({name, modLvw::soundSize(size), true});
+}
+
 } // namespace
 
-std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string_view key) {
+std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string_view key, ScanState state) {
     std::vector<ChartEntry> entries;
     const auto files = database.OpenRecordset("select sum(details.size) as total from details "
                                               " where isFolder=0 and parentfolder=" +
@@ -48,6 +82,9 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
         std::string_view label = name.text();
         label.remove_suffix(label.ends_with('\\') ? 1 : 0);
         entries.push_back({std::string(label), modLvw::soundSize(size.number())});
+    }
+    if (state == ScanState::running) {
+        addUnfinished(database, key, entries);
     }
     if (!entries.empty()) {
         modQuickSort::quickSortUDT(entries, 0, static_cast<std::ptrdiff_t>(entries.size()) - 1);

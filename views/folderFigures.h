@@ -23,8 +23,11 @@ struct FileGroup {
 };
 
 // The chart's entries, ascending by size: filesLabel for the files directly in the folder, and each
-// subfolder.
-[[nodiscard]] std::vector<ChartEntry> chartEntries(Database& database, std::string_view key);
+// subfolder. A subfolder's row is written when all that it contains has been read; while a scan is running,
+// the one that it is in takes part with what is recorded of it.
+enum class ScanState { ended, running };
+[[nodiscard]] std::vector<ChartEntry> chartEntries(Database& database, std::string_view key,
+                                                   ScanState state = ScanState::ended);
 
 // The files of the whole subtree grouped by extension and description.
 [[nodiscard]] std::vector<FileGroup> fileTypes(Database& database, std::string_view key);

@@ -7,7 +7,8 @@
 // One bar of the folder chart.
 struct ChartEntry {
     std::string label;
-    double size = 0; // bytes
+    double size = 0;         // bytes
+    bool unfinished = false; // a subfolder of which a running scan has recorded only this much
 };
 
 namespace modQuickSort {

@@ -5,8 +5,8 @@
 #include <cmath>
 
 #include "views/chartPaging.h"
+#include "widgets/chartLabel.h"
 #include "widgets/chartLook.h"
-#include "widgets/qtText.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ double ChartBars::writeTexts(const ChartFrame& frame, const ChartState& state) {
     for (std::size_t rank = 0; rank < bars.size(); rank += barsPerText) {
         ChartBar& bar = bars[bars.size() - 1 - rank];
         const ChartEntry& entry = state.entries[static_cast<std::size_t>(bar.index)];
-        bar.label = labelMetrics.elidedText(modQt::shownName(entry.label), Qt::ElideMiddle, frame.labelWidth);
+        bar.label = labelMetrics.elidedText(chartLabel(entry), Qt::ElideMiddle, frame.labelWidth);
         bar.value = QString::fromStdString(chartMarkText(bar.megabytes));
         bar.mark.setSize({std::ceil(markMetrics.horizontalAdvance(bar.value)) + padding, frame.markHeight});
         widest = std::max(widest, bar.mark.width());

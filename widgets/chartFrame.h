@@ -3,11 +3,13 @@
 #include <QFont>
 #include <QRectF>
 
-// The part of the chart that does not depend on its entries: fonts, title and the room for bars or slices.
+#include "widgets/chartState.h"
+
+// The part of the chart that stays while it is scrolled: fonts, title and the room for bars or slices.
 // Text sizes are in pixels, so that a picture looks the same on every device.
 struct ChartFrame {
-    // `rectangle` is that of the whole chart, `font` that of ordinary text.
-    ChartFrame(const QRectF& rectangle, const QFont& font);
+    // `rectangle` is that of the whole chart.
+    ChartFrame(const QRectF& rectangle, const ChartState& state);
 
     QRectF panel;     // the whole chart
     double scale = 1; // of texts and lengths: 1 in an ordinary window, larger in a very large one
@@ -18,6 +20,7 @@ struct ChartFrame {
     double labelHeight = 0; // of a line of labelFont
     double markHeight = 0;  // of a mark's box
     QRectF title;
+    QRectF heading;       // the line below the title; null if there is none
     QRectF plot;          // the area of the bars: the plane in front of the walls
     QPointF depth;        // from the plot to the back wall
     QRectF pieRoom;       // the room for slices and their labels
@@ -33,5 +36,6 @@ struct ChartFrame {
     [[nodiscard]] int barRoom() const;
 
 private:
+    [[nodiscard]] double labelWidthFor(const ChartState& state) const;
     void findRoom();
 };

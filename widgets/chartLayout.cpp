@@ -1,15 +1,42 @@
 #include "widgets/chartLayout.h"
 
-ChartLayout::ChartLayout(const ChartFrame& frame, const ChartState& state) : frame_(frame) {
-    if (frame.hasRoom && state.style == ChartStyle::bar) {
-        content_.emplace<ChartBars>(frame, state);
-    } else if (frame.hasRoom) {
-        content_.emplace<ChartPie>(frame, state);
+#include <algorithm>
+
+ChartLayout::ChartLayout(const ChartFrame& frame, const ChartState& state)
+    : frame_(frame), colours_(state.colours), content_(contentOf(frame, state)),
+      heading_(frame, state, shown()) {}
+
+ChartLayout::Content ChartLayout::contentOf(const ChartFrame& frame, const ChartState& state) {
+    if (!frame.hasRoom) {
+        return {};
     }
+    return state.style == ChartStyle::bar ? Content(ChartBars(frame, state)) : ChartPie(frame, state);
+}
+
+// The number of entries with a bar or slice of their own.
+std::size_t ChartLayout::shown() const {
+    if (bars()) {
+        return bars()->bars.size();
+    }
+    return pie() ? static_cast<std::size_t>(
+                       std::count_if(pie()->slices.begin(), pie()->slices.end(),
+                                     [](const ChartPieSlice& slice) { return slice.index >= 0; }))
+                 : 0;
 }
 
 bool ChartLayout::isEmpty() const {
     return bars() ? bars()->bars.empty() : pie() ? pie()->slices.empty() : false;
+}
+
+ChartLayout ChartLayout::withBarsBetween(double top, double bottom) const {
+    ChartLayout result(*this);
+    if (auto* const all = std::get_if<ChartBars>(&result.content_)) {
+        std::erase_if(all->bars, [&](const ChartBar& bar) {
+            const double middle = bar.front.center().y();
+            return middle < top || middle >= bottom;
+        });
+    }
+    return result;
 }
 
 ChartHit ChartLayout::hit(QPointF point) const {

@@ -4,8 +4,8 @@
 #include <QString>
 #include <array>
 
-// The chart's look: colours, and lengths in pixels of an ordinary window (scaled by ChartFrame::length). The
-// chart looks the same on a light and a dark desktop, because it can also become a picture in a document.
+// The chart's look: colours, and lengths in pixels of an ordinary window (scaled by ChartFrame::length).
+// Painters take the colours from ChartColours.
 namespace chartLook {
 
 inline constexpr QRgb silver = qRgb(192, 192, 192);
@@ -37,10 +37,12 @@ inline constexpr QRgb titleText = qRgb(0, 0, 128); // navy
 inline constexpr QRgb labelText = qRgb(24, 28, 34);
 inline constexpr QRgb selectedText = qRgb(255, 255, 255); // on the highlight colour
 inline constexpr QRgb quietText = qRgb(72, 80, 92);
-inline constexpr double titleSize = 1.4; // relative to ordinary text
+inline constexpr double titleSize = 1.4;        // relative to ordinary text
+inline constexpr double leastWithHeading = 200; // height of a panel with a line below its title
 inline constexpr double labelLength = 100;
-inline constexpr double mostLabelShare = 0.3; // of the panel's width, if that is small
-inline constexpr double gap = 6;              // between a text and what it describes
+inline constexpr double leastLabelShare = 0.3; // of the panel's width, if that is small
+inline constexpr double mostLabelShare = 1.0 / 3;
+inline constexpr double gap = 6; // between a text and what it describes
 
 // Bars: colours from left to right, on top and at the end. A bar is as thick as a tenth of the category axis,
 // or, if there are many, as this share of its slot.

@@ -2,10 +2,11 @@
 
 #include <QBuffer>
 #include <QImage>
-#include <QPageSize>
+#include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
 #include <algorithm>
+#include <array>
 #include <cmath>
 
 #include "platform/runtimeError.h"
@@ -18,15 +19,27 @@ using Portion = ChartPicture::Portion;
 
 const QString title = QStringLiteral("Spannory");
 constexpr double pixelsPerInch = 96;
-constexpr double pointsPerInch = 72;
+constexpr double pageMargin = 10; // millimetres
 // If the chart on the screen is too small for any bars, the entire chart is drawn for this size.
 constexpr QSizeF smallestWithRoom(400, 250);
 
+QPageLayout pageLayout() {
+    return {QPageSize(ChartPicture::paperOf(QLocale::system())), QPageLayout::Landscape,
+            QMarginsF(pageMargin, pageMargin, pageMargin, pageMargin), QPageLayout::Millimeter};
+}
+
+// Within the page's margins, in pixels.
+QSizeF pageRoom() {
+    return pageLayout().paintRectPixels(static_cast<int>(pixelsPerInch)).size();
+}
+
 ChartState pictured(const ChartState& shown, const std::vector<ChartEntry>& entries, Portion portion,
-                    Format format) {
+                    Format format, const QString& date) {
     ChartState state(shown);
     state.entries = entries;
     state.entire = portion == Portion::entire;
+    state.date = date;
+    state.colours = {}; // a document is white
     state.hovered = -1;
     state.selected = -1;
     // A screen's subpixels and pixel grid have no meaning in other pictures or on paper.
@@ -41,7 +54,10 @@ ChartState pictured(const ChartState& shown, const std::vector<ChartEntry>& entr
 // size allowed.
 QSizeF entireSize(const ChartFrame& shown, const ChartState& state, Format format) {
     const auto count = static_cast<double>(state.entries.size());
-    QSizeF size(std::max(shown.panel.width(), count * ChartPicture::widthPerDataPoint), shown.panel.height());
+    QSizeF size = shown.panel.size();
+    if (format == Format::png) {
+        size.setWidth(std::max(size.width(), count * ChartPicture::widthPerDataPoint));
+    }
     if (state.style == ChartStyle::bar && count > shown.barRoom()) {
         const double slot = std::max(shown.plot.height() / shown.barRoom(), shown.leastSlot());
         size.rheight() += std::ceil(count * slot - shown.plot.height());
@@ -58,11 +74,13 @@ QSizeF entireSize(const ChartFrame& shown, const ChartState& state, Format forma
 
 ChartFrame frameFor(const ChartState& state, const QSizeF& size, Format format) {
     const auto frameOf = [&state](const QSizeF& panel) {
-        return ChartFrame(QRectF(QPointF(), panel), state.font);
+        return ChartFrame(QRectF(QPointF(), panel), state);
     };
     ChartFrame frame = frameOf(size.expandedTo({1, 1}));
     if (state.entire && !state.entries.empty()) {
-        if (!frame.hasRoom) {
+        if (format == Format::pdf) {
+            frame = frameOf(pageRoom());
+        } else if (!frame.hasRoom) {
             frame = frameOf(size.expandedTo(smallestWithRoom));
         }
         return frame.resized(entireSize(frame, state, format));
@@ -85,24 +103,57 @@ Format ChartPicture::formatOf(std::string_view fileName) {
     return name.endsWith(QStringLiteral(".pdf"), Qt::CaseInsensitive) ? Format::pdf : Format::png;
 }
 
-ChartPicture::ChartPicture(const FolderChart& chart, Portion portion, Format format)
-    : ChartPicture(chart.state(), chart.size(), chart.devicePixelRatioF(), portion, format) {}
-
-ChartPicture::ChartPicture(const ChartState& state, const QSizeF& size, double pixelRatio, Portion portion,
-                           Format format)
-    : format_(format), entries_(state.entries.begin(), state.entries.end()),
-      state_(pictured(state, entries_, portion, format)), layout_(frameFor(state_, size, format), state_),
-      pixelRatio_(allowedRatio(pixelRatio, layout_.frame().panel.size())) {}
-
-QSize ChartPicture::page() const {
-    const double pointsPerPixel =
-        std::min(pointsPerInch / pixelsPerInch, longestPage / std::max(size().width(), size().height()));
-    return (size() * pointsPerPixel).toSize().expandedTo({1, 1});
+QPageSize::PageSizeId ChartPicture::paperOf(const QLocale& locale) {
+    using L = QLocale;
+    constexpr std::array withLetter{
+        L::UnitedStates, L::Canada, L::Mexico,    L::Philippines, L::Chile,      L::Colombia,   L::CostaRica,
+        L::Guatemala,    L::Belize, L::Nicaragua, L::Panama,      L::PuertoRico, L::ElSalvador, L::Venezuela};
+    const bool found =
+        std::find(withLetter.begin(), withLetter.end(), locale.territory()) != withLetter.end();
+    return found ? QPageSize::Letter : QPageSize::A4;
 }
 
-void ChartPicture::paint(QPainter& painter) const {
-    chartPainting::paintBackground(painter, layout_);
-    chartPainting::paintContent(painter, layout_, state_);
+ChartPicture::ChartPicture(const FolderChart& chart, Portion portion, Format format, const QString& date)
+    : ChartPicture(chart.state(), chart.size(), chart.devicePixelRatioF(), portion, format, date) {}
+
+ChartPicture::ChartPicture(const ChartState& state, const QSizeF& size, double pixelRatio, Portion portion,
+                           Format format, const QString& date)
+    : format_(format), entries_(state.entries.begin(), state.entries.end()),
+      state_(pictured(state, entries_, portion, format, date)),
+      layout_(frameFor(state_, size, format), state_),
+      pixelRatio_(allowedRatio(pixelRatio, layout_.frame().panel.size())) {}
+
+// Pixels of a page for a unit of the layout. Only the entire chart continues on other pages.
+double ChartPicture::pageScale() const {
+    const QSizeF room = pageRoom();
+    const double wide = room.width() / size().width();
+    return state_.entire ? wide : std::min(wide, room.height() / size().height());
+}
+
+std::vector<double> ChartPicture::pageEnds() const {
+    const double pageHeight = pageRoom().height() / pageScale();
+    std::vector<double> ends;
+    double start = 0;
+    while (layout_.bars() != nullptr && size().height() - start > pageHeight + 1) {
+        double end = start + pageHeight;
+        for (const ChartBar& bar : layout_.bars()->bars) { // from the bottom
+            const double box = bar.front.top() + layout_.bars()->depth.y();
+            const double top = std::floor(std::min({box, bar.labelArea.top(), bar.mark.top()}));
+            if (bar.hasTexts() && top <= end && top > start) {
+                end = top;
+                break;
+            }
+        }
+        ends.push_back(end);
+        start = end;
+    }
+    ends.push_back(size().height());
+    return ends;
+}
+
+void ChartPicture::paint(QPainter& painter, const ChartLayout& layout) const {
+    chartPainting::paintBackground(painter, layout);
+    chartPainting::paintContent(painter, layout, state_);
 }
 
 QByteArray ChartPicture::bytes() const {
@@ -117,13 +168,14 @@ QByteArray ChartPicture::png() const {
     image.setDevicePixelRatio(pixelRatio_);
     image.fill(Qt::white);
     QPainter painter(&image);
-    paint(painter);
+    paint(painter, layout_);
     painter.end();
     constexpr double inchesPerMetre = 1 / 0.0254;
     const int dots = static_cast<int>(std::lround(pixelsPerInch * pixelRatio_ * inchesPerMetre));
     image.setDotsPerMeterX(dots);
     image.setDotsPerMeterY(dots);
     image.setText(QStringLiteral("Title"), title);
+    image.setText(QStringLiteral("Description"), layout_.heading().name + layout_.heading().figures);
     QByteArray bytes;
     QBuffer buffer(&bytes);
     if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG")) {
@@ -140,16 +192,27 @@ QByteArray ChartPicture::pdf() const {
     writer.setTitle(title);
     writer.setCreator(title);
     writer.setResolution(static_cast<int>(pixelsPerInch));
-    const QPageSize pageSize(QSizeF(page()), QPageSize::Point, QString(), QPageSize::ExactMatch);
-    writer.setPageLayout(QPageLayout(pageSize, QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
+    writer.setPageLayout(pageLayout());
     QPainter painter;
     if (!painter.begin(&writer)) {
         throw RuntimeError(errorNumber::outOfMemory);
     }
-    // The page size is in whole points; the picture fills its page.
-    const double unit = pixelsPerInch / pointsPerInch;
-    painter.scale(page().width() * unit / size().width(), page().height() * unit / size().height());
-    paint(painter);
+    const double besides = pageRoom().width() / pageScale() - size().width();
+    double start = 0;
+    for (const double end : pageEnds()) {
+        if (start > 0) {
+            writer.newPage();
+        }
+        painter.save();
+        painter.scale(pageScale(), pageScale());
+        painter.translate(besides / 2, -start);
+        painter.setClipRect(QRectF(0, start, size().width(), end - start));
+        const double slack = 2 * layout_.frame().leastSlot(); // very thin bars may be parted
+        const bool isAll = start == 0 && end == size().height();
+        paint(painter, isAll ? layout_ : layout_.withBarsBetween(start - slack, end + slack));
+        painter.restore();
+        start = end;
+    }
     painter.end();
     return bytes;
 }

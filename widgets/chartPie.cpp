@@ -9,8 +9,8 @@
 #include "views/chartAxis.h"
 #include "views/chartSlices.h"
 #include "views/chartSpread.h"
+#include "widgets/chartLabel.h"
 #include "widgets/chartLook.h"
-#include "widgets/qtText.h"
 
 namespace {
 
@@ -23,10 +23,9 @@ QString shareText(double share) {
 
 QString nameOf(const ChartSlice& slice, const ChartState& state) {
     if (slice.index >= 0) {
-        return modQt::shownName(state.entries[static_cast<std::size_t>(slice.index)].label);
+        return chartLabel(state.entries[static_cast<std::size_t>(slice.index)]);
     }
-    return QStringLiteral("Other (%1)")
-        .arg(QString::fromStdString(modFormat::formatNumber(slice.entries, "#,##0")));
+    return QString::fromStdString(chartRestName(slice.entries));
 }
 
 // The height of labels with this many lines, including the space between them.
@@ -48,7 +47,7 @@ ChartPie::ChartPie(const ChartFrame& frame, const ChartState& state) {
         slice.megabytes = part.size / 1024 / 1024;
         slice.from = turn;
         turn = slice.to = turn + part.share;
-        slice.colour = QColor::fromRgb(part.index < 0 ? chartLook::restSlice : chartLook::slices.at(rank));
+        slice.colour = QColor::fromRgb(part.index < 0 ? state.colours.restSlice : chartLook::slices.at(rank));
         slice.name = nameOf(part, state);
         slice.value = shareText(part.share);
         slices.push_back(slice);

@@ -11,7 +11,7 @@
 
 // One slice, with its label beside the pie.
 struct ChartPieSlice {
-    int index = -1; // of the entry; -1 for the rest
+    int index = -1; // of the entry; ChartSlice::rest for the rest
     double megabytes = 0;
     double from = 0; // in turns, clockwise from the top
     double to = 0;

@@ -57,7 +57,7 @@ void paintSides(QPainter& painter, const ChartFrame& frame, const ChartPie& pie)
 }
 
 // Plain colours and plain lines under one light, which is much faster than outlined gradients.
-void paintTops(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) {
+void paintTops(QPainter& painter, const ChartFrame& frame, const ChartPie& pie, const ChartColours& colours) {
     painter.setPen(Qt::NoPen);
     for (const ChartPieSlice& slice : pie.slices) {
         painter.setBrush(slice.colour);
@@ -73,7 +73,7 @@ void paintTops(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) 
         painter.drawEllipse(pie.top);
     }
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(edgePen(Qt::white, frame.length(1.2)));
+    painter.setPen(edgePen(QColor::fromRgb(colours.sliceEdge), frame.length(1.2)));
     painter.drawEllipse(pie.top);
     for (const ChartPieSlice& slice : pie.slices) {
         if (!slice.isWhole()) {
@@ -83,14 +83,14 @@ void paintTops(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) 
 }
 
 void paintLabel(QPainter& painter, const ChartPieSlice& slice, const ChartFrame& frame, const ChartPie& pie,
-                LabelLook look) {
-    painter.setPen(QPen(slice.colour.darker(150), frame.length(1)));
+                const ChartColours& colours, LabelLook look) {
+    painter.setPen(QPen(colours.lineOf(slice.colour), frame.length(1)));
     painter.drawPolyline(std::array{slice.labelFrom, slice.elbow, slice.labelTo}.data(), 3);
     if (look != LabelLook::plain) {
         const double padding = frame.length(4);
         painter.setPen(Qt::NoPen);
         painter.setBrush(
-            QColor::fromRgb(look == LabelLook::selected ? chartLook::accent : chartLook::highlightStart));
+            QColor::fromRgb(look == LabelLook::selected ? colours.selectedFill : colours.hoveredFill));
         painter.drawRoundedRect(slice.label.adjusted(-padding, 0, padding, 0), padding, padding);
     }
     // The name above the value, or both in one line with the name next to the pie.
@@ -112,8 +112,7 @@ void paintLabel(QPainter& painter, const ChartPieSlice& slice, const ChartFrame&
             painter.fontMetrics().horizontalAdvance(slice.name) + frame.length(chartLook::gap);
         value.adjust(right ? besideName : 0, 0, right ? 0 : -besideName, 0);
     }
-    painter.setPen(
-        QColor::fromRgb(look == LabelLook::selected ? chartLook::selectedText : chartLook::labelText));
+    painter.setPen(QColor::fromRgb(look == LabelLook::selected ? colours.selectedText : colours.labelText));
     painter.setFont(frame.labelFont);
     painter.drawText(name, flags(right), slice.name);
     painter.setFont(frame.markFont);
@@ -122,13 +121,14 @@ void paintLabel(QPainter& painter, const ChartPieSlice& slice, const ChartFrame&
 
 } // namespace
 
-void chartPiePainter::paintPie(QPainter& painter, const ChartFrame& frame, const ChartPie& pie) {
+void chartPiePainter::paintPie(QPainter& painter, const ChartFrame& frame, const ChartPie& pie,
+                               const ChartColours& colours) {
     paintShadow(painter, pie);
     paintSides(painter, frame, pie);
-    paintTops(painter, frame, pie);
+    paintTops(painter, frame, pie, colours);
     for (const ChartPieSlice& slice : pie.slices) {
         if (!slice.label.isNull()) {
-            paintLabel(painter, slice, frame, pie, LabelLook::plain);
+            paintLabel(painter, slice, frame, pie, colours, LabelLook::plain);
         }
     }
 }
@@ -137,14 +137,15 @@ void chartPiePainter::paintHighlights(QPainter& painter, const ChartFrame& frame
                                       const ChartState& state) {
     for (const ChartPieSlice& slice : pie.slices) {
         const bool selected = slice.index == state.selected;
-        if (slice.index < 0 || (!selected && slice.index != state.hovered)) {
+        if (!selected && slice.index != state.hovered) {
             continue;
         }
-        painter.setPen(edgePen(QColor::fromRgb(chartLook::titleText), frame.length(2)));
+        painter.setPen(edgePen(QColor::fromRgb(state.colours.titleText), frame.length(2)));
         painter.setBrush(slice.colour.lighter(118));
         painter.drawPath(pie.topOf(slice));
         if (!slice.label.isNull()) {
-            paintLabel(painter, slice, frame, pie, selected ? LabelLook::selected : LabelLook::hovered);
+            paintLabel(painter, slice, frame, pie, state.colours,
+                       selected ? LabelLook::selected : LabelLook::hovered);
         }
     }
 }

@@ -10,7 +10,7 @@
 namespace chartPiePainter {
 
 // The pie without highlights. It takes a while on a large screen and can be cached.
-void paintPie(QPainter& painter, const ChartFrame& frame, const ChartPie& pie);
+void paintPie(QPainter& painter, const ChartFrame& frame, const ChartPie& pie, const ChartColours& colours);
 // The highlighted slices, on top of the pie.
 void paintHighlights(QPainter& painter, const ChartFrame& frame, const ChartPie& pie,
                      const ChartState& state);

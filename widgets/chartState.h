@@ -5,6 +5,7 @@
 #include <span>
 
 #include "views/quickSort.h"
+#include "widgets/chartColours.h"
 
 enum class ChartStyle { bar, pie };
 
@@ -14,8 +15,12 @@ struct ChartState {
     ChartStyle style = ChartStyle::bar;
     bool entire = false; // all bars at once, regardless of scrolling
     int position = 0;    // the number of the largest bars scrolled past (views/chartPaging.h)
-    int hovered = -1;    // the entry under the pointer, -1 for none
-    int selected = -1;   // the entry with the keyboard's highlight, -1 for none
+    int hovered = -1;    // the entry under the pointer, ChartSlice::rest for the rest, -1 for none
+    int selected = -1;   // the same with the keyboard's highlight
     QFont font;          // of ordinary text; the chart's fonts are derived from it
-    QString hint;        // shown if there are no bars or slices
+    ChartColours colours;
+    QString hint;   // shown if there are no bars or slices
+    QString folder; // shown below the title; empty for no such line
+    QString date;   // at the end of that line; may be empty
+    QString part;   // of the folder, if the entries are only that: "Other (52)"
 };

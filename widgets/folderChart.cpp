@@ -1,46 +1,18 @@
 #include "widgets/folderChart.h"
 
-#include <QCursor>
-#include <QHelpEvent>
-#include <QKeyEvent>
-#include <QMouseEvent>
+#include <QEvent>
 #include <QPainter>
 #include <QSignalBlocker>
-#include <QTextBoundaryFinder>
-#include <QToolTip>
-#include <QWheelEvent>
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
-#include "views/chartAxis.h"
-#include "views/chartSlices.h"
+#include "widgets/chartAccessible.h"
 #include "widgets/chartPainting.h"
-#include "widgets/qtText.h"
-
-namespace {
-
-// A tip breaks lines only at blanks, and a name may have 255 characters without one.
-QString inLines(const QString& text) {
-    constexpr int lineLength = 64;
-    QString result;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    qsizetype start = 0;
-    int length = 0;
-    while (finder.toNextBoundary() >= 0) {
-        if (++length == lineLength || finder.position() == text.size()) {
-            result += (result.isEmpty() ? QString() : QStringLiteral("\n")) +
-                      text.mid(start, finder.position() - start);
-            start = finder.position();
-            length = 0;
-        }
-    }
-    return result;
-}
-
-} // namespace
 
 FolderChart::FolderChart(QWidget* parent)
     : QWidget(parent), hint_(QStringLiteral("No sizes to show. Select a folder in the tree to scan it.")) {
+    modChartAccessible::install();
+    colours_ = ChartColours::of(palette());
     setAttribute(Qt::WA_OpaquePaintEvent);
     setMouseTracking(true);
     setFocusPolicy(Qt::StrongFocus);
@@ -54,34 +26,56 @@ FolderChart::FolderChart(QWidget* parent)
 void FolderChart::setEntries(std::vector<ChartEntry> entries, View view) {
     const std::string hoveredLabel = labelAt(hovered_.index);
     const std::string selectedLabel = labelAt(selected_);
+    const int depthBefore = depth();
+    rests_.clear();
     entries_ = std::move(entries);
     if (view == View::largest) {
         position_ = 0;
         selected_ = -1;
-    } else if (selected_ >= 0) {
-        const auto entry = std::find_if(entries_.begin(), entries_.end(),
-                                        [&](const ChartEntry& e) { return e.label == selectedLabel; });
-        selected_ = entry == entries_.end() ? -1 : static_cast<int>(entry - entries_.begin());
+        clicked_.clear();
+        openRests(0);
+    } else {
+        openRests(depthBefore);
+        if (selected_ >= 0) {
+            const auto entry = std::find_if(shown().begin(), shown().end(),
+                                            [&](const ChartEntry& e) { return e.label == selectedLabel; });
+            selected_ = entry == shown().end() ? -1 : static_cast<int>(entry - shown().begin());
+        } else if (selected_ == ChartSlice::rest && chartRestCount(slices()) == 0) {
+            selected_ = -1;
+        }
     }
     if (view == View::largest || labelAt(hovered_.index) != hoveredLabel) {
         hover({});
     }
     relayout();
+    modChartAccessible::tellReplaced(*this);
+    if (depth() != depthBefore) {
+        Q_EMIT depthChanged(depth());
+    }
 }
 
 void FolderChart::setChartStyle(ChartStyle style) {
     if (style != style_) {
         style_ = style;
         background_ = {};
-        hover({});
-        relayout();
-        select(selected_ >= count() - selectable() ? selected_ : -1); // a slice may be too thin to select
+        setDepth(0, selected_);
+        const int rank = rankOf(selected_);
+        const bool stays = rank < selectable() && indexAt(rank) == selected_; // an entry may have no slice
+        select(stays ? selected_ : -1);
     }
 }
 
 void FolderChart::setHint(const QString& hint) {
     hint_ = hint;
     update();
+}
+
+void FolderChart::setFolder(const QString& shownPath) {
+    if (shownPath != folder_) {
+        folder_ = shownPath;
+        background_ = {};
+        relayout();
+    }
 }
 
 void FolderChart::attachScrollBar(QScrollBar* scrollBar) {
@@ -105,13 +99,16 @@ void FolderChart::setPosition(int position) {
 
 ChartState FolderChart::state() const {
     ChartState state;
-    state.entries = entries_;
+    state.entries = shown();
     state.style = style_;
     state.position = position_;
     state.hovered = hovered_.index;
     state.selected = hasFocus() ? selected_ : -1;
     state.font = font();
+    state.colours = colours_;
     state.hint = hint_;
+    state.folder = folder_;
+    state.part = rests_.empty() ? QString() : rests_.back().name;
     return state;
 }
 
@@ -119,9 +116,73 @@ std::string FolderChart::labelAt(int index) const {
     return index >= 0 && index < count() ? entries_[static_cast<std::size_t>(index)].label : std::string();
 }
 
+// --- the rest --------------------------------------------------------------------------------------------
+
+std::vector<ChartSlice> FolderChart::slices() const {
+    return chartSlices(shown());
+}
+
+ChartEntry FolderChart::shownEntry(int index) const {
+    if (index == ChartSlice::rest) {
+        const std::vector<ChartSlice> all = slices();
+        return chartRestCount(all) == 0 ? ChartEntry()
+                                        : ChartEntry{chartRestName(all.back().entries), all.back().size};
+    }
+    return index >= 0 && index < count() ? entries_[static_cast<std::size_t>(index)] : ChartEntry();
+}
+
+// Opens the rest, then the rest of the rest, and so on, as far as there are that many.
+void FolderChart::openRests(int depth) {
+    rests_.clear();
+    while (this->depth() < depth) {
+        const std::vector<ChartSlice> all = slices();
+        const std::size_t entries = chartRestCount(all);
+        if (entries == 0) {
+            break;
+        }
+        rests_.push_back(
+            {static_cast<int>(entries), QString::fromStdString(chartRestName(all.back().entries))});
+    }
+}
+
+void FolderChart::setDepth(int depth, int selected) {
+    const int before = this->depth();
+    clicked_.clear();
+    hover({});
+    openRests(depth);
+    selected_ = selected;
+    relayout();
+    modChartAccessible::tellReplaced(*this);
+    if (this->depth() != before) {
+        Q_EMIT depthChanged(this->depth());
+    }
+}
+
+bool FolderChart::up() {
+    if (rests_.empty()) {
+        return false;
+    }
+    const bool byKeyboard = selected_ != -1;
+    setDepth(depth() - 1, -1);
+    select(byKeyboard ? ChartSlice::rest : -1);
+    return true;
+}
+
+// What Enter and a double click do with an entry beyond activating it.
+void FolderChart::enter(int index) {
+    if (index == ChartSlice::rest) {
+        const bool byKeyboard = selected_ != -1;
+        setDepth(depth() + 1, -1);
+        select(byKeyboard ? count() - 1 : -1);
+    } else if (const std::string label = labelAt(index); !label.empty()) {
+        Q_EMIT barEntered(label);
+    }
+}
+
 const ChartLayout& FolderChart::layoutNow() {
     if (!layout_) {
-        layout_.emplace(ChartFrame(rect(), font()), state());
+        const ChartState now = state();
+        layout_.emplace(ChartFrame(rect(), now), now);
     }
     return *layout_;
 }
@@ -133,7 +194,7 @@ ChartPaging FolderChart::paging() {
 // Called after any change of the content or its places.
 void FolderChart::relayout() {
     layout_.reset();
-    if (style_ == ChartStyle::pie) {
+    if (style_ == ChartStyle::pie || layoutNow().frame().plot != painted_) {
         background_ = {};
     }
     const int nearest = paging().clamped(position_);
@@ -169,6 +230,7 @@ void FolderChart::renewBackground() {
     background_.fill(Qt::white);
     QPainter painter(&background_);
     chartPainting::paintBackground(painter, layoutNow());
+    painted_ = layoutNow().frame().plot;
 }
 
 void FolderChart::paintEvent(QPaintEvent*) {
@@ -186,189 +248,12 @@ void FolderChart::resizeEvent(QResizeEvent*) {
 }
 
 void FolderChart::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::FontChange) {
+    if (event->type() == QEvent::PaletteChange) {
+        colours_ = ChartColours::of(palette());
+    }
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::PaletteChange) {
         background_ = {};
         relayout();
     }
     QWidget::changeEvent(event);
-}
-
-// --- pointer --------------------------------------------------------------------------------------------
-
-void FolderChart::hover(const ChartHit& hit) {
-    if (hit.part == hovered_.part && hit.index == hovered_.index) {
-        hovered_ = hit;
-        return;
-    }
-    hovered_ = hit;
-    if (hit.index >= 0) {
-        setCursor(Qt::PointingHandCursor);
-    } else {
-        unsetCursor();
-    }
-    if (hit.part == ChartHit::Part::nothing) {
-        stopTip();
-    } else {
-        startTip(hit, true);
-    }
-    update();
-}
-
-// The content under the pointer has changed although the pointer has not moved.
-void FolderChart::hoverAgain() {
-    hover(underMouse() ? layoutNow().hit(mapFromGlobal(QPointF(QCursor::pos()))) : ChartHit());
-}
-
-void FolderChart::mouseMoveEvent(QMouseEvent* event) {
-    hover(layoutNow().hit(event->position()));
-}
-
-void FolderChart::leaveEvent(QEvent*) {
-    hover({});
-}
-
-void FolderChart::mousePressEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        pressed_ = labelAt(layoutNow().hit(event->position()).index);
-    }
-}
-
-void FolderChart::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton) {
-        // Compares labels, because a scan may have brought new figures while the button was down.
-        const std::string label = labelAt(layoutNow().hit(event->position()).index);
-        if (!label.empty() && label == std::exchange(pressed_, {})) {
-            Q_EMIT barActivated(label);
-        }
-    }
-}
-
-void FolderChart::wheelEvent(QWheelEvent* event) {
-    constexpr int notch = 120;
-    constexpr int barsPerNotch = 3;
-    wheelRest_ += event->angleDelta().y() * barsPerNotch;
-    const int bars = wheelRest_ / notch;
-    wheelRest_ -= bars * notch;
-    setPosition(position_ - bars);
-    event->accept();
-}
-
-// --- keyboard -------------------------------------------------------------------------------------------
-
-// The number of the largest entries that can be selected: those with a bar or slice.
-int FolderChart::selectable() {
-    if (style_ == ChartStyle::bar) {
-        return count();
-    }
-    const std::vector<ChartSlice> slices = chartSlices(entries_);
-    return static_cast<int>(std::count_if(slices.begin(), slices.end(),
-                                          [](const ChartSlice& slice) { return slice.index >= 0; }));
-}
-
-void FolderChart::select(int index) {
-    selected_ = index;
-    if (index >= 0) {
-        const ChartEntry& entry = entries_[static_cast<std::size_t>(index)];
-        setAccessibleDescription(modQt::shownName(entry.label) + QStringLiteral(", ") +
-                                 QString::fromStdString(chartMarkText(entry.size / 1024 / 1024)));
-        if (hasFocus()) {
-            startTip({ChartHit::Part::value, index, entry.size / 1024 / 1024, markOf(index)}, false);
-        }
-    }
-    update();
-}
-
-// Moves the selection and scrolls to it. False for any other key.
-bool FolderChart::moveByKey(int key) {
-    const bool pie = style_ == ChartStyle::pie;
-    const int page = pie ? 1 : paging().pageStep();
-    const int last = selectable() - 1;
-    const int current = selected_ < 0 ? position_ : count() - 1 - selected_;
-    int rank = current;
-    int scrolled = 0;
-    if (key == Qt::Key_Up || (pie && key == Qt::Key_Left)) {
-        rank -= selected_ < 0 ? 0 : 1;
-    } else if (key == Qt::Key_Down || (pie && key == Qt::Key_Right)) {
-        rank += selected_ < 0 ? 0 : 1;
-    } else if (key == Qt::Key_PageUp) {
-        rank += scrolled = -page;
-    } else if (key == Qt::Key_PageDown) {
-        rank += scrolled = page;
-    } else if (key == Qt::Key_Home) {
-        rank = 0;
-    } else if (key == Qt::Key_End) {
-        rank = last;
-    } else {
-        return false;
-    }
-    if (last >= 0) {
-        rank = std::clamp(rank, 0, last);
-        setPosition(paging().showing(rank, paging().clamped(position_ + scrolled)));
-        select(count() - 1 - rank);
-    }
-    return true;
-}
-
-void FolderChart::keyPressEvent(QKeyEvent* event) {
-    const int key = event->key();
-    if (key == Qt::Key_Enter || key == Qt::Key_Return || key == Qt::Key_Space) {
-        if (const std::string label = labelAt(selected_); !label.empty()) {
-            Q_EMIT barActivated(label);
-        }
-    } else if (!moveByKey(key)) {
-        QWidget::keyPressEvent(event);
-    }
-}
-
-void FolderChart::focusInEvent(QFocusEvent* event) {
-    const bool byKeyboard =
-        event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    if (byKeyboard && selected_ < 0 && selectable() > 0) {
-        select(count() - 1 - (style_ == ChartStyle::bar ? position_ : 0));
-    }
-    update();
-}
-
-void FolderChart::focusOutEvent(QFocusEvent*) {
-    if (!tipAtPointer_) {
-        stopTip();
-    }
-    update();
-}
-
-// --- tips and clicks ------------------------------------------------------------------------------------
-
-bool FolderChart::event(QEvent* event) {
-    // Tips have their own delay.
-    return event->type() == QEvent::ToolTip || QWidget::event(event);
-}
-
-void FolderChart::startTip(const ChartHit& hit, bool byMouse) {
-    tipped_ = hit;
-    tipAtPointer_ = byMouse;
-    tipTimer_.start();
-}
-
-void FolderChart::stopTip() {
-    if (tipped_.part != ChartHit::Part::nothing) {
-        tipped_ = {};
-        tipTimer_.stop();
-        QToolTip::hideText();
-    }
-}
-
-void FolderChart::showTip() {
-    const QPoint place = tipAtPointer_ ? QCursor::pos() : mapToGlobal(tipped_.area.bottomRight().toPoint());
-    if (isVisible() && !tipped_.area.isNull()) {
-        QToolTip::showText(place, tipText(tipped_), this,
-                           tipAtPointer_ ? tipped_.area.toAlignedRect() : QRect());
-    }
-}
-
-QString FolderChart::tipText(const ChartHit& hit) const {
-    if (hit.part == ChartHit::Part::label && hit.index >= 0) {
-        return modQt::tip(inLines(modQt::shownName(labelAt(hit.index))));
-    }
-    return tipProvider_ ? tipProvider_(hit.megabytes, hit.index)
-                        : QString::fromStdString(chartMarkText(hit.megabytes));
 }

@@ -8,10 +8,12 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "views/chartPaging.h"
+#include "views/chartSlices.h"
 #include "views/quickSort.h"
 #include "widgets/chartHit.h"
 #include "widgets/chartLayout.h"
@@ -20,6 +22,8 @@
 // The folder chart (control `tc`): one bar or slice for each entry. At most fifteen bars are shown, the
 // largest at the top; the wheel, the scroll bar and the page keys reach the others. A click on a bar
 // activates its entry; the arrow keys select a bar, and Enter activates it.
+//
+// The slice of the rest can be opened: its entries become a pie of their own, which may have a rest too.
 class FolderChart : public QWidget {
     Q_OBJECT
 
@@ -30,7 +34,7 @@ public:
         kept,    // the same folder with new figures: keep both; the selection is found by its label
     };
 
-    // The text of a tip for a value in megabytes and the index of its entry (-1 for several entries).
+    // The text of a tip for a value in megabytes and the index of its entry (below 0 for several entries).
     using TipProvider = std::function<QString(double megabytes, int index)>;
 
     static constexpr std::chrono::milliseconds tipDelay{100};
@@ -39,6 +43,7 @@ public:
 
     // The entries are ascending by size; sizes are in bytes and may be negative (modFigures::chartEntries).
     void setEntries(std::vector<ChartEntry> entries, View view = View::largest);
+    // All of them, also while only those of a rest are shown.
     [[nodiscard]] const std::vector<ChartEntry>& entries() const { return entries_; }
 
     void setChartStyle(ChartStyle style);
@@ -46,6 +51,9 @@ public:
 
     // The text shown instead of bars if there are no entries.
     void setHint(const QString& hint);
+
+    // The folder's path as it is shown, for the line below the title. Empty for no such line.
+    void setFolder(const QString& shownPath);
 
     // The vertical scroll bar beside the chart (`fsb`), which is not owned. It is hidden if everything is in
     // view.
@@ -59,8 +67,28 @@ public:
     [[nodiscard]] int position() const { return position_; }
     void setPosition(int position);
 
-    // The entry with the keyboard highlight, -1 for none.
+    // The number of rests opened inside each other; 0 if everything is shown.
+    [[nodiscard]] int depth() const { return static_cast<int>(rests_.size()); }
+    // Leaves the innermost rest; false if there is none. Entries of another folder and the bar chart leave
+    // all.
+    bool up();
+
+    // The entry with the keyboard highlight, ChartSlice::rest for the rest, -1 for none.
     [[nodiscard]] int selected() const { return selected_; }
+
+    // --- bars and slices by rank, largest first -----------------------------------------------------------
+    // The number of bars, in view or not, or of slices; behind the entries' own comes the rest's.
+    [[nodiscard]] int selectable() const;
+    [[nodiscard]] int indexAt(int rank) const;
+    [[nodiscard]] int rankOf(int index) const;
+    // The entry, or the rest in the form of one; empty if there is neither.
+    [[nodiscard]] ChartEntry shownEntry(int index) const;
+    // The index of the bar or slice at a place in the widget, -1 for none.
+    [[nodiscard]] int entryAt(QPointF place) { return hitAt(place).index; }
+    // Selects what has this rank and scrolls to it.
+    void selectRank(int rank);
+    // Does what Enter does.
+    void activateSelected();
 
     // The widget's current content, for painting it elsewhere (chartPainting::paint). Valid until the next
     // change.
@@ -72,7 +100,11 @@ public:
     [[nodiscard]] QSize minimumSizeHint() const override { return {200, 140}; }
 
 Q_SIGNALS:
+    // A click, or Enter.
     void barActivated(const std::string& label);
+    // A double click on what the first click has left in its place, or, before barActivated, Enter.
+    void barEntered(const std::string& label);
+    void depthChanged(int depth);
 
 protected:
     bool event(QEvent* event) override;
@@ -82,6 +114,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
@@ -89,7 +122,23 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
 
 private:
-    [[nodiscard]] int count() const { return static_cast<int>(entries_.size()); }
+    // A rest that has been opened.
+    struct Rest {
+        int count; // of the entries in and below it
+        QString name;
+    };
+
+    // The number of entries shown, which are the first.
+    [[nodiscard]] int count() const {
+        return rests_.empty() ? static_cast<int>(entries_.size()) : rests_.back().count;
+    }
+    [[nodiscard]] std::span<const ChartEntry> shown() const {
+        return std::span(entries_).first(static_cast<std::size_t>(count()));
+    }
+    [[nodiscard]] std::vector<ChartSlice> slices() const;
+    void openRests(int depth);
+    void setDepth(int depth, int selected);
+    void enter(int index);
     [[nodiscard]] std::string labelAt(int index) const; // empty if there is none
     [[nodiscard]] const ChartLayout& layoutNow();
     [[nodiscard]] ChartPaging paging();
@@ -99,7 +148,7 @@ private:
     void hover(const ChartHit& hit);
     void hoverAgain();
     void select(int index);
-    [[nodiscard]] int selectable();
+    [[nodiscard]] ChartHit hitAt(QPointF point);
     bool moveByKey(int key);
     void startTip(const ChartHit& hit, bool byMouse);
     void stopTip();
@@ -108,12 +157,17 @@ private:
 
     std::vector<ChartEntry> entries_;
     ChartStyle style_ = ChartStyle::bar;
+    ChartColours colours_;
     QString hint_;
+    QString folder_;
     int position_ = 0;
     int selected_ = -1;
+    std::vector<Rest> rests_;
     ChartHit hovered_;
     std::string pressed_; // the label under the pointer when the button was pressed
-    int wheelRest_ = 0;   // the rest of the wheel's turn, less than one bar
+    std::string clicked_; // the label of the last click; empty if other entries are shown since
+    bool headingPressed_ = false;
+    int wheelRest_ = 0; // the rest of the wheel's turn, less than one bar
     TipProvider tipProvider_;
     QTimer tipTimer_;
     ChartHit tipped_; // what the tip is or will be shown for
@@ -121,4 +175,5 @@ private:
     QPointer<QScrollBar> scrollBar_;
     std::optional<ChartLayout> layout_; // created when needed
     QPixmap background_;                // created when needed
+    QRectF painted_;                    // the plot in it
 };

@@ -1,14 +1,41 @@
 #include "window/statusPanels.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QPainter>
 #include <QStyle>
 #include <algorithm>
+#include <memory>
 
 #include "widgets/qtText.h"
 
 namespace {
 
 constexpr int millisecondsBetweenShows = 17;
+
+// Some styles draw a frame around each panel, in addition to the lines between them.
+void takeFramesAway(QStatusBar& statusBar) {
+    statusBar.setStyleSheet({});
+    statusBar.setStyleSheet(QStringLiteral("QStatusBar::item { border: none; }"));
+}
+
+// What has a style sheet keeps the colours that it had when it got the sheet.
+class PaletteFollower final : public QObject {
+public:
+    explicit PaletteFollower(QStatusBar& statusBar) : QObject(&statusBar), statusBar_(statusBar) {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::ApplicationPaletteChange && watched == QCoreApplication::instance()) {
+            takeFramesAway(statusBar_);
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    QStatusBar& statusBar_;
+};
 
 } // namespace
 
@@ -24,8 +51,8 @@ void CutLabel::paintEvent(QPaintEvent*) {
 }
 
 StatusPanels::StatusPanels(QStatusBar& statusBar) {
-    // Some styles draw a frame around each panel, in addition to the lines between them.
-    statusBar.setStyleSheet(QStringLiteral("QStatusBar::item { border: none; }"));
+    takeFramesAway(statusBar);
+    static_cast<void>(std::make_unique<PaletteFollower>(statusBar).release()); // the status bar deletes it
     constexpr std::array stretches{0, 0, 1, 0};
     constexpr std::array widestTexts{"1,000,000,000 items.", "1,000,000 files/sec", "",
                                      "1,000,000 folders could not be read."};

@@ -21,6 +21,8 @@ std::vector<ChartSlice> slicesOf(std::vector<double> sizes) {
 
 TEST(ChartSlices, areTheLargestAndTheRest) {
     const std::vector<double> even(20, 5);
+    std::vector<double> withZeros(22, 5);
+    withZeros[20] = withZeros[21] = 0;
     const std::vector<double> sliver{1000, 1000, 1000, 1000, 1000, 1000, 1};
     const std::vector<double> slivers{1000, 1000, 1000, 1000, 1000, 1000, 1, 1};
     const std::vector<double> dust(10000, 1);
@@ -29,10 +31,12 @@ TEST(ChartSlices, areTheLargestAndTheRest) {
         std::size_t own;
         int rest;
     };
-    for (const Case& c : {Case{{}, 0, 0}, Case{{0, -1024}, 0, 0}, Case{{-5, 0, 3, 4}, 2, 0},
-                          Case{even, 15, 5}, Case{sliver, 7, 0}, Case{slivers, 6, 2}, Case{dust, 5, 9995}}) {
+    for (const Case& c :
+         {Case{{}, 0, 0}, Case{{0, -1024}, 0, 0}, Case{{-5, 0, 3, 4}, 2, 0}, Case{even, 15, 5},
+          Case{withZeros, 15, 5}, Case{sliver, 7, 0}, Case{slivers, 6, 2}, Case{dust, 5, 9995}}) {
         const std::vector<ChartSlice> slices = slicesOf(c.sizes);
         ASSERT_EQ(slices.size(), c.own + (c.rest > 0 ? 1 : 0));
+        EXPECT_EQ(chartRestCount(slices), c.rest > 0 ? c.sizes.size() - c.own : 0);
         double shares = 0;
         for (std::size_t i = 0; i < slices.size(); ++i) {
             EXPECT_EQ(slices[i].index,

@@ -100,6 +100,35 @@ TEST_F(FolderFigures, keepTheSamePathOnTwoDrivesApart) {
     EXPECT_EQ(modFigures::itemsText(working.database()), "7 items.");
 }
 
+// What a running scan has read of the folder that it is in; all else has its row.
+TEST_F(FolderFigures, countTheFolderBeingRead) {
+    const auto running = [this](const std::string& folder) {
+        std::vector<std::string> result;
+        for (const ChartEntry& entry :
+             modFigures::chartEntries(working.database(), folder, modFigures::ScanState::running)) {
+            result.push_back(entry.label + "|" + valueText(entry.size) + (entry.unfinished ? "|so far" : ""));
+        }
+        return result;
+    };
+    EXPECT_THAT(running("C:\\"), testing::IsEmpty());
+    recordFile("C:\\own.x", 4, "me");
+    recordFile("C:\\done\\a.x", 7, "me");
+    EXPECT_THAT(running("C:\\"), ElementsAre("|Files||4", "done|7|so far"));
+    EXPECT_THAT(running("C:\\done\\"), ElementsAre("|Files||7")) << "its own files";
+    recordFolder("C:\\done\\");
+    EXPECT_THAT(running("C:\\"), ElementsAre("|Files||4", "done|7"));
+
+    recordFile("C:\\now\\b.x", 20, "me");
+    recordFile("C:\\now\\inner\\c.x", 300, "me");
+    recordFolder("C:\\now\\inner\\");
+    recordFile("C:\\now\\second\\deep\\d.x", 1000, "me");
+    EXPECT_THAT(running("C:\\"), ElementsAre("|Files||4", "done|7", "now|1320|so far")) << "nothing twice";
+    EXPECT_THAT(running("C:\\now\\"), ElementsAre("|Files||20", "inner|300", "second|1000|so far"));
+    EXPECT_THAT(running("C:\\no\\"), testing::IsEmpty()) << "a name that only begins alike is another folder";
+    EXPECT_THAT(running("D:\\"), testing::IsEmpty());
+    EXPECT_THAT(entries("C:\\"), ElementsAre("|Files||4", "done|7")) << "no scan is running";
+}
+
 // Cancelled at the first subfolder, to avoid scanning a whole drive.
 TEST_F(FolderFigures, areThoseOfADrivesRootToo) {
     const std::string root = testSystem::root();

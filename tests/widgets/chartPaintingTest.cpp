@@ -2,8 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QApplication>
+#include <QFontMetricsF>
 #include <QImage>
+#include <QRegularExpression>
 #include <cmath>
 #include <string>
 
@@ -24,8 +25,8 @@ QImage painted(const ChartState& state, QSize size) {
 TEST(ChartPainting, barsFollowTheirValues) {
     std::vector<ChartEntry> entries = ascending(40);
     entries[0].size = -8 * 1048576.0; // a file whose recorded size wrapped
-    const ChartFrame frame(QRectF(0, 0, 900, 600), QApplication::font());
     ChartState state = stateOf(entries);
+    const ChartFrame frame(QRectF(0, 0, 900, 600), state);
     state.position = 25;
     const ChartBars bars(frame, state);
     ASSERT_EQ(bars.bars.size(), 15U);
@@ -49,11 +50,15 @@ TEST(ChartPainting, nothingOverlapsOrLeavesThePanel) {
     names[3].label = std::string(255, 'W');
     names[7].label = "\u0645\u062c\u0644\u062f \U0001f600";
     for (const QSize size : {QSize(400, 250), QSize(900, 600), QSize(3000, 1800)}) {
-        const ChartFrame frame(QRectF(QPointF(), size), QApplication::font());
         for (const std::vector<ChartEntry>& entries : {ascending(1), names, ascending(10000)}) {
             for (const ChartStyle style : {ChartStyle::bar, ChartStyle::pie}) {
-                const ChartLayout layout(frame, stateOf(entries, style));
-                std::vector<QRectF> texts;
+                ChartState state = stateOf(entries, style);
+                state.folder = QStringLiteral("/folder").repeated(40);
+                const ChartFrame frame(QRectF(QPointF(), size), state);
+                const ChartLayout layout(frame, state);
+                const ChartHeading& heading = layout.heading();
+                std::vector<QRectF> texts{heading.nameArea, heading.figuresArea};
+                EXPECT_FALSE(heading.nameArea.isEmpty());
                 if (layout.bars()) {
                     for (const ChartBar& bar : layout.bars()->bars) {
                         texts.insert(texts.end(), {bar.labelArea, bar.mark});
@@ -76,9 +81,75 @@ TEST(ChartPainting, nothingOverlapsOrLeavesThePanel) {
     }
 }
 
+// Labels take what their names need, but no less than 100 pixels (or three tenths of a narrow chart) and no
+// more than a third of the chart.
+TEST(ChartPainting, labelsTakeTheRoomThatNamesNeed) {
+    constexpr double gap = 6;
+    for (const int width : {300, 900, 1600}) {
+        for (const int letters : {3, 25, 400}) {
+            std::vector<ChartEntry> entries = ascending(15);
+            entries[4].label = std::string(static_cast<std::size_t>(letters), 'n');
+            const ChartState state = stateOf(entries);
+            const ChartFrame frame(QRectF(0, 0, width, 600), state);
+            const double least = std::min(100.0 * frame.scale, width * 0.3);
+            const double most = std::max(width / 3.0, least);
+            const double name =
+                QFontMetricsF(frame.labelFont).horizontalAdvance(QString::fromStdString(entries[4].label));
+            const double wanted = std::clamp(name, least, most);
+            EXPECT_NEAR(frame.labelWidth, wanted, 1) << width << ' ' << letters;
+            EXPECT_NEAR(frame.plot.left(), width * 0.05 + wanted + gap * frame.scale, 2);
+            const ChartBars bars(frame, state);
+            EXPECT_EQ(bars.bars[4].label.contains(QChar(0x2026)), name > most + 1) << width << ' ' << letters;
+        }
+    }
+    // While the chart is scrolled, its walls stay.
+    std::vector<ChartEntry> many = ascending(40);
+    many[10].label = std::string(60, 'n');
+    ChartState state = stateOf(many);
+    const ChartFrame frame(QRectF(0, 0, 900, 600), state);
+    state.position = 25;
+    EXPECT_EQ(ChartFrame(QRectF(0, 0, 900, 600), state).plot, frame.plot);
+}
+
+// The line counts what is in view, and is left out where it would say nothing or take the room of bars.
+TEST(ChartPainting, lineBelowTheTitleFollowsTheView) {
+    const std::vector<ChartEntry> many = ascending(40);
+    const std::vector<ChartEntry> empty{{"a", 0}, {"b", 0}};
+    const QString folder =
+        QStringLiteral("/home/") + QStringLiteral("long/").repeated(60) + QStringLiteral("end");
+    struct Case {
+        const std::vector<ChartEntry>& entries;
+        ChartStyle style;
+        bool entire;
+        QSize size;
+        const char* shown; // a pattern; null for no line
+    };
+    for (const Case& c : {Case{many, ChartStyle::bar, false, {900, 600}, "15 of 40 shown"},
+                          Case{many, ChartStyle::bar, false, {900, 240}, "[5-9] of 40 shown"},
+                          Case{many, ChartStyle::bar, true, {900, 2000}, "40 of 40 shown"},
+                          Case{many, ChartStyle::pie, false, {900, 600}, "15 of 40 shown"},
+                          Case{many, ChartStyle::bar, false, {900, 180}, nullptr},
+                          Case{empty, ChartStyle::pie, false, {900, 600}, nullptr},
+                          Case{{}, ChartStyle::bar, false, {900, 600}, nullptr}}) {
+        ChartState state = stateOf(c.entries, c.style);
+        state.entire = c.entire;
+        state.folder = folder;
+        const ChartLayout layout(ChartFrame(QRectF(QPointF(), c.size), state), state);
+        const ChartHeading& heading = layout.heading();
+        EXPECT_EQ(heading.nameArea.isNull(), c.shown == nullptr);
+        if (c.shown != nullptr) {
+            const QRegularExpression end(QStringLiteral(" %1$").arg(QString::fromUtf8(c.shown)));
+            EXPECT_TRUE(end.match(heading.figures).hasMatch()) << heading.figures.toStdString();
+            EXPECT_TRUE(heading.name.startsWith(QStringLiteral("/home/")) &&
+                        heading.name.endsWith(QStringLiteral("end")) && heading.name.size() < folder.size())
+                << heading.name.toStdString();
+        }
+    }
+}
+
 TEST(ChartPainting, pointsFindTheirEntries) {
     const std::vector<ChartEntry> entries = ascending(30);
-    const ChartFrame frame(QRectF(0, 0, 900, 600), QApplication::font());
+    const ChartFrame frame(QRectF(0, 0, 900, 600), stateOf(entries));
     const ChartLayout bars(frame, stateOf(entries));
     for (const ChartBar& bar : bars.bars()->bars) {
         for (const QPointF point : {bar.front.center(), bar.mark.center(), (bar.markFrom + bar.markTo) / 2}) {

@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QRegularExpression>
 #include <QTest>
+#include <algorithm>
 #include <string>
 
 #include "widgets/chartEntries.h"
@@ -135,18 +136,67 @@ TEST(ChartPicture, filesAreWhatTheyClaimToBe) {
     EXPECT_NEAR(image.dotsPerMeterX() * 0.0254, 96 * 1.5, 0.1);
     EXPECT_EQ(image.text(QStringLiteral("Title")), QStringLiteral("Spannory"));
 
+    const QPageSize paper(ChartPicture::paperOf(QLocale::system()));
+    const QSize points = paper.sizePoints().transposed();
+    const QRegularExpression box(QStringLiteral("/MediaBox \\[0 0 %1(\\.0+)? %2(\\.0+)? ?\\]")
+                                     .arg(points.width())
+                                     .arg(points.height()));
     for (const ChartStyle style : {ChartStyle::bar, ChartStyle::pie}) {
-        for (const auto& [shown, page] : {std::pair(QSize(300, 200), QSize(225, 150)),
-                                          std::pair(QSize(16'000, 32'000), QSize(7200, 14'400))}) {
-            const ChartPicture pdf(stateOf(entries, style), shown, 2, Portion::visible, Format::pdf);
-            const QByteArray bytes = pdf.bytes();
-            const QRegularExpression box(QStringLiteral("/MediaBox \\[0 0 %1(\\.0+)? %2(\\.0+)? ?\\]")
-                                             .arg(page.width())
-                                             .arg(page.height()));
-            EXPECT_TRUE(bytes.startsWith("%PDF"));
-            EXPECT_EQ(bytes.count("/MediaBox"), 1);
-            EXPECT_TRUE(box.match(QString::fromLatin1(bytes)).hasMatch()) << box.pattern().toStdString();
-            EXPECT_FALSE(bytes.contains("/SMask <<")); // the sign of a fading gradient
+        for (const QSize shown : {QSize(300, 200), QSize(16'000, 32'000)}) {
+            for (const Portion portion : {Portion::visible, Portion::entire}) {
+                const ChartPicture pdf(stateOf(entries, style), shown, 2, portion, Format::pdf);
+                const bool several = style == ChartStyle::bar && portion == Portion::entire;
+                const QByteArray bytes = pdf.bytes();
+                EXPECT_TRUE(bytes.startsWith("%PDF"));
+                EXPECT_TRUE(box.match(QString::fromLatin1(bytes)).hasMatch()) << box.pattern().toStdString();
+                EXPECT_EQ(static_cast<std::size_t>(bytes.count("/Type /Page\n")), pdf.pageEnds().size());
+                EXPECT_EQ(pdf.pageEnds().size() > 1, several);
+                EXPECT_FALSE(bytes.contains("/SMask <<")); // the sign of a fading gradient
+            }
         }
+    }
+}
+
+TEST(ChartPicture, paperIsThatOfTheRegion) {
+    EXPECT_EQ(ChartPicture::paperOf(QLocale(QLocale::English, QLocale::UnitedStates)), QPageSize::Letter);
+    EXPECT_EQ(ChartPicture::paperOf(QLocale(QLocale::French, QLocale::Canada)), QPageSize::Letter);
+    EXPECT_EQ(ChartPicture::paperOf(QLocale(QLocale::English, QLocale::UnitedKingdom)), QPageSize::A4);
+    EXPECT_EQ(ChartPicture::paperOf(QLocale::c()), QPageSize::A4);
+}
+
+// No page ends within a text, nor, unless bars are too thin for texts of their own, within a bar.
+TEST(ChartPicture, pagesEndBetweenBars) {
+    for (const int count : {1, 15, 40, 300, 10'000}) {
+        const std::vector<ChartEntry> entries = ascending(count);
+        const ChartPicture picture(stateOf(entries), QSize(700, 500), 1, Portion::entire, Format::pdf);
+        const ChartBars& bars = *picture.layout().bars();
+        const std::vector<double> ends = picture.pageEnds();
+        EXPECT_TRUE(std::is_sorted(ends.begin(), ends.end()));
+        EXPECT_EQ(ends.back(), picture.layout().frame().panel.height());
+        EXPECT_EQ(ends.size() > 1, count > 15);
+        const bool whole = bars.bars.size() < 2 || bars.bars[bars.bars.size() - 2].hasTexts();
+        for (const ChartBar& bar : bars.bars) {
+            const QRectF box = bar.front.adjusted(0, bars.depth.y(), 0, 0);
+            const QRectF texts = bar.mark.united(bar.labelArea);
+            const QRectF all = whole ? texts.united(box) : texts;
+            const auto page = std::upper_bound(ends.begin(), ends.end(), all.top());
+            ASSERT_NE(page, ends.end());
+            EXPECT_TRUE(!bar.hasTexts() || all.bottom() <= *page + 1) << count << ' ' << bar.index;
+        }
+    }
+}
+
+// Away from the screen, the line below the title is all that tells what was when.
+TEST(ChartPicture, namesFolderAndDate) {
+    FolderChart chart;
+    chart.resize(900, 600);
+    chart.setFolder(QStringLiteral("/here"));
+    chart.setEntries(ascending(20));
+    const QString date = QStringLiteral("11/22/26 04:05 PM");
+    for (const auto& [portion, shown] : {std::pair(Portion::visible, 15), std::pair(Portion::entire, 20)}) {
+        const ChartPicture picture(chart, portion, Format::png, date);
+        EXPECT_EQ(picture.layout().heading().name, chart.state().folder);
+        EXPECT_EQ(picture.layout().heading().figures,
+                  QStringLiteral(" \u00b7 210.0 Mb \u00b7 %1 of 20 shown \u00b7 %2").arg(shown).arg(date));
     }
 }

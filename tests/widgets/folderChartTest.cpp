@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QKeyEvent>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolTip>
@@ -58,7 +59,7 @@ TEST_F(FolderChartTest, clickActivatesWhatTheButtonWentDownOn) {
 
     chart.setChartStyle(ChartStyle::pie);
     click(chart.markOf(10).center());
-    click(chart.markOf(-1).center()); // the slice of the rest
+    click(chart.markOf(ChartSlice::rest).center());
     EXPECT_EQ(activated.size(), 3U);
     EXPECT_EQ(activated.back(), "folder 10");
 }
@@ -139,9 +140,131 @@ TEST_F(FolderChartTest, keysMoveTheSelectionAndKeepItInView) {
     chart.setChartStyle(ChartStyle::pie);
     EXPECT_EQ(chart.selected(), -1);
     press(Qt::Key_End);
+    EXPECT_EQ(chart.selected(), ChartSlice::rest);
+    press(Qt::Key_Left);
     EXPECT_EQ(chart.selected(), 85);
     press(Qt::Key_Left);
     EXPECT_EQ(chart.selected(), 86);
+    press(Qt::Key_End);
+    chart.setChartStyle(ChartStyle::bar);
+    EXPECT_EQ(chart.selected(), -1);
+}
+
+// What a second click finds may be there only since the first.
+TEST_F(FolderChartTest, doubleClickEntersOnlyWhatStayed) {
+    std::vector<std::string> entered;
+    QObject::connect(&chart, &FolderChart::barEntered, &chart,
+                     [&](const std::string& label) { entered.push_back(label); });
+    const auto doubleClick = [&] {
+        const QPoint place = chart.markOf(4).center().toPoint();
+        click(place);
+        QTest::mouseDClick(&chart, Qt::LeftButton, {}, place);
+    };
+    chart.setEntries(ascending(5));
+    doubleClick();
+    EXPECT_EQ(entered, std::vector<std::string>{"folder 4"});
+    const std::size_t before = activated.size();
+    const auto opening = QObject::connect(&chart, &FolderChart::barActivated, &chart,
+                                          [this] { chart.setEntries(ascending(5)); });
+    doubleClick();
+    EXPECT_EQ(entered.size(), 1U);
+    EXPECT_EQ(activated.size(), before + 1) << "nor does it open a folder within the one just opened";
+    QObject::disconnect(opening);
+    press(Qt::Key_Home);
+    press(Qt::Key_Return);
+    EXPECT_EQ(entered, (std::vector<std::string>{"folder 4", "folder 4"}));
+}
+
+TEST_F(FolderChartTest, restIsAPieOfItsOwn) {
+    const QSignalSpy depths(&chart, &FolderChart::depthChanged);
+    const auto part = [this] { return chart.state().part.toStdString(); };
+    const auto drawn = [this] { return chart.grab().toImage(); };
+    chart.setChartStyle(ChartStyle::pie);
+    chart.setEntries(ascending(40));
+    chart.setFolder(QStringLiteral("/here"));
+    const QImage whole = drawn();
+    EXPECT_FALSE(chart.up());
+
+    const QPoint rest = chart.markOf(ChartSlice::rest).center().toPoint();
+    click(rest);
+    EXPECT_EQ(chart.depth(), 0);
+    QTest::mouseDClick(&chart, Qt::LeftButton, {}, rest);
+    EXPECT_EQ(part(), "Other (25)");
+    EXPECT_EQ(chart.state().entries.size(), 25U);
+    EXPECT_EQ(chart.entries().size(), 40U);
+    EXPECT_EQ(chart.markOf(25), QRectF());
+    click(chart.markOf(24).center());
+    EXPECT_EQ(activated, std::vector<std::string>{"folder 24"});
+
+    press(Qt::Key_End);
+    press(Qt::Key_Return);
+    EXPECT_EQ(part(), "Other (10)");
+    EXPECT_EQ(chart.selected(), 9);
+    press(Qt::Key_End);
+    EXPECT_EQ(chart.selected(), 0) << "these have no rest";
+
+    // A refresh keeps the level as far as there is one, another folder does not.
+    chart.setEntries(ascending(60), FolderChart::View::kept);
+    EXPECT_EQ(part(), "Other (30)");
+    chart.setEntries(ascending(20), FolderChart::View::kept);
+    EXPECT_EQ(part(), "Other (5)");
+    chart.setEntries(ascending(40), FolderChart::View::kept);
+    EXPECT_EQ(chart.depth(), 1);
+
+    QTest::keyClick(&chart, Qt::Key_Up, Qt::AltModifier);
+    EXPECT_EQ(chart.depth(), 0);
+    press(Qt::Key_End);
+    press(Qt::Key_Return);
+    press(Qt::Key_Backspace);
+    EXPECT_EQ(chart.selected(), ChartSlice::rest) << "where it came from";
+    chart.clearFocus();
+    EXPECT_EQ(drawn(), whole);
+    chart.setFocus();
+    press(Qt::Key_Return);
+    const ChartState state = chart.state();
+    click(ChartLayout(ChartFrame(chart.rect(), state), state).heading().nameArea.center());
+    EXPECT_EQ(chart.depth(), 0) << "the line below the title leads back";
+    press(Qt::Key_Return);
+    chart.setEntries(ascending(40));
+    EXPECT_EQ(chart.depth(), 0);
+    press(Qt::Key_End);
+    press(Qt::Key_Return);
+    chart.setChartStyle(ChartStyle::bar);
+    EXPECT_EQ(chart.state().entries.size(), 40U);
+
+    std::vector<int> seen;
+    for (const QList<QVariant>& each : depths) {
+        seen.push_back(each.at(0).toInt());
+    }
+    EXPECT_EQ(seen, (std::vector<int>{1, 2, 1, 0, 1, 0, 1, 0, 1, 0, 1, 0}));
+}
+
+// The walls' picture is kept, but not when longer names move them.
+TEST_F(FolderChartTest, wallsFollowTheLabels) {
+    std::vector<ChartEntry> entries = ascending(4);
+    chart.setEntries(entries);
+    const QImage before = chart.grab().toImage();
+    entries[2].label = std::string(40, 'n');
+    chart.setEntries(entries, FolderChart::View::kept);
+    const QImage moved = chart.grab().toImage();
+    FolderChart fresh;
+    fresh.resize(chart.size());
+    fresh.setEntries(entries);
+    EXPECT_NE(moved, before);
+    EXPECT_EQ(moved, fresh.grab().toImage());
+}
+
+// The window's own commands may use these keys when the chart does not.
+TEST_F(FolderChartTest, keysWithoutUsePassOn) {
+    chart.setEntries(ascending(5));
+    for (const auto& [key, modifiers] :
+         {std::pair(Qt::Key_Backspace, Qt::NoModifier), std::pair(Qt::Key_Up, Qt::AltModifier),
+          std::pair(Qt::Key_Left, Qt::AltModifier), std::pair(Qt::Key_Home, Qt::AltModifier)}) {
+        QKeyEvent event(QEvent::KeyPress, key, modifiers);
+        QApplication::sendEvent(&chart, &event);
+        EXPECT_FALSE(event.isAccepted()) << key;
+    }
+    EXPECT_EQ(chart.selected(), -1);
 }
 
 TEST_F(FolderChartTest, tipsComeAfterTheirDelayAndOnlyOverSomething) {

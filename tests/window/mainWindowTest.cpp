@@ -378,4 +378,30 @@ TEST_F(MainWindow, refreshesNarrowly) {
     EXPECT_THAT(dialogs.messages, SizeIs(1));
 }
 
+// A desktop may turn dark in the evening.
+TEST_F(MainWindow, followsThePaletteWhileItIsOpen) {
+    openOnTree();
+    const QPalette before = QApplication::palette();
+    QPalette dark;
+    for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button}) {
+        dark.setColor(role, QColor(40, 40, 40));
+    }
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        dark.setColor(role, Qt::white);
+    }
+    for (const QPalette& palette : {dark, before}) {
+        QApplication::setPalette(palette);
+        QApplication::processEvents();
+        for (const QWidget* widget : window->findChildren<QWidget*>()) {
+            const auto lightness = [widget](QPalette::ColorRole role) {
+                return widget->palette().color(QPalette::Active, role).lightness();
+            };
+            EXPECT_EQ(lightness(QPalette::WindowText) > 128, palette == dark)
+                << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
+            EXPECT_EQ(lightness(widget->backgroundRole()) < 128, palette == dark)
+                << widget->metaObject()->className() << ' ' << widget->objectName().toStdString();
+        }
+    }
+}
+
 } // namespace

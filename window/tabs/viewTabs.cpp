@@ -8,6 +8,7 @@
 #include "views/chartTip.h"
 #include "views/folderFigures.h"
 #include "widgets/lvsort.h"
+#include "widgets/qtText.h"
 
 namespace {
 
@@ -81,6 +82,12 @@ void ViewTabs::wire() {
         refreshActiveView();
     });
     connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
+    connect(&tc_, &FolderChart::barEntered, this, [this](const std::string& label) {
+        if (label == modFigures::filesLabel) {
+            XTab_.setCurrentWidget(&lvwF_);
+            lvwF_.setFocus();
+        }
+    });
     connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
     connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
     tc_.setTipProvider(
@@ -130,7 +137,10 @@ void ViewTabs::updateGraph() {
         if (key.empty()) {
             return;
         }
-        tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key),
+        tc_.setFolder(modQt::shownPath(key));
+        tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key,
+                                                scanning_ ? modFigures::ScanState::running
+                                                          : modFigures::ScanState::ended),
                        key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
         chartKey_ = key;
     });
@@ -173,11 +183,13 @@ void ViewTabs::forget() {
     filesList_.clear();
     groupLists_.clear();
     tc_.setEntries({});
+    tc_.setFolder({});
     chartKey_.clear();
     refreshActiveView();
 }
 
 void ViewTabs::followScan(bool running) {
+    scanning_ = running;
     if (running) {
         tmrChart_.start(millisecondsPerRefresh);
         tc_.setHint(QStringLiteral("Scanning..."));

@@ -127,4 +127,5 @@ private:
     QTimer tmrChart_;
     QTimer tmrListViewIcons_;
     int holds_ = 0;
+    bool scanning_ = false;
 };

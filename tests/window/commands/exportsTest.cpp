@@ -12,6 +12,7 @@
 #include "platform/files.h"
 #include "support/sqliteScript.h"
 #include "support/testSystem.h"
+#include "widgets/qtText.h"
 #include "window/commands/listMenu.h"
 #include "window/dialogs/fileFilter.h"
 #include "window/menu/popMenu.h"
@@ -287,6 +288,11 @@ TEST_F(Exports, pictureTheChartAsItIsOnTheScreenThoughAnotherTabIsShown) {
     tabs().setCurrentIndex(0);
     auto& chart = control<FolderChart>("tc");
     EXPECT_EQ(behind.size(), chart.size());
+    const QString below =
+        QRegularExpression::escape(modQt::shownPath(key())) +
+        QStringLiteral(" \u00b7 3\\.2 Kb \u00b7 3 of 3 shown \u00b7 \\d\\d/\\d\\d/\\d\\d .*M");
+    EXPECT_TRUE(QRegularExpression(below).match(behind.text(QStringLiteral("Description"))).hasMatch())
+        << behind.text().toStdString();
     const QImage onScreen = chart.grab().toImage();
     save("ExportChartEntire", output("chart.pdf"));
     EXPECT_EQ(application.read("chart.pdf").substr(0, 4), "%PDF");

@@ -45,4 +45,29 @@ TEST(MenuIcons, canBeReadOnWhatTheStyleLaysBelowThem) {
     QApplication::setStyle(QStringLiteral("Fusion"));
 }
 
+// The same icon, kept by its command, is drawn anew.
+TEST(MenuIcons, areVisibleInEveryPalette) {
+    constexpr int leastContrast = 90;
+    const QPalette before = QApplication::palette();
+    const QIcon icon = modMenuIcons::icon(modMenuIcons::Picture::barChart, modMenuIcons::Place::menu);
+    for (const auto& [window, text] : {std::pair(QColor(0xEF, 0xEF, 0xEF), QColor(Qt::black)),
+                                       std::pair(QColor(0x2A, 0x2A, 0x2A), QColor(Qt::white))}) {
+        QPalette palette;
+        palette.setColor(QPalette::Window, window);
+        palette.setColor(QPalette::WindowText, text);
+        QApplication::setPalette(palette);
+        const QImage drawn = icon.pixmap(QSize(32, 32)).toImage();
+        int strokes = 0;
+        for (int i = 0; i < drawn.width() * drawn.height(); ++i) {
+            const QColor pixel = drawn.pixelColor(i % drawn.width(), i / drawn.width());
+            if (pixel.alpha() == 255) {
+                ++strokes;
+                EXPECT_GT(std::abs(qGray(pixel.rgb()) - qGray(window.rgb())), leastContrast);
+            }
+        }
+        EXPECT_GT(strokes, 0);
+    }
+    QApplication::setPalette(before);
+}
+
 } // namespace

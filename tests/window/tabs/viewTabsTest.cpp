@@ -6,7 +6,9 @@
 #include <QTimer>
 #include <filesystem>
 
+#include "widgets/chartLabel.h"
 #include "widgets/listView.h"
+#include "widgets/qtText.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -67,10 +69,23 @@ TEST_F(MainWindow, descendsIntoFoldersFromListAndChart) {
     tabs().setCurrentIndex(0);
     clickBar(1);
     EXPECT_EQ(selected(), key("a")) << "the files' bar opens nothing";
+    EXPECT_EQ(tabs().currentIndex(), 0);
     clickBar(0);
     EXPECT_EQ(selected(), key("a/deep"));
     EXPECT_TRUE(control<FolderTree>("tvw").isExpanded(key("a")));
     EXPECT_THAT(bars(), ElementsAre("|Files|=10"));
+    EXPECT_EQ(control<FolderChart>("tc").state().folder, modQt::shownPath(key("a/deep")));
+
+    auto& chart = control<FolderChart>("tc");
+    clickBar(0);
+    QTest::mouseDClick(&chart, Qt::LeftButton, {}, chart.markOf(0).center().toPoint());
+    EXPECT_EQ(tabs().currentIndex(), 1) << "where those files are";
+    tabs().setCurrentIndex(0);
+    chart.setFocus();
+    QTest::keyClick(&chart, Qt::Key_Home);
+    QTest::keyClick(&chart, Qt::Key_Return);
+    EXPECT_EQ(tabs().currentIndex(), 1);
+    tabs().setCurrentIndex(0);
 
     std::filesystem::remove_all(tree / "b");
     click(key());
@@ -105,6 +120,38 @@ TEST_F(MainWindow, showsAScanGrow) {
     pressF5();
     EXPECT_GT(rowsSeen, 0U);
     EXPECT_THAT(rows("lvwF"), SizeIs(50));
+}
+
+TEST_F(MainWindow, chartShowsTheFolderBeingRead) {
+    for (int i = 0; i < 50; ++i) {
+        tree.write("many/" + std::to_string(i) + "/file", "x");
+    }
+    open();
+    double most = 0;
+    QString name;
+    QTimer watch;
+    QObject::connect(&watch, &QTimer::timeout, window.get(), [&] {
+        if (window->search().processing) {
+            auto& tick = control<QTimer>("tmrChart");
+            if (tick.interval() > 0) {
+                tick.setInterval(0); // instead of a second
+            }
+            const FolderChart& chart = control<FolderChart>("tc");
+            for (const ChartEntry& entry : chart.entries()) {
+                if (entry.unfinished && entry.size > most) {
+                    most = entry.size;
+                    name = chartLabel(entry);
+                }
+            }
+        }
+    });
+    watch.start(0);
+    window->openPath(tree.typed());
+    EXPECT_GT(most, 1);
+    EXPECT_LE(most, 50);
+    EXPECT_EQ(name, QStringLiteral("many\u2026"));
+    EXPECT_THAT(bars(), ElementsAre("many=50"));
+    EXPECT_FALSE(control<FolderChart>("tc").entries().front().unfinished);
 }
 
 // --- Commands -------------------------------------------------------------------------------------------
