@@ -40,15 +40,19 @@ bool isGone(const std::string& key) {
     return !platform::folderExists(key) && platform::whyHidden(key).empty();
 }
 
-// Why there is no node for a typed path.
-std::string whyNoNode(std::string_view typedPath) {
+// Says why there is no node for a typed path.
+void tellWhyNoNode(clsUserInterface& userInterface, std::string_view typedPath) {
     std::string reason;
     try {
         const std::string path = platform::toInternal(typedPath);
         reason = path.empty() ? reason : platform::whyHidden(path);
     } catch (const RuntimeError&) { // as in nodeOf
     }
-    return reason.empty() ? std::string(notFound) : reason + ": " + std::string(typedPath);
+    if (reason.empty()) {
+        userInterface.messageAbout(notFound, typedPath);
+    } else {
+        userInterface.message(reason + ": " + std::string(typedPath));
+    }
 }
 
 } // namespace
@@ -107,6 +111,7 @@ void FolderSelection::clickNode(const std::string& key) {
     if (goesElsewhere(key)) {
         return;
     }
+    Q_EMIT folderShown(key);
     dependencies_.views.updateGraph();
     const bool isElsewhere = lastLoadedRow_ > 0 && !platform::folderExists(key); // it was loaded
     const bool isReadable = isElsewhere || platform::whyUnreadable(key).empty();
@@ -132,6 +137,7 @@ void FolderSelection::clickNode(const std::string& key) {
         showItems();
         const BusyPointer busy(dependencies_.userInterface);
         dependencies_.views.refreshActiveView();
+        Q_EMIT figuresChanged();
     }
 }
 
@@ -196,6 +202,11 @@ bool FolderSelection::scan(const std::string& key) {
         lastLoadedRow_ = 0;
         starts_.clear();
     }
+    if (result.cancelled) {
+        unfinished_.insert(key);
+    } else {
+        unfinished_.erase(key);
+    }
     Q_EMIT scanRuns(false);
     Q_EMIT scanned(result);
     return result.stored && !result.cancelled;
@@ -226,9 +237,12 @@ void FolderSelection::showLoaded() {
     modGlobal::trapped(moduleName, "showLoaded", [&] {
         lastLoadedRow_ = lastRow();
         starts_.clear();
+        unfinished_.clear();
         dependencies_.search.rowsReplaced();
         held_.clear(); // it belonged to another tree
         showItems();
+        Q_EMIT rowsLoaded();
+        Q_EMIT figuresChanged();
     });
 }
 
@@ -280,7 +294,7 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
     modGlobal::trapped(moduleName, "cmdGo_Click", [&] {
         const std::string key = nodeOf(typedPath);
         if (key.empty()) {
-            dependencies_.userInterface.message(whyNoNode(typedPath));
+            tellWhyNoNode(dependencies_.userInterface, typedPath);
             return;
         }
         goTo(key);
@@ -344,6 +358,7 @@ bool FolderSelection::scanAgain() {
         } else if (!suppressed_) {
             showItems();
             dependencies_.views.refreshActiveView();
+            Q_EMIT figuresChanged();
         }
         return isComplete;
     });
@@ -368,6 +383,23 @@ void FolderSelection::openFolder(const std::string& key) {
         modGlobal::tvwSelectNode(dependencies_.tree, key);
         tvw_NodeClick(key);
     }
+}
+
+void FolderSelection::showFolder(const std::string& key) {
+    modGlobal::trapped(moduleName, "showFolder", [&] {
+        if (modGlobal::findNode(dependencies_.tree, key)) {
+            openFolder(key);
+        } else if (platform::folderExists(key)) {
+            goTo(platform::recordedPath(key));
+        } else {
+            tellWhyNoNode(dependencies_.userInterface, platform::displayPath(key));
+        }
+    });
+}
+
+bool FolderSelection::canShow(const std::string& key) const {
+    return modGlobal::trapped(moduleName, "canShow",
+                              [&] { return platform::folderExists(key) || isOnlyLoaded(key); });
 }
 
 void FolderSelection::revealFolder(const std::string& key) {
