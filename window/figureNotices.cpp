@@ -1,8 +1,6 @@
 #include "window/figureNotices.h"
 
 #include "base/errorTrap.h"
-#include "export/databaseFile.h"
-#include "widgets/qtText.h"
 #include "window/menu/menus.h"
 
 namespace {
@@ -25,9 +23,6 @@ void FigureNotices::start() {
 void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (result.wrappedFiles > 0 || dependencies_.bar.holds(MessageBar::Topic::wrappedSizes)) {
         showWrapped();
-    }
-    if (!dependencies_.selection.holdsLoadedRows()) {
-        dependencies_.bar.dismiss(MessageBar::Topic::savedScan);
     }
     const std::size_t unreadable = dependencies_.search.skipped.unreadableIn({});
     if (unreadable == 0) {
@@ -53,11 +48,9 @@ void FigureNotices::showWrapped() {
                                    {{QStringLiteral("Use &Exact Sizes"), [this] { useExactSizes(); }}}});
 }
 
-void FigureNotices::loaded(std::string_view file) {
+void FigureNotices::loaded() {
     dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
     dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
-    dependencies_.bar.showMessage(MessageBar::Topic::savedScan,
-                                  {modQt::shownText(modExport::savedScanText(file)), {}});
     fillUnreadable();
 }
 

@@ -18,8 +18,10 @@
 #include "base/errorTrap.h"
 #include "base/modGlobal.h"
 #include "db/modDatabase.h"
+#include "export/databaseFile.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "tree/nodeKeys.h"
 #include "tree/startupTree.h"
 #include "views/folderFigures.h"
 #include "widgets/qtText.h"
@@ -67,6 +69,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
+      header_({working_, search_, selection_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
@@ -252,6 +255,7 @@ void frmMain::layOut() {
     splitter_.addWidget(&tvw_);
     rightLayout_.setContentsMargins(0, 0, 0, 0);
     rightLayout_.addWidget(&bar_);
+    rightLayout_.addWidget(&header_);
     rightLayout_.addWidget(&views_.tabs(), 1);
     splitter_.addWidget(&rightSide_);
     views_.tabs().setCornerWidget(&ani_);
@@ -308,9 +312,43 @@ void frmMain::wire() {
             [this](const std::string& key) { selection_.revealFolder(key); });
     connect(&selection_, &FolderSelection::scanned, this,
             [this](const modProcessFiles::ScanResult& result) { notices_.scanned(result); });
+    wireHeader();
     connect(&toPath_, &QShortcut::activated, this, [this] {
         txtPath_.setFocus(Qt::ShortcutFocusReason);
         txtPath_.selectAll(); // it may already have had the focus
+    });
+}
+
+void frmMain::wireHeader() {
+    connect(&selection_, &FolderSelection::folderShown, &header_, &FolderHeader::showFolder);
+    connect(&selection_, &FolderSelection::figuresChanged, this, [this] {
+        if (!selection_.holdsLoadedRows()) {
+            header_.setSavedScan({});
+        }
+        header_.refresh();
+    });
+    connect(&selection_, &FolderSelection::rowsLoaded, this, &frmMain::followLoad);
+    connect(&views_, &ViewTabs::grown, this, &frmMain::growWithScan);
+    connect(&header_, &FolderHeader::folderChosen, this,
+            [this](const std::string& key) { selection_.showFolder(key); });
+}
+
+// The tree, and so the selected folder, is another.
+void frmMain::followLoad() {
+    const std::string key = tvw_.selectedKey();
+    header_.setSavedScan({});
+    header_.showFolder(modNodeKeys::isFolderKey(key) ? key : std::string());
+}
+
+// Shows what a running scan has recorded so far.
+void frmMain::growWithScan() {
+    modGlobal::trapped(moduleName, "growWithScan", [this] {
+        header_.refresh();
+        const clsSearch::Progress& progress = search_.progress();
+        const std::string items = search_.isBulkLoad()
+                                      ? std::to_string(progress.files + progress.folders) + " items"
+                                      : modFigures::itemsText(working_.database());
+        userInterface_.status(StatusPanel::items, items.substr(0, items.find('.')) + " so far");
     });
 }
 
@@ -324,7 +362,8 @@ MenuTargets frmMain::menuTargets() {
     targets.loadDatabase = [this] {
         runExclusively([this] {
             if (const std::string file = databases_.loadDatabase(); !file.empty()) {
-                notices_.loaded(file);
+                notices_.loaded();
+                header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
             }
         });
     };

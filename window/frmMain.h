@@ -30,6 +30,7 @@
 #include "window/dialogs/clsDialogs.h"
 #include "window/dialogs/frmUnreadable.h"
 #include "window/figureNotices.h"
+#include "window/folderHeader.h"
 #include "window/help/showHelp.h"
 #include "window/menu/menuToolbar.h"
 #include "window/menu/popMenu.h"
@@ -72,9 +73,12 @@ private:
     void nameControls();
     void layOut();
     void wire();
+    void wireHeader();
     [[nodiscard]] MenuTargets menuTargets();
     void runExclusively(const std::function<void()>& command);
     void closeIfWanted();
+    void growWithScan();
+    void followLoad();
     void followScan(bool running);
     void updateEscape();
 
@@ -112,6 +116,7 @@ private:
     WindowInterface userInterface_;
     QtClipboard clipboard_;
     FolderSelection selection_;
+    FolderHeader header_;
 
     PopMenu cP_{this};
     PopMenu cPLvw_{this};

@@ -79,6 +79,8 @@ public:
     void save(QSettings& state) const;
 
 Q_SIGNALS:
+    // During a scan: the active view was refreshed. What is done now counts as part of the refresh.
+    void grown();
     // A bar was activated.
     void barChosen(const std::string& label);
     // A row of the files and folders list was activated.
