@@ -69,7 +69,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
-      header_({working_, search_, selection_}),
+      header_({working_, search_, selection_}), navigation_({*this, cP_, selection_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
@@ -108,6 +108,7 @@ void frmMain::form_load() {
         modMenuIcons::addMenuImages(imlMenu_);
         modMenus::createMenus(cP_, cPLvw_, *this, imlMenu_, settings_);
         modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
+        navigation_.update();
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
@@ -250,6 +251,7 @@ void frmMain::layOut() {
 
     auto rows = std::make_unique<QVBoxLayout>();
     auto pathRow = std::make_unique<QHBoxLayout>();
+    navigation_.addButtons(*pathRow);
     pathRow->addWidget(&txtPath_, 1);
     pathRow->addWidget(&cmdGo_);
     splitter_.addWidget(&tvw_);
@@ -282,8 +284,7 @@ void frmMain::layOut() {
 void frmMain::wire() {
     txtPath_.installEventFilter(this);
     connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
-    connect(&cmdGo_, &QPushButton::clicked, this,
-            [this] { selection_.cmdGo_Click(txtPath_.text().toStdString()); });
+    connect(&cmdGo_, &QPushButton::clicked, this, [this] { selection_.cmdGo_Click(txtPath_.text().toStdString()); });
     connect(&tvw_, &FolderTree::nodeExpanded, this,
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
@@ -337,7 +338,9 @@ void frmMain::wireHeader() {
 void frmMain::followLoad() {
     const std::string key = tvw_.selectedKey();
     header_.setSavedScan({});
-    header_.showFolder(modNodeKeys::isFolderKey(key) ? key : std::string());
+    const std::string folder = modNodeKeys::isFolderKey(key) ? key : std::string();
+    header_.showFolder(folder);
+    navigation_.startAnew(folder);
 }
 
 // Shows what a running scan has recorded so far.
@@ -375,6 +378,9 @@ MenuTargets frmMain::menuTargets() {
     targets.updateGraph = [this] { views_.updateGraph(); };
     targets.exactFigures = [this] { notices_.toggleExact(); };
     targets.unreadableFolders = [this] { notices_.showUnreadable(); };
+    targets.goUp = [this] { navigation_.goUp(); };
+    targets.goBack = [this] { navigation_.goBack(); };
+    targets.goForward = [this] { navigation_.goForward(); };
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
     return targets;

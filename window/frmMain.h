@@ -31,6 +31,7 @@
 #include "window/dialogs/frmUnreadable.h"
 #include "window/figureNotices.h"
 #include "window/folderHeader.h"
+#include "window/folderNavigation.h"
 #include "window/help/showHelp.h"
 #include "window/menu/menuToolbar.h"
 #include "window/menu/popMenu.h"
@@ -122,6 +123,7 @@ private:
     PopMenu cPLvw_{this};
     MenuToolbar tbrMenu_;
     Rebar cRebar_;
+    FolderNavigation navigation_;
     HelpCommand help_{*this};
     modExport::WorkbookFolder workbooks_;
     ReportCommands reports_;

@@ -23,6 +23,9 @@ struct MenuTargets {
     std::function<void()> updateGraph;
     std::function<void()> exactFigures;
     std::function<void()> unreadableFolders;
+    std::function<void()> goUp;
+    std::function<void()> goBack;
+    std::function<void()> goForward;
     std::function<void()> showAbout;
     std::function<void()> showHelp;
 };
@@ -38,7 +41,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 18> commands;
+    static const std::array<Command, 21> commands;
 
     void showOwners(int index);
     void barChart(int index);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 class clsSettings;
 class ImageList;
 class PopMenu;
@@ -16,6 +18,9 @@ void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& 
 
 // The check mark of the main menu's ExactFigures.
 void setExactMark(PopMenu& cP, bool exact);
+
+// Enables or disables the items with this key.
+void setItemEnabled(PopMenu& cP, std::string_view key, bool enabled);
 
 // Enables or disables the main menu's commands that need the rows for themselves: those that export and load,
 // and ExactFigures.
