@@ -284,7 +284,7 @@ void frmMain::layOut() {
 void frmMain::wire() {
     txtPath_.installEventFilter(this);
     connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
-    connect(&cmdGo_, &QPushButton::clicked, this, [this] { selection_.cmdGo_Click(txtPath_.text().toStdString()); });
+    connect(&cmdGo_, &QPushButton::clicked, this, [this] { selection_.cmdGo_Click(txtPath_.takePath()); });
     connect(&tvw_, &FolderTree::nodeExpanded, this,
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
@@ -322,6 +322,7 @@ void frmMain::wire() {
 
 void frmMain::wireHeader() {
     connect(&selection_, &FolderSelection::folderShown, &header_, &FolderHeader::showFolder);
+    connect(&selection_, &FolderSelection::folderShown, &txtPath_, &PathBox::showFolder);
     connect(&selection_, &FolderSelection::figuresChanged, this, [this] {
         if (!selection_.holdsLoadedRows()) {
             header_.setSavedScan({});
@@ -340,6 +341,9 @@ void frmMain::followLoad() {
     header_.setSavedScan({});
     const std::string folder = modNodeKeys::isFolderKey(key) ? key : std::string();
     header_.showFolder(folder);
+    if (!folder.empty()) {
+        txtPath_.showFolder(folder);
+    }
     navigation_.startAnew(folder);
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLineEdit>
 #include <QMainWindow>
 #include <QProgressBar>
 #include <QPushButton>
@@ -37,6 +36,7 @@
 #include "window/menu/popMenu.h"
 #include "window/menu/rebar.h"
 #include "window/messageBar.h"
+#include "window/pathBox.h"
 #include "window/tabs/viewTabs.h"
 #include "window/windowInterface.h"
 
@@ -103,7 +103,7 @@ private:
     ImageList imlFiles_{this};
     ImageList imlMenu_{this};
     QWidget central_;
-    QLineEdit txtPath_;
+    PathBox txtPath_;
     QPushButton cmdGo_;
     QSplitter splitter_;
     FolderTree tvw_;
