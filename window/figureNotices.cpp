@@ -58,7 +58,7 @@ void FigureNotices::setExact(bool exact) {
     modGlobal::trapped(moduleName, "setExact", [&] {
         dependencies_.bar.dismiss(MessageBar::Topic::firstStart);
         dependencies_.settings.setExact(exact);
-        modMenus::setExactMark(dependencies_.menu, exact);
+        modMenus::setMark(dependencies_.menu, "ExactFigures", exact);
         dependencies_.views.refreshActiveView(); // dates may have another order
         dependencies_.settings.saveExact(dependencies_.store);
     });

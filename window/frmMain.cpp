@@ -70,6 +70,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
       header_({working_, search_, selection_}), navigation_({*this, cP_, selection_}),
+      treeSizes_({tvw_, cP_, working_, search_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
@@ -126,6 +127,7 @@ void frmMain::restoreLook() {
     }
     splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
     views_.restore(*state_);
+    treeSizes_.restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -148,6 +150,7 @@ void frmMain::saveLook() {
     state_->setValue(QStringLiteral("geometry"), saveGeometry());
     state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
     views_.save(*state_);
+    treeSizes_.save(*state_);
     state_->sync();
 }
 
@@ -328,6 +331,7 @@ void frmMain::wireHeader() {
             header_.setSavedScan({});
         }
         header_.refresh();
+        treeSizes_.refresh();
     });
     connect(&selection_, &FolderSelection::rowsLoaded, this, &frmMain::followLoad);
     connect(&views_, &ViewTabs::grown, this, &frmMain::growWithScan);
@@ -351,6 +355,7 @@ void frmMain::followLoad() {
 void frmMain::growWithScan() {
     modGlobal::trapped(moduleName, "growWithScan", [this] {
         header_.refresh();
+        treeSizes_.refresh();
         const clsSearch::Progress& progress = search_.progress();
         const std::string items = search_.isBulkLoad()
                                       ? std::to_string(progress.files + progress.folders) + " items"
@@ -385,6 +390,7 @@ MenuTargets frmMain::menuTargets() {
     targets.goUp = [this] { navigation_.goUp(); };
     targets.goBack = [this] { navigation_.goBack(); };
     targets.goForward = [this] { navigation_.goForward(); };
+    targets.treeSizes = [this] { treeSizes_.toggle(); };
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
     return targets;

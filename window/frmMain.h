@@ -38,6 +38,7 @@
 #include "window/messageBar.h"
 #include "window/pathBox.h"
 #include "window/tabs/viewTabs.h"
+#include "window/treeSizes.h"
 #include "window/windowInterface.h"
 
 // The main window: owns the controls and everything that lives as long as the program, and connects the
@@ -124,6 +125,7 @@ private:
     MenuToolbar tbrMenu_;
     Rebar cRebar_;
     FolderNavigation navigation_;
+    TreeSizes treeSizes_;
     HelpCommand help_{*this};
     modExport::WorkbookFolder workbooks_;
     ReportCommands reports_;

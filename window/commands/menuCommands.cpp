@@ -17,7 +17,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 21> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 22> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -37,6 +37,7 @@ const std::array<MenuCommands::Command, 21> MenuCommands::commands{{
     {"GOUP", [](MenuCommands& self, int) { self.targets_.goUp(); }},
     {"GOBACK", [](MenuCommands& self, int) { self.targets_.goBack(); }},
     {"GOFORWARD", [](MenuCommands& self, int) { self.targets_.goForward(); }},
+    {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

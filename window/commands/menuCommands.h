@@ -26,6 +26,7 @@ struct MenuTargets {
     std::function<void()> goUp;
     std::function<void()> goBack;
     std::function<void()> goForward;
+    std::function<void()> treeSizes;
     std::function<void()> showAbout;
     std::function<void()> showHelp;
 };
@@ -41,7 +42,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 21> commands;
+    static const std::array<Command, 22> commands;
 
     void showOwners(int index);
     void barChart(int index);

@@ -73,6 +73,7 @@ protected:
                 .goUp = noting("up"),
                 .goBack = noting("back"),
                 .goForward = noting("forward"),
+                .treeSizes = noting("sizes"),
                 .showAbout = noting("about"),
                 .showHelp = noting("help")};
     }
@@ -117,7 +118,7 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     EXPECT_EQ(
         enabled.join(u' '),
         QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-                       "GoUp GoBack GoForward HelpContents HelpAbout"));
+                       "GoUp GoBack GoForward TreeSizes HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -142,6 +143,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"GoUp", {"up"}},
         {"GoBack", {"back"}},
         {"GoForward", {"forward"}},
+        {"TreeSizes", {"sizes"}},
         {"HelpAbout", {"about"}},
     };
     for (const auto& [key, expected] : cases) {
