@@ -103,6 +103,11 @@ public:
     // Whether what is shown of the folder was loaded, and not scanned here.
     [[nodiscard]] bool isLoaded(const std::string& key) const;
 
+    // Whether the folder was scanned for itself in this session, or loaded so.
+    [[nodiscard]] bool wasScanned(const std::string& key) const {
+        return starts_.contains(key) || isLoaded(key);
+    }
+
     // Whether the last scan that began with the folder was cancelled.
     [[nodiscard]] bool isUnfinished(const std::string& key) const { return unfinished_.contains(key); }
 

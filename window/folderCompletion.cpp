@@ -44,7 +44,9 @@ public:
 
     [[nodiscard]] bool enter() {
         const std::lock_guard lock(mutex_);
-        return threads_ < mostThreads && ++threads_ > 0;
+        const bool isFree = threads_ < mostThreads;
+        threads_ += isFree ? 1 : 0;
+        return isFree;
     }
 
     void leave(const QString& folder, const QStringList& names) {

@@ -93,8 +93,7 @@ modFigures::FolderSummary FolderHeader::summaryOfKey() const {
 
 bool FolderHeader::isIncomplete(const modFigures::FolderSummary& summary) const {
     const bool isScanned = dependencies_.search.processing && key_.starts_with(dependencies_.search.rootPath);
-    return isScanned || dependencies_.selection.isUnfinished(key_) ||
-           (!summary.isStamped && !isDriveRoot(key_));
+    return isScanned || (isDriveRoot(key_) ? dependencies_.selection.isUnfinished(key_) : !summary.isStamped);
 }
 
 // Whether both have room beside each other must not depend on the figures, which would jump during a scan.

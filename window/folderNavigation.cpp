@@ -82,13 +82,13 @@ void FolderNavigation::startAnew(const std::string& key) {
 }
 
 void FolderNavigation::update() {
-    const std::pair<QToolButton&, bool> ways[] = {
-        {cmdBack_, history_.hasBack()}, {cmdForward_, history_.hasForward()}, {cmdUp_, !above_.empty()}};
-    const char* const items[] = {"GoBack", "GoForward", "GoUp"};
-    for (std::size_t i = 0; i < std::size(ways); ++i) {
-        ways[i].first.setEnabled(ways[i].second);
-        modMenus::setItemEnabled(dependencies_.menu, items[i], ways[i].second);
-    }
+    const auto enable = [this](QToolButton& button, std::string_view item, bool enabled) {
+        button.setEnabled(enabled);
+        modMenus::setItemEnabled(dependencies_.menu, item, enabled);
+    };
+    enable(cmdBack_, "GoBack", history_.hasBack());
+    enable(cmdForward_, "GoForward", history_.hasForward());
+    enable(cmdUp_, "GoUp", !above_.empty());
 }
 
 void FolderNavigation::goBack() {

@@ -70,7 +70,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
       header_({working_, search_, selection_}), navigation_({*this, cP_, selection_}),
-      treeSizes_({tvw_, cP_, working_, search_}),
+      treeSizes_({tvw_, cP_, working_, search_, selection_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),

@@ -1,5 +1,6 @@
 #include "window/treeSizes.h"
 
+#include "base/clsFile.h"
 #include "base/errorTrap.h"
 #include "base/formatSize.h"
 #include "tree/nodeKeys.h"
@@ -34,7 +35,11 @@ QString TreeSizes::sizeOf(const std::string& key) const {
     return modGlobal::trapped(
         "frmMain", "sizeOf",
         [&] {
-            const auto size = modFigures::scannedSize(dependencies_.database.database(), key);
+            // A drive has no row, and may hold just some folders that were scanned for themselves.
+            const bool isDrive = clsFile(key).fullPathNoDrive().empty();
+            const auto size = isDrive && !dependencies_.selection.wasScanned(key)
+                                  ? std::nullopt
+                                  : modFigures::scannedSize(dependencies_.database.database(), key);
             return size ? QString::fromStdString(modLvw::formatSize(*size)) : QStringLiteral("");
         },
         modGlobal::Logging::quiet); // it is called while the tree is painted

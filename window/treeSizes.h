@@ -5,6 +5,7 @@
 
 #include "db/workingDatabase.h"
 #include "scan/clsSearch.h"
+#include "tree/folderSelection.h"
 #include "tree/folderTree.h"
 #include "window/menu/popMenu.h"
 
@@ -17,6 +18,7 @@ public:
         PopMenu& menu;
         const WorkingDatabase& database;
         const clsSearch& search;
+        const FolderSelection& selection;
     };
 
     explicit TreeSizes(const Dependencies& dependencies) : dependencies_(dependencies) {}

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include "platform/drives.h"
+#include "support/testSystem.h"
 #include "tree/modDriveEnum.h"
 #include "window/windowFixture.h"
 
@@ -39,6 +40,12 @@ TEST_F(TreeSizesInWindow, standBehindTheNamesOfScannedFoldersAndAreRemembered) {
     EXPECT_EQ(remark(key()), "3.2 Kb");
     EXPECT_EQ(remark(key("a")), "2.9 Kb");
     EXPECT_EQ(remark("ROOT"), "");
+    const std::string drive = testSystem::root();
+    window->database().database().Execute("insert into details (fileName,parentFolder,isFolder,size) "
+                                          "values (\"x\\\",\"" +
+                                          drive + "\",1,5)");
+    EXPECT_EQ(remark(drive), "") << "it was not scanned, only a folder in it";
+    window->database().database().Execute("delete * from details where fileName=\"x\\\"");
     EXPECT_EQ(control<FolderTree>("tvw").text(key("a")), QStringLiteral("a"));
     tree.write("a/more.bin", std::string(10'000, 'x'));
     tree.write("c/new", "x");
