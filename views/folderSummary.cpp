@@ -1,5 +1,7 @@
 #include "views/folderSummary.h"
 
+#include <algorithm>
+
 #include "base/clsFile.h"
 #include "base/formatSize.h"
 #include "base/numberFormat.h"
@@ -48,7 +50,10 @@ std::optional<double> modFigures::scannedSize(Database& database, std::string_vi
 std::string modFigures::shareText(double size, const platform::DriveSpace& space) {
     std::string text;
     if (size >= 0 && space.used > 0) {
-        modFormat::appendFormattedNumber(text, size / space.used * 100, "#,##0.0");
+        constexpr double least = 0.1;
+        const double percent = size / space.used * 100;
+        text += percent > 0 && percent < least ? "<" : "";
+        modFormat::appendFormattedNumber(text, percent > 0 ? std::max(percent, least) : 0, "#,##0.0");
         text += "% of used space, ";
     }
     return text + modLvw::formatSize(space.free) + " free";

@@ -66,6 +66,8 @@ TEST(DriveTexts, leaveOutAShareThatIsNone) {
     const platform::DriveSpace space{7 * gigabyte, 2 * gigabyte, 5 * gigabyte};
     EXPECT_EQ(modFigures::spaceText(space), "2.0 Gb used, 5.0 Gb free of 7.0 Gb");
     EXPECT_EQ(modFigures::shareText(gigabyte / 4, space), "12.5% of used space, 5.0 Gb free");
+    EXPECT_EQ(modFigures::shareText(1, space), "<0.1% of used space, 5.0 Gb free");
+    EXPECT_EQ(modFigures::shareText(0, space), "0.0% of used space, 5.0 Gb free");
     EXPECT_EQ(modFigures::shareText(-gigabyte, space), "5.0 Gb free");
     EXPECT_EQ(modFigures::shareText(1, {gigabyte, 0, gigabyte}), "1.0 Gb free");
 }
