@@ -26,7 +26,7 @@ void History::correct(std::string_view key) {
 
 std::string History::back(const IsThere& isThere) {
     while (hasBack()) {
-        const std::string key = keys_[present_ - 1];
+        std::string key = keys_[present_ - 1];
         if (isThere(key)) {
             --present_;
             return key;
@@ -39,7 +39,7 @@ std::string History::back(const IsThere& isThere) {
 
 std::string History::forward(const IsThere& isThere) {
     while (hasForward()) {
-        const std::string key = keys_[present_ + 1];
+        std::string key = keys_[present_ + 1];
         if (isThere(key)) {
             ++present_;
             return key;

@@ -13,6 +13,11 @@ bool isDriveRoot(std::string_view key) {
     return clsFile(key).fullPathNoDrive().empty();
 }
 
+void present(CutLabel& label, const QString& text, const QString& tip = {}) {
+    label.setText(text);
+    label.setToolTip(modQt::tip(tip.isEmpty() ? text : tip));
+}
+
 } // namespace
 
 FolderHeader::FolderHeader(const Dependencies& dependencies, QWidget* parent)
@@ -48,10 +53,10 @@ void FolderHeader::showFolder(const std::string& key) {
     key_ = key;
     crumbs_.showFolder(key);
     crumbs_.setVisible(!key.empty());
-    show(lblFigures_, key.empty() ? QStringLiteral("Choose a folder on the left, type a path, or drop a "
-                                                   "folder here.")
-                                  : QString());
-    show(lblDrive_, {});
+    present(lblFigures_, key.empty() ? QStringLiteral("Choose a folder on the left, type a path, or drop a "
+                                                      "folder here.")
+                                     : QString());
+    present(lblDrive_, {});
 }
 
 void FolderHeader::refresh() {
@@ -66,19 +71,19 @@ void FolderHeader::readFigures() {
     const QString text = summary.isRecorded ? QString::fromStdString(modFigures::summaryText(summary)) +
                                                   (isCut ? QStringLiteral(" …") : QString())
                                             : QString();
-    show(lblFigures_, text,
-         isCut ? text + QStringLiteral("\nNot all of the folder has been scanned.") : text);
+    present(lblFigures_, text,
+            isCut ? text + QStringLiteral("\nNot all of the folder has been scanned.") : text);
     // A loaded scan may be of another time or machine.
     const auto space = summary.isRecorded && !dependencies_.selection.isLoaded(key_)
                            ? platform::driveSpace(clsFile(key_).drive())
                            : std::nullopt;
     if (!space) {
-        show(lblDrive_, {});
+        present(lblDrive_, {});
         return;
     }
-    show(lblDrive_, QString::fromStdString(modFigures::shareText(summary.size, *space)),
-         modQt::shownPath(clsFile(key_).drive()) + QStringLiteral(": ") +
-             QString::fromStdString(modFigures::spaceText(*space)));
+    present(lblDrive_, QString::fromStdString(modFigures::shareText(summary.size, *space)),
+            modQt::shownPath(clsFile(key_).drive()) + QStringLiteral(": ") +
+                QString::fromStdString(modFigures::spaceText(*space)));
 }
 
 // While a scan fills an empty table, reading the table would take longer and longer.
@@ -106,11 +111,6 @@ void FolderHeader::resizeEvent(QResizeEvent* event) {
 }
 
 void FolderHeader::setSavedScan(const QString& text) {
-    show(lblSavedScan_, text);
+    present(lblSavedScan_, text);
     lblSavedScan_.setVisible(!text.isEmpty());
-}
-
-void FolderHeader::show(CutLabel& label, const QString& text, const QString& tip) {
-    label.setText(text);
-    label.setToolTip(modQt::tip(tip.isEmpty() ? text : tip));
 }

@@ -44,7 +44,6 @@ protected:
 
 private:
     void readFigures();
-    void show(CutLabel& label, const QString& text, const QString& tip = {});
     [[nodiscard]] modFigures::FolderSummary summaryOfKey() const;
     [[nodiscard]] bool isIncomplete(const modFigures::FolderSummary& summary) const;
 
