@@ -19,6 +19,9 @@ public:
     // Shows a message with an OK button; returns after it has been read.
     virtual void message(std::string_view text) = 0;
 
+    // The same, with what the message is about beside its text, where there is a place for it.
+    virtual void messageAbout(std::string_view text, std::string_view /*subject*/) { message(text); }
+
     // True for Yes.
     [[nodiscard]] virtual bool ask(Question question, std::string_view text) = 0;
 

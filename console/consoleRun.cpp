@@ -21,6 +21,7 @@
 #include "scan/modProcessFiles.h"
 #include "scan/savedScan.h"
 #include "views/folderFigures.h"
+#include "views/folderSummary.h"
 
 namespace {
 
@@ -205,6 +206,7 @@ void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
         text += barChart(modFigures::chartEntries(database, key), top, width) + "\n";
         text += groupTable("Extension", modFigures::fileTypes(database, key), top) + "\n";
         text += groupTable("Owner", modFigures::owners(database, key), top) + "\n";
+        text += modFigures::summaryText(modFigures::summary(database, key)) + "\n\n";
         text += modFigures::itemsText(database) + "\n";
         if (!finished.empty()) {
             text.append(finished).append("\n");

@@ -31,6 +31,22 @@ std::string firstParentBetween(Database& database, std::string_view from, std::s
     return std::string(rows->Fields(0).text());
 }
 
+bool hasRows(Database& database, const std::string& condition) {
+    return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
+}
+
+// True if no row lies outside the folder, whose own row is not looked at.
+bool holdsAll(Database& database, std::string_view folder) {
+    return !hasRows(database, "parentFolder<" + quoted(folder)) &&
+           !hasRows(database, "parentFolder>=" + quoted(behind(folder))) &&
+           !hasRows(database, "parentFolder is null");
+}
+
+std::int64_t countOf(Database& database, const std::string& condition) {
+    const auto rows = database.OpenRecordset("select count(*) as total from details" + condition);
+    return static_cast<std::int64_t>(rows->Fields(0).number());
+}
+
 // In plain digits, the form of numbers in statements.
 std::string digitsOf(double number) {
     std::array<char, std::numeric_limits<double>::max_exponent10 + 32> digits{};
@@ -96,6 +112,14 @@ modFolderRows::RecordedFolders modFolderRows::subfolders(Database& database, std
     }
 }
 
+// Without a condition, the database need not compare paths.
+modFolderRows::ItemCounts modFolderRows::count(Database& database, std::string_view folder) {
+    const std::string range = " where " + anywhereIn(folder);
+    const std::int64_t items = countOf(database, holdsAll(database, folder) ? std::string() : range);
+    const std::int64_t folders = countOf(database, range + ofFolder);
+    return {items - folders, folders};
+}
+
 double modFolderRows::sum(Database& database, std::string_view folder) {
     const auto rows = database.OpenRecordset(
         "SELECT Sum(details.size) AS SumOfsize From details WHERE (((details.parentFolder)=" +
@@ -109,14 +133,9 @@ void modFolderRows::remove(Database& database, const std::string& condition) {
 
 void modFolderRows::removeWhole(Database& database, std::string_view folder) {
     remove(database, itself(folder));
-    const auto hasRows = [&](const std::string& condition) {
-        return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
-    };
     // The whole table is deleted at once, whatever its size.
-    const bool isAll = !hasRows("parentFolder<" + quoted(folder)) &&
-                       !hasRows("parentFolder>=" + quoted(behind(folder))) &&
-                       !hasRows("parentFolder is null");
-    database.Execute(isAll ? "delete * from details" : "delete * from details where " + anywhereIn(folder));
+    database.Execute(holdsAll(database, folder) ? "delete * from details"
+                                                : "delete * from details where " + anywhereIn(folder));
 }
 
 void modFolderRows::setSize(Database& database, std::string_view folder, double size) {

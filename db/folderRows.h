@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -43,6 +44,13 @@ using RecordedFolders =
 // The direct subfolders: those that have a row, and those of which a refresh has left only deeper rows. Takes
 // one look into the index for each, however much is in them.
 [[nodiscard]] RecordedFolders subfolders(Database& database, std::string_view folder);
+
+// The number of items in the folder, at any depth. Reads the two indexes, and no rows.
+struct ItemCounts {
+    std::int64_t files = 0;
+    std::int64_t folders = 0;
+};
+[[nodiscard]] ItemCounts count(Database& database, std::string_view folder);
 
 // The total size of the items directly in the folder; 0 if there are none.
 [[nodiscard]] double sum(Database& database, std::string_view folder);

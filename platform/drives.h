@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -30,6 +31,16 @@ inline constexpr int ramDisk = 6;
 
 // The kind of the drive with that root.
 [[nodiscard]] int driveType(std::string_view root);
+
+// The room on a drive, in bytes. What the system keeps for itself counts neither as used nor as free.
+struct DriveSpace {
+    double total = 0;
+    double used = 0;
+    double free = 0;
+};
+
+// Nothing if it is not known, as for network drives: those are not asked, because their answer may take long.
+[[nodiscard]] std::optional<DriveSpace> driveSpace(std::string_view root);
 
 // The roots `\\server\share\` of the mounted network shares, in alphabetical order.
 [[nodiscard]] std::vector<std::string> networkShares();

@@ -71,6 +71,8 @@ bool clsSearch::appendRow(std::string_view path, std::string_view description, d
         row.isFolder.setInteger(isFolder ? 1 : 0);
         setText(row.scanCompleteTime, stamp);
         row.rows->Update();
+        isFolder ? ++progress_.folders : ++progress_.files;
+        progress_.size += isFolder ? 0 : size;
         return true;
     } catch (const RuntimeError& error) {
         if (!storageFailure_ && endsStoring(error)) {
@@ -157,6 +159,7 @@ void clsSearch::beginScan(std::string_view path) {
     takenIndexes_.clear();
     stamp_.clear();
     filesSeen = 0;
+    progress_ = {};
     changed_ = false;
     disturbed_ = false;
     Database& database = database_.database();

@@ -77,6 +77,17 @@ public:
     // reliable, so it is replaced by an empty one. Throws if even this fails.
     void abandonScan();
 
+    // What the running scan has recorded so far: rows, and the sizes of files.
+    struct Progress {
+        std::int64_t files = 0;
+        std::int64_t folders = 0;
+        double size = 0;
+    };
+    [[nodiscard]] const Progress& progress() const noexcept { return progress_; }
+    // True during a scan that began with an empty table, so that its progress is all that the table holds.
+    // There are no indexes then.
+    [[nodiscard]] bool isBulkLoad() const noexcept { return bulkLoad_; }
+
     // What was recorded for the folder with which the scan begins, and for the subfolders of a folder.
     [[nodiscard]] modFolderRows::RecordedFolder recordedFolder(std::string_view path);
     [[nodiscard]] modFolderRows::RecordedFolders recordedSubfolders(std::string_view path);
@@ -120,6 +131,7 @@ private:
     DateTexts currentDate_;
 
     FoldersAbove above_;
+    Progress progress_;
     std::string scanned_;   // the folder of the running scan; empty if there is none
     bool bulkLoad_ = false; // also of the running scan
     bool changed_ = false;

@@ -50,11 +50,15 @@ bool isGone(const std::string& key) {
     return !platform::folderExists(key) && platform::whyHidden(key).empty();
 }
 
-// Why there is no node for a typed path.
-std::string whyNoNode(std::string_view typedPath) {
+// Says why there is no node for a typed path.
+void tellWhyNoNode(clsUserInterface& userInterface, std::string_view typedPath) {
     const std::string path = internalOf(typedPath);
     const std::string reason = path.empty() ? "" : platform::whyHidden(path);
-    return reason.empty() ? std::string(notFound) : reason + ": " + std::string(typedPath);
+    if (reason.empty()) {
+        userInterface.messageAbout(notFound, typedPath);
+    } else {
+        userInterface.message(reason + ": " + std::string(typedPath));
+    }
 }
 
 } // namespace
@@ -119,6 +123,7 @@ void FolderSelection::clickNode(const std::string& key) {
     if (isThere && goesElsewhere(key)) {
         return;
     }
+    Q_EMIT folderShown(key);
     dependencies_.views.updateGraph();
     if (isThere) {
         listAndScan(key);
@@ -129,6 +134,7 @@ void FolderSelection::clickNode(const std::string& key) {
         showItems();
         const BusyPointer busy(dependencies_.userInterface);
         dependencies_.views.refreshActiveView();
+        Q_EMIT figuresChanged();
     }
 }
 
@@ -257,6 +263,11 @@ bool FolderSelection::scan(const std::string& key) {
         lastLoadedRow_ = 0;
         starts_.clear();
     }
+    if (result.cancelled) {
+        unfinished_.insert(key);
+    } else {
+        unfinished_.erase(key);
+    }
     Q_EMIT scanRuns(false);
     Q_EMIT scanned(result);
     return result.stored && !result.cancelled;
@@ -287,9 +298,12 @@ void FolderSelection::showLoaded() {
     modGlobal::trapped(moduleName, "showLoaded", [&] {
         lastLoadedRow_ = lastRow();
         starts_.clear();
+        unfinished_.clear();
         dependencies_.search.rowsReplaced();
         held_.clear(); // it belonged to another tree
         showItems();
+        Q_EMIT rowsLoaded();
+        Q_EMIT figuresChanged();
     });
 }
 
@@ -348,7 +362,7 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
         }
         const std::string key = nodeOf(typedPath);
         if (key.empty()) {
-            dependencies_.userInterface.message(whyNoNode(typedPath));
+            tellWhyNoNode(dependencies_.userInterface, typedPath);
             return;
         }
         goTo(key);
@@ -412,6 +426,7 @@ bool FolderSelection::scanAgain() {
         } else if (!suppressed_) {
             showItems();
             dependencies_.views.refreshActiveView();
+            Q_EMIT figuresChanged();
         }
         return isComplete;
     });
@@ -436,6 +451,23 @@ void FolderSelection::openFolder(const std::string& key) {
         modGlobal::tvwSelectNode(dependencies_.tree, key);
         tvw_NodeClick(key);
     }
+}
+
+void FolderSelection::showFolder(const std::string& key) {
+    modGlobal::trapped(moduleName, "showFolder", [&] {
+        if (modGlobal::findNode(dependencies_.tree, key)) {
+            openFolder(key);
+        } else if (platform::folderExists(key)) {
+            goTo(platform::recordedPath(key));
+        } else {
+            tellWhyNoNode(dependencies_.userInterface, platform::displayPath(key));
+        }
+    });
+}
+
+bool FolderSelection::canShow(const std::string& key) const {
+    return modGlobal::trapped(moduleName, "canShow",
+                              [&] { return platform::folderExists(key) || isOnlyLoaded(key); });
 }
 
 void FolderSelection::revealFolder(const std::string& key) {

@@ -93,7 +93,31 @@ public:
     void hold() { ++holds_; }
     void release();
 
+    // Shows a folder by its key (an internal path with a trailing "\"), which may be anywhere: like a click
+    // if the tree has it, and otherwise as if it were typed.
+    void showFolder(const std::string& key);
+
+    // Whether the folder can be shown: it exists, or it was loaded.
+    [[nodiscard]] bool canShow(const std::string& key) const;
+
+    // Whether what is shown of the folder was loaded, and not scanned here.
+    [[nodiscard]] bool isLoaded(const std::string& key) const;
+
+    // Whether the folder was scanned for itself in this session, or loaded so.
+    [[nodiscard]] bool wasScanned(const std::string& key) const {
+        return starts_.contains(key) || isLoaded(key);
+    }
+
+    // Whether the last scan that began with the folder was cancelled.
+    [[nodiscard]] bool isUnfinished(const std::string& key) const { return unfinished_.contains(key); }
+
 Q_SIGNALS:
+    // The rows, and the tree, are those of a saved scan now.
+    void rowsLoaded();
+    // A folder was clicked, or reached in another way, and is now listed and scanned, if need be.
+    void folderShown(const std::string& key);
+    // A scan or a load has ended, or a folder that needs no scan is shown.
+    void figuresChanged();
     // A scan starts, or none is running any more.
     void scanRuns(bool running);
     // What a scan has met.
@@ -117,7 +141,6 @@ private:
     void handleQueued(const std::string& key);
     void showItems();
     [[nodiscard]] std::int64_t lastRow() const;
-    [[nodiscard]] bool isLoaded(const std::string& key) const;
     [[nodiscard]] bool isOnlyLoaded(const std::string& key) const;
     [[nodiscard]] bool hasLoadedRow(const std::string& condition) const;
 
@@ -125,8 +148,9 @@ private:
     bool suppressed_ = false;
     bool handlingQueue_ = false;
     std::string queued_;
-    std::int64_t lastLoadedRow_ = 0; // its number; rows of later scans have higher ones
-    std::set<std::string> starts_;   // the folders that were scanned, without those below others of them
+    std::int64_t lastLoadedRow_ = 0;   // its number; rows of later scans have higher ones
+    std::set<std::string> starts_;     // the folders that were scanned, without those below others of them
+    std::set<std::string> unfinished_; // folders whose scan was cancelled
     int holds_ = 0;
     std::string held_; // key of the node clicked during a hold
 };

@@ -12,12 +12,10 @@
 
 #include "widgets/paleSelection.h"
 
-namespace {
-
-// Shows a selected node with its other image.
-class NodeDelegate final : public QStyledItemDelegate {
+// Shows a selected node with its other image, and the remarks.
+class FolderTree::NodeDelegate final : public QStyledItemDelegate {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit NodeDelegate(FolderTree& tree) : QStyledItemDelegate(&tree), tree_(tree) {}
 
 protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
@@ -25,14 +23,18 @@ protected:
         if (option->state.testFlag(QStyle::State_Selected)) {
             option->icon = index.data(TreeModel::SelectedImageRole).value<QIcon>();
         }
+        if (const QString remark = tree_.remarkOn(index); !remark.isEmpty()) {
+            option->text += QStringLiteral("   ") + remark;
+        }
     }
-};
 
-} // namespace
+private:
+    const FolderTree& tree_;
+};
 
 FolderTree::FolderTree(QWidget* parent) : QTreeView(parent) {
     setModel(&model_);
-    setItemDelegate(std::make_unique<NodeDelegate>(this).release()); // the view is its parent
+    setItemDelegate(std::make_unique<NodeDelegate>(*this).release()); // the view is its parent
     setUniformRowHeights(true);
     setHeaderHidden(true);
     setEditTriggers(NoEditTriggers);
@@ -90,6 +92,47 @@ void FolderTree::selectNode(std::string_view key) {
     const QScopedValueRollback<bool> guard(selecting_, true);
     setCurrentIndex(index);
     scrollTo(index);
+    showAbove(index);
+}
+
+// Not if the node itself would go out of sight.
+void FolderTree::showAbove(const QModelIndex& index) {
+    const QModelIndex parent = index.parent();
+    if (!parent.isValid()) {
+        return;
+    }
+    const int between = visualRect(index).bottom() - visualRect(parent).top();
+    if (visualRect(parent).top() < 0 && between < viewport()->height()) {
+        scrollTo(parent, PositionAtTop);
+    }
+}
+
+void FolderTree::setRemarks(Remarks remarks) {
+    remarksOf_ = std::move(remarks);
+    forgetRemarks();
+}
+
+void FolderTree::forgetRemarks() {
+    remarks_.clear();
+    // Measures the rows in sight again.
+    header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    viewport()->update();
+}
+
+QString FolderTree::remarkOn(const QModelIndex& index) const {
+    if (!remarksOf_) {
+        return {};
+    }
+    const std::string key = model_.keyOf(index);
+    const auto known = remarks_.find(key);
+    if (known != remarks_.end()) {
+        return known->second;
+    }
+    QString remark = remarksOf_(key);
+    if (!remark.isNull()) {
+        remarks_.emplace(key, remark);
+    }
+    return remark;
 }
 
 std::vector<PlacedNode> FolderTree::allNodes() const {

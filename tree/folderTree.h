@@ -4,8 +4,10 @@
 #include <QTimer>
 #include <QTreeView>
 #include <chrono>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "tree/treeModel.h"
@@ -71,9 +73,17 @@ public:
 
     // Empty if no node is selected.
     [[nodiscard]] std::string selectedKey() const;
-    // Selects the node, expands the nodes above it and scrolls to it. Emits nodeExpanded for each of those
-    // that was collapsed, but not nodeClicked.
+    // Selects the node, expands the nodes above it and scrolls to it, so that the node above it is in sight
+    // too if there is room for both. Emits nodeExpanded for each of those that was collapsed, but not
+    // nodeClicked.
     void selectNode(std::string_view key);
+
+    // Behind the text of each node in sight, shows what this returns for its key; an empty function: nothing.
+    // It is asked once for each node that comes into sight, and again after forgetRemarks or if it has
+    // returned a null text.
+    using Remarks = std::function<QString(const std::string& key)>;
+    void setRemarks(Remarks remarks);
+    void forgetRemarks();
 
     static constexpr std::chrono::milliseconds restInterval{300};
     // How long the user must stay on a node reached with keys before this counts as a click.
@@ -107,11 +117,17 @@ protected:
                                                                        const QEvent* event) const override;
 
 private:
+    class NodeDelegate;
+
+    [[nodiscard]] QString remarkOn(const QModelIndex& index) const;
     void announceSelection();
+    void showAbove(const QModelIndex& index);
     void selectQuietly(const QModelIndex& index);
 
     TreeModel model_;
     QTimer rest_; // runs until a selection by the user is announced
+    Remarks remarksOf_;
+    mutable std::unordered_map<std::string, QString> remarks_;
     bool selecting_ = false;
     QElapsedTimer sinceTyped_;
     mutable bool exact_ = false; // the layout must be current

@@ -1,5 +1,9 @@
 #include "tree/nodeKeys.h"
 
+#include "base/clsFile.h"
+#include "base/modGlobal.h"
+#include "platform/locale.h"
+#include "platform/paths.h"
 #include "platform/text.h"
 
 namespace modNodeKeys {
@@ -47,6 +51,19 @@ bool isFolderKey(std::string_view key) {
         driveEnd = serverEnd == std::string_view::npos ? serverEnd : key.find('\\', serverEnd + 1);
     }
     return driveEnd != std::string_view::npos;
+}
+
+std::string above(std::string_view folderKey) {
+    const clsFile folder(folderKey);
+    if (!folder.fullPathNoDrive().empty()) {
+        return std::string(folder.parentFolder());
+    }
+    if (folderKey.starts_with("\\\\")) {
+        return {};
+    }
+    const std::string typed = platform::displayPath(folderKey) + platform::displaySeparator + "..";
+    std::string key = modGlobal::addBackslash(platform::toInternal(typed));
+    return platform::sameName(key, folderKey) ? std::string() : key;
 }
 
 std::string_view nameOf(std::string_view key) {

@@ -30,6 +30,10 @@ inline constexpr std::size_t longest = 32767;
 // servers (`\\server\`) and placeholders.
 [[nodiscard]] bool isFolderKey(std::string_view key);
 
+// The key of the folder that contains this one. A volume's root is contained in the folder where it is
+// mounted; empty for other roots, and for shares.
+[[nodiscard]] std::string above(std::string_view folderKey);
+
 // The last component of the key ("me" for `/home\me\`, "server" for `\\server\`).
 [[nodiscard]] std::string_view nameOf(std::string_view key);
 

@@ -9,9 +9,12 @@
 #include <numeric>
 #include <utility>
 
+#include "base/clsFile.h"
+#include "platform/drives.h"
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "tree/nodeKeys.h"
+#include "views/folderSummary.h"
 #include "widgets/qtText.h"
 
 struct TreeModel::Node {
@@ -53,6 +56,14 @@ QString shownText(const TreeNode& node) {
     const QString internalName = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
     return node.text.startsWith(internalName) ? modQt::shownName(name) + node.text.mid(internalName.size())
                                               : modQt::shownText(node.text.toStdString());
+}
+
+// The path; of a drive also its room.
+QString pathAndSpace(const std::string& key) {
+    const QString path = modQt::shownPath(key);
+    const bool isDrive = clsFile(key).fullPathNoDrive().empty();
+    const auto space = isDrive ? platform::driveSpace(key) : std::nullopt;
+    return space ? path + QChar::LineFeed + QString::fromStdString(modFigures::spaceText(*space)) : path;
 }
 
 } // namespace
@@ -329,7 +340,7 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
     case SelectedImageRole:
         return node.selectedImage.isNull() ? node.image : node.selectedImage;
     case Qt::ToolTipRole:
-        return modNodeKeys::isFolderKey(node.key) ? modQt::tip(modQt::shownPath(node.key)) : QString();
+        return modNodeKeys::isFolderKey(node.key) ? modQt::tip(pathAndSpace(node.key)) : QString();
     case Qt::FontRole: {
         QFont font;
         font.setBold(node.bold);

@@ -2,6 +2,7 @@
 
 #include <QTextDocument>
 
+#include "base/clsFile.h"
 #include "platform/paths.h"
 
 QString modQt::nativePath(std::string_view internalPath) {
@@ -28,6 +29,12 @@ QString modQt::shownName(std::string_view internalName) {
 
 QString modQt::shownPath(std::string_view internalPath) {
     return shownText(platform::displayPath(internalPath));
+}
+
+QString modQt::shownFolder(std::string_view internalPath) {
+    const bool isRoot = clsFile(internalPath).fullPathNoDrive().empty();
+    const bool isCut = !isRoot && internalPath.ends_with('\\');
+    return shownPath(internalPath.substr(0, internalPath.size() - (isCut ? 1 : 0)));
 }
 
 QString modQt::tip(const QString& text) {

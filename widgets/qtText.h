@@ -18,6 +18,9 @@ namespace modQt {
 [[nodiscard]] QString shownName(std::string_view internalName);
 [[nodiscard]] QString shownPath(std::string_view internalPath);
 
+// The same for a folder, without a separator at the end unless it is a drive's root.
+[[nodiscard]] QString shownFolder(std::string_view internalPath);
+
 // A text for a tool tip, which would otherwise interpret a name such as "<b>" as markup.
 [[nodiscard]] QString tip(const QString& text);
 

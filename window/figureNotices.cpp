@@ -1,8 +1,6 @@
 #include "window/figureNotices.h"
 
 #include "base/errorTrap.h"
-#include "export/databaseFile.h"
-#include "widgets/qtText.h"
 #include "window/menu/menus.h"
 
 namespace {
@@ -25,9 +23,6 @@ void FigureNotices::start() {
 void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (result.wrappedFiles > 0 || dependencies_.bar.holds(MessageBar::Topic::wrappedSizes)) {
         showWrapped();
-    }
-    if (!dependencies_.selection.holdsLoadedRows()) {
-        dependencies_.bar.dismiss(MessageBar::Topic::savedScan);
     }
     const Unreadable unreadable = dependencies_.search.gaps.unreadableIn({});
     if (!unreadable.isAny()) {
@@ -54,11 +49,9 @@ void FigureNotices::showWrapped() {
                                    {{QStringLiteral("Use &Exact Sizes"), [this] { useExactSizes(); }}}});
 }
 
-void FigureNotices::loaded(std::string_view file) {
+void FigureNotices::loaded() {
     dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
     dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
-    dependencies_.bar.showMessage(MessageBar::Topic::savedScan,
-                                  {modQt::shownText(modExport::savedScanText(file)), {}});
     fillUnreadable();
 }
 
@@ -66,7 +59,7 @@ void FigureNotices::setExact(bool exact) {
     modGlobal::trapped(moduleName, "setExact", [&] {
         dependencies_.bar.dismiss(MessageBar::Topic::firstStart);
         dependencies_.settings.setExact(exact);
-        modMenus::setExactMark(dependencies_.menu, exact);
+        modMenus::setMark(dependencies_.menu, "ExactFigures", exact);
         dependencies_.views.refreshActiveView(); // dates may have another order
         dependencies_.settings.saveExact(dependencies_.store);
     });

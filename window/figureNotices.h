@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string_view>
-
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
 #include "base/clsUserInterface.h"
@@ -36,9 +34,9 @@ public:
     // On the very first start, asks whether figures are to be exact.
     void start();
 
-    // After a scan, and after a saved scan (a path as typed) has been loaded.
+    // After a scan, and after a saved scan has been loaded.
     void scanned(const modProcessFiles::ScanResult& result);
-    void loaded(std::string_view file);
+    void loaded();
 
     // The command that switches exact figures on or off. Switching them on offers to scan again.
     void toggleExact();

@@ -18,8 +18,10 @@
 #include "base/errorTrap.h"
 #include "base/modGlobal.h"
 #include "db/modDatabase.h"
+#include "export/databaseFile.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "tree/nodeKeys.h"
 #include "tree/startupTree.h"
 #include "views/folderFigures.h"
 #include "widgets/qtText.h"
@@ -67,6 +69,8 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
+      header_({working_, search_, selection_}), navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
+      treeSizes_({tvw_, cP_, working_, search_, selection_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
@@ -105,6 +109,7 @@ void frmMain::form_load() {
         modMenuIcons::addMenuImages(imlMenu_);
         modMenus::createMenus(cP_, cPLvw_, *this, imlMenu_, settings_);
         modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
+        navigation_.update();
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
@@ -122,6 +127,7 @@ void frmMain::restoreLook() {
     }
     splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
     views_.restore(*state_);
+    treeSizes_.restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -144,6 +150,7 @@ void frmMain::saveLook() {
     state_->setValue(QStringLiteral("geometry"), saveGeometry());
     state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
     views_.save(*state_);
+    treeSizes_.save(*state_);
     state_->sync();
 }
 
@@ -247,11 +254,13 @@ void frmMain::layOut() {
 
     auto rows = std::make_unique<QVBoxLayout>();
     auto pathRow = std::make_unique<QHBoxLayout>();
+    navigation_.addButtons(*pathRow);
     pathRow->addWidget(&txtPath_, 1);
     pathRow->addWidget(&cmdGo_);
     splitter_.addWidget(&tvw_);
     rightLayout_.setContentsMargins(0, 0, 0, 0);
     rightLayout_.addWidget(&bar_);
+    rightLayout_.addWidget(&header_);
     rightLayout_.addWidget(&views_.tabs(), 1);
     splitter_.addWidget(&rightSide_);
     views_.tabs().setCornerWidget(&ani_);
@@ -278,8 +287,7 @@ void frmMain::layOut() {
 void frmMain::wire() {
     txtPath_.installEventFilter(this);
     connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
-    connect(&cmdGo_, &QPushButton::clicked, this,
-            [this] { selection_.cmdGo_Click(txtPath_.text().toStdString()); });
+    connect(&cmdGo_, &QPushButton::clicked, this, [this] { selection_.cmdGo_Click(txtPath_.takePath()); });
     connect(&tvw_, &FolderTree::nodeExpanded, this,
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
@@ -308,9 +316,51 @@ void frmMain::wire() {
             [this](const std::string& key) { selection_.revealFolder(key); });
     connect(&selection_, &FolderSelection::scanned, this,
             [this](const modProcessFiles::ScanResult& result) { notices_.scanned(result); });
+    wireHeader();
     connect(&toPath_, &QShortcut::activated, this, [this] {
         txtPath_.setFocus(Qt::ShortcutFocusReason);
         txtPath_.selectAll(); // it may already have had the focus
+    });
+}
+
+void frmMain::wireHeader() {
+    connect(&selection_, &FolderSelection::folderShown, &header_, &FolderHeader::showFolder);
+    connect(&selection_, &FolderSelection::folderShown, &txtPath_, &PathBox::showFolder);
+    connect(&selection_, &FolderSelection::figuresChanged, this, [this] {
+        if (!selection_.holdsLoadedRows()) {
+            header_.setSavedScan({});
+        }
+        header_.refresh();
+        treeSizes_.refresh();
+    });
+    connect(&selection_, &FolderSelection::rowsLoaded, this, &frmMain::followLoad);
+    connect(&views_, &ViewTabs::grown, this, &frmMain::growWithScan);
+    connect(&header_, &FolderHeader::folderChosen, this,
+            [this](const std::string& key) { selection_.showFolder(key); });
+}
+
+// The tree, and so the selected folder, is another.
+void frmMain::followLoad() {
+    const std::string key = tvw_.selectedKey();
+    header_.setSavedScan({});
+    const std::string folder = modNodeKeys::isFolderKey(key) ? key : std::string();
+    header_.showFolder(folder);
+    if (!folder.empty()) {
+        txtPath_.showFolder(folder);
+    }
+    navigation_.startAnew(folder);
+}
+
+// Shows what a running scan has recorded so far.
+void frmMain::growWithScan() {
+    modGlobal::trapped(moduleName, "growWithScan", [this] {
+        header_.refresh();
+        treeSizes_.refresh();
+        const clsSearch::Progress& progress = search_.progress();
+        const std::string items = search_.isBulkLoad()
+                                      ? std::to_string(progress.files + progress.folders) + " items"
+                                      : modFigures::itemsText(working_.database());
+        userInterface_.status(StatusPanel::items, items.substr(0, items.find('.')) + " so far");
     });
 }
 
@@ -324,7 +374,8 @@ MenuTargets frmMain::menuTargets() {
     targets.loadDatabase = [this] {
         runExclusively([this] {
             if (const std::string file = databases_.loadDatabase(); !file.empty()) {
-                notices_.loaded(file);
+                notices_.loaded();
+                header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
             }
         });
     };
@@ -336,6 +387,10 @@ MenuTargets frmMain::menuTargets() {
     targets.updateGraph = [this] { views_.updateGraph(); };
     targets.exactFigures = [this] { notices_.toggleExact(); };
     targets.unreadableFolders = [this] { notices_.showUnreadable(); };
+    targets.goUp = [this] { navigation_.goUp(); };
+    targets.goBack = [this] { navigation_.goBack(); };
+    targets.goForward = [this] { navigation_.goForward(); };
+    targets.treeSizes = [this] { treeSizes_.toggle(); };
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
     return targets;

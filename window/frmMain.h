@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QLineEdit>
 #include <QMainWindow>
 #include <QProgressBar>
 #include <QPushButton>
@@ -30,12 +29,16 @@
 #include "window/dialogs/clsDialogs.h"
 #include "window/dialogs/frmUnreadable.h"
 #include "window/figureNotices.h"
+#include "window/folderHeader.h"
+#include "window/folderNavigation.h"
 #include "window/help/showHelp.h"
 #include "window/menu/menuToolbar.h"
 #include "window/menu/popMenu.h"
 #include "window/menu/rebar.h"
 #include "window/messageBar.h"
+#include "window/pathBox.h"
 #include "window/tabs/viewTabs.h"
+#include "window/treeSizes.h"
 #include "window/windowInterface.h"
 
 // The main window: owns the controls and everything that lives as long as the program, and connects the
@@ -72,9 +75,12 @@ private:
     void nameControls();
     void layOut();
     void wire();
+    void wireHeader();
     [[nodiscard]] MenuTargets menuTargets();
     void runExclusively(const std::function<void()>& command);
     void closeIfWanted();
+    void growWithScan();
+    void followLoad();
     void followScan(bool running);
     void updateEscape();
 
@@ -98,7 +104,7 @@ private:
     ImageList imlFiles_{this};
     ImageList imlMenu_{this};
     QWidget central_;
-    QLineEdit txtPath_;
+    PathBox txtPath_;
     QPushButton cmdGo_;
     QSplitter splitter_;
     FolderTree tvw_;
@@ -112,11 +118,14 @@ private:
     WindowInterface userInterface_;
     QtClipboard clipboard_;
     FolderSelection selection_;
+    FolderHeader header_;
 
     PopMenu cP_{this};
     PopMenu cPLvw_{this};
     MenuToolbar tbrMenu_;
     Rebar cRebar_;
+    FolderNavigation navigation_;
+    TreeSizes treeSizes_;
     HelpCommand help_{*this};
     modExport::WorkbookFolder workbooks_;
     ReportCommands reports_;

@@ -22,7 +22,7 @@ class MessageBar final : public QFrame {
 
 public:
     // In order of urgency.
-    enum class Topic { wrappedSizes, unreadable, firstStart, savedScan };
+    enum class Topic { wrappedSizes, unreadable, firstStart };
 
     struct Message {
         struct Action {

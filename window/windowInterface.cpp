@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/paths.h"
+#include "widgets/qtText.h"
 
 namespace {
 
@@ -18,10 +19,15 @@ WindowInterface::WindowInterface(clsDialogs& dialogs, QStatusBar& statusBar, QPr
     progressBar_.hide();
 }
 
-void WindowInterface::message(std::string_view text) {
+void WindowInterface::messageAbout(std::string_view text, std::string_view subject) {
     const bool fromScan = scanning_ && !yielding_; // and not from a command used during the scan
-    if (!fromScan || ++messages_ == 1) {
+    if (fromScan && ++messages_ > 1) {
+        return;
+    }
+    if (subject.empty()) {
         dialogs_.message(QString::fromUtf8(text));
+    } else {
+        dialogs_.messageAbout(QString::fromUtf8(text), modQt::shownText(subject));
     }
 }
 

@@ -16,7 +16,8 @@ public:
     // Nothing is owned; the bars must outlive this.
     WindowInterface(clsDialogs& dialogs, QStatusBar& statusBar, QProgressBar& progressBar);
 
-    void message(std::string_view text) override;
+    void message(std::string_view text) override { messageAbout(text, {}); }
+    void messageAbout(std::string_view text, std::string_view subject) override;
     [[nodiscard]] bool ask(Question question, std::string_view text) override;
     void setBusy(bool busy) override;
     void progressStart(std::int64_t maximum) override;

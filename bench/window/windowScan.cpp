@@ -20,6 +20,7 @@ namespace {
 class StandardErrorDialogs final : public clsDialogs {
 public:
     void message(const QString& text) override { std::fprintf(stderr, "%s\n", qPrintable(text)); }
+    void messageAbout(const QString& text, const QString&) override { message(text); }
     [[nodiscard]] bool ask(const QString&) override { return false; }
     void about() override {}
     void exportOptions(clsExport&) override {}

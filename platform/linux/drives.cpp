@@ -1,11 +1,13 @@
 #include "platform/drives.h"
 
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 #include <algorithm>
 #include <set>
 
 #include "platform/linux/volumes.h"
+#include "platform/paths.h"
 
 namespace platform {
 
@@ -59,6 +61,24 @@ int driveType(std::string_view root) {
         return root == "/\\" ? drive::fixed : drive::noRoot;
     }
     return driveTypeOf(*found, "/sys");
+}
+
+// A file system that is a program may take long to answer, too.
+std::optional<DriveSpace> driveSpace(std::string_view root) {
+    const MountTable table = MountTable::read();
+    const auto& mounts = table.mounts();
+    const bool isAnswered = std::any_of(mounts.begin(), mounts.end(), [&](const Mount& mount) {
+        return !mount.isKernelFileSystem() && mount.share().empty() && mount.type != "fuse" &&
+               !mount.type.starts_with("fuse.") && mount.driveRoot() == root;
+    });
+    struct statvfs facts {};
+    if (!isAnswered || ::statvfs(toNative(root).c_str(), &facts) != 0 || facts.f_blocks == 0) {
+        return std::nullopt;
+    }
+    const auto unit = static_cast<double>(facts.f_frsize);
+    const double used = static_cast<double>(facts.f_blocks - facts.f_bfree) * unit;
+    const double free = static_cast<double>(facts.f_bavail) * unit;
+    return DriveSpace{used + free, used, free};
 }
 
 std::vector<std::string> networkShares() {

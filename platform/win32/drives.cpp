@@ -70,6 +70,21 @@ int driveType(std::string_view root) {
     return static_cast<int>(::GetDriveTypeW(wide(root).c_str()));
 }
 
+// A user's quota limits what the two figures count.
+std::optional<DriveSpace> driveSpace(std::string_view root) {
+    ULARGE_INTEGER available{};
+    ULARGE_INTEGER all{};
+    ULARGE_INTEGER unused{};
+    const int type = driveType(root);
+    if (type == drive::remote || type == drive::noRoot || type == drive::unknown ||
+        ::GetDiskFreeSpaceExW(wide(root).c_str(), &available, &all, &unused) == 0 || all.QuadPart == 0) {
+        return std::nullopt;
+    }
+    const auto total = static_cast<double>(all.QuadPart);
+    const auto free = static_cast<double>(available.QuadPart);
+    return DriveSpace{total, total - free, free};
+}
+
 std::vector<std::string> networkShares() {
     Shares shares;
     HANDLE listing = nullptr;

@@ -21,7 +21,7 @@ TEST_F(Console, printsTheFiguresOfEachPath) {
     EXPECT_TRUE(holds(out, "4.0 Kb\n")) << out;
     EXPECT_TRUE(holds(out, "  txt                 4.0 Kb           3\n")) << out;
     EXPECT_TRUE(holds(out, "  (no extension)      2.0 Kb           1\n")) << out;
-    EXPECT_TRUE(holds(out, "\n8 items.\nFinished in ")) << out;
+    EXPECT_TRUE(holds(out, "\n\n6.0 Kb, 4 files, 3 folders\n\n8 items.\nFinished in ")) << out;
     EXPECT_TRUE(holds(out, platform::displayPath(folder.internal("tree/b") + "\\") + "\n"))
         << "the second path";
     EXPECT_TRUE(holds(run("--top 1 %T").output, "  (2 more)\n"));

@@ -115,6 +115,64 @@ TEST_F(FolderTreeTest, selectsADeepNodeBehindCollapsedOnes) {
     EXPECT_THAT(fixture.clicked, IsEmpty());
 }
 
+TEST_F(FolderTreeTest, showsTheNodeAboveASelectedOneIfThereIsRoomForBoth) {
+    constexpr int before = 60;
+    for (const int children : {5, 100}) {
+        SCOPED_TRACE(children);
+        const std::string parent = "parent of " + std::to_string(children) + "\\";
+        for (int i = 0; i < before; ++i) {
+            tree.addNode({}, {parent + "before\\" + std::to_string(i), QStringLiteral("x"), {}, {}});
+        }
+        tree.addNode({}, {parent, QStringLiteral("parent"), {}, {}});
+        std::string last;
+        for (int i = 0; i < children; ++i) {
+            last = parent + std::to_string(i) + "\\";
+            tree.addNode(parent, {last, QStringLiteral("child"), {}, {}});
+        }
+        tree.setExpanded(parent, true);
+        for (int i = 0; i < before; ++i) {
+            tree.addNode({}, {parent + "after\\" + std::to_string(i), QStringLiteral("x"), {}, {}});
+        }
+        const auto placeOf = [&](const std::string& key) { return tree.visualRect(fixture.indexOf(key)); };
+        for (const bool fromBelow : {false, true}) { // only the child would come into sight
+            fromBelow ? tree.scrollToBottom() : tree.scrollToTop();
+            tree.selectNode(last);
+            EXPECT_TRUE(tree.viewport()->rect().top() <= placeOf(last).top() &&
+                        placeOf(last).bottom() <= tree.viewport()->rect().bottom());
+            EXPECT_EQ(placeOf(parent).top() >= 0, children == 5);
+        }
+    }
+}
+
+TEST_F(FolderTreeTest, asksForRemarksOnlyOnNodesInSightAndOnlyOnce) {
+    constexpr int many = 1000;
+    for (int i = 0; i < many; ++i) {
+        tree.addNode({}, {"node " + std::to_string(i) + "\\", QStringLiteral("node"), {}, {}});
+    }
+    int asked = 0;
+    QString remark = QStringLiteral("12.0 Gb, or a remark of some length that makes the row wider");
+    tree.setRemarks([&](const std::string&) {
+        ++asked;
+        return remark;
+    });
+    const auto settle = [] { QTest::qWait(50); };
+    settle();
+    const int inSight = asked;
+    EXPECT_GT(inSight, 3);
+    EXPECT_LT(inSight, 200);
+    EXPECT_GT(tree.columnWidth(0), tree.fontMetrics().horizontalAdvance(remark)) << "there is room for it";
+    tree.viewport()->repaint();
+    settle();
+    EXPECT_EQ(asked, inSight);
+    EXPECT_EQ(tree.text("node 1\\"), QStringLiteral("node"));
+    tree.forgetRemarks();
+    settle();
+    EXPECT_EQ(asked, 2 * inSight);
+    tree.setRemarks({});
+    settle();
+    EXPECT_EQ(asked, 2 * inSight);
+}
+
 TEST_F(FolderTreeTest, bearsTheTreeChangingWhileANodeExpands) {
     bool within = false;
     fixture.userInterface.onYield = [&] {

@@ -148,15 +148,4 @@ TEST_F(FigureNoticesInWindow, listTheFoldersThatCouldNotBeRead) {
     EXPECT_EQ(list.rows().rowCount(), 0);
 }
 
-TEST_F(FigureNoticesInWindow, nameTheSavedScanOnShow) {
-    makeLargeFile();
-    openAnswered();
-    dialogs.file = application.typed("saved.mdb");
-    command("ExportMDB");
-    command("LoadMDB");
-    EXPECT_THAT(shown(), StartsWith("Saved scan: " + application.typed("saved.mdb") + " ("));
-    press("cmdCloseMessage");
-    EXPECT_EQ(shown(), "");
-}
-
 } // namespace

@@ -172,6 +172,8 @@ TEST_F(MainWindow, scansWhatIsTypedIntoThePathBox) {
             ElementsAre("Directory not found.  You can select a directory in the list on the left hand "
                         "side of the screen, or try again."))
             << wrong;
+        EXPECT_EQ(dialogs.subjects, wrong.empty() ? std::vector<std::string>() : std::vector{wrong});
+        dialogs.subjects.clear();
     }
     dialogs.messages.clear();
     for (int turn = 0; turn < 2; ++turn) { // the second time, the node already exists

@@ -80,23 +80,21 @@ TEST_F(Bar, showsTheMostUrgentMessageAndHidesWithTheLast) {
     bar.closeShown();
     EXPECT_FALSE(bar.isShowing());
 
-    bar.showMessage(Topic::savedScan, message("saved", {"&Load"}));
-    EXPECT_EQ(shown(), "saved|&Load");
+    bar.showMessage(Topic::firstStart, message("welcome", {"&Load"}));
+    EXPECT_EQ(shown(), "welcome|&Load");
     bar.showMessage(Topic::unreadable, message("12 folders", {"&Show", "&Never"}));
-    bar.showMessage(Topic::firstStart, message("welcome"));
     EXPECT_EQ(shown(), "12 folders|&Show|&Never");
     bar.showMessage(Topic::wrappedSizes, message("wrapped"));
     EXPECT_EQ(shown(), "wrapped");
     bar.showMessage(Topic::unreadable, message("13 folders"));
     EXPECT_EQ(shown(), "wrapped");
-    bar.dismiss(Topic::firstStart);
     EXPECT_THAT(changes, ElementsAre(true)) << "one message after another is no change";
 
     QTest::mouseClick(&cross(), Qt::LeftButton);
     EXPECT_EQ(shown(), "13 folders");
     QTest::mouseClick(&cross(), Qt::LeftButton);
-    EXPECT_EQ(shown(), "saved|&Load");
-    bar.dismiss(Topic::savedScan);
+    EXPECT_EQ(shown(), "welcome|&Load");
+    bar.dismiss(Topic::firstStart);
     EXPECT_EQ(shown(), "");
     EXPECT_FALSE(bar.isShowing());
     EXPECT_THAT(changes, ElementsAre(true, false));
@@ -110,11 +108,11 @@ TEST_F(Bar, runsAnActionWhenItsMessageIsGone) {
                                  ran.push_back("begin " + shown());
                                  bar.showMessage(Topic::unreadable, message("inner", {"first", "second"}));
                                  QTest::mouseClick(&button(2), Qt::LeftButton); // as while events are handled
-                                 bar.showMessage(Topic::savedScan, message("left behind"));
+                                 bar.showMessage(Topic::firstStart, message("left behind"));
                                  ran.push_back("end " + std::to_string(++count));
                              }});
     bar.showMessage(Topic::unreadable, outer);
-    bar.showMessage(Topic::savedScan, message("next"));
+    bar.showMessage(Topic::firstStart, message("next"));
     QTest::mouseClick(&button(2), Qt::LeftButton);
     EXPECT_THAT(ran, ElementsAre("begin next", "second", "end 1"));
     EXPECT_EQ(shown(), "left behind");
@@ -214,7 +212,7 @@ TEST_F(Bar, movesTheFocusToTheCrossWhenItsButtonChanges) {
         EXPECT_EQ(replacedBy(Topic::wrappedSizes, {"&Why", "&Mend"}), &cross());
         EXPECT_EQ(replacedBy(Topic::unreadable, {"&Show"}), &cross());
         EXPECT_EQ(replacedBy(Topic::unreadable, {"&Show", "&Never"}), &button(2)) << "only its text is new";
-        EXPECT_EQ(replacedBy(Topic::savedScan, {}), &button(2)) << "it waits";
+        EXPECT_EQ(replacedBy(Topic::firstStart, {}), &button(2)) << "it waits";
     }
 }
 

@@ -20,6 +20,10 @@
 class RecordingDialogs final : public clsDialogs {
 public:
     void message(const QString& text) override { messages.push_back(text.toStdString()); }
+    void messageAbout(const QString& text, const QString& subject) override {
+        message(text);
+        subjects.push_back(subject.toStdString());
+    }
     [[nodiscard]] bool ask(const QString& text) override {
         questions.push_back(text.toStdString());
         return answer;
@@ -34,6 +38,7 @@ public:
     }
 
     std::vector<std::string> messages;
+    std::vector<std::string> subjects; // of those messages that have one
     std::vector<std::string> questions;
     std::vector<FileRequest> requests; // requests for files
     std::vector<std::string> opened;   // files opened in their applications

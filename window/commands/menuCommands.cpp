@@ -17,7 +17,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 18> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 22> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -34,6 +34,10 @@ const std::array<MenuCommands::Command, 18> MenuCommands::commands{{
     {"VIEWPIECHART", [](MenuCommands& self, int index) { self.pieChart(index); }},
     {"EXACTFIGURES", [](MenuCommands& self, int) { self.targets_.exactFigures(); }},
     {"UNREADABLEFOLDERS", [](MenuCommands& self, int) { self.targets_.unreadableFolders(); }},
+    {"GOUP", [](MenuCommands& self, int) { self.targets_.goUp(); }},
+    {"GOBACK", [](MenuCommands& self, int) { self.targets_.goBack(); }},
+    {"GOFORWARD", [](MenuCommands& self, int) { self.targets_.goForward(); }},
+    {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

@@ -23,6 +23,10 @@ struct MenuTargets {
     std::function<void()> updateGraph;
     std::function<void()> exactFigures;
     std::function<void()> unreadableFolders;
+    std::function<void()> goUp;
+    std::function<void()> goBack;
+    std::function<void()> goForward;
+    std::function<void()> treeSizes;
     std::function<void()> showAbout;
     std::function<void()> showHelp;
 };
@@ -38,7 +42,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 18> commands;
+    static const std::array<Command, 22> commands;
 
     void showOwners(int index);
     void barChart(int index);

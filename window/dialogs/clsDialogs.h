@@ -19,6 +19,8 @@ public:
 
     // A message with an OK button and the program's title.
     virtual void message(const QString& text) = 0;
+    // The same, with what it is about below the text (plain text; may be empty).
+    virtual void messageAbout(const QString& text, const QString& subject) = 0;
     // A Yes/No question; true for Yes.
     [[nodiscard]] virtual bool ask(const QString& text) = 0;
     // The About box.

@@ -10,6 +10,7 @@
 
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
+#include "widgets/qtText.h"
 #include "window/dialogs/fileFilter.h"
 #include "window/dialogs/frmAbout.h"
 #include "window/dialogs/frmExport.h"
@@ -26,11 +27,12 @@ public:
 };
 
 int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
-            QMessageBox::StandardButtons buttons) {
+            QMessageBox::StandardButtons buttons, const QString& subject = {}) {
     const PlainPointer pointer;
     QMessageBox box(icon, QStringLiteral("Spannory"), text, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
+    box.setInformativeText(modQt::tip(subject)); // which the box takes for markup if it looks like it
     return box.exec();
 }
 
@@ -38,6 +40,10 @@ int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
 
 void QtDialogs::message(const QString& text) {
     showBox(parent_, text, QMessageBox::Information, QMessageBox::Ok);
+}
+
+void QtDialogs::messageAbout(const QString& text, const QString& subject) {
+    showBox(parent_, text, QMessageBox::Information, QMessageBox::Ok, subject);
 }
 
 bool QtDialogs::ask(const QString& text) {

@@ -10,6 +10,7 @@ public:
     void setParent(QWidget* parent) { parent_ = parent; }
 
     void message(const QString& text) override;
+    void messageAbout(const QString& text, const QString& subject) override;
     [[nodiscard]] bool ask(const QString& text) override;
     void about() override;
     void exportOptions(clsExport& options) override;

@@ -117,7 +117,7 @@ QIcon icon(Picture picture, Place place) {
 }
 
 void addMenuImages(ImageList& imlMenu) {
-    constexpr std::array<std::pair<int, Picture>, 13> images{{
+    constexpr std::array<std::pair<int, Picture>, 16> images{{
         {1, Picture::exportData},
         {4, Picture::xmlFile},
         {5, Picture::htmlFile},
@@ -131,6 +131,9 @@ void addMenuImages(ImageList& imlMenu) {
         {15, Picture::owners},
         {16, Picture::help},
         {17, Picture::about},
+        {18, Picture::back},
+        {19, Picture::forward},
+        {20, Picture::up},
     }};
     for (const auto& [index, picture] : images) {
         imlMenu.add(QString::number(index), icon(picture, Place::menu));

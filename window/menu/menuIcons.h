@@ -24,6 +24,7 @@ enum class Picture {
     about,
     back,
     forward,
+    up,
     home,
     search
 };

@@ -118,6 +118,11 @@ void forward(Canvas& c) {
     c.line(accent, {{8.5, 3.5}, {12.5, 7.5}, {8.5, 11.5}});
 }
 
+void up(Canvas& c) {
+    c.line(accent, {{7.5, 2.5}, {7.5, 12.5}});
+    c.line(accent, {{3.5, 6.5}, {7.5, 2.5}, {11.5, 6.5}});
+}
+
 void home(Canvas& c) {
     c.line(outline, {{1.5, 7.5}, {7.5, 1.5}, {13.5, 7.5}});
     c.line(outline, {{3.5, 6.5}, {3.5, 13.5}, {11.5, 13.5}, {11.5, 6.5}});
@@ -163,6 +168,8 @@ void draw(Picture picture, Canvas& canvas) {
         return back(canvas);
     case Picture::forward:
         return forward(canvas);
+    case Picture::up:
+        return up(canvas);
     case Picture::home:
         return home(canvas);
     case Picture::search:

@@ -23,10 +23,10 @@ struct MenuItem {
     Mark mark = Mark::none;
 };
 
-// Odd on purpose: the View items end in a tab, which leaves their shortcut column empty; two of them have a
-// blank before it; the separators of View have the same key; two items of File have no access key. The
+// Odd on purpose: the first View items end in a tab, which leaves their shortcut column empty; two of them
+// have a blank before it; the separators of View have the same key; two items of File have no access key. The
 // chart's two items must stay next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 29> mainMenu{{
+constexpr std::array<MenuItem, 35> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -52,6 +52,12 @@ constexpr std::array<MenuItem, 29> mainMenu{{
     {1, "Spacer1", "-"},
     {1, "ExactFigures", "E&xact Figures", PopMenu::noIcon, Mark::exact},
     {1, "UnreadableFolders", "&Unreadable Folders..."},
+    {1, "Spacer1", "-"},
+    {1, "GoUp", "Up One &Level\tAlt+Up", 20},
+    {1, "GoBack", "Bac&k\tAlt+Left", 18},
+    {1, "GoForward", "For&ward\tAlt+Right", 19},
+    {1, "Spacer1", "-"},
+    {1, "TreeSizes", "Sizes in the &Tree", PopMenu::noIcon, Mark::off},
     {0, "", "&Help"},
     {1, "HelpContents", "&Contents", 16},
     {1, "HelpSpacer0", "-"},
@@ -101,10 +107,18 @@ void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& 
     });
 }
 
-void setExactMark(PopMenu& cP, bool exact) {
+void setMark(PopMenu& cP, std::string_view key, bool marked) {
     for (int index = 1; index <= cP.count(); ++index) {
-        if (cP.itemKey(index) == exactFigures) {
-            cP.setChecked(index, exact);
+        if (cP.itemKey(index).toStdString() == key) {
+            cP.setChecked(index, marked);
+        }
+    }
+}
+
+void setItemEnabled(PopMenu& cP, std::string_view key, bool enabled) {
+    for (int index = 1; index <= cP.count(); ++index) {
+        if (cP.itemKey(index).toStdString() == key) {
+            cP.setEnabled(index, enabled);
         }
     }
 }

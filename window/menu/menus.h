@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string_view>
+
 class clsSettings;
 class ImageList;
 class PopMenu;
@@ -14,8 +16,11 @@ namespace modMenus {
 void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& imlMenu,
                  const clsSettings& settings);
 
-// The check mark of the main menu's ExactFigures.
-void setExactMark(PopMenu& cP, bool exact);
+// The check mark of the items with this key.
+void setMark(PopMenu& cP, std::string_view key, bool marked);
+
+// Enables or disables the items with this key.
+void setItemEnabled(PopMenu& cP, std::string_view key, bool enabled);
 
 // Enables or disables the main menu's commands that need the rows for themselves: those that export and load,
 // and ExactFigures.

@@ -206,6 +206,7 @@ void ViewTabs::growWithScan() {
     if (holds_ == 0) {
         refresh(false);
     }
+    Q_EMIT grown();
     tmrChart_.start(std::max(millisecondsPerRefresh, static_cast<int>(cost.elapsed()) * refreshesOwnShare));
 }
 

@@ -43,6 +43,8 @@ public:
 
     [[nodiscard]] QTabWidget& tabs() noexcept { return XTab_; }
     [[nodiscard]] FolderChart& chart() noexcept { return tc_; }
+    // Goes up inside the active view; false if it shows all of the folder.
+    bool goUp() { return XTab_.currentWidget() == &chartPage_ && tc_.up(); }
     // The list on the active tab; null for the chart's tab.
     [[nodiscard]] const ListView* activeList() const;
 
@@ -79,6 +81,8 @@ public:
     void save(QSettings& state) const;
 
 Q_SIGNALS:
+    // During a scan: the active view was refreshed. What is done now counts as part of the refresh.
+    void grown();
     // A bar was activated.
     void barChosen(const std::string& label);
     // A row of the files and folders list was activated.

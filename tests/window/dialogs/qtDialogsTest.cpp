@@ -6,10 +6,12 @@
 #include <QApplication>
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTest>
+#include <QTextDocument>
 #include <QTimer>
 #include <array>
 #include <functional>
@@ -81,6 +83,27 @@ TEST_F(Dialogs, messagesAreShownAsTheyAreWrittenUntilTheyAreClosed) {
         EXPECT_EQ(QApplication::overrideCursor()->shape(), Qt::BusyCursor);
     }
     QApplication::restoreOverrideCursor();
+}
+
+TEST_F(Dialogs, messagesNameWhatTheyAreAboutBelowTheirText) {
+    for (const char* subject : {"/a/folder", "/<b>bold</b>", "/a & b", ""}) {
+        QString shown;
+        whenShown<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_EQ(box.text(), QStringLiteral("Not found."));
+            const auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"));
+            if (label != nullptr) {
+                QTextDocument document;
+                const bool isRich =
+                    label->textFormat() == Qt::RichText ||
+                    (label->textFormat() == Qt::AutoText && Qt::mightBeRichText(label->text()));
+                isRich ? document.setHtml(label->text()) : document.setPlainText(label->text());
+                shown = document.toPlainText();
+            }
+            QTest::keyClick(&box, Qt::Key_Return);
+        });
+        dialogs.messageAbout(QStringLiteral("Not found."), QString::fromUtf8(subject));
+        EXPECT_EQ(shown.toStdString(), subject);
+    }
 }
 
 TEST_F(Dialogs, questionsAreYesOnlyWhenYesIsChosen) {

@@ -57,4 +57,17 @@ TEST_F(MainWindow, showsNamesAsTheyAreOnTheDisk) {
     EXPECT_THAT(rows("lvwT"), testing::ElementsAre("who?|2.0 Kb|1"));
 }
 
+TEST_F(MainWindow, goesToTheFolderOnShowByItsPathWhateverItsName) {
+    for (const std::string odd : {"odd \xFF name", "line\nbreak", "a\\b\""}) {
+        close();
+        tree.write(odd + "/file", "x");
+        open().openPath(tree.typed(odd));
+        const std::string shown = selected();
+        click("ROOT");
+        QTest::keyClick(&pathBox(), Qt::Key_Return);
+        EXPECT_EQ(selected(), shown);
+        EXPECT_THAT(dialogs.messages, testing::IsEmpty());
+    }
+}
+
 } // namespace

@@ -70,6 +70,10 @@ protected:
                 .updateGraph = noting("graph"),
                 .exactFigures = noting("exact"),
                 .unreadableFolders = noting("unreadable"),
+                .goUp = noting("up"),
+                .goBack = noting("back"),
+                .goForward = noting("forward"),
+                .treeSizes = noting("sizes"),
                 .showAbout = noting("about"),
                 .showHelp = noting("help")};
     }
@@ -114,7 +118,7 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     EXPECT_EQ(
         enabled.join(u' '),
         QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-                       "HelpContents HelpAbout"));
+                       "GoUp GoBack GoForward TreeSizes HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -136,6 +140,10 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ViewPieChart", {"pie", "graph"}},
         {"ExactFigures", {"exact"}},
         {"UnreadableFolders", {"unreadable"}},
+        {"GoUp", {"up"}},
+        {"GoBack", {"back"}},
+        {"GoForward", {"forward"}},
+        {"TreeSizes", {"sizes"}},
         {"HelpAbout", {"about"}},
     };
     for (const auto& [key, expected] : cases) {
@@ -151,6 +159,20 @@ TEST_F(Menus, itemsWithoutACommandSayTheirNumberTwice) {
     commands->cP_Click(indexOf("Spacer0"));
     EXPECT_THAT(people.messages, ElementsAre("Unassigned item click [cp_Click(2)] Export", "2 Clicked.",
                                              "Unassigned item click [cp_Click(11)] Spacer0", "11 Clicked."));
+}
+
+TEST_F(Menus, itemsOfViewHaveMnemonicsOfTheirOwn) {
+    create();
+    QString taken;
+    for (const QAction* item : cP.action(cP.parentIndex(indexOf("Refresh"))).menu()->actions()) {
+        const qsizetype mark = item->text().indexOf(u'&');
+        if (!item->isSeparator()) {
+            ASSERT_GE(mark, 0) << item->text().toStdString();
+            EXPECT_FALSE(taken.contains(item->text().at(mark + 1), Qt::CaseInsensitive))
+                << item->text().toStdString();
+            taken += item->text().at(mark + 1);
+        }
+    }
 }
 
 class OwnersMenu : public Menus, public testing::WithParamInterface<bool> {};

@@ -1,0 +1,65 @@
+#include "views/folderSummary.h"
+
+#include <algorithm>
+
+#include "base/clsFile.h"
+#include "base/formatSize.h"
+#include "base/numberFormat.h"
+#include "db/folderRows.h"
+
+namespace {
+
+std::string counted(std::int64_t number, std::string_view one, std::string_view several) {
+    std::string text = modFormat::formatNumber(static_cast<double>(number), "#,##0");
+    return text.append(" ").append(number == 1 ? one : several);
+}
+
+bool isRoot(std::string_view key) {
+    return clsFile(key).fullPathNoDrive().empty();
+}
+
+} // namespace
+
+// What was recorded deeper down does not count as the folder's until its subfolders have rows.
+modFigures::FolderSummary modFigures::summary(Database& database, std::string_view key) {
+    const modFolderRows::RecordedFolder recorded = modFolderRows::find(database, key);
+    const modFolderRows::ItemCounts counts =
+        recorded.hasContent ? modFolderRows::count(database, key) : modFolderRows::ItemCounts();
+    const double size = recorded.hasOwnRow ? recorded.size : modFolderRows::sum(database, key);
+    return {modLvw::soundSize(size), counts.files, counts.folders, recorded.isThere(),
+            !recorded.stamp.empty()};
+}
+
+std::string modFigures::summaryText(const FolderSummary& summary) {
+    return modLvw::formatSize(summary.size) + ", " + counted(summary.files, "file", "files") + ", " +
+           counted(summary.folders, "folder", "folders");
+}
+
+std::optional<double> modFigures::scannedSize(Database& database, std::string_view key) {
+    const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
+    if (!own->EndOfFile()) {
+        return modLvw::soundSize(own->Fields(0).number());
+    }
+    // A drive's root has no row; below one that was not scanned itself, there are only deeper rows.
+    const auto direct = database.OpenRecordset("select sum(size) as total from details where " +
+                                               modFolderRows::directlyIn(key));
+    const bool isScanned = isRoot(key) && !direct->EndOfFile() && !direct->Fields(0).isNull();
+    return isScanned ? std::optional(modLvw::soundSize(direct->Fields(0).number())) : std::nullopt;
+}
+
+std::string modFigures::shareText(double size, const platform::DriveSpace& space) {
+    std::string text;
+    if (size >= 0 && space.used > 0) {
+        constexpr double least = 0.1;
+        const double percent = size / space.used * 100;
+        text += percent > 0 && percent < least ? "<" : "";
+        modFormat::appendFormattedNumber(text, percent > 0 ? std::max(percent, least) : 0, "#,##0.0");
+        text += "% of used space, ";
+    }
+    return text + modLvw::formatSize(space.free) + " free";
+}
+
+std::string modFigures::spaceText(const platform::DriveSpace& space) {
+    return modLvw::formatSize(space.used) + " used, " + modLvw::formatSize(space.free) + " free of " +
+           modLvw::formatSize(space.total);
+}

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "db/dao.h"
+#include "platform/drives.h"
+
+// What a folder holds altogether, and its share of the drive. `key` is as in folderFigures.h. Database errors
+// are thrown.
+namespace modFigures {
+
+struct FolderSummary {
+    double size = 0;          // bytes; the total of the chart's entries
+    std::int64_t files = 0;   // at any depth
+    std::int64_t folders = 0; // the same, without the folder itself
+    bool isRecorded = false;  // there are rows of it
+    bool isStamped = false;   // all of it was scanned; never so for a drive's root, which has no row
+};
+
+[[nodiscard]] FolderSummary summary(Database& database, std::string_view key);
+
+// "3.2 Kb, 4 files, 1 folder".
+[[nodiscard]] std::string summaryText(const FolderSummary& summary);
+
+// The size of a scanned folder; nothing if it was not scanned.
+[[nodiscard]] std::optional<double> scannedSize(Database& database, std::string_view key);
+
+// "12.3% of used space, 5.0 Gb free". The share is left out if there is none: the size of very large files
+// may be recorded as negative.
+[[nodiscard]] std::string shareText(double size, const platform::DriveSpace& space);
+
+// "2.0 Gb used, 5.0 Gb free of 7.0 Gb".
+[[nodiscard]] std::string spaceText(const platform::DriveSpace& space);
+
+} // namespace modFigures

@@ -1,0 +1,116 @@
+#include "window/folderHeader.h"
+
+#include "base/clsFile.h"
+#include "base/errorTrap.h"
+#include "platform/drives.h"
+#include "widgets/qtText.h"
+
+namespace {
+
+constexpr std::string_view moduleName = "frmMain";
+
+bool isDriveRoot(std::string_view key) {
+    return clsFile(key).fullPathNoDrive().empty();
+}
+
+void present(CutLabel& label, const QString& text, const QString& tip = {}) {
+    label.setText(text);
+    label.setToolTip(modQt::tip(tip.isEmpty() ? text : tip));
+}
+
+} // namespace
+
+FolderHeader::FolderHeader(const Dependencies& dependencies, QWidget* parent)
+    : QWidget(parent), dependencies_(dependencies) {
+    setObjectName(QStringLiteral("folderHeader"));
+    const int margin = fontMetrics().height() / 4;
+    rows_.setContentsMargins(0, 0, 0, margin);
+    rows_.setSpacing(0);
+    rows_.addWidget(&crumbs_);
+    figures_.setContentsMargins(margin, 0, margin, 0);
+    figures_.addWidget(&lblFigures_, 1);
+    figures_.addWidget(&lblDrive_);
+    rows_.addLayout(&figures_);
+    rows_.addWidget(&lblSavedScan_);
+    lblFigures_.setObjectName(QStringLiteral("lblFigures"));
+    lblDrive_.setObjectName(QStringLiteral("lblDrive"));
+    lblSavedScan_.setObjectName(QStringLiteral("lblSavedScan"));
+    lblSavedScan_.setIndent(margin);
+    for (CutLabel* label : {&lblFigures_, &lblDrive_, &lblSavedScan_}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setCutAt(label == &lblSavedScan_ ? Qt::ElideMiddle : Qt::ElideRight);
+    }
+    lblSavedScan_.hide();
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    connect(&crumbs_, &Breadcrumbs::folderChosen, this, &FolderHeader::folderChosen);
+    showFolder({});
+}
+
+void FolderHeader::showFolder(const std::string& key) {
+    if (key == key_ && !key.empty()) {
+        return;
+    }
+    key_ = key;
+    crumbs_.showFolder(key);
+    crumbs_.setVisible(!key.empty());
+    present(lblFigures_, key.empty() ? QStringLiteral("Choose a folder on the left, type a path, or drop a "
+                                                      "folder here.")
+                                     : QString());
+    present(lblDrive_, {});
+}
+
+void FolderHeader::refresh() {
+    if (!key_.empty() && dependencies_.database.isOpen()) {
+        modGlobal::trapped(moduleName, "refreshHeader", [this] { readFigures(); });
+    }
+}
+
+void FolderHeader::readFigures() {
+    const modFigures::FolderSummary summary = summaryOfKey();
+    const bool isCut = isIncomplete(summary);
+    const QString text = summary.isRecorded ? QString::fromStdString(modFigures::summaryText(summary)) +
+                                                  (isCut ? QStringLiteral(" …") : QString())
+                                            : QString();
+    present(lblFigures_, text,
+            isCut ? text + QStringLiteral("\nNot all of the folder has been scanned.") : text);
+    // A loaded scan may be of another time or machine.
+    const auto space = summary.isRecorded && !dependencies_.selection.isLoaded(key_)
+                           ? platform::driveSpace(clsFile(key_).drive())
+                           : std::nullopt;
+    if (!space) {
+        present(lblDrive_, {});
+        return;
+    }
+    present(lblDrive_, QString::fromStdString(modFigures::shareText(summary.size, *space)),
+            modQt::shownPath(clsFile(key_).drive()) + QStringLiteral(": ") +
+                QString::fromStdString(modFigures::spaceText(*space)));
+}
+
+// While a scan fills an empty table, reading the table would take longer and longer.
+modFigures::FolderSummary FolderHeader::summaryOfKey() const {
+    const clsSearch& search = dependencies_.search;
+    if (!search.isBulkLoad()) {
+        return modFigures::summary(dependencies_.database.database(), key_);
+    }
+    const clsSearch::Progress& progress = search.progress();
+    return {progress.size, progress.files, progress.folders, search.rootPath == key_};
+}
+
+bool FolderHeader::isIncomplete(const modFigures::FolderSummary& summary) const {
+    const bool isScanned = dependencies_.search.processing && key_.starts_with(dependencies_.search.rootPath);
+    return isScanned || (isDriveRoot(key_) ? dependencies_.selection.isUnfinished(key_) : !summary.isStamped);
+}
+
+// Whether both have room beside each other must not depend on the figures, which would jump during a scan.
+void FolderHeader::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    constexpr int characters = 76; // of the longest figures that are usual
+    const bool isNarrow = width() < characters * fontMetrics().averageCharWidth();
+    figures_.setDirection(isNarrow ? QBoxLayout::TopToBottom : QBoxLayout::LeftToRight);
+    figures_.setSpacing(isNarrow ? 0 : fontMetrics().height());
+}
+
+void FolderHeader::setSavedScan(const QString& text) {
+    present(lblSavedScan_, text);
+    lblSavedScan_.setVisible(!text.isEmpty());
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QBoxLayout>
+#include <QWidget>
+#include <string>
+
+#include "db/workingDatabase.h"
+#include "scan/clsSearch.h"
+#include "tree/folderSelection.h"
+#include "views/folderSummary.h"
+#include "window/breadcrumbs.h"
+#include "window/statusPanels.h"
+
+// What stands above the tabs: the path of the shown folder, its figures and its share of the drive, and the
+// name of a saved scan. Without a folder, it says how to choose one.
+class FolderHeader final : public QWidget {
+    Q_OBJECT
+
+public:
+    // Nothing is owned.
+    struct Dependencies {
+        const WorkingDatabase& database;
+        const clsSearch& search;
+        const FolderSelection& selection;
+    };
+
+    explicit FolderHeader(const Dependencies& dependencies, QWidget* parent = nullptr);
+
+    // Shows the folder's path, and its figures as soon as they are refreshed. An empty key: no folder.
+    void showFolder(const std::string& key);
+
+    // Reads the figures again. During a scan, and after one that was cancelled, they end in "…".
+    void refresh();
+
+    // Shows this text until no loaded row is left (see refresh) or another comes; empty for none.
+    void setSavedScan(const QString& text);
+
+Q_SIGNALS:
+    // A folder of the path was chosen.
+    void folderChosen(const std::string& key);
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void readFigures();
+    [[nodiscard]] modFigures::FolderSummary summaryOfKey() const;
+    [[nodiscard]] bool isIncomplete(const modFigures::FolderSummary& summary) const;
+
+    Dependencies dependencies_;
+    std::string key_;
+    QVBoxLayout rows_{this};
+    Breadcrumbs crumbs_;
+    QBoxLayout figures_{QBoxLayout::LeftToRight}; // or, in a narrow window, one below the other
+    CutLabel lblFigures_;
+    CutLabel lblDrive_;
+    CutLabel lblSavedScan_;
+};
