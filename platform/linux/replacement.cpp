@@ -66,7 +66,8 @@ public:
         if (making == Making::named || !openUnnamed(mode)) {
             openNamed(mode);
         }
-        if (existing) {
+        // What is for the user alone does not take up the permissions that another user has chosen.
+        if (existing && (newFile != NewFile::own || existing->st_uid == ::geteuid() || ::geteuid() == 0)) {
             keepPermissions(file_.get(), folder + name_, *existing);
         }
     }
@@ -184,20 +185,19 @@ private:
     std::string temporary_; // the file's name beside its target; empty for none
 };
 
-// In a folder that everybody can write to, a file or a pipe there may be a trap of another user's.
-void requireOwnTarget(std::string_view path, const std::string& native,
-                      const std::optional<struct stat>& existing) {
-    if (!existing) {
-        return;
-    }
-    if (S_ISLNK(existing->st_mode)) {
+// In a folder that everybody can write to, what another user has put in the target's place may be a trap. A
+// file is replaced there only where they could replace the new one as well.
+void requireOwnTarget(std::string_view path, const std::string& native, const struct stat& existing) {
+    if (S_ISLNK(existing.st_mode)) {
         throw systemError(ELOOP, path);
     }
     struct stat folder {};
-    const bool isShared = ::stat(native.substr(0, native.rfind('/') + 1).c_str(), &folder) == 0 &&
-                          (folder.st_mode & S_IWOTH) != 0;
-    if (isShared && (S_ISREG(existing->st_mode) || S_ISFIFO(existing->st_mode)) &&
-        isStrangers(*existing, native)) {
+    if (::stat(native.substr(0, native.rfind('/') + 1).c_str(), &folder) != 0 ||
+        (folder.st_mode & S_IWOTH) == 0 || !isStrangers(existing, native)) {
+        return;
+    }
+    const bool isSticky = (folder.st_mode & S_ISVTX) != 0;
+    if (S_ISFIFO(existing.st_mode) || (isSticky && S_ISREG(existing.st_mode))) {
         throw strangersFile(path);
     }
 }
@@ -231,7 +231,9 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFi
         }
         existing.reset();
     }
-    requireOwnTarget(path, target.native, existing);
+    if (existing) {
+        requireOwnTarget(path, target.native, *existing);
+    }
     if (existing && !S_ISREG(existing->st_mode)) {
         return openInPlace(path, target.native, O_NOFOLLOW);
     }
