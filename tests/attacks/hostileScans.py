@@ -71,17 +71,24 @@ ENDINGS = {"html": "html", "text": "csv", "xml": "xml", "excel": "xlsx"}
 
 
 def officeFormulas(files, folder):
-    """The reports' cells that a spreadsheet program takes for formulas; it shows them, when asked, in place of results."""
-    if not shutil.which("soffice") or not files:
-        return set()
-    subprocess.run(["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--convert-to",
-                    "fods", "--outdir", folder / "office", *files], check=True, capture_output=True, timeout=300)
-    return {file.name for file in (folder / "office").iterdir() if b"table:formula=" in file.read_bytes()}
+    """The reports in which a spreadsheet program finds formulas; one that has a formula is converted with them."""
+    control = folder / "control.csv"
+    control.write_text('"=1+1"\r\n"text"\r\n')
+    found = set()
+    for suffix in (".csv", ".xlsx"):
+        of = [file for file in [*files, control] if file.suffix == suffix]
+        target = folder / f"office{suffix}"
+        subprocess.run(["soffice", f"-env:UserInstallation=file://{folder}/profile", "--headless", "--convert-to",
+                        "fods", "--outdir", target, *of], check=True, capture_output=True, timeout=300)
+        assert len(list(target.iterdir())) == len(of), "not all reports were read"
+        found |= {file.stem + suffix for file in target.iterdir() if b"table:formula=" in file.read_bytes()}
+    assert control.name in found, "the spreadsheet program takes no text for a formula"
+    return found - {control.name}
 
 
 def load(program, saved, folder, reports, exact):
     """The status, the errors, the seconds and the mebibytes of a run."""
-    arguments = [program, "--quiet", "--force", "--app-folder", folder / "app", "--load", saved]
+    arguments = [program, "--force", "--app-folder", folder / "app", "--load", saved]
     for report in reports:
         arguments += [f"--{report}", folder / f"{saved.stem}{'-exact' if exact else ''}.{ENDINGS[report]}"]
     with open(folder / "errors", "w+b") as errors:
@@ -127,9 +134,11 @@ def main():
                 faults += bool(isFault)
                 print(f"{saved.name}{' exact' if exact else ''}: status {status}, {seconds:.2f} s, {mebibytes:.0f} MiB,",
                       f"{len(found)} reports", odd or "", errors.strip()[:200], "FAULT" if isFault else "", flush=True)
-        office = [file for file in folder.iterdir() if file.suffix in (".csv", ".xlsx", ".html")]
-        formulas = officeFormulas(office, folder)
-        print(f"{len(office)} reports in the spreadsheet program, formulas in: {formulas or 'none'}")
+        formulas = set()
+        if shutil.which("soffice"):
+            tables = [file for file in folder.iterdir() if file.suffix in (".csv", ".xlsx")]
+            formulas = officeFormulas(tables, folder)
+            print(f"{len(tables)} reports in the spreadsheet program, formulas in: {formulas or 'none'}")
     return 1 if faults or formulas else 0
 
 

@@ -39,20 +39,27 @@ class Attack:
     def __init__(self, step, user=ATTACKER):
         self.child = os.fork()
         if self.child == 0:
-            if user:
-                asUser(user)
-            while True:
-                try:
-                    step()
-                except OSError:
-                    pass
+            try:
+                self.repeat(step, user)
+            finally:
+                os._exit(1)
+
+    @staticmethod
+    def repeat(step, user):
+        if user:
+            asUser(user)
+        while True:
+            try:
+                step()
+            except OSError:
+                pass
 
     def __enter__(self):
         return self
 
     def __exit__(self, *_):
         os.kill(self.child, signal.SIGKILL)
-        os.waitpid(self.child, 0)
+        assert os.waitstatus_to_exitcode(os.waitpid(self.child, 0)[1]) == -signal.SIGKILL, "the attack ended early"
 
 
 def attackOnce(step):
@@ -63,7 +70,8 @@ def attackOnce(step):
             step()
         except OSError:
             pass
-        os._exit(0)
+        finally:
+            os._exit(0)
     os.waitpid(child, 0)
 
 
@@ -140,7 +148,7 @@ class Place:
         """For the attacker: notes a file whose contents could be read."""
         handle = os.open(path, os.O_RDONLY | os.O_NONBLOCK | os.O_NOFOLLOW)
         with open(handle, "rb") as file:
-            content = file.read()
+            content = file.read() or b""
         if SECRET.encode() in content:
             (self.loot / "read").write_bytes(os.fsencode(path))
 
