@@ -63,7 +63,7 @@ Followed follow(std::string native) {
             throw strangersFile(toInternal(native));
         }
         const std::string target = targetOf(native);
-        native = target.starts_with('/') ? target : folderOf(native) + target;
+        native = target.starts_with('/') ? target : folderOf(native).append(target);
     }
     return {std::move(native), false};
 }
@@ -80,7 +80,7 @@ std::string strangersLinkOn(const std::string& native) {
         if (name.empty() || name == "." || name == "..") {
             continue;
         }
-        const std::string path = done + "/" + name;
+        std::string path = std::string(done).append("/").append(name);
         struct stat status {};
         if (::lstat(path.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
             done = path;
