@@ -183,7 +183,7 @@ TEST_F(ConsoleOfAnotherUser, usesNothingThatAStrangerHasPlanted) {
             fs::copy_file(folder / "bin/001.dat", path);
             fs::permissions(path, fs::perms::all);
         } else if (kind == "empty file") {
-            std::ofstream{path};
+            const std::ofstream made(path);
             fs::permissions(path, fs::perms::all);
         } else if (kind == "pipe") {
             ASSERT_EQ(::mkfifo(path.c_str(), 0666), 0);
