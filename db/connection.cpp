@@ -8,9 +8,11 @@
 #include <system_error>
 #include <utility>
 
+#include "db/enginesFiles.h"
 #include "db/jetLike.h"
 #include "platform/files.h"
 #include "platform/locale.h"
+#include "platform/ownership.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 
@@ -269,9 +271,14 @@ void Connection::open(OpenMode mode) {
         throw RuntimeError(databaseError::fileMissing, "Could not find file: " + shown);
     }
     const bool readOnly = mode != OpenMode::scratch;
+    if (!readOnly && platform::isStrangersFile(path_)) {
+        throw RuntimeError(databaseError::cannotOpen, "Another user has made the file " + shown);
+    }
     const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
                       (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
-    if (sqlite3_open_v2(native.c_str(), &handle_, flags, nullptr) != SQLITE_OK) {
+    const char* const files =
+        readOnly ? enginesFiles::withRegularJournals() : enginesFiles::withoutJournals();
+    if (sqlite3_open_v2(native.c_str(), &handle_, flags, files) != SQLITE_OK) {
         throw lastError();
     }
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // an unknown [name] is an error, no text

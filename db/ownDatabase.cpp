@@ -5,6 +5,7 @@
 
 #include "db/connection.h"
 #include "platform/files.h"
+#include "platform/ownership.h"
 #include "platform/paths.h"
 
 namespace {
@@ -42,6 +43,9 @@ modDatabase::FileKind modDatabase::kindOf(std::string_view path) {
     constexpr std::string_view noMark = "\0\0\0\0"sv;
     if (platform::isLink(path)) {
         return FileKind::link;
+    }
+    if (platform::isStrangersFile(path)) {
+        return FileKind::others;
     }
     if (!platform::somethingExists(path) || (platform::fileExists(path) && platform::fileSize(path) == 0)) {
         return FileKind::replaceable;

@@ -7,12 +7,10 @@
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
-#include <random>
 #include <system_error>
 
 #include "base/dateFormat.h"
 #include "export/xmlText.h"
-#include "platform/environment.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 #include "platform/runtimeError.h"
@@ -55,11 +53,6 @@ std::size_t shownLength(double number, const StyleFacts& style) {
     }
     const auto digits = static_cast<std::size_t>(std::snprintf(nullptr, 0, "%.0f", number));
     return digits + (digits - 1) / 3 + style.around.size();
-}
-
-std::string temporaryName() {
-    std::random_device random;
-    return "spannory-" + std::to_string(random()) + "-" + std::to_string(random()) + ".xlsx";
 }
 
 void cutToCellLimit(std::string& text) {
@@ -136,8 +129,8 @@ void ExcelSheet::Discard::operator()(lxw_workbook* workbook) const noexcept {
 }
 
 ExcelSheet::ExcelSheet(std::size_t columns)
-    : path_(platform::temporaryFolder() + temporaryName()), nativePath_(platform::toNative(path_)),
-      nativeFolder_(platform::toNative(platform::temporaryFolder())), widths_(columns) {
+    : path_(folder_.path() + "sheet.xlsx"), nativePath_(platform::toNative(path_)),
+      nativeFolder_(platform::toNative(folder_.path())), widths_(columns) {
     platform::FileSink(path_).close(); // fails here with its reason, which the library would only print
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
@@ -149,13 +142,7 @@ ExcelSheet::ExcelSheet(std::size_t columns)
     }
 }
 
-ExcelSheet::~ExcelSheet() {
-    workbook_.reset();
-    try {
-        platform::deleteFile(path_);
-    } catch (...) { // there is no file unless the workbook was finished
-    }
-}
+ExcelSheet::~ExcelSheet() = default;
 
 void ExcelSheet::text(std::size_t column, std::string_view value, Style style) {
     cell_.assign(value);

@@ -9,6 +9,8 @@
 #include <string_view>
 #include <vector>
 
+#include "export/workbookFolder.h"
+
 struct lxw_format;
 struct lxw_workbook;
 struct lxw_worksheet;
@@ -23,8 +25,8 @@ namespace modExport {
 inline constexpr std::string_view tooMuchDataMessage =
     "There is too much data to export.  Please choose a different format.";
 
-// A workbook with one sheet, written row by row from the top in limited memory, using files in the system's
-// temporary folder that are deleted with it. Every failure throws RuntimeError: 61 if the folder is full, 70
+// A workbook with one sheet, written row by row from the top in limited memory, using files in a
+// WorkbookFolder of its own. Every failure throws RuntimeError: 61 if the folder is full, 70
 // or 75 if a file cannot be created there.
 class ExcelSheet {
 public:
@@ -70,7 +72,8 @@ private:
     [[nodiscard]] lxw_format* format(Style style);
     void widen(std::size_t column, std::size_t characters) noexcept;
 
-    std::string path_; // in internal form
+    WorkbookFolder folder_; // whose leftovers the next program removes, if this one is killed
+    std::string path_;      // in internal form
     std::string nativePath_;
     std::string nativeFolder_;
     std::unique_ptr<lxw_workbook, Discard> workbook_;

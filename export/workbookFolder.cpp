@@ -65,11 +65,15 @@ void modExport::WorkbookFolder::make() {
     }
 }
 
-std::string modExport::WorkbookFolder::newWorkbook(const platform::LocalTime& time) {
+const std::string& modExport::WorkbookFolder::path() {
     if (!lock_) {
         make();
     }
-    const std::string stem = path_ + std::string(folderPrefix) + defaultFileName({}, time);
+    return path_;
+}
+
+std::string modExport::WorkbookFolder::newWorkbook(const platform::LocalTime& time) {
+    const std::string stem = path() + std::string(folderPrefix) + defaultFileName({}, time);
     const std::string_view extension = fileExtension(ReportFormat::excel);
     std::string name = stem + std::string(extension);
     for (int number = 2; platform::somethingExists(name); ++number) {

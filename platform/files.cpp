@@ -133,4 +133,8 @@ RuntimeError linkInsteadOfFile(std::string_view path) {
     return RuntimeError::about(errorNumber::pathFileAccess, displayPath(path) + " (it is a link)");
 }
 
+RuntimeError strangersFile(std::string_view path) {
+    return RuntimeError::about(errorNumber::pathFileAccess, displayPath(path) + " (it is another user's)");
+}
+
 } // namespace platform

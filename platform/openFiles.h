@@ -68,4 +68,7 @@ inline constexpr int mostReplacements = 16;
 // A link where the program's own file should be.
 [[nodiscard]] RuntimeError linkInsteadOfFile(std::string_view path);
 
+// Another user's file, pipe or link where the user's should be.
+[[nodiscard]] RuntimeError strangersFile(std::string_view path);
+
 } // namespace platform

@@ -10,9 +10,13 @@ namespace platform {
 // True for a link that the user has made to a file of their own.
 [[nodiscard]] bool isOwnLink(std::string_view path) noexcept;
 
-// Why the file or folder (links are followed) is not to be relied on: another ordinary user owns it, or
+// Why the file or folder (links are followed) is not to be relied on: another ordinary user owns it or a
+// link to it, or
 // everybody may change it. Empty if it can be, or if there is no such file.
 [[nodiscard]] std::string whyForeign(std::string_view path);
+
+// True if another ordinary user has made the file or link of this name.
+[[nodiscard]] bool isStrangersFile(std::string_view path) noexcept;
 
 // --- folders of the user's own, with files but no folders in them; internal paths ending in "\" ----------
 

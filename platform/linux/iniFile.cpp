@@ -1,9 +1,13 @@
 #include "platform/linux/iniFile.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
+#include <memory>
 
 #include "platform/files.h"
+#include "platform/linux/opening.h"
+#include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
 
@@ -138,6 +142,20 @@ std::string asUtf8(std::string_view bytes) {
         }
     }
     return std::string(bytes);
+}
+
+// Of the user's own file: what another has put in its place, even just now, is refused.
+std::string readWhole(std::string_view path) {
+    const std::unique_ptr<InputFile> file = openOwnRegular(path);
+    std::string content;
+    std::array<char, 4096> block{};
+    while (const std::size_t count = file->read(block)) {
+        content.append(block.data(), count);
+        if (content.size() > largestFile) {
+            throw RuntimeError::about(errorNumber::overflow, displayPath(path));
+        }
+    }
+    return content;
 }
 
 } // namespace
@@ -283,7 +301,7 @@ std::string_view unquoted(std::string_view text) noexcept {
 
 std::optional<IniText> readIniFile(std::string_view path) noexcept {
     try {
-        return IniText::fromBytes(readFile(path, largestFile));
+        return IniText::fromBytes(readWhole(path));
     } catch (...) {
         return {};
     }
@@ -296,7 +314,7 @@ bool editIniFile(std::string_view path, const std::function<bool(IniText&)>& edi
         }
         std::string before;
         try {
-            before = readFile(path, largestFile);
+            before = readWhole(path);
             // Replacing the file would ignore that the user made it read-only.
             if (!fileIsWritable(path)) {
                 return false;

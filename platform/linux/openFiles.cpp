@@ -13,7 +13,7 @@ namespace platform {
 
 namespace {
 
-constexpr int writing = O_WRONLY | O_CREAT | O_NONBLOCK | O_NOCTTY;
+constexpr int writing = O_WRONLY | O_NONBLOCK | O_NOCTTY;
 
 class FileInPlace final : public OutputFile {
 public:
@@ -36,8 +36,7 @@ private:
 
 class RegularFile final : public InputFile {
 public:
-    explicit RegularFile(std::string_view path)
-        : path_(path), file_(openOrThrow(path, nativeOf(path), O_RDONLY | O_NONBLOCK | O_NOCTTY)) {
+    RegularFile(std::string_view path, Descriptor file) : path_(path), file_(std::move(file)) {
         struct stat status {};
         if (::fstat(file_.get(), &status) != 0) {
             throw systemError(errno, path);
@@ -78,11 +77,16 @@ std::unique_ptr<OutputFile> openStandardOutput() {
 }
 
 std::unique_ptr<OutputFile> openEmptied(std::string_view path) {
-    return std::make_unique<FileInPlace>(path, openOwn(path, writing | O_TRUNC));
+    return std::make_unique<FileInPlace>(path, openOwn(path, writing | O_CREAT | O_TRUNC));
 }
 
 std::unique_ptr<InputFile> openRegular(std::string_view path) {
-    return std::make_unique<RegularFile>(path);
+    return std::make_unique<RegularFile>(path,
+                                         openOrThrow(path, nativeOf(path), O_RDONLY | O_NONBLOCK | O_NOCTTY));
+}
+
+std::unique_ptr<InputFile> openOwnRegular(std::string_view path) {
+    return std::make_unique<RegularFile>(path, openOwnForReading(path));
 }
 
 } // namespace platform

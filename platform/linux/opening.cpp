@@ -2,10 +2,12 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 
 #include "platform/files.h"
+#include "platform/linux/strangers.h"
 #include "platform/paths.h"
 #include "platform/systemError.h"
 
@@ -23,6 +25,17 @@ bool folderIsThere(const std::string& nativeFile) {
 
 RuntimeError openingError(int cause, const std::string& native, std::string_view path) {
     return systemError(cause == ENOENT && !folderIsThere(native) ? ENOTDIR : cause, path);
+}
+
+// Devices belong to whom the system gave them.
+void requireOwn(const Descriptor& file, std::string_view path, const std::string& native) {
+    struct stat status {};
+    if (::fstat(file.get(), &status) != 0) {
+        throw systemError(errno, path);
+    }
+    if ((S_ISREG(status.st_mode) || S_ISFIFO(status.st_mode)) && isStrangers(status, native)) {
+        throw strangersFile(path);
+    }
 }
 
 } // namespace
@@ -43,7 +56,8 @@ Descriptor openOrThrow(std::string_view path, const std::string& native, int fla
     return file;
 }
 
-// Created and opened by separate calls, so that no file appears where a link leads.
+// Created and opened by separate calls, so that no file appears where a link leads; and emptied when it is
+// known whose it is.
 Descriptor openOwn(std::string_view path, int flags) {
     const std::string native = nativeOf(path);
     if ((flags & O_CREAT) != 0) {
@@ -55,13 +69,26 @@ Descriptor openOwn(std::string_view path, int flags) {
             throw openingError(errno, native, path);
         }
     }
-    if (isStream(path)) {
-        return openOrThrow(path, native, flags & ~O_CREAT);
+    if (const Followed target = follow(native); target.isOpenFile) {
+        return openOrThrow(path, target.native, flags & ~O_CREAT);
     }
     if (isLink(path)) {
         throw linkInsteadOfFile(path);
     }
-    return openOrThrow(path, native, (flags & ~O_CREAT) | O_NOFOLLOW);
+    Descriptor file = openOrThrow(path, native, (flags & ~(O_CREAT | O_TRUNC)) | O_NOFOLLOW);
+    requireOwn(file, path, native);
+    if ((flags & O_TRUNC) != 0 && ::ftruncate(file.get(), 0) != 0 &&
+        errno != EINVAL) { // a device has no length
+        throw systemError(errno, path);
+    }
+    return file;
+}
+
+Descriptor openOwnForReading(std::string_view path) {
+    const std::string native = follow(nativeOf(path)).native;
+    Descriptor file = openOrThrow(path, native, O_RDONLY | O_NONBLOCK | O_NOCTTY | O_NOFOLLOW);
+    requireOwn(file, path, native);
+    return file;
 }
 
 void writeAll(int descriptor, std::string_view text, std::string_view path) {

@@ -17,11 +17,17 @@ namespace platform {
 [[nodiscard]] Descriptor openOrThrow(std::string_view path, const std::string& native, int flags);
 
 // Opens a file of the program's own, or creates it (if O_CREAT is among the flags) for the user alone. A link
-// is refused, unless it leads to a stream of the process.
+// is refused, unless it leads to a stream of the process, and so is a stranger's file.
 [[nodiscard]] Descriptor openOwn(std::string_view path, int flags);
 
-// A file written in place: emptied (O_TRUNC) or appended to (O_APPEND). A pipe without a reader is an error;
-// it does not block.
+// Opens a file for reading; one that a stranger has made, or a stranger's link leads to, is refused.
+[[nodiscard]] Descriptor openOwnForReading(std::string_view path);
+
+// The same as an InputFile. Throws 75 if it is not a regular file.
+[[nodiscard]] std::unique_ptr<InputFile> openOwnRegular(std::string_view path);
+
+// An existing file or device written in place, opened with one more flag. A pipe without a reader is an
+// error; it does not block.
 [[nodiscard]] std::unique_ptr<OutputFile> openInPlace(std::string_view path, const std::string& native,
                                                       int flag);
 

@@ -10,6 +10,8 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/linux/opening.h"
+#include "platform/linux/strangers.h"
+#include "platform/paths.h"
 #include "platform/systemError.h"
 
 namespace platform {
@@ -53,8 +55,12 @@ bool isOwnLink(std::string_view path) noexcept {
 
 // Whoever may write to a folder with the sticky bit still cannot replace the files of others in it.
 std::string whyForeign(std::string_view path) {
+    const std::string native = nativeOf(path);
     struct stat status {};
-    if (::stat(nativeOf(path).c_str(), &status) != 0) {
+    if (const std::string link = strangersLinkOn(native); !link.empty()) {
+        return "another user has made the link " + displayPath(toInternal(link));
+    }
+    if (::stat(native.c_str(), &status) != 0) {
         return {};
     }
     if (status.st_uid != ::geteuid() && status.st_uid != 0) {
@@ -65,6 +71,16 @@ std::string whyForeign(std::string_view path) {
         return "everybody can write to it";
     }
     return {};
+}
+
+bool isStrangersFile(std::string_view path) noexcept {
+    try {
+        const std::string native = nativeOf(path);
+        struct stat status {};
+        return ::lstat(native.c_str(), &status) == 0 && isStrangers(status, native);
+    } catch (...) { // not a valid path
+        return false;
+    }
 }
 
 bool makeOwnFolder(std::string_view path) {

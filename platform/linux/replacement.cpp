@@ -1,20 +1,18 @@
 #include "platform/linux/replacement.h"
 
 #include <fcntl.h>
-#include <linux/magic.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/vfs.h>
 #include <sys/xattr.h>
 
 #include <array>
 #include <cerrno>
-#include <climits>
 #include <optional>
 #include <utility>
 
 #include "platform/files.h"
 #include "platform/linux/opening.h"
+#include "platform/linux/strangers.h"
 #include "platform/systemError.h"
 
 namespace platform {
@@ -23,31 +21,6 @@ namespace {
 
 constexpr mode_t newFileMode = 0666; // minus the umask
 constexpr mode_t ownerOnly = 0600;   // until it gets the permissions of the file that it replaces
-
-struct Followed {
-    std::string native;
-    bool isOpenFile = false; // through a link in /proc, which leads to an open file
-};
-
-// The file that a path leads to by its last name, following link by link, even if the file does not exist.
-Followed follow(std::string native) {
-    constexpr int mostLinks = 40; // the system's own limit
-    std::array<char, PATH_MAX> link{};
-    for (int count = 0; count < mostLinks; ++count) {
-        const ssize_t length = ::readlink(native.c_str(), link.data(), link.size());
-        if (length < 0) {
-            break;
-        }
-        const std::string folder = native.substr(0, native.rfind('/') + 1);
-        struct statfs volume {};
-        if (::statfs(folder.c_str(), &volume) == 0 && volume.f_type == PROC_SUPER_MAGIC) {
-            return {native, true};
-        }
-        const std::string_view target(link.data(), static_cast<std::size_t>(length));
-        native = target.starts_with('/') ? std::string(target) : folder + std::string(target);
-    }
-    return {std::move(native), false};
-}
 
 // Gives the new file the owner and permissions of the one that it replaces. If the owner, the group or the
 // access list cannot be kept, nobody gets more rights than before.
@@ -62,7 +35,7 @@ void keepPermissions(int file, const std::string& target, const struct stat& exi
     }
     ::fremovexattr(file, accessList); // those of the folder, which a new file gets
     std::array<char, 4096> list{};
-    const ssize_t length = ::getxattr(target.c_str(), accessList, list.data(), list.size());
+    const ssize_t length = ::lgetxattr(target.c_str(), accessList, list.data(), list.size());
     const bool hasList = length > 0 || (length < 0 && errno == ERANGE);
     if (!groupIsKept || hasList) { // with an access list, the group's bits have another meaning
         const mode_t modeOfOthers = (mode & ~groupBits) | (mode << 3 & groupBits & mode);
@@ -93,7 +66,8 @@ public:
         if (making == Making::named || !openUnnamed(mode)) {
             openNamed(mode);
         }
-        if (existing) {
+        // What is for the user alone does not take up the permissions that another user has chosen.
+        if (existing && (newFile != NewFile::own || existing->st_uid == ::geteuid() || ::geteuid() == 0)) {
             keepPermissions(file_.get(), folder + name_, *existing);
         }
     }
@@ -211,6 +185,23 @@ private:
     std::string temporary_; // the file's name beside its target; empty for none
 };
 
+// In a folder that everybody can write to, what another user has put in the target's place may be a trap. A
+// file is replaced there only where they could replace the new one as well.
+void requireOwnTarget(std::string_view path, const std::string& native, const struct stat& existing) {
+    if (S_ISLNK(existing.st_mode)) {
+        throw systemError(ELOOP, path);
+    }
+    struct stat folder {};
+    if (::stat(native.substr(0, native.rfind('/') + 1).c_str(), &folder) != 0 ||
+        (folder.st_mode & S_IWOTH) == 0 || !isStrangers(existing, native)) {
+        return;
+    }
+    const bool isSticky = (folder.st_mode & S_ISVTX) != 0;
+    if (S_ISFIFO(existing.st_mode) || (isSticky && S_ISREG(existing.st_mode))) {
+        throw strangersFile(path);
+    }
+}
+
 } // namespace
 
 bool isStream(std::string_view path) noexcept {
@@ -229,22 +220,24 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFi
     if (path == standardOutput) {
         return openStandardOutput();
     }
-    const std::string native = nativeOf(path);
+    const Followed target = follow(nativeOf(path));
+    if (target.isOpenFile) { // whoever opened it may already have written to it
+        return openInPlace(path, target.native, O_APPEND);
+    }
     std::optional<struct stat> existing{std::in_place};
-    if (::stat(native.c_str(), &*existing) != 0) {
+    if (::lstat(target.native.c_str(), &*existing) != 0) {
         if (errno != ENOENT) {
             throw systemError(errno, path);
         }
         existing.reset();
     }
-    const Followed target = follow(native);
-    if (target.isOpenFile) { // whoever opened it may already have written to it
-        return openInPlace(path, native, O_APPEND);
+    if (existing) {
+        requireOwnTarget(path, target.native, *existing);
     }
     if (existing && !S_ISREG(existing->st_mode)) {
-        return openInPlace(path, native, O_TRUNC);
+        return openInPlace(path, target.native, O_NOFOLLOW);
     }
-    requireWritable(path, native);
+    requireWritable(path, target.native);
     const std::size_t nameStart = target.native.rfind('/') + 1;
     return std::make_unique<ReplacementFile>(path, target.native.substr(0, nameStart),
                                              target.native.substr(nameStart), existing, newFile, making);

@@ -96,6 +96,14 @@ std::string whyForeign(std::string_view path) {
                      : "it belongs to " + std::string(OwnerNames().ownerOf(toInternal(path), EntryFacts()));
 }
 
+bool isStrangersFile(std::string_view path) noexcept {
+    try {
+        return !whyForeign(path).empty();
+    } catch (...) { // not a valid path
+        return false;
+    }
+}
+
 bool makeOwnFolder(std::string_view path) {
     const std::wstring wide = wideOf(path);
     if (::CreateDirectoryW(wide.c_str(), nullptr) != 0) {

@@ -214,7 +214,11 @@ TEST_F(Lists, workbooksLieInAFolderOfTheirOwnWhileTheProgramRuns) {
         EXPECT_FALSE(fs::exists(temporary / "Spannory-left"));
         others = folders();
         const std::string name = ours.newWorkbook(evening);
+        temporary.write("Spannory-left/lock", "");
+        temporary.write("Spannory-left/sheet.xlsx", "half a workbook");
+        fs::permissions(temporary / "Spannory-left", fs::perms::owner_all);
         print(name);
+        EXPECT_FALSE(fs::exists(temporary / "Spannory-left")) << "each workbook removes what is left";
         EXPECT_THAT(name, EndsWith("\\Spannory-03-14-2004-21-05-07.xlsx"));
         EXPECT_THAT(ours.newWorkbook(evening), EndsWith("\\Spannory-03-14-2004-21-05-07-2.xlsx"));
         EXPECT_EQ(folders(), others + 1) << "nothing else is left there";

@@ -11,6 +11,7 @@
 #include "platform/files.h"
 #include "platform/linux/replacement.h"
 #include "platform/runtimeError.h"
+#include "support/errorNumberOf.h"
 #include "support/linux/unprivileged.h"
 #include "support/temporaryFolder.h"
 #include "support/testSystem.h"
@@ -106,6 +107,39 @@ TEST_F(Replacement, followsALinkThatLeadsNowhereYet) {
     platform::replaceFile(file("second"), "new");
     EXPECT_EQ(folder.read("real/report"), "new");
     EXPECT_TRUE(fs::is_symlink(folder / "second") && fs::is_symlink(folder / "first"));
+}
+
+// What another user has put in the target's place, in a folder that everybody can write to.
+TEST_F(Replacement, takesNothingOfAStrangersForItsTarget) {
+    constexpr unsigned stranger = 4712;
+    if (::geteuid() != 0) {
+        GTEST_SKIP() << "only the superuser can make files of others";
+    }
+    fs::permissions(folder.path(), fs::perms::all | fs::perms::sticky_bit);
+    folder.write("precious", "precious");
+    fs::create_symlink("precious", folder / "link");
+    fs::create_symlink("new", folder / "link to nothing");
+    fs::create_symlink("link", folder / "own link to theirs");
+    folder.write("file", "theirs");
+    ASSERT_EQ(::mkfifo(file("pipe").c_str(), 0666), 0);
+    for (const char* name : {"link", "link to nothing", "file", "pipe"}) {
+        ASSERT_EQ(::lchown(file(name).c_str(), stranger, stranger), 0);
+    }
+    for (const char* name : {"link", "link to nothing", "own link to theirs", "file", "pipe"}) {
+        const std::size_t before = entries(folder);
+        EXPECT_EQ(errorNumberOf([&] { platform::replaceFile(file(name), "new"); }), 75) << name;
+        EXPECT_EQ(entries(folder), before) << name;
+    }
+    EXPECT_EQ(folder.read("precious"), "precious");
+    EXPECT_EQ(folder.read("file"), "theirs");
+
+    // Where they can be replaced, what is for the user alone stays so.
+    fs::permissions(folder.path(), fs::perms::all);
+    ASSERT_EQ(::chmod(file("file").c_str(), 0666), 0);
+    const Unprivileged user;
+    ASSERT_TRUE(user.is());
+    platform::replaceFile(file("file"), "new", platform::NewFile::own);
+    EXPECT_EQ(modeOf(folder / "file"), mode_t{0600});
 }
 
 TEST_F(Replacement, saysThatTheFolderTakesNoNewFile) {
