@@ -81,7 +81,7 @@ struct clsSettings::Key {
 };
 
 // In the order in which they are read. The numbers are saved in the same order.
-constexpr std::array<clsSettings::Key, 12> clsSettings::keys{{
+constexpr std::array<clsSettings::Key, 13> clsSettings::keys{{
     {applicationSection, "caseSensitiveExtensions", "0", &clsSettings::caseSensitiveExt_},
     {applicationSection, ownerKey, "1", &clsSettings::getOwnerInfo_},
     {applicationSection, "getExtensionInfo", "1", &clsSettings::getExtensionInfo_},
@@ -94,6 +94,7 @@ constexpr std::array<clsSettings::Key, 12> clsSettings::keys{{
     {userSection, "UserListSortOrder", "1", &clsSettings::lvwUSortOrder_},
     {applicationSection, "fullFileSizes", "0", &clsSettings::fullFileSizes_},
     {applicationSection, exactKey, "0", &clsSettings::exact_},
+    {applicationSection, "readOnly", "0", &clsSettings::readOnly_},
 }};
 
 void clsSettings::assign(const Key& key, std::string_view text) {

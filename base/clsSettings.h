@@ -50,6 +50,10 @@ public:
     [[nodiscard]] bool exact() const noexcept { return exact_; }
     void setExact(bool value) noexcept { exact_ = value; }
 
+    // Whether nothing on the disk may be changed from the window, so that nothing can be moved to the trash.
+    [[nodiscard]] bool readOnly() const noexcept { return readOnly_; }
+    void setReadOnly(bool value) noexcept { readOnly_ = value; }
+
     // Odd on purpose: texts that nothing reads or writes, kept in the class's interface.
     std::string elTUnknownOwner, elTNoExtension, elFileType, elTAllFiles, elTLastScanFormat, elOwner,
         elDetails, elErrorName, elError, elFileSize, elFileCount, elOwnerName, elExtName, elExtension,
@@ -70,7 +74,7 @@ public:
 
 private:
     struct Key;
-    static const std::array<Key, 12> keys;
+    static const std::array<Key, 13> keys;
     void assign(const Key& key, std::string_view text);
 
     std::string databasePath_;
@@ -85,6 +89,7 @@ private:
     bool caseSensitiveExt_ = false;
     bool fullFileSizes_ = false;
     bool exact_ = false;
+    bool readOnly_ = false;
 };
 
 // False only if the setting "dontUseNetwork" is exactly "0" or missing; with any other text ("00", "no", …)

@@ -68,6 +68,10 @@ std::string modFolderRows::directlyIn(std::string_view folder) {
     return "parentFolder=" + quoted(folder);
 }
 
+std::string modFolderRows::fileIn(std::string_view folder, std::string_view name) {
+    return directlyIn(folder) + " and isFolder=0 and fileName=" + quoted(name);
+}
+
 std::string modFolderRows::anywhereIn(std::string_view folder) {
     return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
 }

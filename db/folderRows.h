@@ -21,6 +21,8 @@ inline constexpr std::string_view otherVolume = "File Folder (other volume)";
 [[nodiscard]] std::string itself(std::string_view folder);
 // The items directly in it.
 [[nodiscard]] std::string directlyIn(std::string_view folder);
+// The file with that name directly in it.
+[[nodiscard]] std::string fileIn(std::string_view folder, std::string_view name);
 // The items in it, at any depth.
 [[nodiscard]] std::string anywhereIn(std::string_view folder);
 

@@ -126,6 +126,21 @@ void clsSearch::resetWholeFolder(std::string_view path) {
     gaps.forgetWhole(path);
 }
 
+void clsSearch::removeEntry(std::string_view path) {
+    const bool isFolder = path.ends_with('\\');
+    beginReset();
+    if (isFolder) {
+        modFolderRows::removeWhole(database_.database(), path);
+    } else {
+        file_.setFullPath(path);
+        modFolderRows::remove(database_.database(),
+                              modFolderRows::fileIn(file_.parentFolder(), file_.lastFolder()));
+    }
+    const std::string folder = isFolder ? std::string(path) : std::string(path) + "\\";
+    above_.follow(database_.database(), folder, true);
+    gaps.forgetWhole(folder);
+}
+
 void clsSearch::resetAll() {
     beginReset();
     database_.database().Execute("delete * from details");
@@ -233,8 +248,7 @@ void clsSearch::replaceFolder(std::string_view path, const modFolderRows::Record
 void clsSearch::removeFileCalled(std::string_view path) {
     if (!bulkLoad_) {
         file_.setFullPath(path);
-        const std::string file = modFolderRows::directlyIn(file_.parentFolder()) +
-                                 " and isFolder=0 and fileName=" + modGlobal::quoted(file_.lastFolder());
+        const std::string file = modFolderRows::fileIn(file_.parentFolder(), file_.lastFolder());
         storing([&] { modFolderRows::remove(database_.database(), file); });
     }
 }

@@ -59,6 +59,10 @@ public:
     // stamp until this one has. A running scan is cancelled, because what it knows about the rows is no
     // longer true.
 
+    // Deletes the rows of an entry that no longer exists: a file's own, or a folder's with everything below
+    // it. The sizes of the folders above are correct again, and their stamps stay.
+    void removeEntry(std::string_view path);
+
     // Deletes all rows.
     void resetAll();
 

@@ -45,11 +45,6 @@ std::string nodeOf(std::string_view typedPath) {
     return path.empty() || !platform::folderExists(path) ? "" : platform::recordedPath(path);
 }
 
-// False if it cannot be seen whether it exists.
-bool isGone(const std::string& key) {
-    return !platform::folderExists(key) && platform::whyHidden(key).empty();
-}
-
 // Says why there is no node for a typed path.
 void tellWhyNoNode(clsUserInterface& userInterface, std::string_view typedPath) {
     const std::string path = internalOf(typedPath);
@@ -208,6 +203,10 @@ bool FolderSelection::goesElsewhere(const std::string& key) {
     }
     goTo(recorded);
     return true;
+}
+
+bool FolderSelection::isGone(const std::string& key) {
+    return !platform::folderExists(key) && platform::whyHidden(key).empty();
 }
 
 // The tree shows the folder still; what was recorded of it no longer counts. Loaded rows stay.
@@ -379,71 +378,8 @@ void FolderSelection::goTo(const std::string& key) {
     tvw_NodeClick(key);
 }
 
-void FolderSelection::refreshScreen() {
-    modGlobal::trapped(moduleName, "refreshScreen", [&] {
-        const std::string key = dependencies_.tree.selectedKey();
-        if (key.empty()) {
-            dependencies_.userInterface.message("You must first select a folder.");
-            return;
-        }
-        if (holds_ > 0) {
-            return;
-        }
-        if (isOnlyLoaded(key)) {
-            dependencies_.userInterface.message("There is no folder " + platform::displayPath(key) +
-                                                " on this computer.  What was loaded of it stays as it is.");
-            return;
-        }
-        if (dependencies_.database.isOpen()) {
-            const BusyPointer busy(dependencies_.userInterface);
-            clsSearch& search = dependencies_.search;
-            dependencies_.settings.exact() ? search.resetWholeFolder(key) : search.resetScanCompleteTime(key);
-        }
-        dependencies_.views.clearFilesList();
-        tvw_NodeClick(key);
-    });
-}
-
 bool FolderSelection::holdsLoadedRows() const {
     return lastLoadedRow_ > 0 && dependencies_.database.isOpen() && hasLoadedRow("idx>0");
-}
-
-bool FolderSelection::scanAgain() {
-    return modGlobal::trapped(moduleName, "scanAgain", [&] {
-        clsSearch& search = dependencies_.search;
-        if (search.processing || holds_ > 0 || !dependencies_.database.isOpen()) {
-            return false;
-        }
-        dependencies_.views.clearFilesList();
-        const std::set<std::string> folders = starts_;
-        const bool isComplete = std::all_of(folders.begin(), folders.end(), [&](const std::string& folder) {
-            search.resetWholeFolder(folder);
-            return isGone(folder) || scan(folder);
-        });
-        const std::string selected = dependencies_.tree.selectedKey();
-        if (isComplete && !suppressed_ && !selected.empty()) {
-            tvw_NodeClick(selected);
-        } else if (!suppressed_) {
-            showItems();
-            dependencies_.views.refreshActiveView();
-            Q_EMIT figuresChanged();
-        }
-        return isComplete;
-    });
-}
-
-// Of folders that lie in each other, only the outer one.
-void FolderSelection::noteStart(const std::string& key) {
-    const bool isInner = std::any_of(starts_.begin(), starts_.end(),
-                                     [&](const std::string& start) { return key.starts_with(start); });
-    if (!isInner) {
-        forgetStarts(key);
-        starts_.insert(key);
-    }
-}
-
-void FolderSelection::forgetStarts(const std::string& key) {
-    std::erase_if(starts_, [&](const std::string& start) { return start.starts_with(key); });
 }
 
 void FolderSelection::openFolder(const std::string& key) {

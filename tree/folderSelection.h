@@ -65,6 +65,14 @@ public:
     // everything below it. A loaded folder that is not on this computer stays unchanged.
     void refreshScreen();
 
+    // Scans a folder again, like refreshScreen, wherever it is; the selection stays. False if a scan is
+    // running, or this one was cancelled.
+    bool scanFolderAgain(const std::string& key);
+
+    // These entries (a folder's path ends in "\") no longer exist: their rows and nodes go, the totals above
+    // them follow, and the views are refreshed.
+    void entriesRemoved(const std::vector<std::string>& entries);
+
     // Whether rows of a loaded scan are left.
     [[nodiscard]] bool holdsLoadedRows() const;
 
@@ -132,9 +140,13 @@ private:
     enum class Answer { yes, none, cancelled };
     Answer waitForVolume(const std::string& key);
     void showProblem(const std::string& key, QStringView problem);
+    // False if it cannot be seen whether it exists.
+    [[nodiscard]] static bool isGone(const std::string& key);
     void forgetGone(const std::string& key);
+    void reset(const std::string& key);
     bool goesElsewhere(const std::string& key);
     void goTo(const std::string& key);
+    void refreshViews();
     void noteStart(const std::string& key);
     void forgetStarts(const std::string& key);
     bool scan(const std::string& key); // false if it was not completed

@@ -1,6 +1,7 @@
 #include "tree/folderTree.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -135,6 +136,20 @@ QString FolderTree::remarkOn(const QModelIndex& index) const {
     return remark;
 }
 
+void FolderTree::removeNode(std::string_view key) {
+    const std::string above = model_.parentKey(key);
+    const QModelIndex node = model_.indexOf(key);
+    for (QModelIndex selected = currentIndex(); selected.isValid(); selected = selected.parent()) {
+        if (selected == node) {
+            selectQuietly(above.empty() ? QModelIndex() : model_.indexOf(above));
+            break;
+        }
+    }
+    const QScopedValueRollback<bool> guard(selecting_,
+                                           true); // the view must not announce another node instead
+    model_.remove(key);
+}
+
 std::vector<PlacedNode> FolderTree::allNodes() const {
     std::vector<PlacedNode> nodes = model_.allNodes();
     const std::string selected = selectedKey();
@@ -212,6 +227,23 @@ QItemSelectionModel::SelectionFlags FolderTree::selectionCommand(const QModelInd
     return command.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : command;
 }
 
+void FolderTree::mousePressEvent(QMouseEvent* event) {
+    if (event->button() != Qt::RightButton) {
+        QTreeView::mousePressEvent(event);
+    }
+}
+
+void FolderTree::contextMenuEvent(QContextMenuEvent* event) {
+    const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
+    const QModelIndex node = isMouse ? indexAt(event->pos()) : currentIndex();
+    if (node.isValid()) {
+        const QPoint place =
+            isMouse ? event->globalPos() : viewport()->mapToGlobal(visualRect(node).bottomLeft());
+        Q_EMIT menuRequested(model_.keyOf(node), place);
+    }
+    event->accept();
+}
+
 void FolderTree::mouseReleaseEvent(QMouseEvent* event) {
     QTreeView::mouseReleaseEvent(event);
     if (rest_.isActive()) { // pressed on one node and released on another, or with another button
@@ -232,6 +264,14 @@ void FolderTree::keyPressEvent(QKeyEvent* event) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
         announceSelection();
+        break;
+    case Qt::Key_F10:
+        if (event->modifiers() == Qt::ShiftModifier && currentIndex().isValid()) {
+            Q_EMIT menuRequested(selectedKey(),
+                                 viewport()->mapToGlobal(visualRect(currentIndex()).bottomLeft()));
+            break;
+        }
+        QTreeView::keyPressEvent(event);
         break;
     case Qt::Key_Asterisk: // Qt would expand, and so list, everything below
     case Qt::Key_Plus:

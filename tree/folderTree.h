@@ -36,6 +36,10 @@ public:
         model_.insertSorted(parentKey, std::move(nodes));
     }
 
+    // Removes the node and all below it. If the selected one is among them, the node above is selected; emits
+    // neither signal.
+    void removeNode(std::string_view key);
+
     // All nodes in tree order, with their state (expanded, selected).
     [[nodiscard]] std::vector<PlacedNode> allNodes() const;
     // Replaces all nodes by these, with their state (if several are selected, the last one counts); with no
@@ -104,8 +108,13 @@ Q_SIGNALS:
     // The user clicked a node (even the selected one), pressed Enter or Space on it, or moved to it with
     // other keys and stayed there (see setRestInterval).
     void nodeClicked(const std::string& key);
+    // The right button on a node, which it does not select, or the menu key or Shift+F10 on the selected one;
+    // `place` is the menu's position on the screen.
+    void menuRequested(const std::string& key, const QPoint& place);
 
 protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     [[nodiscard]] QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;

@@ -180,6 +180,27 @@ void TreeModel::insertRun(Node& parent, std::size_t position, TreeNode* first, T
     endInsertRows();
 }
 
+void TreeModel::remove(std::string_view key) {
+    const Node& node = nodeOf(key);
+    Node& parent = *node.parent;
+    const int row = node.row;
+    beginRemoveRows(indexOf(parent), row, row);
+    std::vector<const Node*> open{&node};
+    while (!open.empty()) {
+        const Node& removed = *open.back();
+        open.pop_back();
+        byKey_.erase(removed.content.key);
+        for (const auto& child : removed.children) {
+            open.push_back(child.get());
+        }
+    }
+    parent.children.erase(parent.children.begin() + row);
+    for (auto i = static_cast<std::size_t>(row); i < parent.children.size(); ++i) {
+        parent.children[i]->row = static_cast<int>(i);
+    }
+    endRemoveRows();
+}
+
 std::vector<QModelIndex> TreeModel::replaceAll(std::vector<PlacedNode> nodes) {
     auto top = std::make_unique<Node>();
     NodesByKey byKey;
@@ -347,7 +368,8 @@ QVariant TreeModel::data(const QModelIndex& index, int role) const {
         return node.bold ? QVariant(font) : QVariant();
     }
     case Qt::ForegroundRole:
-        return node.text.endsWith(QStringLiteral("(Access Denied)"), Qt::CaseInsensitive)
+        return node.text.endsWith(QStringLiteral("(Access Denied)"), Qt::CaseInsensitive) ||
+                       node.text.endsWith(QStringLiteral("(not answering)"))
                    ? QGuiApplication::palette().brush(QPalette::PlaceholderText)
                    : QVariant();
     default:

@@ -34,8 +34,8 @@ struct PlacedNode {
     bool selected = false;
 };
 
-// The nodes of the folder tree, each quickly found by its key. Nodes are added one by one but only removed
-// all together, so an index stays valid until then, although its row may change.
+// The nodes of the folder tree, each quickly found by its key. An index stays valid until its node is
+// removed, although its row may change.
 //
 // A placeholder (key "DUMMY" + the key of the node above it) counts as a child when asked for by key, but is
 // not a row of the model: it makes a node show its expand mark, and a tree may have very many of them.
@@ -62,6 +62,9 @@ public:
     // case, with numbers by value. The other children must have been added in this way too. Adds all or, on
     // error, none.
     void insertSorted(std::string_view parentKey, std::vector<TreeNode> nodes);
+
+    // Removes the node and all below it.
+    void remove(std::string_view key);
 
     // All nodes in tree order.
     [[nodiscard]] std::vector<PlacedNode> allNodes() const;

@@ -35,6 +35,13 @@ std::string modFigures::summaryText(const FolderSummary& summary) {
            counted(summary.folders, "folder", "folders");
 }
 
+double modFigures::fileSize(Database& database, std::string_view path) {
+    const clsFile file(path);
+    const auto rows = database.OpenRecordset("select size from details where " +
+                                             modFolderRows::fileIn(file.parentFolder(), file.lastFolder()));
+    return rows->EndOfFile() ? 0 : modLvw::soundSize(rows->Fields(0).number());
+}
+
 std::optional<double> modFigures::scannedSize(Database& database, std::string_view key) {
     const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
     if (!own->EndOfFile()) {

@@ -105,6 +105,9 @@ Q_SIGNALS:
     // A double click on what the first click has left in its place, or, before barActivated, Enter.
     void barEntered(const std::string& label);
     void depthChanged(int depth);
+    // The right button on a bar or slice, or the menu key or Shift+F10 on the selected one: its index, and
+    // the menu's position on the screen.
+    void menuRequested(int index, const QPoint& place);
 
 protected:
     bool event(QEvent* event) override;
@@ -115,6 +118,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void leaveEvent(QEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;

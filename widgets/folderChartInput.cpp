@@ -205,9 +205,21 @@ void FolderChart::keyPressEvent(QKeyEvent* event) {
         plain ? key == Qt::Key_Backspace : key == Qt::Key_Up && event->modifiers().testFlag(Qt::AltModifier);
     if (plain && (key == Qt::Key_Enter || key == Qt::Key_Return || key == Qt::Key_Space)) {
         activateSelected();
+    } else if (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && selected_ >= 0) {
+        Q_EMIT menuRequested(selected_, mapToGlobal(markOf(selected_).center().toPoint()));
     } else if (isUp ? !up() : !plain || !moveByKey(key)) {
         QWidget::keyPressEvent(event); // for whoever stands around the chart
     }
+}
+
+void FolderChart::contextMenuEvent(QContextMenuEvent* event) {
+    const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
+    const int index = isMouse ? entryAt(event->pos()) : selected_;
+    if (index >= 0) {
+        Q_EMIT menuRequested(index,
+                             isMouse ? event->globalPos() : mapToGlobal(markOf(index).center().toPoint()));
+    }
+    event->accept();
 }
 
 void FolderChart::focusInEvent(QFocusEvent* event) {

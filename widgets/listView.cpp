@@ -71,7 +71,7 @@ ListView::ListView(std::span<const ListColumn> columns, const ImageList* images,
     setIconSize({iconSide, iconSide});
     setUpHeader();
     connect(this, &QAbstractItemView::activated, this, [this](const QModelIndex& index) {
-        if (index.row() == selectedRow()) {
+        if (selectionModel()->isRowSelected(index.row())) {
             const ListRow& row = rows_.row(index.row());
             Q_EMIT itemActivated(std::string(row.key()), std::string(row.tag()));
         }
@@ -102,8 +102,18 @@ void ListView::setUpHeader() {
 }
 
 int ListView::selectedRow() const {
-    const QModelIndexList selected = selectionModel()->selectedRows();
-    return selected.isEmpty() ? -1 : selected.front().row();
+    const std::vector<int> selected = selectedRows();
+    const bool isCurrent = std::binary_search(selected.begin(), selected.end(), currentIndex().row());
+    return selected.empty() ? -1 : isCurrent ? currentIndex().row() : selected.front();
+}
+
+std::vector<int> ListView::selectedRows() const {
+    std::vector<int> rows;
+    for (const QModelIndex& index : selectionModel()->selectedRows()) {
+        rows.push_back(index.row());
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
 }
 
 void ListView::selectRow(int row) {

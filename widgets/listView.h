@@ -3,6 +3,7 @@
 #include <QTreeView>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "widgets/listModel.h"
 
@@ -13,8 +14,8 @@ struct ListSort {
     int order = 0;       // 0 ascending, 1 descending
 };
 
-// A report list that shows whole rows; one row can be selected, and typing the first letters of the first
-// column finds a row. Only modLvw::lvsort sorts it.
+// A report list that shows whole rows; one row can be selected, or several if the selection mode allows it,
+// and typing the first letters of the first column finds a row. Only modLvw::lvsort sorts it.
 class ListView final : public QTreeView {
     Q_OBJECT
 
@@ -26,8 +27,10 @@ public:
     [[nodiscard]] ListModel& rows() noexcept { return rows_; }
     [[nodiscard]] const ListModel& rows() const noexcept { return rows_; }
 
-    // The selected row, or -1.
+    // The selected row, of several the current one or else the first; -1 if there is none.
     [[nodiscard]] int selectedRow() const;
+    // In the list's order.
+    [[nodiscard]] std::vector<int> selectedRows() const;
     // Selects the row and scrolls it into view.
     void selectRow(int row);
 
@@ -48,7 +51,7 @@ public:
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 
 Q_SIGNALS:
-    // Enter, a double click, or a single click if the desktop activates with one, on the selected row.
+    // Enter, a double click, or a single click if the desktop activates with one, on a selected row.
     void itemActivated(const std::string& key, const std::string& tag);
     // A click on a header; here columns are counted from 1.
     void columnClicked(int column);

@@ -16,6 +16,7 @@ WindowOptions parseWindowCommandLine(int argumentCount, const char* const* argum
     app.add_option("--app-folder", options.applicationFolder,
                    "Application folder, with settings.ini, main.dat and errorLog.txt")
         ->type_name("DIR");
+    app.add_flag("--read-only", options.readOnly, "Offer nothing that changes files or folders");
     try {
         app.parse(argumentCount, arguments);
     } catch (const CLI::ParseError& error) {

@@ -69,13 +69,16 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
       selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
-      header_({working_, search_, selection_}), navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
+      header_({working_, search_, selection_}),
+      navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
       treeSizes_({tvw_, cP_, working_, search_, selection_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
       listMenu_(
           {tvw_, views_, settings_, working_, userInterface_, clipboard_, [this] { return newWorkbook(); }}),
+      items_({selection_, search_, settings_, working_, userInterface_, dialogs, clipboard_}),
+      itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
@@ -107,9 +110,10 @@ void frmMain::form_load() {
     loadStep([this] { views_.chart().setChartStyle(ChartStyle::bar); });
     loadStep([this] {
         modMenuIcons::addMenuImages(imlMenu_);
-        modMenus::createMenus(cP_, cPLvw_, *this, imlMenu_, settings_);
+        modMenus::createMenus(cP_, cPLvw_, cPItem_, *this, imlMenu_, settings_);
         modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
         navigation_.update();
+        itemMenu_.connectMenus();
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
@@ -233,6 +237,7 @@ void frmMain::nameControls() {
     prg_.setObjectName(QStringLiteral("prg"));
     cP_.setObjectName(QStringLiteral("cP"));
     cPLvw_.setObjectName(QStringLiteral("cPLvw"));
+    cPItem_.setObjectName(QStringLiteral("cPItem"));
     tbrMenu_.setObjectName(QStringLiteral("tbrMenu"));
     cRebar_.setObjectName(QStringLiteral("cRebar"));
     splitter_.setObjectName(QStringLiteral("splitter"));
@@ -298,11 +303,14 @@ void frmMain::wire() {
             [this](const std::string& key, const std::string& tag) { lvwF_Click(key, tag); });
     connect(&cP_, &PopMenu::click, this, [this](int index) { commands_.cP_Click(index); });
     connect(&views_, &ViewTabs::menuRequested, this,
-            [this](const QPoint& place) { cPLvw_.popUpMenu().popup(place); });
-    connect(&cPLvw_, &PopMenu::click, this,
-            [this](int index) { runExclusively([&] { listMenu_.cPLvw_Click(index); }); });
+            [this](const QPoint& place) { itemMenu_.popUpForList(place); });
+    connect(&cPLvw_, &PopMenu::click, this, [this](int index) {
+        if (!itemMenu_.run(cPLvw_.itemKey(index).toStdString())) {
+            runExclusively([&] { listMenu_.cPLvw_Click(index); });
+        }
+    });
     connect(&views_, &ViewTabs::copyRequested, this,
-            [this] { runExclusively([this] { listMenu_.cPLvw_Click(ListMenu::copyItem); }); });
+            [this] { runExclusively([this] { listMenu_.copySelection(); }); });
     updateEscape();
     connect(&escape_, &QShortcut::activated, this, [this] {
         if (scanning_) {
@@ -391,6 +399,7 @@ MenuTargets frmMain::menuTargets() {
     targets.goBack = [this] { navigation_.goBack(); };
     targets.goForward = [this] { navigation_.goForward(); };
     targets.treeSizes = [this] { treeSizes_.toggle(); };
+    targets.runOnItem = [this](std::string_view key) { return itemMenu_.run(key); };
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
     return targets;

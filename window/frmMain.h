@@ -32,6 +32,7 @@
 #include "window/folderHeader.h"
 #include "window/folderNavigation.h"
 #include "window/help/showHelp.h"
+#include "window/itemMenu.h"
 #include "window/menu/menuToolbar.h"
 #include "window/menu/popMenu.h"
 #include "window/menu/rebar.h"
@@ -122,6 +123,7 @@ private:
 
     PopMenu cP_{this};
     PopMenu cPLvw_{this};
+    PopMenu cPItem_{this};
     MenuToolbar tbrMenu_;
     Rebar cRebar_;
     FolderNavigation navigation_;
@@ -132,6 +134,8 @@ private:
     DatabaseCommands databases_;
     ChartCommands charts_;
     ListMenu listMenu_;
+    ItemCommands items_;
+    ItemMenu itemMenu_;
     frmUnreadable unreadable_{this};
     FigureNotices notices_;
     MenuCommands commands_;

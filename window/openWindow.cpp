@@ -8,6 +8,9 @@
 std::unique_ptr<frmMain> openWindow(const WindowOptions& options, clsDialogs& dialogs) {
     try {
         auto window = std::make_unique<frmMain>(findApplicationFolder(options.applicationFolder), dialogs);
+        if (options.readOnly) {
+            window->settings().setReadOnly(true);
+        }
         window->show();
         if (!options.path.empty()) {
             QTimer::singleShot(0, window.get(),

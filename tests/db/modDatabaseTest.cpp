@@ -148,11 +148,12 @@ TEST_F(ModDatabase, followsNoLinkThatIsPutInItsPlace) {
 
 TEST_F(ModDatabase, isNotDisturbedByWhatTheEngineLeft) {
     static_cast<void>(prepare());
-    for (const std::string& left :
-         {std::string("\xD9\xD5\x05\xF9\x20\xA1\x63\xD7") + std::string(2000, '\1'), std::string(9, 'x')}) {
+    const std::string journal = "\xD9\xD5\x05\xF9\x20\xA1\x63\xD7" + std::string(2000, '\1');
+    for (const std::string& left : {journal, std::string(9, 'x')}) {
         folder.write("main.dat-journal", left);
         EXPECT_EQ(prepare().path(), folder.internal("main.dat"));
-        EXPECT_FALSE(fs::exists(folder / "main.dat-journal"));
+        EXPECT_EQ(fs::exists(folder / "main.dat-journal"), left != journal)
+            << "no journal is not the engine's";
     }
     EXPECT_TRUE(userInterface.messages.empty());
 }

@@ -53,6 +53,18 @@ TEST_F(TreeModelTest, sortsFoldersAsPeopleDoAndInsertsThemInRuns) {
     }
 }
 
+TEST_F(TreeModelTest, removesANodeWithAllBelowIt) {
+    model.insertSorted("/\\", folders({"a", "b", "c"}));
+    model.append("/\\b\\", {"/\\b\\deep\\", {}, {}, {}});
+    const QPersistentModelIndex last = model.indexOf("/\\c\\");
+    model.remove("/\\b\\");
+    EXPECT_EQ(texts(), "a c ");
+    EXPECT_FALSE(model.contains("/\\b\\deep\\"));
+    EXPECT_EQ(model.keyOf(last), "/\\c\\");
+    EXPECT_EQ(model.indexOf("/\\c\\").row(), 1);
+    EXPECT_EQ(errorNumberOf([&] { model.remove("/\\b\\"); }), 35601);
+}
+
 TEST_F(TreeModelTest, refusesKeysThatAreThereOrAreNot) {
     model.insertSorted("/\\", folders({"usr"}));
     model.addPlaceholder("/\\usr\\");

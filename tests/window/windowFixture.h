@@ -28,6 +28,7 @@ public:
         questions.push_back(text.toStdString());
         return answer;
     }
+    void properties(const PropertyRows& rows) override { shownProperties.push_back(rows); }
     void about() override { ++abouts; }
     void exportOptions(clsExport& options) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override { return chosen(request); }
@@ -42,6 +43,7 @@ public:
     std::vector<std::string> questions;
     std::vector<FileRequest> requests; // requests for files
     std::vector<std::string> opened;   // files opened in their applications
+    std::vector<PropertyRows> shownProperties;
     bool answer = true;
     int abouts = 0;
     std::string file;                                 // the answer to file dialogs; empty: Cancel

@@ -23,16 +23,28 @@ void ListMenu::cPLvw_Click(int index) {
             return;
         }
         const ViewTabs::Hold hold(dependencies_.views);
-        const ShownList table(list->rows());
         if (index == exportItem) {
-            modGlobal::printToExcel(table, caption(), dependencies_.userInterface,
+            modGlobal::printToExcel(ShownList(list->rows()), caption(), dependencies_.userInterface,
                                     dependencies_.workbookName());
         } else if (index == copyItem) {
-            modGlobal::copyClipboardLvw(table, dependencies_.userInterface, dependencies_.clipboard,
-                                        dependencies_.settings.exact(),
-                                        dependencies_.database.holdsLoadedRows());
+            copy(*list, false);
         }
     });
+}
+
+void ListMenu::copySelection() {
+    modGlobal::trapped("frmMain", "copySelection", [&] {
+        if (const ListView* const list = dependencies_.views.activeList()) {
+            const ViewTabs::Hold hold(dependencies_.views);
+            copy(*list, list->selectedRows().size() > 1);
+        }
+    });
+}
+
+void ListMenu::copy(const ListView& list, bool onlySelected) {
+    const ShownList table(list.rows(), onlySelected ? std::optional(list.selectedRows()) : std::nullopt);
+    modGlobal::copyClipboardLvw(table, dependencies_.userInterface, dependencies_.clipboard,
+                                dependencies_.settings.exact(), dependencies_.database.holdsLoadedRows());
 }
 
 // The kind of list, and the folder that it shows.

@@ -4,6 +4,7 @@
 #include <string>
 
 class FolderTree;
+class ListView;
 class ViewTabs;
 class WorkingDatabase;
 class clsSettings;
@@ -37,7 +38,11 @@ public:
     // clipboard. Does nothing while the chart is shown. Errors are logged.
     void cPLvw_Click(int index);
 
+    // Copies the selected rows, or the whole list if there are fewer than two.
+    void copySelection();
+
 private:
+    void copy(const ListView& list, bool onlySelected);
     [[nodiscard]] std::string caption() const;
 
     Dependencies dependencies_;

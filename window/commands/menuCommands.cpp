@@ -55,7 +55,9 @@ void MenuCommands::cP_Click(int index) {
                 return;
             }
         }
-        unassigned(index);
+        if (!targets_.runOnItem || !targets_.runOnItem(key)) {
+            unassigned(index);
+        }
     });
 }
 

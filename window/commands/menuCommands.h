@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <string_view>
 
 #include "export/reportFormats.h"
 
@@ -27,6 +28,8 @@ struct MenuTargets {
     std::function<void()> goBack;
     std::function<void()> goForward;
     std::function<void()> treeSizes;
+    std::function<bool(std::string_view key)>
+        runOnItem; // false if the key is of no command for files and folders
     std::function<void()> showAbout;
     std::function<void()> showHelp;
 };

@@ -1,6 +1,7 @@
 #include "window/commands/shownList.h"
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -15,18 +16,23 @@ Kind kindOf(std::string_view tag) {
 
 } // namespace
 
-ShownList::ShownList(const ListModel& rows) : rows_(rows) {
+ShownList::ShownList(const ListModel& rows, std::optional<std::vector<int>> chosen)
+    : rows_(rows), chosen_(std::move(chosen)) {
     for (const ListColumn& column : rows.columns()) {
         columns_.push_back({column.header, kindOf(column.tag)});
     }
 }
 
 std::size_t ShownList::rowCount() const {
-    return static_cast<std::size_t>(rows_.rowCount());
+    return chosen_ ? chosen_->size() : static_cast<std::size_t>(rows_.rowCount());
+}
+
+int ShownList::rowOf(std::size_t row) const {
+    return chosen_ ? chosen_->at(row) : static_cast<int>(row);
 }
 
 std::string_view ShownList::text(std::size_t row, std::size_t column) const {
-    text_ = rows_.text(static_cast<int>(row), static_cast<int>(column));
+    text_ = rows_.text(rowOf(row), static_cast<int>(column));
     return text_;
 }
 
@@ -40,5 +46,5 @@ std::optional<double> ShownList::number(std::size_t row, std::size_t column) con
 }
 
 ListCell ShownList::cell(std::size_t row, std::size_t column) const {
-    return rows_.row(static_cast<int>(row)).cell(static_cast<int>(column));
+    return rows_.row(rowOf(row)).cell(static_cast<int>(column));
 }

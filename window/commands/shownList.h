@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,8 +10,8 @@
 // A list of the window, for copying and exporting.
 class ShownList final : public modExport::ListTable {
 public:
-    // The rows must outlive this.
-    explicit ShownList(const ListModel& rows);
+    // The rows must outlive this. `chosen`: only these of them.
+    explicit ShownList(const ListModel& rows, std::optional<std::vector<int>> chosen = {});
 
     [[nodiscard]] std::span<const Column> columns() const override { return columns_; }
     [[nodiscard]] std::size_t rowCount() const override;
@@ -18,9 +19,11 @@ public:
     [[nodiscard]] std::optional<double> number(std::size_t row, std::size_t column) const override;
 
 private:
+    [[nodiscard]] int rowOf(std::size_t row) const;
     [[nodiscard]] ListCell cell(std::size_t row, std::size_t column) const;
 
     const ListModel& rows_;
+    std::optional<std::vector<int>> chosen_;
     std::vector<Column> columns_;
     mutable std::string text_; // the last one requested
 };

@@ -3,6 +3,8 @@
 #include <QString>
 #include <string>
 
+#include "window/dialogs/propertyRows.h"
+
 class clsExport;
 
 // The settings of a file dialog.
@@ -23,6 +25,8 @@ public:
     virtual void messageAbout(const QString& text, const QString& subject) = 0;
     // A Yes/No question; true for Yes.
     [[nodiscard]] virtual bool ask(const QString& text) = 0;
+    // A box with the properties of files and folders.
+    virtual void properties(const PropertyRows& rows) = 0;
     // The About box.
     virtual void about() = 0;
     // The options box of an export, which changes the options (frmExport).

@@ -14,6 +14,7 @@
 #include "window/dialogs/fileFilter.h"
 #include "window/dialogs/frmAbout.h"
 #include "window/dialogs/frmExport.h"
+#include "window/dialogs/frmProperties.h"
 
 namespace {
 
@@ -49,6 +50,11 @@ void QtDialogs::messageAbout(const QString& text, const QString& subject) {
 bool QtDialogs::ask(const QString& text) {
     return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) ==
            QMessageBox::Yes;
+}
+
+void QtDialogs::properties(const PropertyRows& rows) {
+    frmProperties box(rows, parent_);
+    box.exec();
 }
 
 void QtDialogs::about() {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "base/clsSettings.h"
 #include "base/errorTrap.h"
@@ -26,7 +27,7 @@ struct MenuItem {
 // Odd on purpose: the first View items end in a tab, which leaves their shortcut column empty; two of them
 // have a blank before it; the separators of View have the same key; two items of File have no access key. The
 // chart's two items must stay next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 35> mainMenu{{
+constexpr std::array<MenuItem, 43> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -58,6 +59,14 @@ constexpr std::array<MenuItem, 35> mainMenu{{
     {1, "GoForward", "For&ward\tAlt+Right", 19},
     {1, "Spacer1", "-"},
     {1, "TreeSizes", "Sizes in the &Tree", PopMenu::noIcon, Mark::off},
+    {0, "Item", "&Item"},
+    {1, "ItemOpen", "&Open\tEnter"},
+    {1, "ItemShow", "&Show in File Manager\tCtrl+Enter"},
+    {1, "ItemCopyPath", "Copy Pat&h\tCtrl+Shift+C"},
+    {1, "ItemProperties", "&Properties\tAlt+Enter"},
+    {1, "ItemScanAgain", "Scan &Again"},
+    {1, "ItemTrashSpacer", "-"},
+    {1, "ItemTrash", "&Move to Trash...\tDel"},
     {0, "", "&Help"},
     {1, "HelpContents", "&Contents", 16},
     {1, "HelpSpacer0", "-"},
@@ -67,10 +76,23 @@ constexpr std::array<MenuItem, 35> mainMenu{{
 const QString exactFigures = QStringLiteral("ExactFigures");
 
 // Odd on purpose: the keys are also used in the main menu; clicks here go to another handler.
-constexpr std::array<MenuItem, 2> listMenu{{
+constexpr std::array<MenuItem, 3> listMenu{{
     {0, "ExportExcel", "&Export Entire List to Excel", 7},
     {0, "ExportText", "&Copy Entire List to Clipboard", 6},
+    {0, "ItemSpacer", "-"},
 }};
+
+// The items of the main menu's Item, for context menus.
+std::vector<MenuItem> itemMenu() {
+    std::vector<MenuItem> items;
+    for (const MenuItem& item : mainMenu) {
+        if (item.level == 1 && std::string_view(item.key).starts_with("Item")) {
+            items.push_back(item);
+            items.back().level = 0;
+        }
+    }
+    return items;
+}
 
 bool isMarked(Mark mark, const clsSettings& settings) {
     return mark == Mark::on || (mark == Mark::owners && settings.getOwnerInfo()) ||
@@ -95,7 +117,7 @@ void addItems(PopMenu& menu, std::span<const MenuItem> items, const clsSettings&
 
 } // namespace
 
-void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& imlMenu,
+void createMenus(PopMenu& cP, PopMenu& cPLvw, PopMenu& cPItem, QWidget& window, const ImageList& imlMenu,
                  const clsSettings& settings) {
     modGlobal::trapped("frmMain", "createMenus", [&] {
         cP.bind(window, imlMenu);
@@ -104,6 +126,10 @@ void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& 
 
         cPLvw.bind(window, imlMenu);
         addItems(cPLvw, listMenu, settings);
+        addItems(cPLvw, itemMenu(), settings);
+
+        cPItem.bind(window, imlMenu);
+        addItems(cPItem, itemMenu(), settings);
     });
 }
 

@@ -10,10 +10,10 @@ class QWidget;
 // The main window's menus.
 namespace modMenus {
 
-// Fills both menus, once per run: `cP` with the main menu, stored as "Outer", and `cPLvw`, the context menu
-// of the lists. The check marks of ShowOwners and ExactFigures show the settings. Pictures come from
-// `imlMenu`, by index. Errors are logged.
-void createMenus(PopMenu& cP, PopMenu& cPLvw, QWidget& window, const ImageList& imlMenu,
+// Fills the menus, once per run: `cP` with the main menu, stored as "Outer", `cPLvw`, the context menu of the
+// lists, and `cPItem`, that of the tree and the chart. The check marks of ShowOwners and ExactFigures show
+// the settings. Pictures come from `imlMenu`, by index. Errors are logged.
+void createMenus(PopMenu& cP, PopMenu& cPLvw, PopMenu& cPItem, QWidget& window, const ImageList& imlMenu,
                  const clsSettings& settings);
 
 // The check mark of the items with this key.

@@ -59,6 +59,7 @@ void ViewTabs::layOut() {
     lvwF_.setAccessibleName(QStringLiteral("Files and folders"));
     lvwT_.setAccessibleName(QStringLiteral("File types"));
     lvwU_.setAccessibleName(QStringLiteral("Owners"));
+    lvwF_.setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (const ListTab& tab : listTabs_) {
         tab.list.setFrameShape(QFrame::NoFrame); // the tabs already have a frame
     }

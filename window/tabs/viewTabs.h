@@ -43,6 +43,7 @@ public:
 
     [[nodiscard]] QTabWidget& tabs() noexcept { return XTab_; }
     [[nodiscard]] FolderChart& chart() noexcept { return tc_; }
+    [[nodiscard]] ListView& filesList() noexcept { return lvwF_; }
     // Goes up inside the active view; false if it shows all of the folder.
     bool goUp() { return XTab_.currentWidget() == &chartPage_ && tc_.up(); }
     // The list on the active tab; null for the chart's tab.

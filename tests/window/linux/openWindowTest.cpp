@@ -18,7 +18,10 @@ class OpenedWindow : public MainWindow {
 protected:
     std::unique_ptr<frmMain> opened() {
         dialogs.messages.clear();
-        return openWindow({application.typed(), tree.typed(), {}, {}}, dialogs);
+        WindowOptions options;
+        options.applicationFolder = application.typed();
+        options.path = tree.typed();
+        return openWindow(options, dialogs);
     }
 };
 

@@ -35,7 +35,7 @@ protected:
 
     void create(bool owners = true) {
         settings.setGetOwnerInfo(owners);
-        modMenus::createMenus(cP, cPLvw, window, imlMenu, settings);
+        modMenus::createMenus(cP, cPLvw, cPItem, window, imlMenu, settings);
         modMenus::setRebar(window, cRebar, tbrMenu, cP);
         commands.emplace(cP, settings, people, carriers);
         QObject::connect(&cP, &PopMenu::click, &cP, [this](int index) { commands->cP_Click(index); });
@@ -74,6 +74,14 @@ protected:
                 .goBack = noting("back"),
                 .goForward = noting("forward"),
                 .treeSizes = noting("sizes"),
+                .runOnItem =
+                    [this](std::string_view key) {
+                        const bool isItems = key.starts_with("Item");
+                        if (isItems) {
+                            calls.emplace_back(key);
+                        }
+                        return isItems;
+                    },
                 .showAbout = noting("about"),
                 .showHelp = noting("help")};
     }
@@ -85,6 +93,7 @@ protected:
     std::vector<std::string> calls;
     PopMenu cP;
     PopMenu cPLvw;
+    PopMenu cPItem;
     Rebar cRebar;
     MenuToolbar tbrMenu;
     MenuTargets carriers = targets(); // tests change them before the menus are created
@@ -118,7 +127,8 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     EXPECT_EQ(
         enabled.join(u' '),
         QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-                       "GoUp GoBack GoForward TreeSizes HelpContents HelpAbout"));
+                       "GoUp GoBack GoForward TreeSizes Item ItemOpen ItemShow ItemCopyPath ItemProperties "
+                       "ItemScanAgain ItemTrash HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {

@@ -1,0 +1,192 @@
+#include "window/itemMenu.h"
+
+#include <gmock/gmock.h>
+
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QGuiApplication>
+#include <QMenu>
+#include <QTest>
+
+#include "platform/paths.h"
+#include "window/windowFixture.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Pair;
+
+class ItemMenuTest : public MainWindow {
+protected:
+    static std::string clipboardText() { return QGuiApplication::clipboard()->text().toStdString(); }
+    static QMenu* openMenu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+
+    // The keys of what an open menu offers: those that are enabled.
+    static std::string offered() {
+        std::string keys;
+        for (const QAction* action : openMenu()->actions()) {
+            if (action->isVisible() && action->isEnabled() &&
+                action->objectName().startsWith(QStringLiteral("Item")) && !action->isSeparator()) {
+                keys += action->objectName().mid(4).toStdString() + ' ';
+            }
+        }
+        return keys;
+    }
+    // Chooses from the open menu.
+    static void choose(const char* key) {
+        QMenu& menu = *openMenu();
+        for (QAction* action : menu.actions()) {
+            if (action->objectName() == QString::fromUtf8(key)) {
+                menu.close();
+                action->trigger();
+                return;
+            }
+        }
+        FAIL() << key;
+    }
+    static void rightClick(QWidget& where, QPoint place) {
+        QTest::mouseClick(&where, Qt::RightButton, {}, place);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, where.mapToGlobal(place));
+        QApplication::sendEvent(&where, &event);
+    }
+    void rightClickNode(const std::string& key) {
+        auto& tvw = control<FolderTree>("tvw");
+        const QModelIndex node = static_cast<TreeModel*>(tvw.model())->indexOf(key);
+        tvw.scrollTo(node);
+        rightClick(*tvw.viewport(), tvw.visualRect(node).topLeft() + QPoint(5, 5));
+    }
+    ListView& filesTab() {
+        tabs().setCurrentIndex(1);
+        auto& list = control<ListView>("lvwF");
+        list.setFocus();
+        return list;
+    }
+    // Selects the rows with these names.
+    void selectRows(const std::vector<std::string>& names) {
+        ListView& list = filesTab();
+        list.clearSelection();
+        for (int row = 0; row < list.model()->rowCount(); ++row) {
+            const QModelIndex index = list.model()->index(row, 0);
+            if (testing::Matches(Contains(index.data().toString().toStdString()))(names)) {
+                list.selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+                list.selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
+            }
+        }
+    }
+};
+
+TEST_F(ItemMenuTest, standsForTheItemThatWasClicked) {
+    openOnTree();
+    rightClickNode(key("b"));
+    EXPECT_EQ(selected(), key()) << "the right button selects nothing";
+    EXPECT_EQ(offered(), "Open Show CopyPath Properties ScanAgain Trash ");
+    choose("ItemCopyPath");
+    EXPECT_EQ(clipboardText(), tree.typed("b"));
+
+    auto& chart = control<FolderChart>("tc");
+    rightClick(chart, chart.markOf(1).center().toPoint()); // |Files| 50, b 200, a 3010
+    choose("ItemOpen");
+    EXPECT_EQ(selected(), key("b"));
+    window->openPath(tree.typed());
+    rightClick(chart, chart.markOf(0).center().toPoint());
+    EXPECT_EQ(openMenu(), nullptr) << "the files are no item";
+
+    selectRows({"a", "own.txt"});
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    QApplication::sendEvent(&control<ListView>("lvwF"), &byKey);
+    EXPECT_EQ(offered(), "CopyPath Properties ScanAgain Trash ");
+    choose("ItemCopyPath");
+    EXPECT_EQ(clipboardText(), tree.typed("a") + "\n" + tree.typed("own.txt"));
+
+    tabs().setCurrentIndex(2); // file types are no items
+    QApplication::sendEvent(&control<ListView>("lvwT"), &byKey);
+    EXPECT_EQ(offered(), "");
+    openMenu()->close();
+}
+
+TEST_F(ItemMenuTest, worksByKeysOnWhatIsSelected) {
+    openOnTree();
+    QWidget& tvw = control<FolderTree>("tvw");
+    tvw.setFocus();
+    const auto copyPath = [&](QWidget& where) {
+        QTest::keyClick(&where, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        return clipboardText();
+    };
+    EXPECT_EQ(copyPath(tvw), tree.typed());
+    selectRows({"a"});
+    EXPECT_EQ(copyPath(filesTab()), tree.typed("a"));
+    QTest::keyClick(&filesTab(), Qt::Key_Return, Qt::AltModifier);
+    EXPECT_THAT(dialogs.shownProperties, ElementsAre(Contains(Pair("Path", tree.typed("a") + "/"))));
+
+    selectRows({"a", "b"}); // fewer than two rows copy the whole list
+    QTest::keyClick(&filesTab(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_THAT(clipboardText(), HasSubstr("\r\nb,200 bytes,"));
+    EXPECT_THAT(clipboardText(), testing::Not(HasSubstr("own.txt")));
+    selectRows({"a"});
+    QTest::keyClick(&filesTab(), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_THAT(clipboardText(), HasSubstr("own.txt"));
+
+    QTest::keyClick(&filesTab(), Qt::Key_Return);
+    EXPECT_EQ(selected(), key("a"));
+}
+
+TEST_F(ItemMenuTest, tellsPropertiesOfOneAndOfSeveral) {
+    openOnTree();
+    selectRows({"own.txt"});
+    command("ItemProperties");
+    selectRows({"own.txt", "a"});
+    command("ItemProperties");
+    ASSERT_EQ(dialogs.shownProperties.size(), 2U);
+    EXPECT_THAT(
+        dialogs.shownProperties[0],
+        testing::IsSupersetOf({Pair("Name", "own.txt"), Pair("Kind", "File"), Pair("Size", "50 bytes")}));
+    EXPECT_THAT(dialogs.shownProperties[1],
+                ElementsAre(Pair("Items", "2"), Pair("Folders", "1"), Pair("Files", "1"),
+                            Pair("Size (scanned)", "3.0 Kb (3,060 bytes)")));
+    control<FolderTree>("tvw").setFocus();
+    command("ItemProperties");
+    EXPECT_THAT(dialogs.shownProperties.back(),
+                testing::IsSupersetOf({Pair("Kind", "Folder"), Pair("Size (scanned)", "3.2 Kb (3,260 bytes)"),
+                                       Pair("Contains", "4 files, 3 folders")}));
+}
+
+TEST_F(ItemMenuTest, scansAgainWithoutGoingThere) {
+    openOnTree();
+    tree.write("a/more.bin", std::string(90, 'x'));
+    selectRows({"a", "own.txt"});
+    command("ItemScanAgain");
+    EXPECT_EQ(selected(), key());
+    EXPECT_THAT(rows("lvwF"), Contains(HasSubstr("a|3.0 Kb|")));
+    EXPECT_EQ(query("select sum(size) from details where isFolder=0"), std::vector<std::string>{"3350"});
+}
+
+TEST_F(ItemMenuTest, offersOnlyWhatMakesSenseForALoadedScan) {
+    openOnTree();
+    dialogs.file = application.typed("saved.mdb");
+    command("ExportMDB");
+    command("LoadMDB");
+    click(key());
+    rightClickNode(key("b"));
+    EXPECT_EQ(offered(), "Open CopyPath ");
+    openMenu()->close();
+    QTest::qWait(0);
+    command("ItemTrash");
+    EXPECT_THAT(dialogs.questions, IsEmpty());
+}
+
+TEST_F(ItemMenuTest, hasNoTrashWhenNothingMayBeChanged) {
+    openOnTree();
+    window->settings().setReadOnly(true);
+    selectRows({"own.txt"});
+    QTest::keyClick(&filesTab(), Qt::Key_Delete);
+    command("ItemTrash");
+    EXPECT_THAT(dialogs.questions, IsEmpty());
+    rightClickNode(key("b"));
+    EXPECT_EQ(offered(), "Open Show CopyPath Properties ScanAgain ");
+    openMenu()->close();
+}
+
+} // namespace

@@ -1,0 +1,166 @@
+#include "window/itemMenu.h"
+
+#include <QMenu>
+#include <QTimer>
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "platform/text.h"
+#include "tree/nodeKeys.h"
+#include "views/folderFigures.h"
+
+namespace {
+
+using Offer = ItemCommands::Offer;
+
+struct Command {
+    const char* key;
+    bool Offer::*offered;
+    void (ItemCommands::*run)(const ItemCommands::Items&);
+};
+
+constexpr std::array<Command, 6> commands{{
+    {"ItemOpen", &Offer::open, &ItemCommands::open},
+    {"ItemShow", &Offer::show, &ItemCommands::showInFileManager},
+    {"ItemCopyPath", &Offer::copyPath, &ItemCommands::copyPath},
+    {"ItemProperties", &Offer::properties, &ItemCommands::showProperties},
+    {"ItemScanAgain", &Offer::scanAgain, &ItemCommands::scanAgain},
+    {"ItemTrash", &Offer::trash, &ItemCommands::moveToTrash},
+}};
+
+const Command* commandOf(std::string_view key) {
+    const auto* const found = std::find_if(commands.begin(), commands.end(), [&](const Command& command) {
+        return platform::equalIgnoringAsciiCase(key, command.key);
+    });
+    return found == commands.end() ? nullptr : found;
+}
+
+} // namespace
+
+ItemMenu::ItemMenu(const Dependencies& dependencies) : dependencies_(dependencies) {
+    for (const auto& [keys, key] :
+         {std::pair(Qt::CTRL | Qt::Key_Return, "ItemShow"), std::pair(Qt::CTRL | Qt::Key_Enter, "ItemShow"),
+          std::pair(Qt::CTRL | Qt::SHIFT | Qt::Key_C, "ItemCopyPath"),
+          std::pair(Qt::ALT | Qt::Key_Return, "ItemProperties"),
+          std::pair(Qt::ALT | Qt::Key_Enter, "ItemProperties")}) {
+        addKey(QKeySequence(keys), key, dependencies_.window, Qt::WindowShortcut);
+    }
+    QWidget& list = dependencies_.views.filesList();
+    QWidget& chart = dependencies_.views.chart();
+    for (QWidget* const where : {static_cast<QWidget*>(&dependencies_.tree), &list, &chart}) {
+        addKey(QKeySequence(Qt::Key_Delete), "ItemTrash", *where, Qt::WidgetShortcut);
+    }
+    connect(&dependencies_.tree, &FolderTree::menuRequested, this,
+            [this](const std::string& key, const QPoint& place) { popUp(itemsOfTree(key), place); });
+    connect(&dependencies_.views.chart(), &FolderChart::menuRequested, this,
+            [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place); });
+}
+
+ItemMenu::~ItemMenu() = default;
+
+void ItemMenu::addKey(const QKeySequence& keys, const char* key, QWidget& where,
+                      Qt::ShortcutContext context) {
+    keys_.push_back(std::make_unique<QShortcut>(keys, &where));
+    keys_.back()->setContext(context);
+    keys_.back()->setAutoRepeat(false);
+    connect(keys_.back().get(), &QShortcut::activated, this, [this, key] { run(key); });
+}
+
+void ItemMenu::connectMenus() {
+    for (int index = 1; index <= dependencies_.cP.count(); ++index) {
+        if (dependencies_.cP.itemKey(index) == QStringLiteral("Item")) {
+            connect(dependencies_.cP.action(index).menu(), &QMenu::aboutToShow, this,
+                    [this] { offer(dependencies_.cP, selectedItems()); });
+        }
+    }
+    for (PopMenu* const menu : {&dependencies_.cPLvw, &dependencies_.cPItem}) {
+        // The chosen command runs after the menu has closed.
+        connect(&menu->popUpMenu(), &QMenu::aboutToHide, this,
+                [this] { QTimer::singleShot(0, this, [this] { isOpened_ = false; }); });
+    }
+    connect(&dependencies_.cPItem, &PopMenu::click, this,
+            [this](int index) { run(dependencies_.cPItem.itemKey(index).toStdString()); });
+}
+
+bool ItemMenu::run(std::string_view key) {
+    const Command* const command = commandOf(key);
+    if (command == nullptr) {
+        return false;
+    }
+    const Items items = std::exchange(isOpened_, false) ? std::move(opened_) : selectedItems();
+    (dependencies_.commands.*command->run)(items);
+    return true;
+}
+
+void ItemMenu::popUpForList(const QPoint& place) {
+    const bool isForFiles = dependencies_.views.activeList() == &dependencies_.views.filesList();
+    opened_ = isForFiles ? itemsOfList() : Items();
+    isOpened_ = true;
+    offer(dependencies_.cPLvw, opened_, isForFiles);
+    dependencies_.cPLvw.popUpMenu().popup(place);
+}
+
+void ItemMenu::popUp(Items items, const QPoint& place) {
+    if (items.empty()) {
+        return;
+    }
+    opened_ = std::move(items);
+    isOpened_ = true;
+    offer(dependencies_.cPItem, opened_);
+    dependencies_.cPItem.popUpMenu().popup(place);
+}
+
+void ItemMenu::offer(PopMenu& menu, const Items& items, bool isForFiles) {
+    const Offer offered = dependencies_.commands.offerFor(items);
+    for (int index = 1; index <= menu.count(); ++index) {
+        const std::string key = menu.itemKey(index).toStdString();
+        const Command* const command = commandOf(key);
+        const bool isTrash = key == "ItemTrash" || key == "ItemTrashSpacer";
+        if (command != nullptr || isTrash || key == "ItemSpacer") {
+            menu.action(index).setVisible(isForFiles && !(isTrash && dependencies_.settings.readOnly()));
+        }
+        if (command != nullptr) {
+            menu.setEnabled(index, offered.*command->offered);
+        }
+    }
+}
+
+// --- Which items are meant -------------------------------------------------------------------------------
+
+ItemMenu::Items ItemMenu::selectedItems() const {
+    const QWidget* const focus = dependencies_.window.focusWidget();
+    if (focus == &dependencies_.views.filesList()) {
+        return itemsOfList();
+    }
+    if (focus == &dependencies_.views.chart()) {
+        if (Items items = itemsOfChart(dependencies_.views.chart().selected()); !items.empty()) {
+            return items;
+        }
+    }
+    return itemsOfTree(dependencies_.tree.selectedKey());
+}
+
+ItemMenu::Items ItemMenu::itemsOfList() const {
+    const ListView& list = dependencies_.views.filesList();
+    Items items;
+    for (const int row : list.selectedRows()) {
+        items.emplace_back(list.rows().row(row).key());
+    }
+    return items;
+}
+
+ItemMenu::Items ItemMenu::itemsOfTree(const std::string& key) const {
+    return !key.empty() && modNodeKeys::isFolderKey(key) ? Items{key} : Items();
+}
+
+// Neither the bar of the files nor the slice for the rest is one item.
+ItemMenu::Items ItemMenu::itemsOfChart(int index) const {
+    const std::vector<ChartEntry>& entries = dependencies_.views.chart().entries();
+    const std::string folder = dependencies_.tree.selectedKey();
+    if (index < 0 || static_cast<std::size_t>(index) >= entries.size() || folder.empty() ||
+        entries[static_cast<std::size_t>(index)].label == modFigures::filesLabel) {
+        return {};
+    }
+    return {folder + entries[static_cast<std::size_t>(index)].label + "\\"};
+}
