@@ -47,11 +47,11 @@ TEST(Properties, areThoseOfTheEntryItself) {
 // With programs in place of the desktop's that write down how they were called.
 class FileManager : public testing::Test {
 protected:
-    FileManager() {
+    void SetUp() override {
         ::setenv("PATH", programs.typed().c_str(), 1);
         ::setenv("CALLS", programs.typed("calls").c_str(), 1);
     }
-    ~FileManager() override {
+    void TearDown() override {
         ::setenv("PATH", path.c_str(), 1);
         ::unsetenv("CALLS");
     }

@@ -18,8 +18,8 @@ using testing::StartsWith;
 // With a trash folder of its own.
 class Trash : public MainWindow {
 protected:
-    Trash() { qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.typed())); }
-    ~Trash() override { qunsetenv("XDG_DATA_HOME"); }
+    void SetUp() override { qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.typed())); }
+    void TearDown() override { qunsetenv("XDG_DATA_HOME"); }
 
     // Moves the rows with these names of the files list.
     void trashRows(const std::vector<std::string>& names) {
