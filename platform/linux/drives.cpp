@@ -68,8 +68,7 @@ std::optional<DriveSpace> driveSpace(std::string_view root) {
     const MountTable table = MountTable::read();
     const auto& mounts = table.mounts();
     const bool isAnswered = std::any_of(mounts.begin(), mounts.end(), [&](const Mount& mount) {
-        return !mount.isKernelFileSystem() && mount.share().empty() && mount.type != "fuse" &&
-               !mount.type.starts_with("fuse.") && mount.driveRoot() == root;
+        return !mount.isKernelFileSystem() && !mount.mayNotAnswer() && mount.driveRoot() == root;
     });
     struct statvfs facts {};
     if (!isAnswered || ::statvfs(toNative(root).c_str(), &facts) != 0 || facts.f_blocks == 0) {

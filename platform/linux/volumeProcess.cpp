@@ -70,15 +70,14 @@ private:
 
 // --- in the other process ---------------------------------------------------------------------------------
 
-// It keeps nothing of what its parent has open, above all no locks and no one's pipes. It ends with its
-// parent, and does not take part in what the terminal tells it.
-void becomeServer(int socket, pid_t parent) {
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+// It keeps nothing of what its parent has open, above all no locks and no one's pipes. It ends
+// when its parent closes the socket, and does not take part in what the terminal tells it.
+void becomeServer(int socket) {
     ::prctl(PR_SET_NAME, "spannory-volume");
     for (const int ignored : {SIGINT, SIGQUIT, SIGHUP}) {
         std::signal(ignored, SIG_IGN);
     }
-    if (::getppid() != parent || ::chdir("/") != 0) {
+    if (::chdir("/") != 0) { // so that it keeps no volume in use
         ::_exit(1);
     }
     const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
@@ -134,9 +133,9 @@ void serveRequests(int socket, const VolumeProcess::Serve& serve) {
     }
 }
 
-[[noreturn]] void runServer(int socket, pid_t parent, const VolumeProcess::Serve& serve) {
+[[noreturn]] void runServer(int socket, const VolumeProcess::Serve& serve) {
     try {
-        becomeServer(socket, parent);
+        becomeServer(socket);
         serveRequests(socket, serve);
     } catch (...) { // no memory; the parent notices the end
     }
@@ -152,10 +151,9 @@ VolumeProcess::VolumeProcess(const Serve& serve) {
     }
     socket_ = Descriptor(sockets[0]);
     Descriptor other(sockets[1]);
-    const pid_t parent = ::getpid();
     process_ = ::fork();
     if (process_ == 0) {
-        runServer(other.get(), parent, serve);
+        runServer(other.get(), serve);
     }
     if (process_ < 0) {
         socket_.reset();

@@ -120,6 +120,7 @@ TEST_F(Completion, goesOnWhileADriveDoesNotAnswer) {
         std::mutex mutex;
         std::condition_variable opened;
         bool isOpen = false;
+        int entered = 0;
         int left = 0;
     };
     const auto gate = std::make_shared<Gate>();
@@ -127,6 +128,7 @@ TEST_F(Completion, goesOnWhileADriveDoesNotAnswer) {
         FolderCompletion completion(box, [gate](const QString& folder) {
             if (folder.startsWith(QStringLiteral("/dead"))) {
                 std::unique_lock lock(gate->mutex);
+                ++gate->entered;
                 gate->opened.wait(lock, [&] { return gate->isOpen; });
                 ++gate->left;
             }
@@ -145,11 +147,13 @@ TEST_F(Completion, goesOnWhileADriveDoesNotAnswer) {
         gate->isOpen = true;
     }
     gate->opened.notify_all();
-    const auto left = [&] {
+    const auto counts = [&] {
         const std::lock_guard lock(gate->mutex);
-        return gate->left;
+        return std::pair(gate->entered, gate->left);
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return left() == 4; })) << left();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return counts().first == counts().second; }));
+    EXPECT_GE(counts().first, 1);
+    EXPECT_LE(counts().first, 4) << "no more threads wait at the same time";
 }
 
 TEST(CompletionLister, listsFoldersAndNothingElse) {
