@@ -178,8 +178,10 @@ FolderSelection::Answer FolderSelection::waitForVolume(const std::string& key) {
     search.processing = false;
     Q_EMIT scanRuns(false);
     const bool isCancelled = std::exchange(search.CancelScan, false) || suppressed_;
-    if (waited) {
-        dependencies_.userInterface.status(StatusPanel::folder, {});
+    if (waited || !isThere) {
+        dependencies_.userInterface.status(
+            StatusPanel::folder,
+            isThere || isCancelled ? std::string() : std::string(platform::notAnswering) + ".");
     }
     if (!isCancelled && modGlobal::findNode(dependencies_.tree, key)) {
         showProblem(key, isThere ? QStringView() : notAnswering);

@@ -29,6 +29,9 @@ void FolderSelection::refreshScreen() {
                                                 " on this computer.  What was loaded of it stays as it is.");
             return;
         }
+        if (waitForVolume(key) != Answer::yes) {
+            return; // what was recorded stays
+        }
         if (dependencies_.database.isOpen()) {
             const BusyPointer busy(dependencies_.userInterface);
             reset(key);

@@ -216,6 +216,7 @@ void FolderChart::contextMenuEvent(QContextMenuEvent* event) {
     const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
     const int index = isMouse ? entryAt(event->pos()) : selected_;
     if (index >= 0) {
+        stopTip(); // it would cover the menu
         Q_EMIT menuRequested(index,
                              isMouse ? event->globalPos() : mapToGlobal(markOf(index).center().toPoint()));
     }

@@ -49,16 +49,16 @@ TEST_F(FolderSummary, ofAFolderOfWhichOnlyAPartWasScannedHasNoSize) {
 }
 
 TEST_F(FolderSummary, ofADrivesRootIsMadeOfWhatLiesInIt) {
-    for (const char* path : {"C:\\a\\one.txt", "C:\\two.txt", "C:\\b\\c\\three.txt"}) {
+    for (const char* path : {"Q:\\a\\one.txt", "Q:\\two.txt", "Q:\\b\\c\\three.txt"}) {
         EXPECT_TRUE(search.updateDetail(path, {}, 1, {}, {}, {}));
     }
-    for (const char* path : {"C:\\a\\", "C:\\b\\c\\", "C:\\b\\"}) {
+    for (const char* path : {"Q:\\a\\", "Q:\\b\\c\\", "Q:\\b\\"}) {
         EXPECT_TRUE(search.recordFolder(path, 1, false, {}, {}, {}));
     }
-    EXPECT_EQ(text("C:\\"), "3 bytes, 3 files, 3 folders ...");
-    EXPECT_EQ(size("C:\\"), "3");
+    EXPECT_EQ(text("Q:\\"), "3 bytes, 3 files, 3 folders ...");
+    EXPECT_EQ(size("Q:\\"), "3");
     scan();
-    EXPECT_EQ(text("C:\\"), "3 bytes, 3 files, 3 folders ...") << "beside another drive";
+    EXPECT_EQ(text("Q:\\"), "3 bytes, 3 files, 3 folders ...") << "beside another drive";
 }
 
 TEST(DriveTexts, leaveOutAShareThatIsNone) {
