@@ -13,6 +13,8 @@ namespace platform {
 
 namespace {
 
+constexpr std::string_view systemRoot = "/\\"; // which the table may lack, as in a chroot
+
 bool isFolder(const std::string& nativePath) {
     struct stat status {};
     return ::stat(nativePath.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
@@ -41,9 +43,8 @@ std::vector<std::string> driveRoots() {
     }
     const std::vector<std::string> shares = sharesOf(table);
     roots.insert(roots.end(), shares.begin(), shares.end());
-    const std::string systemRoot = "/\\";
     if (roots.empty() || roots.front() != systemRoot) {
-        roots.insert(roots.begin(), systemRoot);
+        roots.insert(roots.begin(), std::string(systemRoot));
     }
     return roots;
 }
@@ -58,7 +59,7 @@ int driveType(std::string_view root) {
         return !mount.isKernelFileSystem() && mount.driveRoot() == root;
     });
     if (found == mounts.end()) {
-        return root == "/\\" ? drive::fixed : drive::noRoot;
+        return root == systemRoot ? drive::fixed : drive::noRoot;
     }
     return driveTypeOf(*found, "/sys");
 }
@@ -67,9 +68,10 @@ int driveType(std::string_view root) {
 std::optional<DriveSpace> driveSpace(std::string_view root) {
     const MountTable table = MountTable::read();
     const auto& mounts = table.mounts();
-    const bool isAnswered = std::any_of(mounts.begin(), mounts.end(), [&](const Mount& mount) {
-        return !mount.isKernelFileSystem() && !mount.mayNotAnswer() && mount.driveRoot() == root;
-    });
+    const bool isAnswered =
+        root == systemRoot || std::any_of(mounts.begin(), mounts.end(), [&](const Mount& mount) {
+            return !mount.isKernelFileSystem() && !mount.mayNotAnswer() && mount.driveRoot() == root;
+        });
     struct statvfs facts {};
     if (!isAnswered || ::statvfs(toNative(root).c_str(), &facts) != 0 || facts.f_blocks == 0) {
         return std::nullopt;

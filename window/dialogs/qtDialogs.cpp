@@ -4,13 +4,13 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLabel>
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <algorithm>
 
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
-#include "widgets/qtText.h"
 #include "window/dialogs/fileFilter.h"
 #include "window/dialogs/frmAbout.h"
 #include "window/dialogs/frmExport.h"
@@ -33,7 +33,11 @@ int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
     QMessageBox box(icon, QStringLiteral("Spannory"), text, buttons, parent);
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-    box.setInformativeText(modQt::tip(subject)); // which the box takes for markup if it looks like it
+    box.setInformativeText(subject);
+    // Which the box would take for markup if it looks like it; not in every version of Qt.
+    if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
+        label->setTextFormat(Qt::PlainText);
+    }
     return box.exec();
 }
 

@@ -39,9 +39,11 @@ public:
 
     [[nodiscard]] int descriptor() const { return terminal_; }
     [[nodiscard]] std::string shown() const {
-        std::string text(4096, ' ');
-        const ssize_t length = ::read(master_, text.data(), text.size());
-        text.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+        std::string text;
+        std::array<char, 4096> piece{};
+        for (ssize_t length = 0; (length = ::read(master_, piece.data(), piece.size())) > 0;) {
+            text.append(piece.data(), static_cast<std::size_t>(length));
+        }
         return text;
     }
 
