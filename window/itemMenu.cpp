@@ -150,7 +150,7 @@ ItemMenu::Items ItemMenu::itemsOfList() const {
     return items;
 }
 
-ItemMenu::Items ItemMenu::itemsOfTree(const std::string& key) const {
+ItemMenu::Items ItemMenu::itemsOfTree(const std::string& key) {
     return !key.empty() && modNodeKeys::isFolderKey(key) ? Items{key} : Items();
 }
 

@@ -53,7 +53,7 @@ private:
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
     [[nodiscard]] Items selectedItems() const;
     [[nodiscard]] Items itemsOfList() const;
-    [[nodiscard]] Items itemsOfTree(const std::string& key) const;
+    [[nodiscard]] static Items itemsOfTree(const std::string& key);
     [[nodiscard]] Items itemsOfChart(int index) const;
 
     Dependencies dependencies_;
