@@ -40,9 +40,11 @@ struct FolderReader::Implementation {
     int error = 0; // of the last folder
     std::function<bool()> goesOn;
 
+    // A walk stays on one volume, which is known when links are resolved. So only where that volume may not
+    // answer, each folder is read by another process.
     int startAt() {
         guarded.reset();
-        if (!couldHang(native)) {
+        if (!couldHang(native) || !mayNotAnswer(toInternal(realPath(native).value_or(native)))) {
             return calls.startAt(native);
         }
         guarded.emplace(native);
