@@ -81,7 +81,7 @@ struct clsSettings::Key {
 };
 
 // In the order in which they are read. The numbers are saved in the same order.
-constexpr std::array<clsSettings::Key, 13> clsSettings::keys{{
+constexpr std::array<clsSettings::Key, 14> clsSettings::keys{{
     {applicationSection, "caseSensitiveExtensions", "0", &clsSettings::caseSensitiveExt_},
     {applicationSection, ownerKey, "1", &clsSettings::getOwnerInfo_},
     {applicationSection, "getExtensionInfo", "1", &clsSettings::getExtensionInfo_},
@@ -95,6 +95,7 @@ constexpr std::array<clsSettings::Key, 13> clsSettings::keys{{
     {applicationSection, "fullFileSizes", "0", &clsSettings::fullFileSizes_},
     {applicationSection, exactKey, "0", &clsSettings::exact_},
     {applicationSection, "readOnly", "0", &clsSettings::readOnly_},
+    {applicationSection, "readers", "-1", &clsSettings::readers_},
 }};
 
 void clsSettings::assign(const Key& key, std::string_view text) {
@@ -127,7 +128,8 @@ void clsSettings::load(clsRegSettings& store, std::string_view applicationFolder
 
 void clsSettings::save(const clsRegSettings& store) const {
     for (const Key& key : keys) {
-        if (const auto* member = std::get_if<std::int16_t clsSettings::*>(&key.property)) {
+        const auto* member = std::get_if<std::int16_t clsSettings::*>(&key.property);
+        if (member != nullptr && key.section == userSection) {
             store.SaveSetting(key.section, key.name, std::to_string(this->**member), stpIni);
         }
     }

@@ -54,6 +54,12 @@ public:
     [[nodiscard]] bool readOnly() const noexcept { return readOnly_; }
     void setReadOnly(bool value) noexcept { readOnly_ = value; }
 
+    // How many threads read folders ahead of a scan; any negative number for as many as the processors and
+    // the volume suggest.
+    static constexpr int mostReaders = 64;
+    [[nodiscard]] std::int16_t readers() const noexcept { return readers_; }
+    void setReaders(std::int16_t readers) noexcept { readers_ = readers; }
+
     // Odd on purpose: texts that nothing reads or writes, kept in the class's interface.
     std::string elTUnknownOwner, elTNoExtension, elFileType, elTAllFiles, elTLastScanFormat, elOwner,
         elDetails, elErrorName, elError, elFileSize, elFileCount, elOwnerName, elExtName, elExtension,
@@ -74,7 +80,7 @@ public:
 
 private:
     struct Key;
-    static const std::array<Key, 13> keys;
+    static const std::array<Key, 14> keys;
     void assign(const Key& key, std::string_view text);
 
     std::string databasePath_;
@@ -90,6 +96,7 @@ private:
     bool fullFileSizes_ = false;
     bool exact_ = false;
     bool readOnly_ = false;
+    std::int16_t readers_ = 0;
 };
 
 // False only if the setting "dontUseNetwork" is exactly "0" or missing; with any other text ("00", "no", …)

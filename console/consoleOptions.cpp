@@ -3,6 +3,7 @@
 #include <CLI/CLI.hpp>
 #include <sstream>
 
+#include "base/clsSettings.h"
 #include "base/terminalText.h"
 #include "platform/files.h"
 #include "platform/terminal.h"
@@ -67,6 +68,10 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_flag("--unreadable", options.unreadable,
                  "List the folders and files that could not be read, and other volumes")
         ->excludes(load);
+    app.add_option("--readers", options.readers,
+                   "Threads that read folders ahead of the scan, 0 for none (default: as many as help)")
+        ->option_text("N")
+        ->check(CLI::Range(0, clsSettings::mostReaders));
     app.add_option("--app-folder", options.applicationFolder,
                    "Application folder, with settings.ini, main.dat and errorLog.txt")
         ->type_name("DIR");

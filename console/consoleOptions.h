@@ -15,7 +15,8 @@ struct ConsoleOptions {
     std::string databaseFile;
     std::string loadFile;
     std::string applicationFolder;
-    std::optional<bool> owners; // overrides the setting
+    std::optional<bool> owners;          // overrides the setting
+    std::optional<std::int16_t> readers; // likewise
     bool summary = false;
     bool fullSizes = false;
     bool exact = false;

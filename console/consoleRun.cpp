@@ -67,6 +67,9 @@ bool ConsoleRun::start() {
         if (options_.owners) {
             settings_.setGetOwnerInfo(*options_.owners);
         }
+        if (options_.readers) {
+            settings_.setReaders(*options_.readers);
+        }
         if (options_.fullSizes) {
             settings_.setFullFileSizes(true);
         }

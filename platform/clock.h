@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 
 // The time, and its parts in the user's time zone.
@@ -26,5 +27,8 @@ struct LocalTime {
 
 // Milliseconds since some fixed moment; never runs backwards.
 [[nodiscard]] std::int64_t tickCount();
+
+// How long the calling thread has used a processor.
+[[nodiscard]] std::chrono::microseconds threadProcessorTime();
 
 } // namespace platform

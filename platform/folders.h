@@ -44,6 +44,9 @@ public:
 
     void clear() noexcept;
 
+    // What it takes in memory, about.
+    [[nodiscard]] std::size_t bytes() const noexcept { return names_.size() + items_.size() * sizeof(Item); }
+
 private:
     friend class FolderReader;
     struct Item : EntryFacts {
@@ -68,6 +71,10 @@ public:
     FolderReader(const FolderReader&) = delete;
     FolderReader& operator=(const FolderReader&) = delete;
 
+    // One more for the same walk, whose start this one has read; for another thread. It has neither the
+    // function of setGoesOn nor that of setDistribute.
+    [[nodiscard]] std::unique_ptr<FolderReader> another() const;
+
     // Fills the listing with the folder's entries. False if the folder cannot be read (no permission,
     // vanished, not a folder); the listing then has the entries read so far. `isStart`: the path may lead
     // through links, even at its end. Of a mount point below the start, only name and isFolder are known.
@@ -76,6 +83,23 @@ public:
     // A function that is called now and then while a large folder is read, and while the volume does not
     // answer. If it returns false, reading ends there as if the folder could not be read.
     void setGoesOn(std::function<bool()> goesOn);
+
+    // Does one part of the work on a large folder. Several threads can do parts at once, each with a reader
+    // of its own for the same walk.
+    using Work = std::function<void(std::size_t part, FolderReader& reader)>;
+
+    // Has parts 0 to count - 1 done, and returns true when all are. False if it gave up; parts may then still
+    // run, and reading ends there as if the folder could not be read.
+    using Distribute = std::function<bool(std::size_t count, const Work& work)>;
+
+    // Without such a function, the reader does all the work itself.
+    void setDistribute(Distribute distribute);
+
+    // Whether what is needed to look up owners (owners.h) is read with the entries' facts.
+    void setWithOwners(bool withOwners);
+
+    // Whether the last failure was a lack of memory or open files, which may be over at the next try.
+    [[nodiscard]] bool lacksResources() const;
 
     // Only the names and isFolder, which is cheaper.
     bool readNames(std::string_view internalFolder, FolderListing& listing);

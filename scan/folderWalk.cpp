@@ -32,22 +32,25 @@ void trapped(Body&& body) {
 FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserInterface& userInterface,
                        std::function<std::int64_t()> elapsed)
     : search_(search), userInterface_(userInterface), withOwners_(settings.getOwnerInfo()),
-      wholeSizes_(settings.fullFileSizes() || settings.exact()), elapsed_(std::move(elapsed)) {
-    reader_.setGoesOn([this] {
-        userInterface_.yieldToEvents();
-        return !search_.CancelScan;
-    });
-}
+      wholeSizes_(settings.fullFileSizes() || settings.exact()), readers_(settings.readers()),
+      elapsed_(std::move(elapsed)) {}
 
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
     mountPoints_ = platform::mountPointsBelow(path);
+    ahead_ = std::make_unique<ReadAhead>(ReadAhead::Walk{
+        readers_, withOwners_,
+        [this](const std::string& folder) { return mountPoints_.empty() || !mountPoints_.contains(folder); },
+        [this] {
+            userInterface_.yieldToEvents();
+            return !search_.CancelScan;
+        }});
     trapped([&] { enterFolder(facts); });
     while (depth_ > 0) {
         path_.resize(levels_[depth_ - 1]->pathLength);
         trapped([&] {
             Level& level = *levels_[depth_ - 1];
-            if (level.next < level.entries.size()) {
+            if (level.next < level.folder->entries.size()) {
                 recordEntry(level);
             } else {
                 --depth_;
@@ -96,7 +99,7 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
         levels_.push_back(std::make_unique<Level>());
     }
     Level& level = *levels_[depth_];
-    const bool isRead = reader_.read(path_, level.entries, isStart);
+    level.folder = read(!recorded.isThere());
     if (search_.CancelScan) {
         return; // with part of the entries, subfolders would seem to be gone
     }
@@ -107,8 +110,8 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     level.isNew = !recorded.isThere();
     level.subfolders.clear();
     search_.gaps.forget(path_);
-    if (!isRead) {
-        skipUnreadable(reader_.failure());
+    if (!level.folder->isRead) {
+        skipUnreadable(level.folder->failure);
     }
     if (!level.isNew) {
         replaceRecorded(level, recorded);
@@ -119,12 +122,22 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     ++depth_;
 }
 
+// The folder named by path_. Null only if the scan was cancelled.
+ReadAhead::FolderPtr FolderWalk::read(bool isNew) {
+    if (depth_ == 0) {
+        return ahead_->start(path_, isNew);
+    }
+    const Level& parent = *levels_[depth_ - 1];
+    return ahead_->subfolder(parent.folder, parent.next - 1, isNew);
+}
+
 // Only the subfolders that still exist keep their rows until the walk reaches them.
 void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded) {
     level.subfolders = search_.recordedSubfolders(path_);
     std::unordered_set<std::string, platform::NameHash, platform::NameEqual> walked;
-    for (std::size_t i = 0; i < level.entries.size() && !level.subfolders.empty(); ++i) {
-        const platform::FolderEntry entry = level.entries[i];
+    const platform::FolderListing& entries = level.folder->entries;
+    for (std::size_t i = 0; i < entries.size() && !level.subfolders.empty(); ++i) {
+        const platform::FolderEntry entry = entries[i];
         path_.append(entry.name);
         if (isWalked(entry)) {
             walked.emplace(entry.name);
@@ -138,6 +151,13 @@ void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFold
         }
     }
     search_.replaceFolder(path_, recorded, gone);
+    ahead_->open(level.folder, [&](std::string_view name) {
+        const auto found = level.subfolders.find(std::string(name));
+        if (found == level.subfolders.end()) {
+            return ReadOrder::Plan::walkAsNew;
+        }
+        return found->second.stamp.empty() ? ReadOrder::Plan::walk : ReadOrder::Plan::skip;
+    });
 }
 
 // Whether the entry named by path_ is a folder to walk, on this volume.
@@ -178,11 +198,11 @@ void FolderWalk::recordEntry(Level& level) {
     if (level.next % entriesPerYield == entriesPerYield - 1) {
         userInterface_.yieldToEvents();
         if (search_.CancelScan) {
-            level.next = level.entries.size(); // the others stay out; the folder gets no stamp
+            level.next = level.folder->entries.size(); // the others stay out; the folder gets no stamp
             return;
         }
     }
-    const platform::FolderEntry entry = level.entries[level.next++];
+    const platform::FolderEntry entry = level.folder->entries[level.next++];
     path_.append(entry.name);
     if (isWalked(entry)) {
         path_ += '\\';
@@ -220,7 +240,7 @@ void FolderWalk::recordOtherVolume(const platform::EntryFacts& facts) {
 
 // Records the folder itself after all its contents.
 void FolderWalk::leaveFolder(Level& level) {
-    level.entries.clear();
+    ahead_->leave(std::move(level.folder));
     const auto size = search_.recordFolder(path_, level.size, level.isNew, accessedText(level.facts),
                                            modifiedText(level.facts), ownerOf(level.facts));
     if (size && depth_ > 0) {

@@ -15,6 +15,7 @@
 #include "platform/owners.h"
 #include "scan/clsSearch.h"
 #include "scan/dateTexts.h"
+#include "scan/readAhead.h"
 
 // A depth-first walk below a starting folder. It keeps its own stack of folders, so that only the length of
 // paths limits the depth of a tree, and no folder is open while another is read.
@@ -35,7 +36,7 @@ public:
 private:
     // A folder whose entries are being recorded.
     struct Level {
-        platform::FolderListing entries;
+        ReadAhead::FolderPtr folder;
         std::size_t next = 0;
         std::size_t pathLength = 0;
         platform::EntryFacts facts;
@@ -48,6 +49,7 @@ private:
     void beginFolder(const platform::EntryFacts& facts, const modFolderRows::RecordedFolder& recorded);
     void replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded);
     [[nodiscard]] modFolderRows::RecordedFolder recordedFolder();
+    [[nodiscard]] ReadAhead::FolderPtr read(bool isNew);
     [[nodiscard]] bool isWalked(const platform::FolderEntry& entry) const;
     [[nodiscard]] bool isOtherVolume(const platform::FolderEntry& entry) const;
     [[nodiscard]] bool isRecordable();
@@ -64,13 +66,14 @@ private:
     clsUserInterface& userInterface_;
     const bool withOwners_; // fixed when the scan begins, even if the setting changes
     const bool wholeSizes_;
+    const int readers_;
     const std::function<std::int64_t()> elapsed_;
 
     std::string path_;                           // of the current folder, or of its entry being recorded
     std::vector<std::unique_ptr<Level>> levels_; // levels beyond depth_ are kept to reuse their memory
     std::size_t depth_ = 0;
     clsFile file_;
-    platform::FolderReader reader_;
+    std::unique_ptr<ReadAhead> ahead_;
     platform::OwnerNames owners_;
     DateTexts accessed_;
     DateTexts modified_;

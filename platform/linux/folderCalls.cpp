@@ -48,8 +48,10 @@ Descriptor openAnything(int start, const char* path, int flags) {
 // neither a folder that has become a link nor a volume mounted meanwhile leads elsewhere. ELOOP and EXDEV say
 // that there is one.
 Descriptor openBeneath(int start, const char* path, int flags) {
+    constexpr int pathFlags =
+        O_PATH | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC; // this call takes no others with O_PATH
     open_how how{};
-    how.flags = static_cast<unsigned>(flags);
+    how.flags = static_cast<unsigned>((flags & O_PATH) != 0 ? flags & pathFlags : flags);
     how.resolve = RESOLVE_BENEATH | RESOLVE_NO_SYMLINKS | RESOLVE_NO_XDEV;
     return Descriptor(static_cast<int>(::syscall(SYS_openat2, start, path, &how, sizeof how)));
 }
@@ -92,6 +94,37 @@ Descriptor openFolder(OpenFrom open, int start, const char* path, int flags) {
     return folder;
 }
 
+// Calls `take(name, the kernel's type)` for each of the kernel's records.
+template <class Take>
+void forEachRecord(std::string_view records, Take take) {
+    for (std::size_t position = 0; position < records.size();) {
+        const char* record = records.data() + position;
+        unsigned short length = 0;
+        std::memcpy(&length, record + offsetof(KernelEntry, length), sizeof length);
+        const char* name = record + offsetof(KernelEntry, name);
+        if (!isSelfOrParent(name)) {
+            take(name, static_cast<unsigned char>(record[offsetof(KernelEntry, type)]));
+        }
+        position += length;
+    }
+}
+
+// False if there is no such entry any more: it vanished after the folder was read.
+bool askForFacts(const Descriptor& folder, const char* name, NameKind kind, EntryFacts& facts) {
+    struct stat status {};
+    if (kind == NameKind::mountPoint) {
+        facts.isFolder = true;
+    } else if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+        facts = factsOf(status);
+    } else if (errno == ENOENT) {
+        return false;
+    } else {
+        facts.isFolder = kind == NameKind::folder;
+        facts.error = errno;
+    }
+    return true;
+}
+
 bool startsWithPiece(std::string_view path, std::string_view piece) {
     return path.size() > piece.size() && path[piece.size()] == '/' && path.starts_with(piece);
 }
@@ -107,7 +140,7 @@ int status(const Descriptor& opened, EntryFacts& facts) {
 
 } // namespace
 
-void LongPathOpener::startFrom(Descriptor folder) {
+void LongPathOpener::startFrom(std::shared_ptr<const Descriptor> folder) {
     pieces_.clear();
     start_ = std::move(folder);
 }
@@ -135,7 +168,7 @@ Descriptor LongPathOpener::open(std::string_view native, int flags) {
 }
 
 int LongPathOpener::start() const {
-    const int whole = start_.isOpen() ? start_.get() : AT_FDCWD;
+    const int whole = start_ && start_->isOpen() ? start_->get() : AT_FDCWD;
     return pieces_.empty() ? whole : pieces_.back().folder.get();
 }
 
@@ -146,20 +179,27 @@ FolderCalls::FolderCalls()
 int FolderCalls::startAt(const std::string& native) {
     start_ = native.ends_with('/') ? native : native + '/';
     noteMountPoints(native);
-    Descriptor folder = opener_.open(native, O_PATH);
-    const int error = folder.isOpen() ? 0 : errno;
+    auto folder = std::make_shared<const Descriptor>(opener_.open(native, O_PATH));
+    const int error = folder->isOpen() ? 0 : errno;
     beneathStart_.startFrom(std::move(folder));
     return error;
 }
 
-Descriptor FolderCalls::open(const std::string& native) {
+// The start is open only once, so that all read below the same folder, whatever its path leads to by now.
+void FolderCalls::startWith(const FolderCalls& other) {
+    start_ = other.start_;
+    mountPoints_ = other.mountPoints_;
+    beneathStart_.startFrom(other.beneathStart_.startFolder());
+}
+
+Descriptor FolderCalls::open(const std::string& native, int flags) {
     if (start_.empty() ||
         !std::string_view(native).starts_with(std::string_view(start_).substr(0, start_.size() - 1))) {
-        return opener_.open(native, O_NOFOLLOW);
+        return opener_.open(native, flags | O_NOFOLLOW);
     }
     const bool isStart = native.size() <= start_.size();
-    return isStart ? opener_.open(native, 0)
-                   : beneathStart_.open(std::string_view(native).substr(start_.size()), 0);
+    return isStart ? opener_.open(native, flags)
+                   : beneathStart_.open(std::string_view(native).substr(start_.size()), flags);
 }
 
 void FolderCalls::noteMountPoints(const std::string& native) {
@@ -180,9 +220,9 @@ void FolderCalls::noteMountPoints(const std::string& native) {
     }
 }
 
-// Calls `take(name, the kernel's type)` for each entry, and goesOn_ behind each full buffer.
-template <class Take>
-int FolderCalls::forEachEntry(const Descriptor& folder, Take take) {
+// Calls `take(records)` for each full buffer, and goesOn_ before the next.
+template <class TakeRecords>
+int FolderCalls::forEachBuffer(const Descriptor& folder, TakeRecords take) {
     constexpr long nearlyFull = bufferSize / 2;
     if (!folder.isOpen()) {
         return errno;
@@ -195,40 +235,117 @@ int FolderCalls::forEachEntry(const Descriptor& folder, Take take) {
         if (count <= 0) {
             return count == 0 ? 0 : errno;
         }
-        for (long position = 0; position < count;) {
-            const char* record = buffer_.data() + position;
-            unsigned short length = 0;
-            std::memcpy(&length, record + offsetof(KernelEntry, length), sizeof length);
-            const char* name = record + offsetof(KernelEntry, name);
-            if (!isSelfOrParent(name)) {
-                take(name, static_cast<unsigned char>(record[offsetof(KernelEntry, type)]));
-            }
-            position += length;
+        const int error = take(std::string_view(buffer_.data(), static_cast<std::size_t>(count)));
+        if (error != 0) {
+            return error;
         }
     }
 }
 
-int FolderCalls::read(const std::string& native, const TakeEntry& take) {
-    const Descriptor folder = open(native);
-    const auto found = mountPoints_.empty() ? mountPoints_.end() : mountPoints_.find(native);
-    const auto isMountPoint = [&](const char* name) {
-        return found != mountPoints_.end() && found->second.contains(std::string_view(name));
-    };
-    return forEachEntry(folder, [&](const char* name, unsigned char type) {
-        EntryFacts facts;
-        struct stat status {};
-        if ((type == DT_DIR || type == DT_UNKNOWN) && isMountPoint(name)) {
-            facts.isFolder = true;
-        } else if (::fstatat(folder.get(), name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-            facts = factsOf(status);
-        } else if (errno == ENOENT) {
-            return; // it vanished after the folder was read
-        } else {
-            facts.isFolder = type == DT_DIR;
-            facts.error = errno;
-        }
-        take(facts, name);
+// Calls `take(name, the kernel's type)` for each entry.
+template <class Take>
+int FolderCalls::forEachEntry(const Descriptor& folder, Take take) {
+    return forEachBuffer(folder, [&](std::string_view records) {
+        forEachRecord(records, take);
+        return 0;
     });
+}
+
+NameKind FolderCalls::kindOf(const std::string& folder, const char* name, unsigned char type) const {
+    if (type != DT_DIR && type != DT_UNKNOWN) {
+        return NameKind::other;
+    }
+    const auto found = mountPoints_.empty() ? mountPoints_.end() : mountPoints_.find(folder);
+    if (found != mountPoints_.end() && found->second.contains(std::string_view(name))) {
+        return NameKind::mountPoint;
+    }
+    return type == DT_DIR ? NameKind::folder : NameKind::other;
+}
+
+int FolderCalls::read(const std::string& native, const TakeEntry& take) {
+    constexpr std::size_t worthDistributing = bufferSize / 4; // some 500 entries
+    if (!folder_ || folder_.use_count() > 1) {
+        folder_ = std::make_shared<Descriptor>();
+    }
+    *folder_ = open(native);
+    const int error = forEachBuffer(*folder_, [&](std::string_view records) {
+        if (distribute_ && records.size() > worthDistributing) {
+            return distribute(folder_, native, records, take);
+        }
+        forEachRecord(records, [&](const char* name, unsigned char type) {
+            EntryFacts facts;
+            if (askForFacts(*folder_, name, kindOf(native, name, type), facts)) {
+                take(facts, name);
+            }
+        });
+        return 0;
+    });
+    if (folder_.use_count() == 1) {
+        folder_->reset();
+    }
+    return error;
+}
+
+// Threads that are left behind keep what they work on.
+int FolderCalls::distribute(const std::shared_ptr<const Descriptor>& folder, const std::string& native,
+                            std::string_view records, const TakeEntry& take) {
+    constexpr std::size_t entriesPerPart = 128;
+    struct Entry {
+        const char* name;
+        NameKind kind;
+        bool isThere;
+        EntryFacts facts;
+    };
+    struct Batch {
+        std::shared_ptr<const Descriptor> folder;
+        std::string records;
+        std::vector<Entry> entries;
+    };
+    const auto batch = std::make_shared<Batch>(Batch{folder, std::string(records), {}});
+    forEachRecord(batch->records, [&](const char* name, unsigned char type) {
+        batch->entries.push_back({name, kindOf(native, name, type), false, {}});
+    });
+    const std::size_t parts = (batch->entries.size() + entriesPerPart - 1) / entriesPerPart;
+    const bool isDone = distribute_(parts, [batch](std::size_t part) {
+        const std::size_t end = std::min(batch->entries.size(), (part + 1) * entriesPerPart);
+        for (std::size_t i = part * entriesPerPart; i < end; ++i) {
+            Entry& entry = batch->entries[i];
+            entry.isThere = askForFacts(*batch->folder, entry.name, entry.kind, entry.facts);
+        }
+    });
+    if (!isDone) {
+        return EINTR;
+    }
+    for (const Entry& entry : batch->entries) {
+        if (entry.isThere) {
+            take(entry.facts, entry.name);
+        }
+    }
+    return 0;
+}
+
+int FolderCalls::list(const std::string& native, const TakeName& take) {
+    const Descriptor folder = open(native);
+    return forEachEntry(
+        folder, [&](const char* name, unsigned char type) { take(kindOf(native, name, type), name); });
+}
+
+int FolderCalls::facts(const std::string& native, std::span<const std::string_view> names,
+                       const TakeEntry& take) {
+    const Descriptor folder = open(native, O_PATH);
+    if (!folder.isOpen()) {
+        return errno;
+    }
+    std::string text;
+    for (const std::string_view name : names) {
+        text = name;
+        EntryFacts facts;
+        if (!askForFacts(folder, text.c_str(), NameKind::other, facts)) {
+            facts.error = ENOENT;
+        }
+        take(facts, text.c_str());
+    }
+    return 0;
 }
 
 int FolderCalls::readNames(const std::string& native, const TakeEntry& take) {

@@ -4,9 +4,12 @@
 #include <cstddef>
 #include <functional>
 #include <map>
+#include <memory>
 #include <set>
+#include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "platform/folders.h"
@@ -29,7 +32,8 @@ public:
     explicit LongPathOpener(OpenFrom how) : open_(how) {}
 
     // From here on, paths start from this folder.
-    void startFrom(Descriptor folder);
+    void startFrom(std::shared_ptr<const Descriptor> folder);
+    [[nodiscard]] const std::shared_ptr<const Descriptor>& startFolder() const noexcept { return start_; }
 
     // Not open, with errno set, if that fails.
     Descriptor open(std::string_view native, int flags);
@@ -43,37 +47,65 @@ private:
     [[nodiscard]] int start() const;
 
     OpenFrom open_;
-    Descriptor start_;
+    std::shared_ptr<const Descriptor> start_;
     std::vector<Piece> pieces_;
     std::string rest_;
 };
+
+// What is known of an entry before it is asked for its facts.
+enum class NameKind : char {
+    folder = 'd',
+    mountPoint = 'm', // which is not asked for its facts, as what is mounted there may not answer
+    other = 'o'
+};
+using TakeName = std::function<void(NameKind kind, const char* name)>;
 
 // Reads folders as FolderReader does.
 class FolderCalls {
 public:
     FolderCalls();
 
-    // Mount points below the start are not asked for their facts, as what is mounted there may not answer.
     int startAt(const std::string& native);
+    // From here on, reads below the other's start.
+    void startWith(const FolderCalls& other);
+
     int read(const std::string& native, const TakeEntry& take);
 
     int readNames(const std::string& native, const TakeEntry& take);
 
+    // The same folder as `read` in two steps: its names, then their facts, each in the order of the names. Of
+    // a name that is gone, the facts' error is ENOENT.
+    int list(const std::string& native, const TakeName& take);
+    int facts(const std::string& native, std::span<const std::string_view> names, const TakeEntry& take);
+
     void setGoesOn(std::function<bool()> goesOn) { goesOn_ = std::move(goesOn); }
+
+    // Has the facts of a large folder's entries asked for by several threads (FolderReader::Distribute).
+    using Distribute =
+        std::function<bool(std::size_t count, const std::function<void(std::size_t part)>& work)>;
+    void setDistribute(Distribute distribute) { distribute_ = std::move(distribute); }
 
 private:
     static constexpr std::size_t bufferSize = std::size_t{64} << 10;
+    using MountPoints = std::map<std::string, std::set<std::string, std::less<>>, std::less<>>;
 
-    Descriptor open(const std::string& native);
+    Descriptor open(const std::string& native, int flags = 0);
     void noteMountPoints(const std::string& native);
+    [[nodiscard]] NameKind kindOf(const std::string& folder, const char* name, unsigned char type) const;
+    template <class TakeRecords>
+    int forEachBuffer(const Descriptor& folder, TakeRecords take);
     template <class Take>
     int forEachEntry(const Descriptor& folder, Take take);
+    int distribute(const std::shared_ptr<const Descriptor>& folder, const std::string& native,
+                   std::string_view records, const TakeEntry& take);
 
     LongPathOpener opener_; // for folders outside of the start
     std::string start_;     // with "/" at its end; empty if there is none
     LongPathOpener beneathStart_;
-    std::map<std::string, std::set<std::string, std::less<>>, std::less<>> mountPoints_; // names, by folder
+    MountPoints mountPoints_;            // names, by folder
+    std::shared_ptr<Descriptor> folder_; // of the last one read; kept for its memory
     std::function<bool()> goesOn_;
+    Distribute distribute_;
     alignas(std::max_align_t) std::array<char, bufferSize> buffer_;
 };
 

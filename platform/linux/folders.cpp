@@ -1,5 +1,6 @@
 #include "platform/folders.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 
@@ -14,6 +15,8 @@
 namespace platform {
 
 namespace {
+
+constexpr std::size_t namesPerPart = 16; // on a volume of which each answer may take long
 
 // Makes a call on the folder or entry, by another process if its volume may not answer.
 template <class Direct, class Guarded>
@@ -32,24 +35,108 @@ std::string reasonOf(int error) {
 } // namespace
 
 struct FolderReader::Implementation {
+    // The entries of a folder on a guarded volume, whose facts are asked for in parts.
+    struct Batch {
+        struct Entry {
+            NameKind kind;
+            std::string name;
+            EntryFacts facts;
+        };
+        std::string folder;
+        std::vector<Entry> entries;
+        std::vector<std::size_t> asked; // those that are asked for facts
+        std::vector<int> errors;        // of each part
+
+        void add(NameKind kind, const char* name) {
+            if (kind != NameKind::mountPoint) {
+                asked.push_back(entries.size());
+            }
+            entries.push_back({kind, name, {}});
+            entries.back().facts.isFolder = kind == NameKind::mountPoint;
+        }
+
+        void ask(VolumeCalls& calls, std::size_t part, std::size_t first, std::size_t count) {
+            std::vector<std::string_view> names;
+            for (std::size_t i = first; i < first + count; ++i) {
+                names.emplace_back(entries[asked[i]].name);
+            }
+            std::size_t next = first;
+            errors[part] = calls.facts(folder, names, [&](const EntryFacts& facts, const char*) {
+                if (next < first + count) {
+                    entries[asked[next++]].facts = facts;
+                }
+            });
+        }
+
+        // Those before the entry that was asked for with this number.
+        void takeUntil(std::size_t end, const TakeEntry& take) {
+            const std::size_t last = end < asked.size() ? asked[end] : entries.size();
+            for (std::size_t i = 0; i < last; ++i) {
+                Entry& entry = entries[i];
+                if (entry.facts.error == ENOENT) {
+                    continue;
+                }
+                if (entry.facts.error != 0) {
+                    entry.facts.isFolder = entry.kind == NameKind::folder;
+                }
+                take(entry.facts, entry.name.c_str());
+            }
+        }
+    };
+
     FolderCalls calls;
     std::optional<VolumeCalls> guarded; // for what is read below a start that may not answer
+    std::string start;                  // in the system's form
     std::string native;
     std::string share; // the last share, and where it is mounted
     std::string shareNative;
     int error = 0; // of the last folder
     std::function<bool()> goesOn;
+    Distribute distribute;
 
     // A walk stays on one volume, which is known when links are resolved. So only where that volume may not
     // answer, each folder is read by another process.
     int startAt() {
         guarded.reset();
+        start = native;
         if (!couldHang(native) || !mayNotAnswer(toInternal(realPath(native).value_or(native)))) {
             return calls.startAt(native);
         }
         guarded.emplace(native);
         guarded->setGoesOn(goesOn);
         return guarded->startAt(native);
+    }
+
+    int read(const TakeEntry& take) {
+        if (!guarded) {
+            return calls.read(native, take);
+        }
+        return distribute ? readInParts(take) : guarded->read(native, take);
+    }
+
+    // By several processes, as each of them waits for its answer alone.
+    int readInParts(const TakeEntry& take) {
+        const auto batch = std::make_shared<Batch>();
+        batch->folder = native;
+        const int listed =
+            guarded->list(native, [&](NameKind kind, const char* name) { batch->add(kind, name); });
+        const std::size_t count = batch->asked.size();
+        const std::size_t parts = (count + namesPerPart - 1) / namesPerPart;
+        batch->errors.resize(parts);
+        const auto work = [batch, count](std::size_t part, FolderReader& reader) {
+            const std::size_t first = part * namesPerPart;
+            batch->ask(*reader.implementation_->guarded, part, first, std::min(count - first, namesPerPart));
+        };
+        if (parts > 0 && !distribute(parts, work)) {
+            return EINTR;
+        }
+        const auto failed = std::find_if(batch->errors.begin(), batch->errors.end(),
+                                         [](int partError) { return partError != 0; });
+        batch->takeUntil(failed == batch->errors.end()
+                             ? count
+                             : static_cast<std::size_t>(failed - batch->errors.begin()) * namesPerPart,
+                         take);
+        return failed == batch->errors.end() ? listed : *failed;
     }
 
     // A share's mount point is looked up only when the share changes, not for every folder.
@@ -80,8 +167,7 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
     const auto take = [&](const EntryFacts& facts, const char* name) { listing.append(facts, name); };
     self.error = isStart ? self.startAt() : 0;
     if (self.error == 0) {
-        self.error =
-            self.guarded ? self.guarded->read(self.native, take) : self.calls.read(self.native, take);
+        self.error = self.read(take);
     }
     return self.error == 0;
 }
@@ -100,8 +186,42 @@ bool FolderReader::readNames(std::string_view internalFolder, FolderListing& lis
     return self.error == 0;
 }
 
+std::unique_ptr<FolderReader> FolderReader::another() const {
+    auto reader = std::make_unique<FolderReader>();
+    Implementation& other = *reader->implementation_;
+    other.calls.startWith(implementation_->calls);
+    if (implementation_->guarded) {
+        other.guarded.emplace(implementation_->start);
+        other.guarded->startWith(*implementation_->guarded);
+    }
+    return reader;
+}
+
+void FolderReader::setDistribute(Distribute distribute) {
+    implementation_->distribute = distribute;
+    FolderCalls::Distribute parts;
+    if (distribute) {
+        parts = [distribute = std::move(distribute)](std::size_t count,
+                                                     const std::function<void(std::size_t)>& work) {
+            return distribute(count, [work](std::size_t part, FolderReader&) { work(part); });
+        };
+    }
+    implementation_->calls.setDistribute(std::move(parts));
+}
+
+// Owners are among the facts.
+void FolderReader::setWithOwners(bool /*withOwners*/) {}
+
+bool FolderReader::lacksResources() const {
+    const int error = implementation_->error;
+    return error == EMFILE || error == ENFILE || error == ENOMEM;
+}
+
 void FolderReader::setGoesOn(std::function<bool()> goesOn) {
     implementation_->calls.setGoesOn(goesOn);
+    if (implementation_->guarded) {
+        implementation_->guarded->setGoesOn(goesOn);
+    }
     implementation_->goesOn = std::move(goesOn);
 }
 

@@ -6,6 +6,7 @@
 #include <map>
 #include <mutex>
 #include <utility>
+#include <vector>
 
 #include "platform/answering.h"
 #include "platform/linux/mountTable.h"
@@ -20,6 +21,8 @@ namespace call {
 constexpr char startAt = 's';
 constexpr char read = 'r';
 constexpr char readNames = 'n';
+constexpr char list = 'l';
+constexpr char facts = 'i';
 constexpr char folderStatus = 'f';
 constexpr char entryStatus = 'e';
 constexpr char tryToOpen = 'o';
@@ -44,7 +47,39 @@ EntryFacts factsIn(std::string_view bytes) {
     return facts;
 }
 
+// Takes the pieces that are an entry's facts and its name.
+VolumeProcess::Piece takingEntries(const TakeEntry& take) {
+    return [&take, name = std::string()](std::string_view piece) mutable {
+        name = piece.substr(sizeof(EntryFacts));
+        take(factsIn(piece), name.c_str());
+    };
+}
+
+// What follows the folder's path in a request for facts.
+std::string joined(std::span<const std::string_view> names) {
+    std::string text;
+    for (const std::string_view name : names) {
+        text.append(1, '\0').append(name);
+    }
+    return text;
+}
+
+std::vector<std::string_view> split(std::string_view text) {
+    std::vector<std::string_view> parts;
+    for (std::size_t end = text.find('\0'); end != std::string_view::npos; end = text.find('\0')) {
+        parts.push_back(text.substr(0, end));
+        text.remove_prefix(end + 1);
+    }
+    parts.push_back(text);
+    return parts;
+}
+
 // In the other process.
+int serveFacts(FolderCalls& calls, std::string_view request, const TakeEntry& take) {
+    const std::vector<std::string_view> parts = split(request);
+    return calls.facts(std::string(parts.front()), std::span(parts).subspan(1), take);
+}
+
 int serve(FolderCalls& calls, std::string_view request, const VolumeProcess::Piece& answer) {
     const std::string native(request.substr(1));
     const TakeEntry take = [&](const EntryFacts& facts, const char* name) { answer(bytesOf(facts) + name); };
@@ -57,6 +92,12 @@ int serve(FolderCalls& calls, std::string_view request, const VolumeProcess::Pie
         return calls.read(native, take);
     case call::readNames:
         return calls.readNames(native, take);
+    case call::list:
+        return calls.list(native, [&](NameKind kind, const char* name) {
+            answer(std::string(1, static_cast<char>(kind)) + name);
+        });
+    case call::facts:
+        return serveFacts(calls, native, take);
     case call::folderStatus:
         result = folderStatus(native, facts);
         break;
@@ -150,28 +191,34 @@ int VolumeCalls::startAt(const std::string& native) {
     return ask(call::startAt, native, nothing, patience);
 }
 
-// A volume that answers again has a new process, which does not know the start.
 int VolumeCalls::read(const std::string& native, const TakeEntry& take) {
+    return askWithinWalk(call::read, native, {}, takingEntries(take));
+}
+
+int VolumeCalls::list(const std::string& native, const TakeName& take) {
+    std::string name;
+    return askWithinWalk(call::list, native, {}, [&](std::string_view piece) {
+        name = piece.substr(1);
+        take(static_cast<NameKind>(piece.front()), name.c_str());
+    });
+}
+
+int VolumeCalls::facts(const std::string& native, std::span<const std::string_view> names,
+                       const TakeEntry& take) {
+    return askWithinWalk(call::facts, native, joined(names), takingEntries(take));
+}
+
+// A volume that answers again has a new process, which does not know the start.
+int VolumeCalls::askWithinWalk(char call, const std::string& native, std::string_view rest,
+                               const VolumeProcess::Piece& take) {
     const int error = process_ || start_.empty() ? 0 : startAt(std::string(start_));
-    return error != 0
-               ? error
-               : askForEntries(call::read, native, take, native == start_ ? patience : patienceWithinWalk);
+    return error != 0 ? error
+                      : ask(call, native + std::string(rest), take,
+                            native == start_ ? patience : patienceWithinWalk);
 }
 
 int VolumeCalls::readNames(const std::string& native, const TakeEntry& take) {
-    return askForEntries(call::readNames, native, take, patience);
-}
-
-int VolumeCalls::askForEntries(char call, const std::string& native, const TakeEntry& take,
-                               std::chrono::milliseconds longestPause) {
-    std::string name;
-    return ask(
-        call, native,
-        [&](std::string_view piece) {
-            name = piece.substr(sizeof(EntryFacts));
-            take(factsIn(piece), name.c_str());
-        },
-        longestPause);
+    return ask(call::readNames, native, takingEntries(take), patience);
 }
 
 int VolumeCalls::folderStatus(const std::string& native, EntryFacts& facts) {
@@ -198,7 +245,7 @@ int VolumeCalls::resolve(const std::string& native, std::string& path) {
 }
 
 // A process that was cancelled while its volume still answered is not left behind, but ended.
-int VolumeCalls::ask(char call, const std::string& native, const VolumeProcess::Piece& take,
+int VolumeCalls::ask(char call, const std::string& request, const VolumeProcess::Piece& take,
                      std::chrono::milliseconds longestPause) {
     if (Processes::all().isSilent(volume_)) {
         return ETIMEDOUT;
@@ -206,7 +253,7 @@ int VolumeCalls::ask(char call, const std::string& native, const VolumeProcess::
     if (!process_) {
         process_ = Processes::all().take();
     }
-    const int result = process_->ask(call + native, take, {longestPause, goesOn_});
+    const int result = process_->ask(call + request, take, {longestPause, goesOn_});
     const bool isSilent = process_->isWaiting() && process_->silence() >= patience;
     if (isSilent) {
         Processes::all().leaveBehind(volume_, std::move(process_));

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -23,10 +24,15 @@ public:
     VolumeCalls(const VolumeCalls&) = delete;
     VolumeCalls& operator=(const VolumeCalls&) = delete;
 
+    // From here on, reads below the other's start.
+    void startWith(const VolumeCalls& other) { start_ = other.start_; }
+
     // Below a start, a pause may last longer. ECANCELED if goesOn says no.
     int startAt(const std::string& native);
     int read(const std::string& native, const TakeEntry& take);
     int readNames(const std::string& native, const TakeEntry& take);
+    int list(const std::string& native, const TakeName& take);
+    int facts(const std::string& native, std::span<const std::string_view> names, const TakeEntry& take);
     int folderStatus(const std::string& native, EntryFacts& facts);
     int entryStatus(const std::string& native, EntryFacts& facts);
     int tryToOpen(const std::string& native);
@@ -36,9 +42,9 @@ public:
     void setGoesOn(std::function<bool()> goesOn) { goesOn_ = std::move(goesOn); }
 
 private:
-    int askForEntries(char call, const std::string& native, const TakeEntry& take,
-                      std::chrono::milliseconds longestPause);
-    int ask(char call, const std::string& native, const VolumeProcess::Piece& take,
+    int askWithinWalk(char call, const std::string& native, std::string_view rest,
+                      const VolumeProcess::Piece& take);
+    int ask(char call, const std::string& request, const VolumeProcess::Piece& take,
             std::chrono::milliseconds longestPause);
 
     std::string volume_;

@@ -25,4 +25,18 @@ std::int64_t tickCount() {
     return static_cast<std::int64_t>(::GetTickCount64());
 }
 
+std::chrono::microseconds threadProcessorTime() {
+    FILETIME created{};
+    FILETIME ended{};
+    FILETIME kernel{};
+    FILETIME user{};
+    if (::GetThreadTimes(::GetCurrentThread(), &created, &ended, &kernel, &user) == 0) {
+        return {};
+    }
+    const auto microseconds = [](const FILETIME& time) {
+        return ((static_cast<std::int64_t>(time.dwHighDateTime) << 32) + time.dwLowDateTime) / 10;
+    };
+    return std::chrono::microseconds(microseconds(kernel) + microseconds(user));
+}
+
 } // namespace platform

@@ -2,10 +2,12 @@
 
 #include "platform/paths.h"
 #include "platform/systemError.h"
+#include "platform/win32/accounts.h"
 #include "platform/win32/fileInformation.h"
 #include "platform/win32/openFolder.h"
 #include "platform/win32/wide.h"
 
+#include <algorithm>
 #include <array>
 #include <cwchar>
 
@@ -43,6 +45,10 @@ struct FolderReader::Implementation {
     std::string name;
     DWORD error = ERROR_SUCCESS; // of the last folder
     std::function<bool()> goesOn;
+    Distribute distribute;
+    bool withOwners = false;
+    AccountReader accounts;
+    std::wstring entryPath;
     alignas(FILE_FULL_DIR_INFO) std::array<std::byte, readBufferSize> buffer;
 
     void startAt(const std::wstring& path, const OpenFolder& folder) {
@@ -80,6 +86,58 @@ struct FolderReader::Implementation {
         });
         return error == ERROR_SUCCESS;
     }
+
+    // The names of a large folder's entries, whose owners are looked up in parts.
+    struct Batch {
+        std::wstring folder; // with a trailing "\"
+        std::vector<std::string> names;
+        std::vector<std::uint32_t> owners;
+
+        void lookUp(std::size_t first, std::size_t count, Implementation& by) {
+            for (std::size_t i = first; i < first + count; ++i) {
+                owners[i] = by.accountOf(folder, names[i]);
+            }
+        }
+    };
+
+    std::uint32_t accountOf(const std::wstring& folder, std::string_view entryName) {
+        entryPath.assign(folder);
+        appendWide(entryPath, entryName);
+        return accounts.accountOf(entryPath);
+    }
+
+    // Each owner is a question of its own.
+    bool findOwners(std::wstring folder, FolderListing& listing) {
+        constexpr std::size_t entriesPerPart = 64;
+        if (!folder.ends_with(L'\\')) {
+            folder += L'\\';
+        }
+        const std::size_t count = listing.size();
+        if (!distribute || count <= entriesPerPart) {
+            for (std::size_t i = 0; i < count; ++i) {
+                listing.items_[i].owner = accountOf(folder, listing[i].name);
+            }
+            return true;
+        }
+        const auto batch = std::make_shared<Batch>();
+        batch->folder = std::move(folder);
+        batch->owners.resize(count);
+        for (std::size_t i = 0; i < count; ++i) {
+            batch->names.emplace_back(listing[i].name);
+        }
+        const auto work = [batch, count](std::size_t part, FolderReader& reader) {
+            const std::size_t first = part * entriesPerPart;
+            batch->lookUp(first, std::min(entriesPerPart, count - first), *reader.implementation_);
+        };
+        if (!distribute((count + entriesPerPart - 1) / entriesPerPart, work)) {
+            error = ERROR_CANCELLED;
+            return false;
+        }
+        for (std::size_t i = 0; i < count; ++i) {
+            listing.items_[i].owner = batch->owners[i];
+        }
+        return true;
+    }
 };
 
 FolderReader::FolderReader() : implementation_(std::make_unique<Implementation>()) {}
@@ -95,7 +153,36 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
     } else if (folder.error() == ERROR_SUCCESS) {
         implementation_->error = implementation_->whyElsewhere(path, folder);
     }
-    return implementation_->error == ERROR_SUCCESS && implementation_->list(folder, listing);
+    const bool isListed = implementation_->error == ERROR_SUCCESS && implementation_->list(folder, listing);
+    const bool isWhole = !implementation_->withOwners || implementation_->findOwners(path, listing);
+    return isListed && isWhole;
+}
+
+std::unique_ptr<FolderReader> FolderReader::another() const {
+    auto reader = std::make_unique<FolderReader>();
+    reader->implementation_->start = implementation_->start;
+    reader->implementation_->startPlace = implementation_->startPlace;
+    return reader;
+}
+
+void FolderReader::setDistribute(Distribute distribute) {
+    implementation_->distribute = std::move(distribute);
+}
+
+void FolderReader::setWithOwners(bool withOwners) {
+    implementation_->withOwners = withOwners;
+}
+
+bool FolderReader::lacksResources() const {
+    switch (implementation_->error) {
+    case ERROR_TOO_MANY_OPEN_FILES:
+    case ERROR_NOT_ENOUGH_MEMORY:
+    case ERROR_OUTOFMEMORY:
+    case ERROR_NO_SYSTEM_RESOURCES:
+        return true;
+    default:
+        return false;
+    }
 }
 
 // Nothing is cheaper here: the system returns all facts with the names.

@@ -12,6 +12,7 @@
 class ChangingTree : public testing::Test, protected ScanFixture {
 protected:
     ChangingTree() {
+        settings.setReaders(0); // so that nothing is read before the change
         tree.write("a/middle/last/file", "x");
         tree.write("outside/middle/last/secret", "x");
     }

@@ -16,6 +16,7 @@ WorkingDatabase prepare(const TemporaryFolder& application, clsUserInterface& us
 
 ScanFixture::ScanFixture() : working(prepare(application, userInterface)), search(working, settings) {
     settings.setGetOwnerInfo(true);
+    settings.setReaders(-1);
 }
 
 modProcessFiles::ScanResult ScanFixture::scan(std::string_view name) {
@@ -51,4 +52,11 @@ std::vector<std::string> ScanFixture::rows(std::string_view statement) const {
 std::string ScanFixture::cell(std::string_view statement) const {
     const auto all = rows(statement);
     return all.empty() ? std::string() : all.front().substr(0, all.front().find('|'));
+}
+
+bool ScanFixture::areSumsRight() const {
+    return cell("select count(*) from details as f where isFolder=1 and size <> (select sum(size) from "
+                "details as c where c.parentFolder=f.parentFolder & f.fileName)") == "0" &&
+           cell("select count(*) from details as f where isFolder=1 and size <> 0 and (select count(*) "
+                "from details as c where c.parentFolder=f.parentFolder & f.fileName)=0") == "0";
 }

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] std::vector<std::string> rows(std::string_view statement) const;
     // The first cell of the first row.
     [[nodiscard]] std::string cell(std::string_view statement) const;
+    // Whether the size of every folder is the sum of what is recorded in it.
+    [[nodiscard]] bool areSumsRight() const;
 
     TemporaryFolder application;
     TemporaryFolder tree;
