@@ -166,23 +166,23 @@ TEST(SettingRemark, tellsWhetherAFileCouldBeWritten) {
     const std::string longText = folder.typed(std::string(255, 'x'));
     struct Case {
         std::string text;
-        Weight weight;
         const char* remark;
+        Weight weight;
         bool possible = true;
     };
     const Case cases[] = {
-        {"", Weight::none, ""},
-        {folder.typed("log"), Weight::none, ""},
-        {folder.typed("new"), Weight::note, "no such file yet"},
-        {"SPANNORY_TEST_SET", Weight::note, "environment variable"},
-        {"some.log", Weight::note, "started in this folder"},
-        {longText, Weight::error, "at most 254"},
-        {"a\nb", Weight::error, "line break"},
-        {folder.typed(), Weight::error, "is a folder"},
-        {folder.typed("none/log"), Weight::error, "There is no folder"},
-        {folder.typed("log/log"), Weight::error, "There is no folder"},
-        {folder.typed("link"), Weight::error, "is a link", hasLink},
-        {folder.typed("pipe"), Weight::error, "not an ordinary file", hasPipe},
+        {"", "", Weight::none},
+        {folder.typed("log"), "", Weight::none},
+        {folder.typed("new"), "no such file yet", Weight::note},
+        {"SPANNORY_TEST_SET", "environment variable", Weight::note},
+        {"some.log", "started in this folder", Weight::note},
+        {longText, "at most 254", Weight::error},
+        {"a\nb", "line break", Weight::error},
+        {folder.typed(), "is a folder", Weight::error},
+        {folder.typed("none/log"), "There is no folder", Weight::error},
+        {folder.typed("log/log"), "There is no folder", Weight::error},
+        {folder.typed("link"), "is a link", Weight::error, hasLink},
+        {folder.typed("pipe"), "not an ordinary file", Weight::error, hasPipe},
     };
     for (const Case& c : cases) {
         if (c.possible) {

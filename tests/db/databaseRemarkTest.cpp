@@ -39,24 +39,22 @@ TEST(DatabaseRemark, saysWhatTheNextStartDoes) {
                           testSystem::makeLink(folder / "nowhere", folder / "lostLink");
     struct Case {
         const char* name;
-        Weight weight;
         const char* remark;
+        Weight weight;
         bool possible = true;
     };
     const Case cases[] = {
-        {"new.dat", Weight::none, ""},
-        {"old.dat", Weight::none, ""},
-        {"empty", Weight::none, ""},
-        {"saved", Weight::error, "a saved scan"},
-        {"notes.txt", Weight::error, "not a database of this program"},
-        {"001.dat", Weight::error, "template"},
-        {"settings.ini", Weight::none, ""},
-        {"other", Weight::warning, "earlier version"},
-        {"link", Weight::note, "is a link to", hasLinks},
-        {"savedLink", Weight::error, "a saved scan", hasLinks},
-        {"lostLink", Weight::error, "a link", hasLinks},
-        {"none/x.dat", Weight::error, "There is no folder"},
-        {"none", Weight::none, ""},
+        {"new.dat", "", Weight::none},
+        {"old.dat", "", Weight::none},
+        {"empty", "", Weight::none},
+        {"saved", "a saved scan", Weight::error},
+        {"notes.txt", "not a database of this program", Weight::error},
+        {"001.dat", "template", Weight::error},
+        {"other", "earlier version", Weight::warning},
+        {"link", "is a link to", Weight::note, hasLinks},
+        {"savedLink", "a saved scan", Weight::error, hasLinks},
+        {"lostLink", "a link", Weight::error, hasLinks},
+        {"none/x.dat", "There is no folder", Weight::error},
     };
     for (const Case& c : cases) {
         if (!c.possible) {

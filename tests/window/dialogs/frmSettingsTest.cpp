@@ -73,7 +73,7 @@ TEST_F(SettingsDialog, everyKeyIsReachedByTabAndByItsAccessKeyFromTopToBottom) {
         int lowest = 0;
         QWidget* last = nullptr;
         for (const Key& key : modSettings::keys()) {
-            QWidget& field = control<QWidget>(std::string(key.name));
+            auto& field = control<QWidget>(std::string(key.name));
             if (!tabs.currentWidget()->isAncestorOf(&field)) {
                 continue;
             }
