@@ -92,7 +92,7 @@ TEST_F(Sheet, showsTheWindowsStateOfItsOwnKeys) {
 }
 
 TEST_F(Sheet, storesOnlyWhatIsChangedAndKeepsTheRest) {
-    const std::string before = "; mine\r\n[Application_Settings]\r\nGETOWNERINFO = 1 \r\nstranger=x\r\n"
+    const std::string before = "; mine\r\n[Application_Settings]\r\nGETOWNERINFO=1\r\nstranger=x\r\n"
                                "readOnly=perhaps\r\ndatabasePath=/old\r\n; end\r\n";
     SettingsSheet sheet = open(before);
     SettingsSheet::Values values;
@@ -108,7 +108,7 @@ TEST_F(Sheet, storesOnlyWhatIsChangedAndKeepsTheRest) {
     values["errorLogTextFile"] = "'a b'";
     EXPECT_THAT(sheet.store(values), IsEmpty());
     EXPECT_THAT(sheet.stored(), ElementsAre("getOwnerInfo", "databasePath", "errorLogTextFile"));
-    EXPECT_EQ(file(), "; mine\r\n[Application_Settings]\r\nGETOWNERINFO = 0\r\nstranger=x\r\n"
+    EXPECT_EQ(file(), "; mine\r\n[Application_Settings]\r\nGETOWNERINFO=0\r\nstranger=x\r\n"
                       "readOnly=perhaps\r\n; end\r\n[startup]\r\nerrorLogTextFile=\"'a b'\"\r\n");
     EXPECT_EQ(store.GetSetting("startup", "errorLogTextFile", "", stpIni), "'a b'");
 

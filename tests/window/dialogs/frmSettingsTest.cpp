@@ -98,7 +98,7 @@ TEST_F(SettingsDialog, everyKeyIsReachedByTabAndByItsAccessKeyFromTopToBottom) {
 }
 
 TEST_F(SettingsDialog, storesWhatWasChangedInItAndNothingElse) {
-    open("; mine\n[APPLICATION_SETTINGS]\nreadOnly=0\nother=1\n");
+    open("; mine\r\n[APPLICATION_SETTINGS]\r\nreadOnly=0\r\nother=1\r\n");
     control<QCheckBox>("readOnly").click();
     control<QCheckBox>("dontUseNetwork").click();
     control<QComboBox>("FileTypeListSortColumn").setCurrentText(QStringLiteral("Extension"));
@@ -107,10 +107,11 @@ TEST_F(SettingsDialog, storesWhatWasChangedInItAndNothingElse) {
     EXPECT_EQ(remark("databasePath"), "");
     QTest::keyClick(form.get(), Qt::Key_Return);
     EXPECT_EQ(form->result(), QDialog::Accepted);
-    EXPECT_EQ(folder.read("settings.ini"),
-              "; mine\n[APPLICATION_SETTINGS]\nreadOnly=1\nother=1\ndatabasePath=" + folder.typed("x.dat") +
-                  "\n[User_Settings]\nFileTypeListSortColumn=1\nFileTypeListSortOrder=0\n"
-                  "[startup]\ndontUseNetwork=1\n");
+    EXPECT_EQ(
+        folder.read("settings.ini"),
+        "; mine\r\n[APPLICATION_SETTINGS]\r\nreadOnly=1\r\nother=1\r\ndatabasePath=" + folder.typed("x.dat") +
+            "\r\n[User_Settings]\r\nFileTypeListSortColumn=1\r\nFileTypeListSortOrder=0\r\n"
+            "[startup]\r\ndontUseNetwork=1\r\n");
 
     open();
     control<QPushButton>("cmdDefaults").click();
@@ -119,8 +120,8 @@ TEST_F(SettingsDialog, storesWhatWasChangedInItAndNothingElse) {
               modQt::shownPath(folder.internal("main.dat")));
     ok().click();
     EXPECT_EQ(folder.read("settings.ini"),
-              "; mine\n[APPLICATION_SETTINGS]\nreadOnly=0\nother=1\n[User_Settings]\n"
-              "FileTypeListSortColumn=3\nFileTypeListSortOrder=1\n[startup]\ndontUseNetwork=0\n");
+              "; mine\r\n[APPLICATION_SETTINGS]\r\nreadOnly=0\r\nother=1\r\n[User_Settings]\r\n"
+              "FileTypeListSortColumn=3\r\nFileTypeListSortOrder=1\r\n[startup]\r\ndontUseNetwork=0\r\n");
 }
 
 TEST_F(SettingsDialog, escapeStoresNothing) {
