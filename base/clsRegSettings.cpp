@@ -71,6 +71,19 @@ std::string clsRegSettings::GetSetting(std::string_view section, std::string_vie
     return result;
 }
 
+// A missing value is whatever default is asked for.
+std::optional<std::string> clsRegSettings::storedText(std::string_view section, std::string_view Key) const {
+    try {
+        std::string text = platform::readProfileValue(section, Key, {}, iniPath_);
+        if (text.empty() && !platform::readProfileValue(section, Key, "missing", iniPath_).empty()) {
+            return {};
+        }
+        return text;
+    } catch (...) {
+        return {};
+    }
+}
+
 bool clsRegSettings::isCut(std::string_view section, std::string_view Key) const noexcept {
     try {
         return platform::profileValueIsCut(section, Key, iniPath_);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -40,6 +41,10 @@ public:
     [[nodiscard]] std::string GetSetting(std::string_view section, std::string_view Key,
                                          std::string_view Default, std::int32_t stp) const;
 
+    // The value as the INI file has it, of at most 254 characters, even if it is the name of an environment
+    // variable. Nothing if it is missing or unreadable.
+    [[nodiscard]] std::optional<std::string> storedText(std::string_view section, std::string_view Key) const;
+
     // True if the value in the INI file has more than those 254 characters, so that GetSetting returns a
     // part.
     [[nodiscard]] bool isCut(std::string_view section, std::string_view Key) const noexcept;
@@ -49,9 +54,11 @@ public:
     bool SaveSetting(std::string_view section, std::string_view Key, std::string_view Setting,
                      std::int32_t stp) const;
 
+    // What GetSetting makes of a text in the INI file.
+    [[nodiscard]] static std::string expandEnvironmentName(std::string text);
+
 private:
     [[nodiscard]] std::string keyPath(std::string_view section) const;
-    [[nodiscard]] static std::string expandEnvironmentName(std::string text);
     [[nodiscard]] platform::Registry registry() const;
 
     std::string iniPath_;

@@ -51,11 +51,14 @@ public:
     void setExact(bool value) noexcept { exact_ = value; }
 
     // Whether nothing on the disk may be changed from the window, so that nothing can be moved to the trash.
-    [[nodiscard]] bool readOnly() const noexcept { return readOnly_; }
+    [[nodiscard]] bool readOnly() const noexcept { return readOnly_ || readOnlyForced_; }
     void setReadOnly(bool value) noexcept { readOnly_ = value; }
+    // By the command line: it stays so until the end, whatever the setting says.
+    [[nodiscard]] bool readOnlyForced() const noexcept { return readOnlyForced_; }
+    void forceReadOnly() noexcept { readOnlyForced_ = true; }
 
-    // How many threads read folders ahead of a scan; any negative number for as many as the processors and
-    // the volume suggest.
+    // How many threads read folders ahead of a scan; any negative number for as many as the processors and the
+    // volume suggest.
     static constexpr int mostReaders = 64;
     [[nodiscard]] std::int16_t readers() const noexcept { return readers_; }
     void setReaders(std::int16_t readers) noexcept { readers_ = readers; }
@@ -70,7 +73,12 @@ public:
     // and an error naming the key and the text is logged for the main window's load handler.
     void load(clsRegSettings& store, std::string_view applicationFolder);
 
-    // Writes the sort order and getOwnerInfo; only the user edits the other keys, but for `exact`.
+    // A property by the name of its key: the text that it is written as, empty if no property has that key;
+    // and setting it from a text, which throws 6 or 13 if it cannot be converted.
+    [[nodiscard]] std::string text(std::string_view name) const;
+    void setText(std::string_view name, std::string_view text);
+
+    // Writes the sort order and getOwnerInfo, which the window changes without writing them.
     void save(const clsRegSettings& store) const;
 
     // Whether the user has said if figures are to be exact, and writing down what they said, which throws if
@@ -79,9 +87,10 @@ public:
     void saveExact(const clsRegSettings& store) const;
 
 private:
-    struct Key;
-    static const std::array<Key, 14> keys;
-    void assign(const Key& key, std::string_view text);
+    struct Property;
+    static const std::array<Property, 14> properties;
+    [[nodiscard]] static const Property* propertyNamed(std::string_view name) noexcept;
+    void assign(const Property& property, std::string_view text);
 
     std::string databasePath_;
     std::int16_t lvwUSortColumn_ = 0;
@@ -90,13 +99,14 @@ private:
     std::int16_t lvwFSortOrder_ = 0;
     std::int16_t lvwTSortColumn_ = 0;
     std::int16_t lvwTSortOrder_ = 0;
+    std::int16_t readers_ = 0;
     bool getExtensionInfo_ = false;
     bool getOwnerInfo_ = false;
     bool caseSensitiveExt_ = false;
     bool fullFileSizes_ = false;
     bool exact_ = false;
     bool readOnly_ = false;
-    std::int16_t readers_ = 0;
+    bool readOnlyForced_ = false;
 };
 
 // False only if the setting "dontUseNetwork" is exactly "0" or missing; with any other text ("00", "no", …)

@@ -80,6 +80,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       items_({selection_, search_, settings_, working_, userInterface_, dialogs, clipboard_}),
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
+      changeSettings_({*this, cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -387,6 +388,7 @@ MenuTargets frmMain::menuTargets() {
             }
         });
     };
+    targets.settings = [this] { changeSettings_.run(); };
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };
     targets.cancelScan = [this] { search_.CancelScan = true; };

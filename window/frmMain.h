@@ -38,6 +38,7 @@
 #include "window/menu/rebar.h"
 #include "window/messageBar.h"
 #include "window/pathBox.h"
+#include "window/settingsCommand.h"
 #include "window/tabs/viewTabs.h"
 #include "window/treeSizes.h"
 #include "window/windowInterface.h"
@@ -138,6 +139,7 @@ private:
     ItemMenu itemMenu_;
     frmUnreadable unreadable_{this};
     FigureNotices notices_;
+    SettingsCommand changeSettings_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;

@@ -9,7 +9,7 @@ std::unique_ptr<frmMain> openWindow(const WindowOptions& options, clsDialogs& di
     try {
         auto window = std::make_unique<frmMain>(findApplicationFolder(options.applicationFolder), dialogs);
         if (options.readOnly) {
-            window->settings().setReadOnly(true);
+            window->settings().forceReadOnly();
         }
         window->show();
         if (!options.path.empty()) {

@@ -25,6 +25,7 @@ public:
     void properties(const PropertyRows&) override {}
     void about() override {}
     void exportOptions(clsExport&) override {}
+    void settings(SettingsSheet&) override {}
     [[nodiscard]] std::string saveFile(const FileRequest&) override { return file; }
     [[nodiscard]] std::string openFile(const FileRequest&) override { return file; }
     [[nodiscard]] bool startProgramOf(const std::string&) override { return true; }

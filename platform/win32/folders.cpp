@@ -15,6 +15,7 @@ namespace platform {
 
 namespace {
 
+constexpr std::size_t entriesPerPart = 64;                    // of those whose owners are looked up
 constexpr std::size_t readBufferSize = std::size_t{64} << 10; // shares do not take larger ones
 
 bool isSamePath(const std::wstring& left, const std::wstring& right) {
@@ -102,13 +103,12 @@ struct FolderReader::Implementation {
 
     std::uint32_t accountOf(const std::wstring& folder, std::string_view entryName) {
         entryPath.assign(folder);
-        appendWide(entryPath, entryName);
+        entryPath += wide(entryName);
         return accounts.accountOf(entryPath);
     }
 
     // Each owner is a question of its own.
     bool findOwners(std::wstring folder, FolderListing& listing) {
-        constexpr std::size_t entriesPerPart = 64;
         if (!folder.ends_with(L'\\')) {
             folder += L'\\';
         }

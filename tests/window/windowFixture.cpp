@@ -20,6 +20,21 @@ void RecordingDialogs::exportOptions(clsExport& options) {
     box.exec();
 }
 
+void RecordingDialogs::settings(SettingsSheet& sheet) {
+    frmSettings box(sheet, *this, nullptr);
+    QTimer::singleShot(0, &box, [&] {
+        if (changeSettings) {
+            changeSettings(box);
+        } else {
+            box.accept();
+        }
+        if (box.isVisible()) { // refused
+            box.reject();
+        }
+    });
+    box.exec();
+}
+
 std::string RecordingDialogs::chosen(const FileRequest& request) {
     requests.push_back(request);
     if (file.empty()) {

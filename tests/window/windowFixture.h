@@ -14,6 +14,7 @@
 #include "support/temporaryFolder.h"
 #include "widgets/folderChart.h"
 #include "window/dialogs/frmExport.h"
+#include "window/dialogs/frmSettings.h"
 #include "window/frmMain.h"
 
 // Dialogs that answer themselves and record their calls.
@@ -31,6 +32,7 @@ public:
     void properties(const PropertyRows& rows) override { shownProperties.push_back(rows); }
     void about() override { ++abouts; }
     void exportOptions(clsExport& options) override;
+    void settings(SettingsSheet& sheet) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] std::string openFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] bool startProgramOf(const std::string& path) override {
@@ -48,6 +50,7 @@ public:
     int abouts = 0;
     std::string file;                                 // the answer to file dialogs; empty: Cancel
     std::function<void(frmExport&)> setExportOptions; // what to do with that box; empty: OK
+    std::function<void(frmSettings&)> changeSettings; // the same
 
 private:
     std::string chosen(const FileRequest& request);

@@ -16,6 +16,7 @@ struct MenuTargets {
     std::function<void()> exportDatabase;
     std::function<void(bool entire)> exportChart; // true: entire chart; false: visible portion only
     std::function<void()> loadDatabase;
+    std::function<void()> settings;
     std::function<void()> exitApp;
     std::function<void()> refreshScreen;
     std::function<void()> cancelScan;
@@ -45,7 +46,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 22> commands;
+    static const std::array<Command, 23> commands;
 
     void showOwners(int index);
     void barChart(int index);

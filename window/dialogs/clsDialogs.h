@@ -5,6 +5,7 @@
 
 #include "window/dialogs/propertyRows.h"
 
+class SettingsSheet;
 class clsExport;
 
 // The settings of a file dialog.
@@ -31,6 +32,8 @@ public:
     virtual void about() = 0;
     // The options box of an export, which changes the options (frmExport).
     virtual void exportOptions(clsExport& options) = 0;
+    // The settings (frmSettings), which stores those that are changed.
+    virtual void settings(SettingsSheet& sheet) = 0;
 
     // The file dialogs: return the chosen path as a user would type it, or throw
     // errorNumber::dialogCancelled. The save dialog does not ask before overwriting a file; the caller does.

@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QStandardPaths>
 #include <algorithm>
+#include <utility>
 
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
@@ -15,6 +16,7 @@
 #include "window/dialogs/frmAbout.h"
 #include "window/dialogs/frmExport.h"
 #include "window/dialogs/frmProperties.h"
+#include "window/dialogs/frmSettings.h"
 
 namespace {
 
@@ -69,6 +71,14 @@ void QtDialogs::about() {
 void QtDialogs::exportOptions(clsExport& options) {
     frmExport box(options, parent_);
     box.exec();
+}
+
+// Boxes that it opens are above it.
+void QtDialogs::settings(SettingsSheet& sheet) {
+    frmSettings box(sheet, *this, parent_);
+    QWidget* const parent = std::exchange(parent_, &box);
+    box.exec();
+    parent_ = parent;
 }
 
 std::string QtDialogs::saveFile(const FileRequest& request) {

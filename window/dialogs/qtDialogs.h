@@ -15,6 +15,7 @@ public:
     void properties(const PropertyRows& rows) override;
     void about() override;
     void exportOptions(clsExport& options) override;
+    void settings(SettingsSheet& sheet) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override;
     [[nodiscard]] std::string openFile(const FileRequest& request) override;
     [[nodiscard]] bool startProgramOf(const std::string& path) override;

@@ -16,9 +16,10 @@ using testing::IsEmpty;
 
 class OpenedWindow : public MainWindow {
 protected:
-    std::unique_ptr<frmMain> opened() {
+    std::unique_ptr<frmMain> opened(bool readOnly = false) {
         dialogs.messages.clear();
         WindowOptions options;
+        options.readOnly = readOnly;
         options.applicationFolder = application.typed();
         options.path = tree.typed();
         return openWindow(options, dialogs);
@@ -33,6 +34,16 @@ TEST_F(OpenedWindow, scansThePathOfTheCommandLine) {
     QApplication::processEvents();
     EXPECT_EQ(selected(), key());
     EXPECT_THAT(dialogs.messages, IsEmpty());
+}
+
+TEST_F(OpenedWindow, staysReadOnlyIfTheCommandLineSaysSo) {
+    makeTree();
+    window = opened(true);
+    ASSERT_TRUE(window);
+    window->settings().setReadOnly(false);
+    EXPECT_TRUE(window->settings().readOnly());
+    window->close();
+    EXPECT_EQ(settingsFile().find("readOnly"), std::string::npos) << "it holds for this run only";
 }
 
 TEST_F(OpenedWindow, usesNoApplicationFolderThatOthersCanWriteTo) {

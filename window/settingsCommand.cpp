@@ -1,0 +1,48 @@
+#include "window/settingsCommand.h"
+
+#include <QAction>
+
+#include "base/settingsTable.h"
+#include "window/menu/menus.h"
+
+using modSettings::Effect;
+using modSettings::Key;
+
+SettingsCommand::SettingsCommand(const Dependencies& dependencies)
+    : dependencies_(dependencies), key_(QKeySequence(Qt::CTRL | Qt::Key_Comma), &dependencies.window) {
+    key_.setAutoRepeat(false);
+    // The item knows whether the command may run now.
+    QObject::connect(&key_, &QShortcut::activated, &dependencies_.window, [this] {
+        if (auto* const item = dependencies_.menu.findChild<QAction*>(QStringLiteral("Settings"))) {
+            item->trigger();
+        }
+    });
+}
+
+void SettingsCommand::run() {
+    SettingsSheet sheet(dependencies_.store, dependencies_.settings, dependencies_.applicationFolder);
+    dependencies_.dialogs.settings(sheet);
+    follow(sheet);
+}
+
+// What takes effect at the next start is read then. Exact figures come last, because they may scan.
+void SettingsCommand::follow(const SettingsSheet& sheet) {
+    bool listsChanged = false;
+    bool exact = dependencies_.settings.exact();
+    for (const std::string_view name : sheet.stored()) {
+        const Key& key = modSettings::keyNamed(name);
+        if (name == "exact") {
+            exact = sheet.value(key) == "1";
+        } else if (!isPath(key.kind) && key.effect != Effect::nextStart) {
+            dependencies_.settings.setText(name, sheet.value(key));
+            listsChanged = listsChanged || isOfList(key.kind);
+        }
+    }
+    modMenus::setMark(dependencies_.menu, "ShowOwners", dependencies_.settings.getOwnerInfo());
+    if (listsChanged) {
+        dependencies_.views.refreshActiveView();
+    }
+    if (exact != dependencies_.settings.exact()) {
+        dependencies_.notices.toggleExact();
+    }
+}
