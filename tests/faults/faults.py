@@ -30,7 +30,8 @@ class Case:
         self.output = folder / "output"
         self.mark = folder / "failed"
         self.target = self.output / target if target else None
-        self.arguments = [PROGRAM, "--app-folder", self.app, "--force", *arguments]
+        # The calls come in the same order each time only if one thread makes them all.
+        self.arguments = [PROGRAM, "--readers", "0", "--app-folder", self.app, "--force", *arguments]
         if target:
             self.arguments += [name, self.target]
 
