@@ -2,14 +2,9 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QFileInfo>
 #include <QMenu>
-#include <QMimeData>
 #include <QScreen>
 #include <QTimer>
-#include <QUrl>
 #include <utility>
 
 #include "base/applicationFolder.h"
@@ -38,16 +33,6 @@ void loadStep(Step&& step, modGlobal::Logging logging = modGlobal::Logging::show
     modGlobal::trapped(moduleName, "form_load", std::forward<Step>(step), logging);
 }
 
-// The first folder being dragged, as a native path; empty if there is none.
-QString draggedFolder(const QMimeData& data) {
-    for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir()) {
-            return url.toLocalFile();
-        }
-    }
-    return {};
-}
-
 // Not if the file is a pipe or a device, which could not be read to its end.
 std::unique_ptr<QSettings> openState(const std::string& file) {
     const bool readable = platform::fileExists(file) || !platform::somethingExists(file);
@@ -68,7 +53,14 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
-      selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
+      selection_({.tree = tvw_,
+                  .icons = imlFiles_,
+                  .search = search_,
+                  .settings = settings_,
+                  .database = working_,
+                  .userInterface = userInterface_,
+                  .views = views_,
+                  .openFile = [this](std::string_view path) { return opening_.takeFile(path); }}),
       header_({working_, search_, selection_}),
       navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
       treeSizes_({tvw_, cP_, working_, search_, selection_}),
@@ -80,6 +72,8 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       items_({selection_, search_, settings_, working_, userInterface_, dialogs, clipboard_}),
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
+      opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
+                [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -285,14 +279,13 @@ void frmMain::layOut() {
     prg_.hide();
     setMinimumSize(smallestSize);
     resize(usualSize);
-    setAcceptDrops(true);
     tvw_.setFocus();
 }
 
 void frmMain::wire() {
     txtPath_.installEventFilter(this);
     connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
-    connect(&cmdGo_, &QPushButton::clicked, this, [this] { selection_.cmdGo_Click(txtPath_.takePath()); });
+    connect(&cmdGo_, &QPushButton::clicked, this, [this] { opening_.openTyped(); });
     connect(&tvw_, &FolderTree::nodeExpanded, this,
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
@@ -381,9 +374,8 @@ MenuTargets frmMain::menuTargets() {
     targets.exportChart = [this](bool entire) { runExclusively([&] { charts_.exportChart(entire); }); };
     targets.loadDatabase = [this] {
         runExclusively([this] {
-            if (const std::string file = databases_.loadDatabase(); !file.empty()) {
-                notices_.loaded();
-                header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
+            if (const std::string file = databases_.chooseDatabase(); !file.empty()) {
+                loadChosen(file);
             }
         });
     };
@@ -405,9 +397,17 @@ MenuTargets frmMain::menuTargets() {
     return targets;
 }
 
-void frmMain::openPath(std::string_view typedPath) {
-    txtPath_.setText(QString::fromUtf8(typedPath.data(), static_cast<qsizetype>(typedPath.size())));
-    selection_.cmdGo_Click(typedPath);
+void frmMain::loadChosen(const std::string& file) {
+    if (databases_.loadDatabase(file)) {
+        notices_.loaded();
+        header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
+    }
+}
+
+// As the menu's items that load and export are enabled.
+bool frmMain::mayLoad() const {
+    return !search_.processing && !scanning_ && !runningExclusively_ &&
+           QApplication::activeModalWidget() == nullptr;
 }
 
 void frmMain::txtPath_GotFocus() {
@@ -475,17 +475,4 @@ void frmMain::tc_OnClick(const std::string& label) {
         }
         selection_.openFolder(selected + label + "\\");
     });
-}
-
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (!draggedFolder(*event->mimeData()).isEmpty()) {
-        event->acceptProposedAction();
-    }
-}
-
-void frmMain::dropEvent(QDropEvent* event) {
-    event->acceptProposedAction();
-    // The source of the dragged folder waits for the end of this event; the scan starts after it.
-    QTimer::singleShot(0, this,
-                       [this, path = draggedFolder(*event->mimeData())] { openPath(path.toStdString()); });
 }

@@ -37,6 +37,7 @@
 #include "window/menu/popMenu.h"
 #include "window/menu/rebar.h"
 #include "window/messageBar.h"
+#include "window/opening.h"
 #include "window/pathBox.h"
 #include "window/tabs/viewTabs.h"
 #include "window/treeSizes.h"
@@ -53,8 +54,8 @@ public:
     frmMain(std::string_view applicationFolder, clsDialogs& dialogs);
     ~frmMain() override;
 
-    // Selects and scans a folder as if the user had typed it.
-    void openPath(std::string_view typedPath);
+    // Selects and scans a folder, or loads a saved scan.
+    void openPath(std::string_view typedPath) { opening_.open(typedPath); }
 
     [[nodiscard]] clsSettings& settings() noexcept { return settings_; }
     [[nodiscard]] const clsSearch& search() const noexcept { return search_; }
@@ -63,8 +64,6 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -79,6 +78,8 @@ private:
     void wireHeader();
     [[nodiscard]] MenuTargets menuTargets();
     void runExclusively(const std::function<void()>& command);
+    void loadChosen(const std::string& file);
+    [[nodiscard]] bool mayLoad() const;
     void closeIfWanted();
     void growWithScan();
     void followLoad();
@@ -138,6 +139,7 @@ private:
     ItemMenu itemMenu_;
     frmUnreadable unreadable_{this};
     FigureNotices notices_;
+    Opening opening_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;

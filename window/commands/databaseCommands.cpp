@@ -13,9 +13,10 @@
 namespace {
 
 constexpr std::size_t mostTopFolders = 1000;
-const std::string databaseFilter = "Access Databases (*.mdb)|*.mdb|All Files (*.*)|*.*";
 
 } // namespace
+
+const std::string DatabaseCommands::databaseFilter = "Access Databases (*.mdb)|*.mdb|All Files (*.*)|*.*";
 
 void DatabaseCommands::exportDatabase() {
     const std::string file = choice_.toWrite(databaseFilter, ".mdb");
@@ -39,11 +40,8 @@ void DatabaseCommands::exportDatabase() {
     }
 }
 
-std::string DatabaseCommands::loadDatabase() {
-    const std::string file = choice_.toRead(databaseFilter);
-    if (file.empty()) {
-        return {};
-    }
+bool DatabaseCommands::loadDatabase(const std::string& file) {
+    choice_.forgetLastOutcome();
     const BusyPointer busy(dependencies_.userInterface);
     bool isLoaded = false;
     bool replaced = !dependencies_.database.isOpen(); // then there is no scan to keep
@@ -54,7 +52,7 @@ std::string DatabaseCommands::loadDatabase() {
         showTree(file);
     });
     if (!replaced) {
-        return {};
+        return false;
     }
     if (dependencies_.database.isOpen()) { // left by a tree that could not be shown
         modGlobal::trapped(
@@ -63,7 +61,7 @@ std::string DatabaseCommands::loadDatabase() {
     }
     dependencies_.views.forget();
     dependencies_.selection.showLoaded();
-    return isLoaded ? file : std::string();
+    return isLoaded;
 }
 
 // A scan that was saved without a tree, as by the console program, shows its folders below the drives.
