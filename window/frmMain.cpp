@@ -16,6 +16,7 @@
 #include "export/databaseFile.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "tree/nodeKeys.h"
 #include "tree/startupTree.h"
 #include "views/folderFigures.h"
@@ -74,6 +75,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
       opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
                 [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
+      recent_({cP_, [this](const std::string& path) { return opening_.open(path); }}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -108,6 +110,7 @@ void frmMain::form_load() {
         modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
         navigation_.update();
         itemMenu_.connectMenus();
+        recent_.connectMenu();
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
@@ -126,6 +129,7 @@ void frmMain::restoreLook() {
     splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
     views_.restore(*state_);
     treeSizes_.restore(*state_);
+    recent_.places().restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -149,6 +153,7 @@ void frmMain::saveLook() {
     state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
     views_.save(*state_);
     treeSizes_.save(*state_);
+    recent_.places().save(*state_);
     state_->sync();
 }
 
@@ -312,6 +317,8 @@ void frmMain::wire() {
             bar_.closeShown();
         }
     });
+    connect(&opening_, &Opening::folderOpened, this,
+            [this](const std::string& key) { recent_.places().add(RecentPlaces::Kind::folder, key); });
     connect(&bar_, &MessageBar::shownChanged, this, &frmMain::updateEscape);
     connect(&unreadable_, &frmUnreadable::folderChosen, this,
             [this](const std::string& key) { selection_.revealFolder(key); });
@@ -370,7 +377,9 @@ MenuTargets frmMain::menuTargets() {
     targets.exportReport = [this](modExport::ReportFormat format) {
         runExclusively([&] { reports_.exportReport(format); });
     };
-    targets.exportDatabase = [this] { runExclusively([this] { databases_.exportDatabase(); }); };
+    targets.exportDatabase = [this] {
+        runExclusively([this] { noteSavedScan(databases_.exportDatabase()); });
+    };
     targets.exportChart = [this](bool entire) { runExclusively([&] { charts_.exportChart(entire); }); };
     targets.loadDatabase = [this] {
         runExclusively([this] {
@@ -399,8 +408,15 @@ MenuTargets frmMain::menuTargets() {
 
 void frmMain::loadChosen(const std::string& file) {
     if (databases_.loadDatabase(file)) {
+        noteSavedScan(file);
         notices_.loaded();
         header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
+    }
+}
+
+void frmMain::noteSavedScan(const std::string& file) {
+    if (!file.empty()) {
+        recent_.places().add(RecentPlaces::Kind::savedScan, platform::toInternal(file));
     }
 }
 

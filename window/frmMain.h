@@ -39,6 +39,7 @@
 #include "window/messageBar.h"
 #include "window/opening.h"
 #include "window/pathBox.h"
+#include "window/recentMenu.h"
 #include "window/tabs/viewTabs.h"
 #include "window/treeSizes.h"
 #include "window/windowInterface.h"
@@ -79,6 +80,7 @@ private:
     [[nodiscard]] MenuTargets menuTargets();
     void runExclusively(const std::function<void()>& command);
     void loadChosen(const std::string& file);
+    void noteSavedScan(const std::string& file);
     [[nodiscard]] bool mayLoad() const;
     void closeIfWanted();
     void growWithScan();
@@ -140,6 +142,7 @@ private:
     frmUnreadable unreadable_{this};
     FigureNotices notices_;
     Opening opening_;
+    RecentMenu recent_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;

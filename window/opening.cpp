@@ -6,7 +6,10 @@
 #include <QUrl>
 #include <utility>
 
+#include "base/clsFile.h"
 #include "platform/files.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
 
@@ -32,29 +35,46 @@ bool isDatabase(std::string_view path) {
 Opening::Opening(Dependencies dependencies) : dependencies_(std::move(dependencies)) {
     dependencies_.window.setAcceptDrops(true);
     dependencies_.window.installEventFilter(this);
+    connect(&dependencies_.selection, &FolderSelection::folderShown, this, [this](const std::string& key) {
+        const bool isRoot = clsFile(key).fullPathNoDrive().empty() &&
+                            !dependencies_.selection.holdsLoadedRows(); // which may be another machine's
+        if (std::exchange(isOpening_, false) || isRoot) {
+            Q_EMIT folderOpened(key);
+        }
+    });
 }
 
 Opening::~Opening() {
     dependencies_.window.removeEventFilter(this);
 }
 
-void Opening::open(std::string_view typedPath) {
+bool Opening::open(std::string_view typedPath) {
     dependencies_.pathBox.setText(
         QString::fromUtf8(typedPath.data(), static_cast<qsizetype>(typedPath.size())));
-    const bool before = std::exchange(takesAnyFile_, true);
-    dependencies_.selection.cmdGo_Click(typedPath);
-    takesAnyFile_ = before;
+    missing_.clear();
+    go(typedPath, true);
+    return missing_ != typedPath;
 }
 
 void Opening::openTyped() {
-    const bool before = std::exchange(takesAnyFile_, false);
-    dependencies_.selection.cmdGo_Click(dependencies_.pathBox.takePath());
+    go(dependencies_.pathBox.takePath(), false);
+}
+
+void Opening::go(std::string_view typedPath, bool takesAnyFile) {
+    const bool before = std::exchange(takesAnyFile_, takesAnyFile);
+    isOpening_ = true;
+    dependencies_.selection.cmdGo_Click(typedPath);
+    isOpening_ = false;
     takesAnyFile_ = before;
 }
 
 // Only a regular file: a pipe or a device could be read for ever.
 bool Opening::takeFile(std::string_view typedPath) {
     if (!platform::fileExists(typedPath) || !(takesAnyFile_ || isDatabase(typedPath))) {
+        if (!platform::somethingExists(typedPath) &&
+            platform::whyHidden(platform::toInternal(typedPath)).empty()) {
+            missing_ = typedPath;
+        }
         return false;
     }
     if (dependencies_.mayLoad()) {

@@ -18,10 +18,10 @@ constexpr std::size_t mostTopFolders = 1000;
 
 const std::string DatabaseCommands::databaseFilter = "Access Databases (*.mdb)|*.mdb|All Files (*.*)|*.*";
 
-void DatabaseCommands::exportDatabase() {
-    const std::string file = choice_.toWrite(databaseFilter, ".mdb");
+std::string DatabaseCommands::exportDatabase() {
+    std::string file = choice_.toWrite(databaseFilter, ".mdb");
     if (file.empty()) {
-        return;
+        return {};
     }
     const BusyPointer busy(dependencies_.userInterface);
     {
@@ -35,9 +35,10 @@ void DatabaseCommands::exportDatabase() {
         modGlobal::logError(failure->number(), failure->what(), "frmMain", "cp_Click", true);
         dependencies_.userInterface.message("Error " + std::to_string(failure->number()) +
                                             " exporting to Access.  Please try again.");
-    } else {
-        modExport::showSaved(dependencies_.userInterface, file);
+        return {};
     }
+    modExport::showSaved(dependencies_.userInterface, file);
+    return file;
 }
 
 bool DatabaseCommands::loadDatabase(const std::string& file) {

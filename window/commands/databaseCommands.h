@@ -32,8 +32,8 @@ public:
           choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
 
     // Saves the tree into the working database and copies its file. If the copy fails, a message says so and
-    // the reason is logged; other errors are thrown.
-    void exportDatabase();
+    // the reason is logged; other errors are thrown. The file, as typed; empty if nothing was saved.
+    std::string exportDatabase();
 
     // Asks which file to load; as typed, empty if none.
     [[nodiscard]] std::string chooseDatabase() const { return choice_.toRead(databaseFilter); }

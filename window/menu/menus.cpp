@@ -27,7 +27,7 @@ struct MenuItem {
 // Odd on purpose: the first View items end in a tab, which leaves their shortcut column empty; two of them
 // have a blank before it; the separators of View have the same key; two items of File have no access key. The
 // chart's two items must stay next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 43> mainMenu{{
+constexpr std::array<MenuItem, 44> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -40,6 +40,7 @@ constexpr std::array<MenuItem, 43> mainMenu{{
     {2, "ExportChartVisible", "&Visible Portion Only...", 11},
     {1, "Spacer0", "-"},
     {1, "LoadMDB", "Load from Access Database...", 12},
+    {1, "OpenRecent", "Open &Recent"},
     {1, "Spacer2", "-"},
     {1, "ExitApp", "Exit"},
     {0, "", "&View"},
@@ -74,6 +75,7 @@ constexpr std::array<MenuItem, 43> mainMenu{{
 }};
 
 const QString exactFigures = QStringLiteral("ExactFigures");
+constexpr std::string_view openRecent = "OpenRecent";
 
 // Odd on purpose: the keys are also used in the main menu; clicks here go to another handler.
 constexpr std::array<MenuItem, 3> listMenu{{
@@ -107,7 +109,8 @@ void addItems(PopMenu& menu, std::span<const MenuItem> items, const clsSettings&
                                         .parentIndex = parents.at(item.level),
                                         .iconIndex = item.icon,
                                         .checked = checked,
-                                        .key = QString::fromUtf8(item.key)});
+                                        .key = QString::fromUtf8(item.key),
+                                        .opensMenu = item.key == openRecent});
         if (item.mark != Mark::none) {
             menu.setChecked(index, checked);
         }
@@ -153,7 +156,7 @@ void setRowCommandsEnabled(PopMenu& cP, bool enabled) {
     for (int index = 1; index <= cP.count(); ++index) {
         const QString key = cP.itemKey(index);
         if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load")) ||
-            key == exactFigures) {
+            key == exactFigures || key.toStdString() == openRecent) {
             cP.setEnabled(index, enabled);
         }
     }

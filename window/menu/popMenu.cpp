@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QWidget>
+#include <algorithm>
 
 #include "widgets/systemIcons.h"
 
@@ -57,6 +58,9 @@ int PopMenu::addItem(const NewItem& facts) {
     if (parent != nullptr) {
         menuOf(*parent).addAction(&added.action);
     }
+    if (facts.opensMenu) {
+        menuOf(added);
+    }
     return index;
 }
 
@@ -74,6 +78,13 @@ int PopMenu::parentIndex(int index) const {
 
 QAction& PopMenu::action(int index) const {
     return item(index).action;
+}
+
+int PopMenu::indexOf(const QString& key) const {
+    const auto found = std::find_if(items_.begin(), items_.end(), [&](const auto& each) {
+        return each->key.compare(key, Qt::CaseInsensitive) == 0;
+    });
+    return found == items_.end() ? 0 : static_cast<int>(found - items_.begin()) + 1;
 }
 
 bool PopMenu::isChecked(int index) const {

@@ -41,6 +41,7 @@ public:
         bool checked = false;
         bool enabled = true;
         QString key = {};
+        bool opensMenu = false; // also if nothing is added to it here
     };
 
     // Appends an item to its parent, which from then on opens its items, and returns its index.
@@ -51,6 +52,10 @@ public:
     [[nodiscard]] QString itemKey(int index) const; // as added
     [[nodiscard]] int parentIndex(int index) const;
     [[nodiscard]] QAction& action(int index) const;
+    // The first item with this key, ignoring case; 0 for none.
+    [[nodiscard]] int indexOf(const QString& key) const;
+    // The submenu of an item that opens one. Others may fill it with actions of their own.
+    [[nodiscard]] QMenu& menu(int index) { return menuOf(item(index)); }
 
     // The check mark. Clicks do not change it; the handler sets it. An item becomes checkable when its mark
     // is first set, to either state.
