@@ -31,6 +31,7 @@
 #include "window/figureNotices.h"
 #include "window/folderHeader.h"
 #include "window/folderNavigation.h"
+#include "window/help/helpKey.h"
 #include "window/help/showHelp.h"
 #include "window/itemMenu.h"
 #include "window/menu/menuToolbar.h"
@@ -132,6 +133,7 @@ private:
     FolderNavigation navigation_;
     TreeSizes treeSizes_;
     HelpCommand help_{*this};
+    HelpKey helpKey_{*this, help_, [this] { return views_.tabs().currentWidget(); }};
     modExport::WorkbookFolder workbooks_;
     ReportCommands reports_;
     DatabaseCommands databases_;

@@ -16,6 +16,17 @@ struct PopMenu::Item {
     std::unique_ptr<QMenu> menu; // its submenu, once it has items
 };
 
+namespace {
+
+// A menu puts what stands behind a tab into its shortcut column.
+QString textOf(const PopMenu::NewItem& facts) {
+    constexpr QChar tab = u'\t';
+    const bool hasTab = facts.shortcut.isEmpty() || facts.caption.endsWith(tab);
+    return facts.caption + (hasTab ? QString() : QString(tab)) + facts.shortcut;
+}
+
+} // namespace
+
 PopMenu::PopMenu(QObject* parent) : QObject(parent) {}
 
 PopMenu::~PopMenu() = default;
@@ -39,7 +50,11 @@ int PopMenu::addItem(const NewItem& facts) {
     if (facts.caption == QStringLiteral("-")) {
         added.action.setSeparator(true);
     } else {
-        added.action.setText(facts.caption);
+        added.action.setText(textOf(facts));
+    }
+    if (facts.takesShortcut) {
+        added.action.setShortcut(QKeySequence(facts.shortcut));
+        added.action.setAutoRepeat(false);
     }
     added.action.setStatusTip(facts.helpText);
     added.action.setData(facts.itemData);

@@ -1,0 +1,143 @@
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QShortcut>
+#include <QTest>
+#include <QTextBrowser>
+#include <map>
+
+#include "window/dialogs/frmProperties.h"
+#include "window/help/frmHelp.h"
+#include "window/windowFixture.h"
+
+namespace {
+
+using testing::SizeIs;
+
+class KeysInWindow : public MainWindow {
+protected:
+    // The page of the help window below this parent, which is then closed; empty if none is on show.
+    static std::string helpPage(const QWidget* parent = nullptr) {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (qobject_cast<frmHelp*>(top) != nullptr && top->isVisible() && top->parent() == parent) {
+                top->close();
+                return top->findChild<QTextBrowser*>()->source().fileName().toStdString();
+            }
+        }
+        return {};
+    }
+    std::vector<const char*> places{"tvw", "txtPath", "cmdBack", "XTab", "tc", "cmdGo"};
+};
+
+TEST_F(KeysInWindow, thatAMenuShowsWorkWhereverTheFocusIs) {
+    openActive();
+    window->openPath(tree.typed());
+    for (const char* place : places) {
+        SCOPED_TRACE(place);
+        auto& focus = control<QWidget>(place);
+        focus.setFocus();
+        const std::size_t requests = dialogs.requests.size();
+        QTest::keyClick(&focus, Qt::Key_O, Qt::ControlModifier);
+        EXPECT_EQ(dialogs.requests.size(), requests + 1);
+        QTest::keyClick(&focus, Qt::Key_2, Qt::ControlModifier);
+        EXPECT_EQ(control<FolderChart>("tc").chartStyle(), ChartStyle::pie);
+        EXPECT_TRUE(control<QAction>("ViewPieChart").isChecked());
+        QTest::keyClick(&focus, Qt::Key_1, Qt::ControlModifier);
+        EXPECT_EQ(control<FolderChart>("tc").chartStyle(), ChartStyle::bar);
+        bool isCancelled = false;
+        duringScan([&] {
+            QTest::keyClick(&focus, Qt::Key_Escape);
+            isCancelled = window->search().CancelScan;
+        });
+        pressF5(place);
+        EXPECT_TRUE(isCancelled);
+    }
+    bool isOffered = true;
+    duringScan([&] {
+        const std::size_t requests = dialogs.requests.size();
+        QTest::keyClick(window->focusWidget(), Qt::Key_O, Qt::ControlModifier);
+        isOffered = dialogs.requests.size() > requests;
+    });
+    pressF5();
+    EXPECT_FALSE(isOffered) << "no scan is loaded while another runs";
+    QTest::keyClick(window->focusWidget(), Qt::Key_Q, Qt::ControlModifier);
+    EXPECT_FALSE(window->isVisible());
+}
+
+// Qt runs neither of two that have the same keys.
+TEST_F(KeysInWindow, areGivenOnce) {
+    openActive();
+    std::map<std::string, int> given;
+    for (const QShortcut* key : window->findChildren<QShortcut*>()) {
+        if (key->context() != Qt::WidgetShortcut) {
+            ++given[key->key().toString().toStdString()];
+        }
+    }
+    for (const QAction* action : window->findChildren<QAction*>()) {
+        for (const QKeySequence& keys : action->shortcuts()) {
+            ++given[keys.toString().toStdString()];
+        }
+    }
+    for (const auto& [keys, count] : given) {
+        EXPECT_EQ(count, 1) << keys;
+    }
+    EXPECT_EQ(given.count("Ctrl+O") + given.count("Ctrl+Q") + given.count("Esc"), 3U);
+    EXPECT_EQ(given.count("F1") + given.count("Ctrl+C") + given.count("F5"), 0U)
+        << "they are handled otherwise";
+}
+
+TEST_F(KeysInWindow, f1ShowsThePageForWhatHasTheFocus) {
+    openActive();
+    const struct {
+        const char* focus;
+        int tab;
+        const char* page;
+    } cases[] = {
+        {"tvw", 0, "scanning.html"}, {"txtPath", 0, "scanning.html"}, {"tc", 0, "chart.html"},
+        {"lvwF", 1, "files.html"},   {"lvwT", 2, "types.html"},       {"lvwU", 3, "owners.html"},
+        {"XTab", 3, "owners.html"},  {"cmdBack", 1, "files.html"},
+    };
+    for (const auto& each : cases) {
+        tabs().setCurrentIndex(each.tab);
+        control<QWidget>(each.focus).setFocus();
+        QTest::keyClick(&control<QWidget>(each.focus), Qt::Key_F1);
+        EXPECT_EQ(helpPage(), each.page) << each.focus;
+    }
+    QTest::keyClick(&control<QWidget>("tvw"), Qt::Key_F1, Qt::ShiftModifier);
+    EXPECT_EQ(helpPage(), "");
+    command("UnreadableFolders");
+    auto* const unreadable = window->findChild<QDialog*>(QStringLiteral("frmUnreadable"));
+    QTest::keyClick(unreadable->focusWidget(), Qt::Key_F1);
+    EXPECT_EQ(helpPage(), "trouble.html");
+}
+
+// A modal box keeps other windows from taking input, but for its own.
+TEST_F(KeysInWindow, f1InAModalBoxOpensAHelpWindowOfItsOwn) {
+    openActive();
+    std::string page;
+    bool isBlocked = true;
+    dialogs.setExportOptions = [&](frmExport& box) {
+        QTest::keyClick(box.focusWidget(), Qt::Key_F1);
+        EXPECT_EQ(helpPage(), "");
+        QTest::keyClick(box.focusWidget(), Qt::Key_F1);
+        auto* const help = box.findChild<frmHelp*>();
+        ASSERT_NE(help, nullptr);
+        EXPECT_THAT(box.findChildren<frmHelp*>(), SizeIs(1));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(help));
+        QTest::keyClick(help, Qt::Key_Escape);
+        isBlocked = help->isVisible();
+        help->show();
+        page = helpPage(&box);
+        box.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
+    };
+    window->openPath(tree.typed());
+    dialogs.file = application.typed("x.html");
+    command("ExportHTML");
+    EXPECT_EQ(page, "exports.html");
+    EXPECT_FALSE(isBlocked);
+    const frmProperties properties({{"Path", "x"}}, window.get());
+    QTest::keyClick(properties.focusWidget(), Qt::Key_F1);
+    EXPECT_EQ(helpPage(), "files.html");
+}
+
+} // namespace
