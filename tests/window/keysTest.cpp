@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QAction>
+#include <QContextMenuEvent>
 #include <QShortcut>
 #include <QTest>
 #include <QTextBrowser>
@@ -138,6 +139,107 @@ TEST_F(KeysInWindow, f1InAModalBoxOpensAHelpWindowOfItsOwn) {
     const frmProperties properties({{"Path", "x"}}, window.get());
     QTest::keyClick(properties.focusWidget(), Qt::Key_F1);
     EXPECT_EQ(helpPage(), "files.html");
+}
+
+// Where Tab leads to.
+class TabOrder : public MainWindow {
+protected:
+    // The object names of all that takes the focus, from this control back to it.
+    static std::string walk(QWidget& first, bool isForward = true) {
+        first.setFocus();
+        std::string names;
+        QWidget* focus = &first;
+        for (int steps = 0; steps < 40; ++steps) {
+            names += (names.empty() ? "" : " ") + focus->objectName().toStdString();
+            QTest::keyClick(focus, isForward ? Qt::Key_Tab : Qt::Key_Backtab);
+            focus = first.window()->focusWidget();
+            if (focus == nullptr || focus == &first) {
+                return names;
+            }
+        }
+        return names + " ...";
+    }
+    std::string walk(bool isForward = true) { return walk(control<FolderTree>("tvw"), isForward); }
+};
+
+TEST_F(TabOrder, leadsThroughTheWindowAsItIsRead) {
+    openActive();
+    const std::string message = "cmdMessage1 cmdMessage2 cmdCloseMessage ";
+    EXPECT_EQ(walk(), "tvw " + message + "qt_tabwidget_tabbar tc txtPath cmdGo") << "no folder is shown";
+    window->openPath(tree.typed("a"));
+    window->openPath(tree.typed("b"));
+    command("GoBack");
+    int crumbs = 0;
+    std::string header;
+    for (const QWidget* crumb : window->findChildren<QWidget*>(QStringLiteral("cmdCrumb"))) {
+        if (crumb->isVisible()) {
+            header += "cmdCrumb ";
+            ++crumbs;
+        }
+    }
+    header += "cmdCrumbLast ";
+    EXPECT_GE(crumbs, 1);
+    const char* const views[] = {"tc", "lvwF", "lvwT", "lvwU"};
+    for (int tab = 0; tab < 4; ++tab) {
+        tabs().setCurrentIndex(tab);
+        EXPECT_EQ(walk(), "tvw " + message + header + "qt_tabwidget_tabbar " + views[tab] +
+                              " cmdForward cmdUp txtPath cmdGo");
+    }
+    command("GoForward");
+    EXPECT_EQ(walk(false), "tvw cmdGo txtPath cmdUp cmdBack lvwU qt_tabwidget_tabbar cmdCrumbLast" +
+                               QStringLiteral(" cmdCrumb").repeated(crumbs).toStdString() +
+                               " cmdCloseMessage cmdMessage2 cmdMessage1");
+    control<MessageBar>("messageBar").closeShown();
+    window->openPath(tree.typed("a/deep"));
+    window->resize(480, 400);
+    QApplication::processEvents();
+    EXPECT_THAT(walk(), testing::StartsWith("tvw cmdCrumb"));
+    QTest::keyClick(&control<QLineEdit>("txtPath"), Qt::Key_L, Qt::ControlModifier);
+    EXPECT_TRUE(pathBox().hasFocus());
+}
+
+TEST_F(TabOrder, leadsThroughTheBoxes) {
+    openActive();
+    command("UnreadableFolders");
+    auto& unreadable = control<QDialog>("frmUnreadable");
+    auto& list = *unreadable.findChild<QWidget*>(QStringLiteral("lvwUnreadable"));
+    unreadable.activateWindow();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::activeWindow() == &unreadable; }));
+    EXPECT_EQ(unreadable.focusWidget(), &list);
+    unreadable.findChild<QWidget*>(QStringLiteral("cmdCopy"))->setEnabled(true);
+    EXPECT_EQ(walk(list), "lvwUnreadable cmdCopy cmdClose");
+    QTest::keyClick(&list, Qt::Key_Escape);
+    EXPECT_FALSE(unreadable.isVisible());
+}
+
+// Each has the key and its other form.
+TEST_F(KeysInWindow, openTheContextMenuOfWhatIsSelected) {
+    openActive();
+    window->openPath(tree.typed());
+    const std::pair<const char*, int> cases[] = {{"tvw", 0}, {"tc", 0}, {"lvwF", 1}, {"lvwT", 2}};
+    for (const auto& [name, tab] : cases) {
+        SCOPED_TRACE(name);
+        tabs().setCurrentIndex(tab);
+        auto& focus = control<QWidget>(name);
+        focus.setFocus();
+        if (tab == 0) {
+            QTest::keyClick(&focus, Qt::Key_Up); // to a bar
+            focus.window()->findChild<FolderTree*>()->selectNode(key());
+        }
+        for (const bool isMenuKey : {false, true}) {
+            if (isMenuKey) {
+                QContextMenuEvent event(QContextMenuEvent::Keyboard, {}, {}); // what the system makes of it
+                QApplication::sendEvent(&focus, &event);
+            } else {
+                QTest::keyClick(&focus, Qt::Key_F10, Qt::ShiftModifier);
+            }
+            QWidget* const menu = QApplication::activePopupWidget();
+            EXPECT_NE(menu, nullptr) << isMenuKey;
+            if (menu != nullptr) {
+                QTest::keyClick(menu, Qt::Key_Escape);
+            }
+        }
+    }
 }
 
 } // namespace
