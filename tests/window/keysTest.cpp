@@ -121,14 +121,14 @@ TEST_F(KeysInWindow, f1InAModalBoxOpensAHelpWindowOfItsOwn) {
         QTest::keyClick(box.focusWidget(), Qt::Key_F1);
         EXPECT_EQ(helpPage(), "");
         QTest::keyClick(box.focusWidget(), Qt::Key_F1);
-        auto* const help = box.findChild<frmHelp*>();
-        ASSERT_NE(help, nullptr);
         EXPECT_THAT(box.findChildren<frmHelp*>(), SizeIs(1));
-        EXPECT_TRUE(QTest::qWaitForWindowActive(help));
-        QTest::keyClick(help, Qt::Key_Escape);
-        isBlocked = help->isVisible();
-        help->show();
-        page = helpPage(&box);
+        if (auto* const help = box.findChild<frmHelp*>()) {
+            EXPECT_TRUE(QTest::qWaitForWindowActive(help));
+            QTest::keyClick(help, Qt::Key_Escape);
+            isBlocked = help->isVisible();
+            help->show();
+            page = helpPage(&box);
+        }
         box.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->click();
     };
     window->openPath(tree.typed());
