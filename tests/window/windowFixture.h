@@ -115,6 +115,13 @@ protected:
         makeTree();
         open().openPath(tree.typed());
     }
+    // With the tree, and as the window that keys go to.
+    void openActive() {
+        makeTree();
+        open();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
+    }
     void pressF5(const char* focus = "tvw", bool autoRepeat = false) {
         QKeyEvent release(QEvent::KeyRelease, Qt::Key_F5, Qt::NoModifier, {}, autoRepeat);
         QApplication::sendEvent(&control<QWidget>(focus), &release);

@@ -4,11 +4,13 @@
 #include <QCloseEvent>
 
 #include "export/clsExport.h"
+#include "widgets/helpTopic.h"
 
 frmExport::frmExport(clsExport& options, QWidget* parent)
     : QDialog(parent), options_(options), layout_(this), frameLayout_(&Frame1_) {
     setObjectName(QStringLiteral("frmExport"));
     setWindowTitle(QStringLiteral("Export"));
+    modQt::setHelpTopic(*this, "exports.html");
     Frame1_.setObjectName(QStringLiteral("Frame1"));
     Frame1_.setTitle(QStringLiteral("Output Options"));
     optDetail_[0].setText(QStringLiteral("Detailed (shows all files)"));

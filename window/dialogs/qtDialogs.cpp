@@ -12,6 +12,7 @@
 
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
+#include "widgets/helpTopic.h"
 #include "window/dialogs/fileFilter.h"
 #include "window/dialogs/frmAbout.h"
 #include "window/dialogs/frmExport.h"
@@ -33,6 +34,7 @@ int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
             QMessageBox::StandardButtons buttons, const QString& subject = {}) {
     const PlainPointer pointer;
     QMessageBox box(icon, QStringLiteral("Spannory"), text, buttons, parent);
+    modQt::setHelpTopic(box, "trouble.html");
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setInformativeText(subject);
@@ -96,6 +98,7 @@ bool QtDialogs::startProgramOf(const std::string& path) {
 std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
     const std::vector<FileFilter> filters = fileFilters(request.filter);
     QFileDialog dialog(parent_);
+    modQt::setHelpTopic(dialog, "exports.html");
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
