@@ -29,7 +29,8 @@ ConsoleInterface::ConsoleInterface(bool force, bool quiet)
 void ConsoleInterface::message(std::string_view text) {
     ++messageCount_;
     clearProgress();
-    const std::string subject = subject_.empty() ? "" : subject_ + ": ";
+    const bool isNamed = text.find(": " + subject_ + " was not ") != std::string_view::npos;
+    const std::string subject = subject_.empty() || isNamed ? "" : subject_ + ": ";
     platform::writeTo(platform::Stream::error,
                       "spannory-scan: " + oneLine(subject + std::string(text)) + "\n");
 }

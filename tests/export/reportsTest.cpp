@@ -313,11 +313,13 @@ TEST_F(Reports, failuresAreLoggedUnderTheRoutinesName) {
         const char* procedure = procedures[static_cast<std::size_t>(format)];
         const std::string place = "\r\n[modGlobal." + std::string(procedure) + "]";
         EXPECT_FALSE(run(format, fixture.folder.typed("no-folder/report")));
-        EXPECT_THAT(fixture.userInterface.messages.back(),
-                    HasSubstr(" not found: " + fixture.folder.typed("no-folder/report") + place));
+        EXPECT_THAT(
+            fixture.userInterface.messages.back(),
+            testing::EndsWith(fixture.folder.typed("no-folder/report") + " was not written." + place));
         if (const std::string full = testSystem::fullDevice(); !full.empty()) {
             EXPECT_FALSE(run(format, full));
-            EXPECT_EQ(fixture.userInterface.messages.back(), "61 Disk full: " + full + place);
+            EXPECT_EQ(fixture.userInterface.messages.back(),
+                      "61 The disk is full: " + full + " was not written." + place);
         }
         expectAtRest();
     }

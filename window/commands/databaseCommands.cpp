@@ -32,8 +32,9 @@ void DatabaseCommands::exportDatabase() {
     modGlobal::clearSavedNodes(dependencies_.database.database());
     if (failure) {
         modGlobal::logError(failure->number(), failure->what(), "frmMain", "cp_Click", true);
-        dependencies_.userInterface.message("Error " + std::to_string(failure->number()) +
-                                            " exporting to Access.  Please try again.");
+        dependencies_.userInterface.messageAbout("Error " + std::to_string(failure->number()) +
+                                                     " exporting to Access.  Please try again.",
+                                                 failure->what());
     } else {
         modExport::showSaved(dependencies_.userInterface, file);
     }

@@ -156,7 +156,8 @@ TEST_F(Replacement, saysThatTheFolderTakesNoNewFile) {
         ADD_FAILURE();
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.number(), 70);
-        EXPECT_THAT(error.what(), HasSubstr(file("closed/report") + " (no file can be made in its folder)"));
+        EXPECT_EQ(error.what(),
+                  "No file can be made in its folder: " + file("closed/report") + " was not written.");
     }
     EXPECT_EQ(folder.read("closed/report"), "old");
 }

@@ -200,8 +200,12 @@ TEST_F(Exports, tellWhyTheyFailAndGoOn) {
             continue; // no file is always full here
         }
         SCOPED_TRACE(each.file);
+        dialogs.subjects.clear();
         save(each.command, each.file);
         EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr(each.message)));
+        const std::string reason =
+            dialogs.messages[0] + (dialogs.subjects.empty() ? "" : dialogs.subjects[0]);
+        EXPECT_THAT(reason, HasSubstr(": " + each.file + " was not "));
         EXPECT_THAT(application.read("errorLog.txt"), Not(IsEmpty()));
         EXPECT_THAT(query("select count(*) from details"), ElementsAre("8"));
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
