@@ -36,6 +36,10 @@ void ConsoleInterface::message(std::string_view text) {
 }
 
 bool ConsoleInterface::ask(Question question, std::string_view text) {
+    return confirm(question, text, {});
+}
+
+bool ConsoleInterface::confirm(Question question, std::string_view text, std::string_view subject) {
     if (question == Question::openLargeReport) {
         return false; // the console program never opens files
     }
@@ -48,7 +52,9 @@ bool ConsoleInterface::ask(Question question, std::string_view text) {
         return false;
     }
     clearProgress();
-    platform::writeTo(platform::Stream::error, oneLine(subject_ + ": " + std::string(text)) + " [y/N] ");
+    const std::string line =
+        subject.empty() ? subject_ + ": " + std::string(text) : std::string(text).append(" ").append(subject);
+    platform::writeTo(platform::Stream::error, oneLine(line) + " [y/N] ");
     const std::string answer = platform::readLine().value_or("");
     return !answer.empty() && platform::asciiLower(answer.front()) == 'y';
 }
