@@ -39,6 +39,11 @@ int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
     // Which the box would take for markup if it looks like it; not in every version of Qt.
     if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
         label->setTextFormat(Qt::PlainText);
+        // It would be as narrow as a short text above it.
+        constexpr int mostCharacters = 90;
+        const QFontMetrics metrics = label->fontMetrics();
+        label->setMinimumWidth(std::min(metrics.horizontalAdvance(subject) + metrics.averageCharWidth(),
+                                        mostCharacters * metrics.averageCharWidth()));
     }
     return box.exec();
 }

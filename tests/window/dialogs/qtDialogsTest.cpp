@@ -119,7 +119,7 @@ TEST_F(Dialogs, questionsAreYesOnlyWhenYesIsChosen) {
         {[](QMessageBox& box) { box.button(QMessageBox::No)->click(); }, false, false},
         {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }, false, false},
         {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, true, false},
-        {[](QMessageBox&) { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space); }, true, false},
+        {[](QMessageBox& box) { QTest::keyClick(box.focusWidget(), Qt::Key_Space); }, true, false},
     };
     for (const Answer& answer : answers) {
         whenShown<QMessageBox>(answer.give);
