@@ -7,10 +7,8 @@
 
 using modExport::ReportFormat;
 using modExport::reportQuery;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
-using testing::Not;
 
 namespace {
 

@@ -1,4 +1,3 @@
-#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -19,7 +18,6 @@
 namespace fs = std::filesystem;
 
 using platform::Making;
-using testing::HasSubstr;
 
 namespace {
 
