@@ -3,6 +3,7 @@
 
 #include "export/reportFormats.h"
 #include "platform/locale.h"
+#include "platform/paths.h"
 #include "support/reportFixture.h"
 
 using modExport::ReportFormat;
@@ -89,32 +90,29 @@ TEST_F(OnlyFolder, isAskedForByTheOptions) {
     const struct {
         bool only;
         const char* folder;
-        const char* told; // in the status bar, behind the file
-    } cases[] = {
-        {false, "/\\usr2\\", ""},
-        {true, "", ""},
-        {true, "/\\usr2\\", " (only /usr2/)"},
-    };
+        bool isLimited;
+    } cases[] = {{false, "/\\usr2\\", false}, {true, "", false}, {true, "/\\usr2\\", true}};
+    const std::string usr2 = platform::displayPath("/\\usr2\\"); // as each system shows it
+    const std::string all = platform::displayPath("/\\") + ", " + platform::displayPath("/home\\");
     for (const bool exact : {false, true}) {
         fixture.settings.setExact(exact);
         for (const auto& each : cases) {
             fixture.options.onlyFolder = each.only;
             fixture.options.folder = each.folder;
-            const bool isLimited = *each.told != '\0';
             modExport::ReportContext context = fixture.context();
             context.scannedFolders = [](Database&, std::size_t) {
                 return std::vector<std::string>{"/\\", "/home\\"};
             };
             for (const ReportFormat format : {ReportFormat::html, ReportFormat::text}) {
                 EXPECT_TRUE(modExport::exportReportFile(format, context, target));
-                EXPECT_EQ(fixture.userInterface.statuses.back().second, "Saved " + target + each.told);
-                EXPECT_EQ(fixture.folder.read("report").find("deep") == std::string::npos, isLimited);
+                EXPECT_EQ(fixture.userInterface.statuses.back().second,
+                          "Saved " + target + (each.isLimited ? " (only " + usr2 + ")" : ""));
+                EXPECT_EQ(fixture.folder.read("report").find("deep") == std::string::npos, each.isLimited);
             }
             EXPECT_TRUE(modExport::exportReportFile(ReportFormat::html, context, target));
             const std::string html = fixture.folder.read("report");
-            const std::string title = exact
-                                          ? (isLimited ? "<title>/usr2/ - Spannory" : "<title>/, /home/ - Sp")
-                                          : "<TITLE>Spannory";
+            const std::string title =
+                exact ? "<title>" + (each.isLimited ? usr2 : all) + " - Spannory" : "<TITLE>Spannory";
             EXPECT_THAT(html, HasSubstr(title));
             EXPECT_TRUE(modExport::exportReportFile(ReportFormat::xml, context, target));
             EXPECT_THAT(fixture.folder.read("report"), HasSubstr("deep")) << "it covers everything";
