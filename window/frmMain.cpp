@@ -56,7 +56,8 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       header_({working_, search_, selection_}),
       navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
       treeSizes_({tvw_, cP_, working_, search_, selection_}),
-      reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
+      reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); },
+                [this] { return tvw_.selectedKey(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
       listMenu_(

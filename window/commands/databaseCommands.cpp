@@ -33,8 +33,9 @@ std::string DatabaseCommands::exportDatabase() {
     modGlobal::clearSavedNodes(dependencies_.database.database());
     if (failure) {
         modGlobal::logError(failure->number(), failure->what(), "frmMain", "cp_Click", true);
-        dependencies_.userInterface.message("Error " + std::to_string(failure->number()) +
-                                            " exporting to Access.  Please try again.");
+        dependencies_.userInterface.messageAbout("Error " + std::to_string(failure->number()) +
+                                                     " exporting to Access.  Please try again.",
+                                                 failure->what());
         return {};
     }
     modExport::showSaved(dependencies_.userInterface, file);

@@ -31,16 +31,23 @@ public:
 };
 
 int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
-            QMessageBox::StandardButtons buttons, const QString& subject = {}) {
+            QMessageBox::StandardButtons buttons, const QString& subject = {},
+            QMessageBox::StandardButton onEnter = QMessageBox::NoButton) {
     const PlainPointer pointer;
     QMessageBox box(icon, QStringLiteral("Spannory"), text, buttons, parent);
     modQt::setHelpTopic(box, "trouble.html");
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setInformativeText(subject);
+    box.setDefaultButton(onEnter);
     // Which the box would take for markup if it looks like it; not in every version of Qt.
     if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
         label->setTextFormat(Qt::PlainText);
+        // It would be as narrow as a short text above it.
+        constexpr int mostCharacters = 90;
+        const QFontMetrics metrics = label->fontMetrics();
+        label->setMinimumWidth(std::min(metrics.horizontalAdvance(subject) + metrics.averageCharWidth(),
+                                        mostCharacters * metrics.averageCharWidth()));
     }
     return box.exec();
 }
@@ -56,8 +63,13 @@ void QtDialogs::messageAbout(const QString& text, const QString& subject) {
 }
 
 bool QtDialogs::ask(const QString& text) {
-    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, {},
+                   QMessageBox::Yes) == QMessageBox::Yes;
+}
+
+bool QtDialogs::confirm(const QString& text, const QString& subject) {
+    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, subject,
+                   QMessageBox::No) == QMessageBox::Yes;
 }
 
 void QtDialogs::properties(const PropertyRows& rows) {
