@@ -25,6 +25,13 @@ public:
     // True for Yes.
     [[nodiscard]] virtual bool ask(Question question, std::string_view text) = 0;
 
+    // The same before something is lost, which the subject names beside the text, where there is a place for
+    // it. Without a choice, the answer is No.
+    [[nodiscard]] virtual bool confirm(Question question, std::string_view text,
+                                       std::string_view /*subject*/) {
+        return ask(question, text);
+    }
+
     virtual void setBusy(bool busy) = 0;
 
     // The progress bar. Hidden before progressStart and after progressHide. If the maximum is 0, the amount

@@ -29,12 +29,17 @@ ConsoleInterface::ConsoleInterface(bool force, bool quiet)
 void ConsoleInterface::message(std::string_view text) {
     ++messageCount_;
     clearProgress();
-    const std::string subject = subject_.empty() ? "" : subject_ + ": ";
+    const bool isNamed = text.find(": " + subject_ + " was not ") != std::string_view::npos;
+    const std::string subject = subject_.empty() || isNamed ? "" : subject_ + ": ";
     platform::writeTo(platform::Stream::error,
                       "spannory-scan: " + oneLine(subject + std::string(text)) + "\n");
 }
 
 bool ConsoleInterface::ask(Question question, std::string_view text) {
+    return confirm(question, text, {});
+}
+
+bool ConsoleInterface::confirm(Question question, std::string_view text, std::string_view subject) {
     if (question == Question::openLargeReport) {
         return false; // the console program never opens files
     }
@@ -47,7 +52,9 @@ bool ConsoleInterface::ask(Question question, std::string_view text) {
         return false;
     }
     clearProgress();
-    platform::writeTo(platform::Stream::error, oneLine(subject_ + ": " + std::string(text)) + " [y/N] ");
+    const std::string line =
+        subject.empty() ? subject_ + ": " + std::string(text) : std::string(text).append(" ").append(subject);
+    platform::writeTo(platform::Stream::error, oneLine(line) + " [y/N] ");
     const std::string answer = platform::readLine().value_or("");
     return !answer.empty() && platform::asciiLower(answer.front()) == 'y';
 }

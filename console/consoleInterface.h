@@ -25,6 +25,7 @@ public:
 
     void message(std::string_view text) override;
     [[nodiscard]] bool ask(Question question, std::string_view text) override;
+    [[nodiscard]] bool confirm(Question question, std::string_view text, std::string_view subject) override;
     void setBusy(bool busy) override;
     void progressStart(std::int64_t maximum) override;
     void progressStep() override;

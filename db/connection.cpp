@@ -16,6 +16,8 @@
 #include "platform/paths.h"
 #include "platform/text.h"
 
+using platform::NotDone;
+
 namespace {
 
 // Scratch data: if the program crashes, the next start replaces the file.
@@ -49,30 +51,35 @@ constexpr int stepsPerLook = 10'000; // of the engine, between looks at the cloc
 constexpr int mostLooks = 100;       // for one row of a file that is not trusted
 constexpr int waitForOtherProgram = 1000; // milliseconds
 
+constexpr std::string_view notWritable = "The database or its folder is not writable";
+constexpr std::string_view inUse = "The database is already in use";
+constexpr std::string_view cannotOpen = "The database cannot be opened";
+
 struct EngineError {
     int code;
     int number;
-    const char* description;
+    std::string_view cause;
+    NotDone notDone; // with a file of the program's own
 };
 
 constexpr std::array<EngineError, 13> engineErrors{{
-    {SQLITE_FULL, databaseError::diskFull, "Not enough space on disk"},
-    {SQLITE_READONLY, databaseError::readOnly, "The database or its folder is not writable"},
-    {SQLITE_BUSY, databaseError::inUse, "The database is already in use"},
-    {SQLITE_LOCKED, databaseError::inUse, "The database is already in use"},
-    {SQLITE_CORRUPT, databaseError::damaged, "The database is damaged"},
-    {SQLITE_NOTADB, databaseError::notADatabase, "Unrecognized database format"},
-    {SQLITE_CANTOPEN, databaseError::cannotOpen, "Cannot open the database"},
-    {SQLITE_PERM, databaseError::cannotOpen, "Cannot open the database"},
-    {SQLITE_AUTH, databaseError::cannotOpen, "Cannot open the database"},
-    {SQLITE_CONSTRAINT, databaseError::duplicateKey, "The key is already in the table"},
-    {SQLITE_IOERR, databaseError::engine, "Disk or network error"},
-    {SQLITE_INTERRUPT, databaseError::damaged, "The database is damaged; a row takes too long to read"},
-    {SQLITE_TOOBIG, databaseError::damaged, "A value in the database is too long"},
+    {SQLITE_FULL, databaseError::diskFull, "The disk is full", NotDone::written},
+    {SQLITE_READONLY, databaseError::readOnly, notWritable, NotDone::written},
+    {SQLITE_BUSY, databaseError::inUse, inUse, NotDone::opened},
+    {SQLITE_LOCKED, databaseError::inUse, inUse, NotDone::opened},
+    {SQLITE_CORRUPT, databaseError::damaged, "The database is damaged", NotDone::read},
+    {SQLITE_NOTADB, databaseError::notADatabase, "Unrecognized database format", NotDone::opened},
+    {SQLITE_CANTOPEN, databaseError::cannotOpen, cannotOpen, NotDone::opened},
+    {SQLITE_PERM, databaseError::cannotOpen, cannotOpen, NotDone::opened},
+    {SQLITE_AUTH, databaseError::cannotOpen, cannotOpen, NotDone::opened},
+    {SQLITE_CONSTRAINT, databaseError::duplicateKey, "The key is already in the table", NotDone::written},
+    {SQLITE_IOERR, databaseError::engine, "The disk or the network has failed", NotDone::written},
+    {SQLITE_INTERRUPT, databaseError::damaged, "The database is damaged; a row takes too long to read",
+     NotDone::read},
+    {SQLITE_TOOBIG, databaseError::damaged, "A value in the database is too long", NotDone::written},
 }};
 
-// `file`: what to say of the file whose fault it is.
-RuntimeError errorOfMessage(std::string_view message, const std::string& file) {
+int numberOf(std::string_view message) {
     int number = databaseError::engine;
     if (message.starts_with("no such table")) {
         number = databaseError::noSuchTable;
@@ -83,7 +90,7 @@ RuntimeError errorOfMessage(std::string_view message, const std::string& file) {
                message.starts_with("incomplete input")) {
         number = databaseError::syntax;
     }
-    return {number, "The statement failed: " + std::string(message) + file};
+    return number;
 }
 
 std::string_view textOf(sqlite3_value* value) {
@@ -255,7 +262,8 @@ Value Statement::value(int column) const {
     }
 }
 
-Connection::Connection(std::string_view path, OpenMode mode) : path_(path) {
+Connection::Connection(std::string_view path, OpenMode mode)
+    : path_(path), isTrusted_(mode == OpenMode::scratch) {
     try {
         open(mode);
     } catch (...) {
@@ -265,29 +273,26 @@ Connection::Connection(std::string_view path, OpenMode mode) : path_(path) {
 }
 
 void Connection::open(OpenMode mode) {
-    const std::string shown = platform::displayPath(path_);
     const std::string native = platform::toNative(path_);
     if (!platform::fileExists(path_)) { // also prevents the engine from blocking on a pipe
-        throw RuntimeError(databaseError::fileMissing, "Could not find file: " + shown);
+        throw failure(databaseError::fileMissing, "There is no such file", NotDone::opened);
     }
-    const bool readOnly = mode != OpenMode::scratch;
-    if (!readOnly && platform::isStrangersFile(path_)) {
-        throw RuntimeError(databaseError::cannotOpen, "Another user has made the file " + shown);
+    if (isTrusted_ && platform::isStrangersFile(path_)) {
+        throw failure(databaseError::cannotOpen, "Another user has made it", NotDone::opened);
     }
     const int flags = SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE |
-                      (readOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
+                      (isTrusted_ ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY);
     const char* const files =
-        readOnly ? enginesFiles::withRegularJournals() : enginesFiles::withoutJournals();
+        isTrusted_ ? enginesFiles::withoutJournals() : enginesFiles::withRegularJournals();
     if (sqlite3_open_v2(native.c_str(), &handle_, flags, files) != SQLITE_OK) {
         throw lastError();
     }
     sqlite3_db_config(handle_, SQLITE_DBCONFIG_DQS_DML, 0, nullptr); // an unknown [name] is an error, no text
-    if (readOnly) {
+    if (!isTrusted_) {
         distrust(mode);
     } else {
         if (sqlite3_db_readonly(handle_, "main") == 1) {
-            throw RuntimeError(databaseError::readOnly,
-                               "The database or its folder is not writable: " + shown);
+            throw failure(databaseError::readOnly, notWritable, NotDone::opened);
         }
         for (const char* setting : scratchSettings) {
             run(setting);
@@ -311,7 +316,6 @@ void Connection::distrust(OpenMode mode) {
     for (const auto& [limit, most] : foreignLimits) {
         sqlite3_limit(handle_, limit, most);
     }
-    isTrusted_ = false;
     watchSteps();
     sqlite3_busy_timeout(handle_, waitForOtherProgram);
     for (const char* setting : readOnlySettings) {
@@ -324,8 +328,8 @@ void Connection::requireWhole() {
     Statement sizes = prepare("select page_count * page_size from pragma_page_count, pragma_page_size");
     sizes.step();
     if (platform::fileSize(path_) < static_cast<std::uint64_t>(sizes.number(0))) {
-        throw RuntimeError(databaseError::damaged,
-                           "The database is damaged; part of it is missing: " + platform::displayPath(path_));
+        throw failure(databaseError::damaged, "The database is damaged; part of it is missing",
+                      NotDone::read);
     }
 }
 
@@ -402,16 +406,22 @@ int Connection::look() {
 RuntimeError Connection::lastError() const {
     const bool tooLarge = errno == EFBIG; // the engine takes it for any other failure to write
     const int reason = sqlite3_system_errno(handle_);
-    const int failure = sqlite3_errcode(handle_);
-    const int code = failure == SQLITE_IOERR_WRITE && tooLarge ? SQLITE_FULL : failure & 0xFF;
+    const int result = sqlite3_errcode(handle_);
+    const int code = result == SQLITE_IOERR_WRITE && tooLarge ? SQLITE_FULL : result & 0xFF;
     for (const EngineError& known : engineErrors) {
         if (known.code == code) {
-            std::string description = std::string(known.description) + ": " + platform::displayPath(path_);
+            std::string cause(known.cause);
             if (known.number == databaseError::cannotOpen && reason != 0) {
-                description += " (" + std::system_category().message(reason) + ")";
+                cause += " (" + std::system_category().message(reason) + ")";
             }
-            return {known.number, description};
+            return failure(known.number, cause, known.notDone);
         }
     }
-    return errorOfMessage(sqlite3_errmsg(handle_), isTrusted_ ? "" : ": " + platform::displayPath(path_));
+    const std::string message = sqlite3_errmsg(handle_);
+    return isTrusted_ ? RuntimeError(numberOf(message), "The statement failed: " + message)
+                      : failure(numberOf(message), "A statement failed (" + message + ")", NotDone::loaded);
+}
+
+RuntimeError Connection::failure(int number, std::string_view cause, NotDone notDone) const {
+    return platform::fileError(number, cause, path_, isTrusted_ ? notDone : NotDone::loaded);
 }

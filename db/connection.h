@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "db/dao.h"
-#include "platform/runtimeError.h"
+#include "platform/fileError.h"
 
 struct sqlite3;
 struct sqlite3_stmt;
@@ -98,12 +98,13 @@ private:
     void close() noexcept;
     void addFunctions();
     void requireWhole();
+    [[nodiscard]] RuntimeError failure(int number, std::string_view cause, platform::NotDone notDone) const;
 
     std::string path_;
     sqlite3* handle_ = nullptr;
     std::function<void()> longWork_;
     std::chrono::steady_clock::time_point lastCalled_;
-    bool isTrusted_ = true;
-    int looks_ = 0; // since the last row
+    bool isTrusted_; // a file of the program's own
+    int looks_ = 0;  // since the last row
     std::unordered_map<std::string, std::vector<sqlite3_stmt*>> idle_;
 };

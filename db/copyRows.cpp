@@ -7,9 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "platform/fileError.h"
 #include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/runtimeError.h"
 #include "platform/text.h"
 
 namespace {
@@ -68,15 +67,17 @@ FieldPairs pairByName(Recordset& source, Recordset& target, const std::string& f
         try {
             pairs.push_back({&field, &target.Fields(field.name()), numberColumn(field.name())});
         } catch (const RuntimeError&) {
-            throw RuntimeError(databaseError::unknownTargetField,
-                               "The rows have an unknown field '" + field.name() + "': " + file);
+            throw platform::fileError(databaseError::unknownTargetField,
+                                      "The rows have an unknown field, '" + field.name() + "'", file,
+                                      platform::NotDone::loaded);
         }
     }
     return pairs;
 }
 
 [[noreturn]] void refuse(const std::string& reason, const std::string& file) {
-    throw RuntimeError(databaseError::damaged, "The database is damaged; " + reason + ": " + file);
+    throw platform::fileError(databaseError::damaged, "The database is damaged; " + reason, file,
+                              platform::NotDone::loaded);
 }
 
 void requireNumber(const Value& value, const NumberColumn& column, const std::string& file) {
@@ -103,7 +104,7 @@ void append(Recordset& target, const std::string& file) {
 } // namespace
 
 std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
-    const std::string file = platform::displayPath(from.Name());
+    const std::string file(from.Name());
     const auto source = from.OpenStored(table);
     const auto target = to.OpenRecordset(table);
     const FieldPairs pairs = pairByName(*source, *target, file);

@@ -8,10 +8,10 @@
 #include "base/applicationFolder.h"
 #include "base/modGlobal.h"
 #include "db/ownDatabase.h"
+#include "platform/fileError.h"
 #include "platform/locale.h"
 #include "platform/ownership.h"
 #include "platform/paths.h"
-#include "platform/runtimeError.h"
 
 namespace {
 
@@ -35,7 +35,8 @@ std::string numberedPath(std::string_view path, int number) {
 // A device or a pipe cannot be replaced, and must not be overwritten.
 void requireReplaceable(const std::string& path) {
     if (platform::somethingExists(path) && !platform::isLink(path) && !platform::fileExists(path)) {
-        throw RuntimeError::about(errorNumber::pathFileAccess, platform::displayPath(path));
+        throw platform::fileError(errorNumber::pathFileAccess, "It is no ordinary file", path,
+                                  platform::NotDone::opened);
     }
 }
 
@@ -47,7 +48,7 @@ std::unique_ptr<platform::FileLock> tryLock(const std::string& path) {
         if (platform::isLink(lockFile)) {
             throw;
         }
-        throw RuntimeError::about(error.number(), platform::displayPath(path));
+        throw platform::fileError(error.number(), path, platform::NotDone::opened);
     }
 }
 
@@ -129,8 +130,8 @@ Prepared tryPrepare(const std::string& wanted, const Request& request) {
         }
         inUse = inUse || candidate.notOurs.empty();
     }
-    throw RuntimeError(databaseError::inUse,
-                       "The working database is already in use: " + platform::displayPath(wanted));
+    throw platform::fileError(databaseError::inUse, "The working database is already in use", wanted,
+                              platform::NotDone::opened);
 }
 
 } // namespace
@@ -139,7 +140,8 @@ WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
                                              std::string_view databasePath, clsUserInterface& userInterface,
                                              std::string_view keep) {
     if (databasePath.empty()) {
-        throw RuntimeError::about(errorNumber::pathFileAccess, "the setting databasePath is empty");
+        throw RuntimeError(errorNumber::pathFileAccess,
+                           "The setting databasePath is empty: no working database was opened.");
     }
     const std::string standard =
         platform::resolveFolderLinks(modGlobal::addBackslash(applicationFolder) + "main.dat");
@@ -156,10 +158,10 @@ WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
         prepared = tryPrepare(standard, request);
     }
     if (!prepared.working) {
-        throw RuntimeError::about(errorNumber::fileAlreadyExists,
-                                  platform::displayPath(standard) + " is " + std::string(prepared.notOurs) +
-                                      ", so it is left alone. Move it away, "
-                                      "or name another file with the setting databasePath");
+        throw RuntimeError(errorNumber::fileAlreadyExists,
+                           platform::displayPath(standard) + " is " + std::string(prepared.notOurs) +
+                               ", so it is left alone. Move it away, "
+                               "or name another file with the setting databasePath.");
     }
     return std::move(*prepared.working);
 }

@@ -87,8 +87,8 @@ std::vector<std::string> modDatabase::engineFilesBeside(std::string_view path) {
             continue;
         }
         if (!isEngineFile(file, ending)) {
-            throw RuntimeError::about(errorNumber::fileAlreadyExists,
-                                      platform::displayPath(file) + " is in the way. Choose another name");
+            throw RuntimeError(errorNumber::fileAlreadyExists,
+                               platform::displayPath(file) + " is in the way. Choose another name.");
         }
         found.push_back(file);
     }

@@ -1,6 +1,6 @@
 #include "db/daoImplementation.h"
 #include "db/values.h"
-#include "platform/paths.h"
+#include "platform/fileError.h"
 #include "platform/text.h"
 
 namespace {
@@ -25,9 +25,8 @@ public:
             }
         }
         if (!found) {
-            throw RuntimeError(databaseError::noSuchTable,
-                               "The database has no table '" + std::string(table_) +
-                                   "': " + platform::displayPath(connection_.path()));
+            throw fault(databaseError::noSuchTable,
+                        "The database has no table '" + std::string(table_) + "'");
         }
         requireStoredColumns(); // which opens the table, and so comes last
     }
@@ -52,9 +51,12 @@ private:
     }
 
     [[noreturn]] void refuse(const std::string& reason) const {
-        throw RuntimeError(databaseError::damaged, "The database is not a saved scan; its table '" +
-                                                       std::string(table_) + "' " + reason + ": " +
-                                                       platform::displayPath(connection_.path()));
+        throw fault(databaseError::damaged,
+                    "The database is not a saved scan; its table '" + std::string(table_) + "' " + reason);
+    }
+
+    [[nodiscard]] RuntimeError fault(int number, const std::string& cause) const {
+        return platform::fileError(number, cause, connection_.path(), platform::NotDone::loaded);
     }
 
     Connection& connection_;

@@ -58,12 +58,12 @@ void WorkingDatabase::startAnew() {
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { modDatabase::removeEngineFiles(path_); },
         modGlobal::Logging::quiet);
-    // If the copy fails, opening the file shows it; the reason is then added to that message.
+    // If the copy fails, opening the file shows it; the reason then stands before that message.
     std::string copyFailure;
     try {
         copyTemplate(templatePath_, path_);
     } catch (const RuntimeError& error) {
-        copyFailure = std::string(" (") + error.what() + ")";
+        copyFailure = std::string(error.what()) + " ";
     }
     try {
         reopen();
@@ -71,7 +71,7 @@ void WorkingDatabase::startAnew() {
     } catch (const RuntimeError& error) {
         close();
         const FileRemoval rest(path_); // the next start would take it for someone else's file
-        throw RuntimeError(error.number(), error.what() + copyFailure);
+        throw RuntimeError(error.number(), copyFailure + error.what());
     }
 }
 

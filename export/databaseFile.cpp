@@ -9,6 +9,7 @@
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
 #include "db/ownDatabase.h"
+#include "platform/fileError.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
@@ -83,8 +84,8 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
                              clsUserInterface& userInterface) {
     const std::string file = platform::toInternal(path);
     if (platform::isSameFile(file, working.path())) {
-        throw RuntimeError(databaseError::inUse, "This is the working database; choose another file: " +
-                                                     platform::displayPath(file));
+        throw platform::fileError(databaseError::inUse, "This is the working database", file,
+                                  platform::NotDone::loaded);
     }
     if (!working.isOpen()) {
         working.startAnew(); // it has no content to lose

@@ -11,9 +11,9 @@
 
 #include "base/dateFormat.h"
 #include "export/xmlText.h"
+#include "platform/fileError.h"
 #include "platform/files.h"
 #include "platform/paths.h"
-#include "platform/runtimeError.h"
 #include "platform/text.h"
 
 namespace modExport {
@@ -222,7 +222,7 @@ void ExcelSheet::complete() {
 
 void ExcelSheet::check(int error) const {
     if (error != LXW_NO_ERROR) {
-        throw RuntimeError::about(numberOf(static_cast<lxw_error>(error)), platform::displayPath(path_));
+        throw platform::fileError(numberOf(static_cast<lxw_error>(error)), path_, platform::NotDone::written);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <array>
 #include <cstddef>
 
+#include "db/folderRows.h"
 #include "export/clsExport.h"
 #include "export/excelReport.h"
 #include "export/htmlReport.h"
@@ -65,7 +66,7 @@ bool isSummaryOnly(ReportFormat format) {
     return rowOf(format).summaryOnly;
 }
 
-std::string reportQuery(ReportFormat format, std::int32_t detail) {
+std::string reportQuery(ReportFormat format, std::int32_t detail, std::string_view onlyFolder) {
     const Row& row = rowOf(format);
     const bool foldersOnly = detail == clsExport::summary;
     std::string query(foldersOnly ? row.selectFolders : row.selectAll);
@@ -73,12 +74,19 @@ std::string reportQuery(ReportFormat format, std::int32_t detail) {
     if (foldersOnly) {
         query.append(" where isFolder=1 ");
     }
+    if (!onlyFolder.empty()) {
+        query.append(foldersOnly ? "and ((" : "where ((").append(modFolderRows::itself(onlyFolder));
+        query.append(") or (").append(modFolderRows::anywhereIn(onlyFolder)).append(")) ");
+    }
     query.append(row.order);
     return query;
 }
 
 bool exportReportFile(ReportFormat format, const ReportContext& context, std::string_view fileName) {
-    return rowOf(format).write(context, reportQuery(format, context.options.detail), fileName);
+    const clsExport& options = context.options;
+    ReportContext limited = context;
+    limited.onlyFolder = options.onlyFolder && !isSummaryOnly(format) ? options.folder : std::string_view();
+    return rowOf(format).write(limited, reportQuery(format, options.detail, limited.onlyFolder), fileName);
 }
 
 } // namespace modExport

@@ -20,11 +20,13 @@ enum class ReportFormat { html, text, xml, excel };
 // True if there are no options: the report always shows folders.
 [[nodiscard]] bool isSummaryOnly(ReportFormat format);
 
-// The statement that returns the report's rows; for `detail`, see clsExport.
-[[nodiscard]] std::string reportQuery(ReportFormat format, std::int32_t detail);
+// The statement that returns the report's rows; for `detail`, see clsExport. `onlyFolder` is the key of the
+// folder to which they are limited, with its own row; empty for all rows.
+[[nodiscard]] std::string reportQuery(ReportFormat format, std::int32_t detail,
+                                      std::string_view onlyFolder = {});
 
 // Exports a report: passes the rows that the options select to the format's writer. True if it was written;
-// any problem has been shown or logged.
+// any problem has been shown or logged. A format without options covers everything.
 bool exportReportFile(ReportFormat format, const ReportContext& context, std::string_view fileName);
 
 } // namespace modExport

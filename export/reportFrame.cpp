@@ -17,8 +17,9 @@ namespace {
 constexpr std::int64_t largeReport = 10000; // more rows than this
 
 // The status bar shows where the report is, or that no application can open it.
-void openReport(clsUserInterface& userInterface, std::string_view fileName, bool asks) {
-    modExport::showSaved(userInterface, fileName);
+void openReport(const ReportContext& context, std::string_view fileName, bool asks) {
+    clsUserInterface& userInterface = context.userInterface;
+    modExport::showSaved(userInterface, fileName, context.onlyFolder);
     if (!asks ||
         userInterface.ask(Question::openLargeReport,
                           "The file was saved successfully, but it may take a while to open.  Do you "
@@ -29,9 +30,12 @@ void openReport(clsUserInterface& userInterface, std::string_view fileName, bool
 
 } // namespace
 
-void showSaved(clsUserInterface& userInterface, std::string_view fileName) {
-    userInterface.status(StatusPanel::folder,
-                         "Saved " + platform::displayPath(platform::toInternal(fileName)));
+void showSaved(clsUserInterface& userInterface, std::string_view fileName, std::string_view onlyFolder) {
+    std::string text = "Saved " + platform::displayPath(platform::toInternal(fileName));
+    if (!onlyFolder.empty()) {
+        text.append(" (only ").append(platform::displayPath(onlyFolder)).append(")");
+    }
+    userInterface.status(StatusPanel::folder, text);
 }
 
 std::string reportTitle(std::int32_t detail, const platform::LocalTime& time) {
@@ -66,6 +70,9 @@ bool ReportRows::exact() const {
 }
 
 std::vector<std::string> ReportRows::scannedFolders(std::size_t most) const {
+    if (!context_.onlyFolder.empty()) {
+        return {std::string(context_.onlyFolder)};
+    }
     return context_.scannedFolders == nullptr ? std::vector<std::string>()
                                               : context_.scannedFolders(context_.database, most);
 }
@@ -114,7 +121,7 @@ bool exportReport(const ReportContext& context, const ReportCourse& course, std:
             write(rows, file);
             runInBackground(userInterface, [&] { file.commit(); }); // it may wait for the disk
         }
-        openReport(userInterface, fileName, large && course.asksBeforeOpening);
+        openReport(context, fileName, large && course.asksBeforeOpening);
         return true;
     });
 }

@@ -30,10 +30,11 @@ struct ReportContext {
     const clsExport& options;
     // Returns the folders that the rows cover, at most this many; exact reports name them. May be null.
     std::vector<std::string> (*scannedFolders)(Database& database, std::size_t most) = nullptr;
+    std::string_view onlyFolder = {}; // the key of the one that the rows cover; empty for all
 };
 
-// Shows the name of the written file in the status bar.
-void showSaved(clsUserInterface& userInterface, std::string_view fileName);
+// Shows the name of the written file in the status bar, and which folder alone it covers, if any (a key).
+void showSaved(clsUserInterface& userInterface, std::string_view fileName, std::string_view onlyFolder = {});
 
 // "Spannory - Detail Report (03/14/04 09:05 PM) ". Odd on purpose: the trailing blank, and the title of a
 // summary for any detail other than 1.

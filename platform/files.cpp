@@ -7,8 +7,6 @@
 
 #include "platform/locale.h"
 #include "platform/openFiles.h"
-#include "platform/paths.h"
-#include "platform/runtimeError.h"
 
 namespace platform {
 
@@ -42,7 +40,7 @@ std::string readFile(std::string_view path, std::uint64_t limit) {
     std::string content;
     readBlocks(*file, [&](std::string_view block) {
         if (content.size() + block.size() > limit) {
-            throw RuntimeError::about(errorNumber::overflow, displayPath(path));
+            throw fileError(errorNumber::overflow, path, NotDone::read);
         }
         content.append(block);
     });
@@ -125,16 +123,21 @@ std::string replacementName(std::string_view targetName, int number) {
 }
 
 RuntimeError noRoomBeside(std::string_view path) {
-    return RuntimeError::about(errorNumber::permissionDenied,
-                               displayPath(path) + " (no file can be made in its folder)");
+    return fileError(errorNumber::permissionDenied, "No file can be made in its folder", path,
+                     NotDone::written);
 }
 
-RuntimeError linkInsteadOfFile(std::string_view path) {
-    return RuntimeError::about(errorNumber::pathFileAccess, displayPath(path) + " (it is a link)");
+RuntimeError linkInsteadOfFile(std::string_view path, NotDone notDone) {
+    return fileError(errorNumber::pathFileAccess, "It is a link", path, notDone);
 }
 
-RuntimeError strangersFile(std::string_view path) {
-    return RuntimeError::about(errorNumber::pathFileAccess, displayPath(path) + " (it is another user's)");
+RuntimeError strangersFile(std::string_view path, NotDone notDone) {
+    return fileError(errorNumber::pathFileAccess, "It is another user's", path, notDone);
+}
+
+RuntimeError noRegularFile(std::string_view path, bool isFolder, NotDone notDone) {
+    return fileError(errorNumber::pathFileAccess, isFolder ? "It is a folder" : "It is no ordinary file",
+                     path, notDone);
 }
 
 } // namespace platform

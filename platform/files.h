@@ -8,7 +8,7 @@
 
 // Files, by internal path (platform/paths.h) or by any path that a user may type. Unless stated otherwise, a
 // failure throws RuntimeError with the number of its cause (53 file not found, 61 disk full, 70 permission
-// denied, 76 path not found, …) and the displayed path in the description.
+// denied, 76 path not found, …) and a description that says what was not done to which file.
 namespace platform {
 
 // True if there is a regular file (links are followed): something that can be overwritten.

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/runtimeError.h"
+#include "platform/fileError.h"
 
 // Open files: the system's part of files.cpp, implemented by linux/ and win32/. For platform/ only. Failures
 // throw the same errors as files.h.
@@ -66,9 +66,12 @@ inline constexpr int mostReplacements = 16;
 [[nodiscard]] RuntimeError noRoomBeside(std::string_view path);
 
 // A link where the program's own file should be.
-[[nodiscard]] RuntimeError linkInsteadOfFile(std::string_view path);
+[[nodiscard]] RuntimeError linkInsteadOfFile(std::string_view path, NotDone notDone);
 
 // Another user's file, pipe or link where the user's should be.
-[[nodiscard]] RuntimeError strangersFile(std::string_view path);
+[[nodiscard]] RuntimeError strangersFile(std::string_view path, NotDone notDone);
+
+// A folder, a device or a pipe where a file should be.
+[[nodiscard]] RuntimeError noRegularFile(std::string_view path, bool isFolder, NotDone notDone);
 
 } // namespace platform

@@ -35,8 +35,8 @@ public:
     // With the number's standard description: "Overflow" for 6.
     explicit RuntimeError(int number);
 
-    // The standard description, a colon and the subject, usually a displayed path: "Disk full:
-    // /srv/report.html".
+    // The standard description, a colon and the subject: "Type mismatch: getOwnerInfo=maybe". For files, see
+    // platform/fileError.h.
     [[nodiscard]] static RuntimeError about(int number, std::string_view subject);
 
     [[nodiscard]] int number() const noexcept { return number_; }

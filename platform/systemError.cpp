@@ -2,18 +2,15 @@
 
 #include <algorithm>
 
-#include "platform/paths.h"
-
 namespace platform {
 
-RuntimeError systemError(std::int64_t code, std::string_view path) {
+RuntimeError systemError(std::int64_t code, std::string_view path, NotDone notDone) {
     const std::span<const SystemErrorNumber> known = systemErrorNumbers();
     const auto found = std::ranges::find(known, code, &SystemErrorNumber::code);
     if (found != known.end()) {
-        return RuntimeError::about(found->number, displayPath(path));
+        return fileError(found->number, path, notDone);
     }
-    return RuntimeError::about(errorNumber::pathFileAccess,
-                               displayPath(path) + " (" + systemMessage(code) + ")");
+    return fileError(errorNumber::pathFileAccess, systemMessage(code), path, notDone);
 }
 
 } // namespace platform

@@ -362,11 +362,11 @@ void FolderSelection::cmdGo_Click(std::string_view typedPath) {
             return;
         }
         const std::string key = nodeOf(typedPath);
-        if (key.empty()) {
+        if (!key.empty()) {
+            goTo(key);
+        } else if (!dependencies_.openFile(typedPath)) {
             tellWhyNoNode(dependencies_.userInterface, typedPath);
-            return;
         }
-        goTo(key);
     });
 }
 

@@ -46,6 +46,8 @@ public:
         clsUserInterface& userInterface;
         FolderViews& views;
         std::function<std::string(std::string_view folder)> recordedPath = platform::recordedPath;
+        // Opens a typed path that leads to no folder; false if it cannot.
+        std::function<bool(std::string_view typedPath)> openFile = [](std::string_view) { return false; };
     };
 
     explicit FolderSelection(Dependencies dependencies) : dependencies_(std::move(dependencies)) {}
@@ -58,7 +60,7 @@ public:
     void tvw_NodeClick(const std::string& key);
 
     // Selects the typed folder and handles it like a click. If the tree does not have it, it becomes a
-    // top-level node.
+    // top-level node. What is no folder is passed on (Dependencies::openFile).
     void cmdGo_Click(std::string_view typedPath);
 
     // Scans the selected folder again: the folder and its direct subfolders or, if exact figures are set,

@@ -177,6 +177,12 @@ void ListView::contextMenuEvent(QContextMenuEvent* event) {
     event->accept();
 }
 
+// Alt+1 to Alt+9, because the header does not take the focus; 0 for other keys.
+int ListView::columnOfKey(const QKeyEvent& event) {
+    const bool isDigit = event.key() >= Qt::Key_1 && event.key() <= Qt::Key_9;
+    return isDigit && event.modifiers() == Qt::AltModifier ? event.key() - Qt::Key_0 : 0;
+}
+
 void ListView::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
         Q_EMIT menuRequested(menuPlace());
@@ -184,6 +190,11 @@ void ListView::keyPressEvent(QKeyEvent* event) {
     } else if (event->matches(QKeySequence::Copy)) { // the whole list, not only the cell that Qt would copy
         if (!event->isAutoRepeat()) {
             Q_EMIT copyRequested();
+        }
+        event->accept();
+    } else if (const int column = columnOfKey(*event); column > 0 && column <= rows_.columnCount()) {
+        if (!event->isAutoRepeat()) {
+            Q_EMIT columnClicked(column);
         }
         event->accept();
     } else {

@@ -53,7 +53,7 @@ public:
 Q_SIGNALS:
     // Enter, a double click, or a single click if the desktop activates with one, on a selected row.
     void itemActivated(const std::string& key, const std::string& tag);
-    // A click on a header; here columns are counted from 1.
+    // A click on a header, or Alt with the column's number; here columns are counted from 1.
     void columnClicked(int column);
     // The right button, the menu key or Shift+F10; `place` is the menu's position on the screen.
     void menuRequested(const QPoint& place);
@@ -68,6 +68,7 @@ protected:
 
 private:
     void setUpHeader();
+    [[nodiscard]] static int columnOfKey(const QKeyEvent& event);
     [[nodiscard]] QPoint menuPlace() const;
 
     ListModel rows_;

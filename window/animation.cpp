@@ -4,9 +4,8 @@
 #include <QTimerEvent>
 #include <utility>
 
+#include "platform/fileError.h"
 #include "platform/files.h"
-#include "platform/paths.h"
-#include "platform/runtimeError.h"
 
 Animation::Animation(QWidget* parent, Clock clock) : QWidget(parent), clock_(std::move(clock)) {
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
@@ -21,7 +20,7 @@ void Animation::open(std::string_view path) {
     try {
         clip_ = modAvi::readAvi(bytes);
     } catch (const RuntimeError& error) {
-        throw RuntimeError(error.number(), std::string(error.what()) + ": " + platform::displayPath(path));
+        throw platform::fileError(error.number(), error.what(), path, platform::NotDone::read);
     }
 }
 

@@ -12,7 +12,7 @@ WindowOptions parseWindowCommandLine(int argumentCount, const char* const* argum
     app.allow_windows_style_options(false); // "/etc" is a path on every system
     app.set_version_flag("--version", "spannory " SPANNORY_VERSION);
     app.set_help_flag("-h,--help", "Print this help and exit");
-    app.add_option("PATH", options.path, "Folder to select and scan at once")->type_name("");
+    app.add_option("PATH", options.path, "Folder to scan, or saved scan to load, at once")->type_name("");
     app.add_option("--app-folder", options.applicationFolder,
                    "Application folder, with settings.ini, main.dat and errorLog.txt")
         ->type_name("DIR");

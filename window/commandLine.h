@@ -7,7 +7,7 @@
 struct WindowOptions {
     std::string applicationFolder; // as typed; empty for the default
     bool readOnly = false;         // nothing on the disk may be changed
-    std::string path;              // the folder to select and scan at once, as typed; empty for none
+    std::string path;              // the folder to scan or the saved scan to load, as typed; empty for none
 
     // The exit status and the text to print first, if there is nothing more to do (help, version, wrong
     // usage).

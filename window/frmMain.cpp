@@ -2,14 +2,8 @@
 
 #include <QApplication>
 #include <QCloseEvent>
-#include <QDragEnterEvent>
-#include <QDropEvent>
-#include <QFileInfo>
-#include <QMenu>
-#include <QMimeData>
 #include <QScreen>
 #include <QTimer>
-#include <QUrl>
 #include <utility>
 
 #include "base/applicationFolder.h"
@@ -21,6 +15,7 @@
 #include "export/databaseFile.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/paths.h"
 #include "tree/nodeKeys.h"
 #include "tree/startupTree.h"
 #include "views/folderFigures.h"
@@ -38,28 +33,10 @@ void loadStep(Step&& step, modGlobal::Logging logging = modGlobal::Logging::show
     modGlobal::trapped(moduleName, "form_load", std::forward<Step>(step), logging);
 }
 
-// The first folder being dragged, as a native path; empty if there is none.
-QString draggedFolder(const QMimeData& data) {
-    for (const QUrl& url : data.urls()) {
-        if (url.isLocalFile() && QFileInfo(url.toLocalFile()).isDir()) {
-            return url.toLocalFile();
-        }
-    }
-    return {};
-}
-
 // Not if the file is a pipe or a device, which could not be read to its end.
 std::unique_ptr<QSettings> openState(const std::string& file) {
     const bool readable = platform::fileExists(file) || !platform::somethingExists(file);
     return readable ? std::make_unique<QSettings>(modQt::nativePath(file), QSettings::IniFormat) : nullptr;
-}
-
-// Grey until another text replaces it.
-void showAsHint(QLineEdit& box) {
-    QPalette palette;
-    palette.setBrush(QPalette::Text, box.palette().placeholderText());
-    box.setPalette(palette);
-    QObject::connect(&box, &QLineEdit::textChanged, &box, [&box] { box.setPalette({}); });
 }
 
 } // namespace
@@ -68,11 +45,19 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
       views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
-      selection_({tvw_, imlFiles_, search_, settings_, working_, userInterface_, views_}),
+      selection_({.tree = tvw_,
+                  .icons = imlFiles_,
+                  .search = search_,
+                  .settings = settings_,
+                  .database = working_,
+                  .userInterface = userInterface_,
+                  .views = views_,
+                  .openFile = [this](std::string_view path) { return opening_.takeFile(path); }}),
       header_({working_, search_, selection_}),
       navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
       treeSizes_({tvw_, cP_, working_, search_, selection_}),
-      reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); }}),
+      reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); },
+                [this] { return tvw_.selectedKey(); }}),
       databases_({working_, tvw_, imlFiles_, selection_, views_, store_, userInterface_, dialogs}),
       charts_({views_, working_, userInterface_, dialogs}),
       listMenu_(
@@ -80,7 +65,10 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       items_({selection_, search_, settings_, working_, userInterface_, dialogs, clipboard_}),
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
-      changeSettings_({*this, cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),
+      changeSettings_({cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),
+      opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
+                [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
+      recent_({cP_, [this](const std::string& path) { return opening_.open(path); }}),
       commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
       toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
@@ -115,6 +103,7 @@ void frmMain::form_load() {
         modMenus::setRebar(*this, cRebar_, tbrMenu_, cP_);
         navigation_.update();
         itemMenu_.connectMenus();
+        recent_.connectMenu();
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
@@ -133,6 +122,7 @@ void frmMain::restoreLook() {
     splitter_.restoreState(state_->value(QStringLiteral("splitter")).toByteArray());
     views_.restore(*state_);
     treeSizes_.restore(*state_);
+    recent_.places().restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -156,6 +146,7 @@ void frmMain::saveLook() {
     state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
     views_.save(*state_);
     treeSizes_.save(*state_);
+    recent_.places().save(*state_);
     state_->sync();
 }
 
@@ -216,84 +207,13 @@ void frmMain::closeIfWanted() {
     }
 }
 
-// --- The controls ---------------------------------------------------------------------------------------
-
-void frmMain::nameControls() {
-    central_.setObjectName(QStringLiteral("central"));
-    txtPath_.setObjectName(QStringLiteral("txtPath"));
-    txtPath_.setText(QStringLiteral("(Type network [UNC] path here)"));
-    showAsHint(txtPath_);
-    txtPath_.setToolTip(QStringLiteral("Type a path and press Enter to scan that folder (Ctrl+L)"));
-    txtPath_.setAcceptDrops(false); // a folder dropped on it goes to the window
-    txtPath_.setAccessibleName(QStringLiteral("Folder to scan"));
-    cmdGo_.setObjectName(QStringLiteral("cmdGo"));
-    cmdGo_.setText(QStringLiteral("&Go"));
-    cmdGo_.setToolTip(QStringLiteral("Scan the folder typed on the left"));
-    ani_.setObjectName(QStringLiteral("ani"));
-    tvw_.setObjectName(QStringLiteral("tvw"));
-    imlFiles_.setObjectName(QStringLiteral("imlFiles"));
-    imlMenu_.setObjectName(QStringLiteral("imlMenu"));
-    tvw_.setAccessibleName(QStringLiteral("Folders"));
-    prg_.setAccessibleName(QStringLiteral("Progress"));
-    prg_.setObjectName(QStringLiteral("prg"));
-    cP_.setObjectName(QStringLiteral("cP"));
-    cPLvw_.setObjectName(QStringLiteral("cPLvw"));
-    cPItem_.setObjectName(QStringLiteral("cPItem"));
-    tbrMenu_.setObjectName(QStringLiteral("tbrMenu"));
-    cRebar_.setObjectName(QStringLiteral("cRebar"));
-    splitter_.setObjectName(QStringLiteral("splitter"));
-    statusBar_.setObjectName(QStringLiteral("statusBar"));
-}
-
-void frmMain::layOut() {
-    // Sizes are multiples of the line height, so that at first all columns of the files list are visible,
-    // whatever the font.
-    const int line = fontMetrics().height();
-    const QSize usualSize = (QSize(75, 48) * line).boundedTo(screen()->availableSize() * 0.9);
-    const int treeWidth = usualSize.width() / 4;
-    constexpr QSize smallestSize(480, 320);
-    constexpr int animationSide = 24; // as high as the tabs beside it
-
-    nameControls();
-    ani_.setFixedSize(animationSide, animationSide);
-    prg_.setMaximumWidth(treeWidth);
-
-    auto rows = std::make_unique<QVBoxLayout>();
-    auto pathRow = std::make_unique<QHBoxLayout>();
-    navigation_.addButtons(*pathRow);
-    pathRow->addWidget(&txtPath_, 1);
-    pathRow->addWidget(&cmdGo_);
-    splitter_.addWidget(&tvw_);
-    rightLayout_.setContentsMargins(0, 0, 0, 0);
-    rightLayout_.addWidget(&bar_);
-    rightLayout_.addWidget(&header_);
-    rightLayout_.addWidget(&views_.tabs(), 1);
-    splitter_.addWidget(&rightSide_);
-    views_.tabs().setCornerWidget(&ani_);
-    splitter_.setStretchFactor(1, 1);
-    splitter_.setChildrenCollapsible(false);
-    splitter_.setSizes({treeWidth, usualSize.width() - treeWidth});
-    rows->addLayout(pathRow.release());
-    rows->addWidget(&splitter_, 1);
-    central_.setLayout(rows.release());
-
-    setCentralWidget(&central_);
-    statusBar_.addPermanentWidget(&prg_);
-    // Its texts begin at the left edge of the tree.
-    const int margin = style()->pixelMetric(QStyle::PM_LayoutLeftMargin, nullptr, this);
-    statusBar_.setContentsMargins(margin, 0, 0, 0);
-    setStatusBar(&statusBar_);
-    prg_.hide();
-    setMinimumSize(smallestSize);
-    resize(usualSize);
-    setAcceptDrops(true);
-    tvw_.setFocus();
-}
+// --- Events
+// -------------------------------------------------------------------------------------------------
 
 void frmMain::wire() {
     txtPath_.installEventFilter(this);
     connect(&txtPath_, &QLineEdit::returnPressed, &cmdGo_, &QPushButton::click);
-    connect(&cmdGo_, &QPushButton::clicked, this, [this] { selection_.cmdGo_Click(txtPath_.takePath()); });
+    connect(&cmdGo_, &QPushButton::clicked, this, [this] { opening_.openTyped(); });
     connect(&tvw_, &FolderTree::nodeExpanded, this,
             [this](const std::string& key) { selection_.tvw_Expand(key); });
     connect(&tvw_, &FolderTree::nodeClicked, this,
@@ -320,6 +240,8 @@ void frmMain::wire() {
             bar_.closeShown();
         }
     });
+    connect(&opening_, &Opening::folderOpened, this,
+            [this](const std::string& key) { recent_.places().add(RecentPlaces::Kind::folder, key); });
     connect(&bar_, &MessageBar::shownChanged, this, &frmMain::updateEscape);
     connect(&unreadable_, &frmUnreadable::folderChosen, this,
             [this](const std::string& key) { selection_.revealFolder(key); });
@@ -378,13 +300,14 @@ MenuTargets frmMain::menuTargets() {
     targets.exportReport = [this](modExport::ReportFormat format) {
         runExclusively([&] { reports_.exportReport(format); });
     };
-    targets.exportDatabase = [this] { runExclusively([this] { databases_.exportDatabase(); }); };
+    targets.exportDatabase = [this] {
+        runExclusively([this] { noteSavedScan(databases_.exportDatabase()); });
+    };
     targets.exportChart = [this](bool entire) { runExclusively([&] { charts_.exportChart(entire); }); };
     targets.loadDatabase = [this] {
         runExclusively([this] {
-            if (const std::string file = databases_.loadDatabase(); !file.empty()) {
-                notices_.loaded();
-                header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
+            if (const std::string file = databases_.chooseDatabase(); !file.empty()) {
+                loadChosen(file);
             }
         });
     };
@@ -407,9 +330,24 @@ MenuTargets frmMain::menuTargets() {
     return targets;
 }
 
-void frmMain::openPath(std::string_view typedPath) {
-    txtPath_.setText(QString::fromUtf8(typedPath.data(), static_cast<qsizetype>(typedPath.size())));
-    selection_.cmdGo_Click(typedPath);
+void frmMain::loadChosen(const std::string& file) {
+    if (databases_.loadDatabase(file)) {
+        noteSavedScan(file);
+        notices_.loaded();
+        header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
+    }
+}
+
+void frmMain::noteSavedScan(const std::string& file) {
+    if (!file.empty()) {
+        recent_.places().add(RecentPlaces::Kind::savedScan, platform::toInternal(file));
+    }
+}
+
+// As the menu's items that load and export are enabled.
+bool frmMain::mayLoad() const {
+    return !search_.processing && !scanning_ && !runningExclusively_ &&
+           QApplication::activeModalWidget() == nullptr;
 }
 
 void frmMain::txtPath_GotFocus() {
@@ -477,17 +415,4 @@ void frmMain::tc_OnClick(const std::string& label) {
         }
         selection_.openFolder(selected + label + "\\");
     });
-}
-
-void frmMain::dragEnterEvent(QDragEnterEvent* event) {
-    if (!draggedFolder(*event->mimeData()).isEmpty()) {
-        event->acceptProposedAction();
-    }
-}
-
-void frmMain::dropEvent(QDropEvent* event) {
-    event->acceptProposedAction();
-    // The source of the dragged folder waits for the end of this event; the scan starts after it.
-    QTimer::singleShot(0, this,
-                       [this, path = draggedFolder(*event->mimeData())] { openPath(path.toStdString()); });
 }

@@ -31,13 +31,16 @@
 #include "window/figureNotices.h"
 #include "window/folderHeader.h"
 #include "window/folderNavigation.h"
+#include "window/help/helpKey.h"
 #include "window/help/showHelp.h"
 #include "window/itemMenu.h"
 #include "window/menu/menuToolbar.h"
 #include "window/menu/popMenu.h"
 #include "window/menu/rebar.h"
 #include "window/messageBar.h"
+#include "window/opening.h"
 #include "window/pathBox.h"
+#include "window/recentMenu.h"
 #include "window/settingsCommand.h"
 #include "window/tabs/viewTabs.h"
 #include "window/treeSizes.h"
@@ -54,8 +57,8 @@ public:
     frmMain(std::string_view applicationFolder, clsDialogs& dialogs);
     ~frmMain() override;
 
-    // Selects and scans a folder as if the user had typed it.
-    void openPath(std::string_view typedPath);
+    // Selects and scans a folder, or loads a saved scan.
+    void openPath(std::string_view typedPath) { opening_.open(typedPath); }
 
     [[nodiscard]] clsSettings& settings() noexcept { return settings_; }
     [[nodiscard]] const clsSearch& search() const noexcept { return search_; }
@@ -64,8 +67,6 @@ public:
 protected:
     void closeEvent(QCloseEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
-    void dragEnterEvent(QDragEnterEvent* event) override;
-    void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
@@ -80,6 +81,9 @@ private:
     void wireHeader();
     [[nodiscard]] MenuTargets menuTargets();
     void runExclusively(const std::function<void()>& command);
+    void loadChosen(const std::string& file);
+    void noteSavedScan(const std::string& file);
+    [[nodiscard]] bool mayLoad() const;
     void closeIfWanted();
     void growWithScan();
     void followLoad();
@@ -130,6 +134,7 @@ private:
     FolderNavigation navigation_;
     TreeSizes treeSizes_;
     HelpCommand help_{*this};
+    HelpKey helpKey_{*this, help_, [this] { return views_.tabs().currentWidget(); }};
     modExport::WorkbookFolder workbooks_;
     ReportCommands reports_;
     DatabaseCommands databases_;
@@ -140,6 +145,8 @@ private:
     frmUnreadable unreadable_{this};
     FigureNotices notices_;
     SettingsCommand changeSettings_;
+    Opening opening_;
+    RecentMenu recent_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;

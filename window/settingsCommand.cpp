@@ -1,23 +1,10 @@
 #include "window/settingsCommand.h"
 
-#include <QAction>
-
 #include "base/settingsTable.h"
 #include "window/menu/menus.h"
 
 using modSettings::Effect;
 using modSettings::Key;
-
-SettingsCommand::SettingsCommand(const Dependencies& dependencies)
-    : dependencies_(dependencies), key_(QKeySequence(Qt::CTRL | Qt::Key_Comma), &dependencies.window) {
-    key_.setAutoRepeat(false);
-    // The item knows whether the command may run now.
-    QObject::connect(&key_, &QShortcut::activated, &dependencies_.window, [this] {
-        if (auto* const item = dependencies_.menu.findChild<QAction*>(QStringLiteral("Settings"))) {
-            item->trigger();
-        }
-    });
-}
 
 void SettingsCommand::run() {
     SettingsSheet sheet(dependencies_.store, dependencies_.settings, dependencies_.applicationFolder);

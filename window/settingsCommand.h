@@ -1,7 +1,5 @@
 #pragma once
 
-#include <QShortcut>
-#include <QWidget>
 #include <string>
 
 #include "base/clsRegSettings.h"
@@ -12,12 +10,11 @@
 #include "window/menu/popMenu.h"
 #include "window/tabs/viewTabs.h"
 
-// The command that shows the settings, with its key, and what follows at once from those that were changed.
+// The command that shows the settings, and what follows at once from those that were changed.
 class SettingsCommand {
 public:
     // Nothing is owned.
     struct Dependencies {
-        QWidget& window;
         PopMenu& menu;
         clsSettings& settings;
         const clsRegSettings& store;
@@ -27,7 +24,7 @@ public:
         FigureNotices& notices;
     };
 
-    explicit SettingsCommand(const Dependencies& dependencies);
+    explicit SettingsCommand(const Dependencies& dependencies) : dependencies_(dependencies) {}
 
     void run();
 
@@ -35,5 +32,4 @@ private:
     void follow(const SettingsSheet& sheet);
 
     Dependencies dependencies_;
-    QShortcut key_;
 };

@@ -35,6 +35,10 @@ bool WindowInterface::ask(Question, std::string_view text) {
     return dialogs_.ask(QString::fromUtf8(text));
 }
 
+bool WindowInterface::confirm(Question, std::string_view text, std::string_view subject) {
+    return dialogs_.confirm(QString::fromUtf8(text), modQt::shownText(subject));
+}
+
 void WindowInterface::setBusy(bool busy) {
     if (busy) {
         QApplication::setOverrideCursor(Qt::BusyCursor);

@@ -22,6 +22,7 @@ public:
     void message(const QString& text) override { std::fprintf(stderr, "%s\n", qPrintable(text)); }
     void messageAbout(const QString& text, const QString&) override { message(text); }
     [[nodiscard]] bool ask(const QString&) override { return false; }
+    [[nodiscard]] bool confirm(const QString&, const QString&) override { return false; }
     void properties(const PropertyRows&) override {}
     void about() override {}
     void exportOptions(clsExport&) override {}

@@ -87,23 +87,23 @@ bool isSameFile(std::string_view left, std::string_view right) noexcept {
 }
 
 void deleteFile(std::string_view path) {
-    const std::string native = nativeOf(path);
+    const std::string native = nativeOf(path, NotDone::deleted);
     struct stat status {};
     if (::lstat(native.c_str(), &status) != 0) {
-        throw systemError(errno, path);
+        throw systemError(errno, path, NotDone::deleted);
     }
     if (!S_ISREG(status.st_mode)) {
-        throw systemError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, path);
+        throw noRegularFile(path, S_ISDIR(status.st_mode), NotDone::deleted);
     }
-    requireWritable(path, native);
+    requireWritable(path, native, NotDone::deleted);
     if (::unlink(native.c_str()) != 0) {
-        throw systemError(errno, path);
+        throw systemError(errno, path, NotDone::deleted);
     }
 }
 
 void moveFile(std::string_view from, std::string_view to) {
     if (::rename(nativeOf(from).c_str(), nativeOf(to).c_str()) != 0) {
-        throw systemError(errno, to);
+        throw systemError(errno, to, NotDone::written);
     }
 }
 
@@ -113,14 +113,14 @@ void appendToFile(std::string_view path, std::string_view text) {
 }
 
 void makeFolders(std::string_view path) {
-    const std::string native = nativeOf(path);
+    const std::string native = nativeOf(path, NotDone::created);
     for (std::size_t end = native.find('/', 1);; end = native.find('/', end + 1)) {
         const std::string folder = native.substr(0, end);
         if (::mkdir(folder.c_str(), 0700) != 0) {
             const int cause = errno;
             struct stat status {};
             if (::stat(folder.c_str(), &status) != 0 || !S_ISDIR(status.st_mode)) {
-                throw systemError(cause, path);
+                throw systemError(cause, path, NotDone::created);
             }
         }
         if (end == std::string::npos) {
@@ -134,13 +134,13 @@ std::unique_ptr<FileLock> FileLock::tryAcquire(std::string_view path) {
         Descriptor file = openOwn(path, O_RDWR | O_CREAT | O_NONBLOCK | O_NOCTTY);
         struct stat opened {};
         if (::fstat(file.get(), &opened) != 0 || !S_ISREG(opened.st_mode)) {
-            throw systemError(EINVAL, path);
+            throw noRegularFile(path, false, NotDone::opened);
         }
         if (::flock(file.get(), LOCK_EX | LOCK_NB) != 0) {
             if (errno == EWOULDBLOCK) {
                 return nullptr;
             }
-            throw systemError(errno, path);
+            throw systemError(errno, path, NotDone::opened);
         }
         // Its last holder may have deleted it before the lock was free.
         const std::optional<struct stat> named = statusOf(path);

@@ -2,7 +2,8 @@
 
 namespace platform {
 
-bool showCompiledHelp(std::uintptr_t /*window*/, std::string_view /*internalPath*/) {
+bool showCompiledHelp(std::uintptr_t /*window*/, std::string_view /*internalPath*/,
+                      std::string_view /*page*/) {
     return false;
 }
 

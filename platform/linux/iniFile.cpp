@@ -152,7 +152,7 @@ std::string readWhole(std::string_view path) {
     while (const std::size_t count = file->read(block)) {
         content.append(block.data(), count);
         if (content.size() > largestFile) {
-            throw RuntimeError::about(errorNumber::overflow, displayPath(path));
+            throw fileError(errorNumber::overflow, path, NotDone::read);
         }
     }
     return content;

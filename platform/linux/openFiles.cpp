@@ -25,7 +25,7 @@ public:
     void finish() override {
         // Some file systems report a full disk only when a file is closed.
         if (::close(file_.release()) != 0 && errno != EINTR) {
-            throw systemError(errno, path_);
+            throw systemError(errno, path_, NotDone::written);
         }
     }
 
@@ -39,10 +39,10 @@ public:
     RegularFile(std::string_view path, Descriptor file) : path_(path), file_(std::move(file)) {
         struct stat status {};
         if (::fstat(file_.get(), &status) != 0) {
-            throw systemError(errno, path);
+            throw systemError(errno, path, NotDone::read);
         }
         if (!S_ISREG(status.st_mode)) {
-            throw systemError(S_ISDIR(status.st_mode) ? EISDIR : EINVAL, path);
+            throw noRegularFile(path, S_ISDIR(status.st_mode), NotDone::read);
         }
     }
     std::size_t read(std::span<char> block) override {
@@ -52,7 +52,7 @@ public:
                 return static_cast<std::size_t>(count);
             }
             if (errno != EINTR) {
-                throw systemError(errno, path_);
+                throw systemError(errno, path_, NotDone::read);
             }
         }
     }
@@ -71,7 +71,7 @@ std::unique_ptr<OutputFile> openInPlace(std::string_view path, const std::string
 std::unique_ptr<OutputFile> openStandardOutput() {
     Descriptor copy(::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1));
     if (!copy.isOpen()) {
-        throw systemError(errno, standardOutput);
+        throw systemError(errno, standardOutput, NotDone::written);
     }
     return std::make_unique<FileInPlace>(standardOutput, std::move(copy));
 }
@@ -81,8 +81,8 @@ std::unique_ptr<OutputFile> openEmptied(std::string_view path) {
 }
 
 std::unique_ptr<InputFile> openRegular(std::string_view path) {
-    return std::make_unique<RegularFile>(path,
-                                         openOrThrow(path, nativeOf(path), O_RDONLY | O_NONBLOCK | O_NOCTTY));
+    return std::make_unique<RegularFile>(
+        path, openOrThrow(path, nativeOf(path, NotDone::read), O_RDONLY | O_NONBLOCK | O_NOCTTY));
 }
 
 std::unique_ptr<InputFile> openOwnRegular(std::string_view path) {

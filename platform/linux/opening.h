@@ -11,7 +11,7 @@
 namespace platform {
 
 // The system's form of any path; throws 53 if it is not a valid path.
-[[nodiscard]] std::string nativeOf(std::string_view path);
+[[nodiscard]] std::string nativeOf(std::string_view path, NotDone notDone = NotDone::opened);
 
 // Opens or creates a file; 76 if its folder is missing.
 [[nodiscard]] Descriptor openOrThrow(std::string_view path, const std::string& native, int flags);
@@ -38,6 +38,6 @@ namespace platform {
 void writeAll(int descriptor, std::string_view text, std::string_view path);
 
 // A file that the user may not write to is not replaced or deleted either, even if its folder allows it.
-void requireWritable(std::string_view path, const std::string& native);
+void requireWritable(std::string_view path, const std::string& native, NotDone notDone);
 
 } // namespace platform

@@ -88,7 +88,7 @@ bool makeOwnFolder(std::string_view path) {
         return true;
     }
     if (errno != EEXIST) {
-        throw systemError(errno, path);
+        throw systemError(errno, path, NotDone::created);
     }
     return false;
 }

@@ -66,7 +66,7 @@ std::size_t driveLength(std::string_view path) {
 std::string currentFolder() {
     const std::unique_ptr<char, decltype(&std::free)> folder(::getcwd(nullptr, 0), &std::free);
     if (!folder || *folder != '/') {
-        throw RuntimeError::about(errorNumber::pathNotFound, "the current folder");
+        throw RuntimeError(errorNumber::pathNotFound, "The current folder is gone.");
     }
     return folder.get();
 }

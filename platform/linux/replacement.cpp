@@ -59,7 +59,7 @@ public:
         : path_(path), name_(std::move(name)), replaces_(existing.has_value()),
           folder_(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC)) {
         if (!folder_.isOpen()) {
-            throw systemError(errno == ENOENT ? ENOTDIR : errno, path);
+            throw systemError(errno == ENOENT ? ENOTDIR : errno, path, NotDone::written);
         }
         removeLeftovers(existing ? existing->st_uid : ::geteuid());
         const mode_t mode = replaces_ || newFile == NewFile::own ? ownerOnly : newFileMode;
@@ -84,7 +84,7 @@ public:
     // Flushed to the disk before the rename: otherwise a power failure might leave neither content.
     void finish() override {
         if (::fsync(file_.get()) != 0 && errno != EINVAL && errno != ENOTSUP) {
-            throw systemError(errno, path_);
+            throw systemError(errno, path_, NotDone::written);
         }
         if (temporary_.empty() && !replaces_ && giveName(name_)) {
             return;
@@ -95,10 +95,10 @@ public:
             }
         }
         if (temporary_.empty()) {
-            throw systemError(EBUSY, path_);
+            throw systemError(EBUSY, path_, NotDone::written);
         }
         if (::renameat(folder_.get(), temporary_.c_str(), folder_.get(), name_.c_str()) != 0) {
-            throw systemError(errno, path_);
+            throw systemError(errno, path_, NotDone::written);
         }
         temporary_.clear();
     }
@@ -146,7 +146,7 @@ private:
                                      O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
             if (!file.isOpen() && errno != EEXIST) {
                 const bool refused = errno == EACCES || errno == EPERM;
-                throw refused ? noRoomBeside(path_) : systemError(errno, path_);
+                throw refused ? noRoomBeside(path_) : systemError(errno, path_, NotDone::written);
             }
             if (file.isOpen() && isOwn(file)) {
                 file_ = std::move(file);
@@ -154,7 +154,7 @@ private:
                 return;
             }
         }
-        throw systemError(EBUSY, path_);
+        throw systemError(EBUSY, path_, NotDone::written);
     }
 
     // False if another program, looking for leftovers, was quicker to lock the new file; that program removes
@@ -172,7 +172,7 @@ private:
             return true;
         }
         if (errno != EEXIST) {
-            throw systemError(errno, path_);
+            throw systemError(errno, path_, NotDone::written);
         }
         return false;
     }
@@ -189,7 +189,7 @@ private:
 // file is replaced there only where they could replace the new one as well.
 void requireOwnTarget(std::string_view path, const std::string& native, const struct stat& existing) {
     if (S_ISLNK(existing.st_mode)) {
-        throw systemError(ELOOP, path);
+        throw systemError(ELOOP, path, NotDone::written);
     }
     struct stat folder {};
     if (::stat(native.substr(0, native.rfind('/') + 1).c_str(), &folder) != 0 ||
@@ -198,7 +198,7 @@ void requireOwnTarget(std::string_view path, const std::string& native, const st
     }
     const bool isSticky = (folder.st_mode & S_ISVTX) != 0;
     if (S_ISFIFO(existing.st_mode) || (isSticky && S_ISREG(existing.st_mode))) {
-        throw strangersFile(path);
+        throw strangersFile(path, NotDone::written);
     }
 }
 
@@ -206,7 +206,7 @@ void requireOwnTarget(std::string_view path, const std::string& native, const st
 
 bool isStream(std::string_view path) noexcept {
     try {
-        return path == standardOutput || follow(nativeOf(path)).isOpenFile;
+        return path == standardOutput || follow(nativeOf(path), NotDone::opened).isOpenFile;
     } catch (...) { // not a valid path
         return false;
     }
@@ -220,14 +220,14 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFi
     if (path == standardOutput) {
         return openStandardOutput();
     }
-    const Followed target = follow(nativeOf(path));
+    const Followed target = follow(nativeOf(path, NotDone::written), NotDone::written);
     if (target.isOpenFile) { // whoever opened it may already have written to it
         return openInPlace(path, target.native, O_APPEND);
     }
     std::optional<struct stat> existing{std::in_place};
     if (::lstat(target.native.c_str(), &*existing) != 0) {
         if (errno != ENOENT) {
-            throw systemError(errno, path);
+            throw systemError(errno, path, NotDone::written);
         }
         existing.reset();
     }
@@ -237,7 +237,7 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile newFi
     if (existing && !S_ISREG(existing->st_mode)) {
         return openInPlace(path, target.native, O_NOFOLLOW);
     }
-    requireWritable(path, target.native);
+    requireWritable(path, target.native, NotDone::written);
     const std::size_t nameStart = target.native.rfind('/') + 1;
     return std::make_unique<ReplacementFile>(path, target.native.substr(0, nameStart),
                                              target.native.substr(nameStart), existing, newFile, making);

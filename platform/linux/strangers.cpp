@@ -50,7 +50,7 @@ bool isStrangers(const struct stat& status, const std::string& native) noexcept 
 }
 
 // Whose link it is comes first: a stranger can put one in place at any time, but cannot replace the user's.
-Followed follow(std::string native) {
+Followed follow(std::string native, NotDone notDone) {
     struct stat status {};
     for (int count = 0; count < mostLinks; ++count) {
         if (::lstat(native.c_str(), &status) != 0 || !S_ISLNK(status.st_mode)) {
@@ -60,7 +60,7 @@ Followed follow(std::string native) {
             return {native, true};
         }
         if (isStrangers(status, native)) {
-            throw strangersFile(toInternal(native));
+            throw strangersFile(toInternal(native), notDone);
         }
         const std::string target = targetOf(native);
         native = target.starts_with('/') ? target : folderOf(native).append(target);

@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "platform/fileError.h"
+
 // What other users may have put in the user's way. Paths are the system's.
 namespace platform {
 
@@ -18,7 +20,7 @@ struct Followed {
 
 // The file that a path leads to by its last name, following link by link, even if the file does not exist.
 // Throws 75 at a stranger's link.
-[[nodiscard]] Followed follow(std::string native);
+[[nodiscard]] Followed follow(std::string native, NotDone notDone);
 
 // The first link of a stranger on the way to a file or folder; empty if there is none.
 [[nodiscard]] std::string strangersLinkOn(const std::string& native);

@@ -9,9 +9,6 @@
 
 namespace platform {
 
-// The system's code for "this operation is not supported on a folder", which the compiler's headers lack.
-inline constexpr DWORD folderInsteadOfFile = 336;
-
 // The facts that an opened file gives about itself.
 struct FileInformation {
     EntryFacts facts;

@@ -87,20 +87,20 @@ bool isSameFile(std::string_view left, std::string_view right) noexcept {
 }
 
 void deleteFile(std::string_view path) {
-    const std::wstring wide = wideOf(path);
+    const std::wstring wide = wideOf(path, NotDone::deleted);
     if (isLink(wide)) {
-        throw systemError(ERROR_INVALID_FUNCTION, path);
+        throw linkInsteadOfFile(path, NotDone::deleted);
     }
-    requireWritable(path, wide);
+    requireWritable(path, wide, NotDone::deleted);
     if (::DeleteFileW(wide.c_str()) == 0) {
-        throw lastError(wide, path);
+        throw lastError(wide, path, NotDone::deleted);
     }
 }
 
 void moveFile(std::string_view from, std::string_view to) {
     const std::wstring wide = wideOf(to);
     if (::MoveFileExW(wideOf(from).c_str(), wide.c_str(), MOVEFILE_REPLACE_EXISTING) == 0) {
-        throw lastError(wide, to);
+        throw lastError(wide, to, NotDone::written);
     }
 }
 
@@ -110,7 +110,7 @@ void appendToFile(std::string_view path, std::string_view text) {
 }
 
 void makeFolders(std::string_view path) {
-    const std::wstring wide = wideOf(path);
+    const std::wstring wide = wideOf(path, NotDone::created);
     // After `\\?\C:\` or `\\?\UNC\server\share\`.
     std::size_t end = wide.starts_with(L"\\\\?\\UNC\\") ? wide.find(L'\\', wide.find(L'\\', 8) + 1) : 6;
     while (end != std::wstring::npos) {
@@ -119,7 +119,7 @@ void makeFolders(std::string_view path) {
         if (::CreateDirectoryW(folder.c_str(), nullptr) == 0) {
             const DWORD cause = ::GetLastError();
             if (!isFolder(folder)) {
-                throw systemError(cause, path);
+                throw systemError(cause, path, NotDone::created);
             }
         }
     }
@@ -128,7 +128,7 @@ void makeFolders(std::string_view path) {
 std::unique_ptr<FileLock> FileLock::tryAcquire(std::string_view path) {
     const std::wstring wide = wideOf(path);
     if (isLink(wide)) {
-        throw linkInsteadOfFile(path);
+        throw linkInsteadOfFile(path, NotDone::opened);
     }
     Handle file(::CreateFileW(wide.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
                               FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
@@ -136,7 +136,7 @@ std::unique_ptr<FileLock> FileLock::tryAcquire(std::string_view path) {
         if (::GetLastError() == ERROR_SHARING_VIOLATION) {
             return nullptr;
         }
-        throw lastError(wide, path);
+        throw lastError(wide, path, NotDone::opened);
     }
     const auto handle = reinterpret_cast<std::intptr_t>(file.release()); // NOLINT
     return std::unique_ptr<FileLock>(new FileLock(handle, path));

@@ -14,13 +14,13 @@ public:
     explicit FileInPlace(std::string_view path)
         : path_(path), file_(openOwn(path, GENERIC_WRITE, FILE_SHARE_READ, OPEN_ALWAYS)) {
         if (::GetFileType(file_.get()) == FILE_TYPE_DISK && ::SetEndOfFile(file_.get()) == 0) {
-            throw systemError(::GetLastError(), path);
+            throw systemError(::GetLastError(), path, NotDone::written);
         }
     }
     void write(std::string_view text) override { writeAll(file_.get(), text, path_); }
     void finish() override {
         if (::CloseHandle(file_.release()) == 0) {
-            throw systemError(::GetLastError(), path_);
+            throw systemError(::GetLastError(), path_, NotDone::written);
         }
     }
 
@@ -41,15 +41,16 @@ public:
 class RegularFile final : public InputFile {
 public:
     explicit RegularFile(std::string_view path)
-        : path_(path), file_(openOrThrow(path, wideOf(path), GENERIC_READ, shareAll, OPEN_EXISTING)) {
+        : path_(path),
+          file_(openOrThrow(path, wideOf(path, NotDone::read), GENERIC_READ, shareAll, OPEN_EXISTING)) {
         if (::GetFileType(file_.get()) != FILE_TYPE_DISK) {
-            throw systemError(ERROR_INVALID_FUNCTION, path);
+            throw noRegularFile(path, false, NotDone::read);
         }
     }
     std::size_t read(std::span<char> block) override {
         DWORD count = 0;
         if (::ReadFile(file_.get(), block.data(), static_cast<DWORD>(block.size()), &count, nullptr) == 0) {
-            throw systemError(::GetLastError(), path_);
+            throw systemError(::GetLastError(), path_, NotDone::read);
         }
         return count;
     }

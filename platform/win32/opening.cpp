@@ -10,10 +10,18 @@
 
 namespace platform {
 
-std::wstring wideOf(std::string_view path) {
+namespace {
+
+NotDone notDoneOf(DWORD access) {
+    return access == GENERIC_READ ? NotDone::read : NotDone::written;
+}
+
+} // namespace
+
+std::wstring wideOf(std::string_view path, NotDone notDone) {
     std::wstring result = widePath(toInternal(path));
     if (result.empty()) {
-        throw systemError(ERROR_FILE_NOT_FOUND, path);
+        throw systemError(ERROR_FILE_NOT_FOUND, path, notDone);
     }
     return result;
 }
@@ -23,12 +31,13 @@ bool isFolder(const std::wstring& path) {
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-RuntimeError errorOf(DWORD cause, const std::wstring& wide, std::string_view path) {
-    return systemError(cause == ERROR_ACCESS_DENIED && isFolder(wide) ? folderInsteadOfFile : cause, path);
+RuntimeError errorOf(DWORD cause, const std::wstring& wide, std::string_view path, NotDone notDone) {
+    return cause == ERROR_ACCESS_DENIED && isFolder(wide) ? noRegularFile(path, true, notDone)
+                                                          : systemError(cause, path, notDone);
 }
 
-RuntimeError lastError(const std::wstring& wide, std::string_view path) {
-    return errorOf(::GetLastError(), wide, path);
+RuntimeError lastError(const std::wstring& wide, std::string_view path, NotDone notDone) {
+    return errorOf(::GetLastError(), wide, path, notDone);
 }
 
 Handle openOrThrow(std::string_view path, const std::wstring& wide, DWORD access, DWORD share,
@@ -36,18 +45,18 @@ Handle openOrThrow(std::string_view path, const std::wstring& wide, DWORD access
     Handle file(
         ::CreateFileW(wide.c_str(), access, share, nullptr, creation, FILE_ATTRIBUTE_NORMAL, nullptr));
     if (!file.isOpen()) {
-        throw lastError(wide, path);
+        throw lastError(wide, path, notDoneOf(access));
     }
     return file;
 }
 
 // What lies in the cloud or is compressed has a reparse point too, and is opened again without the flag.
 Handle openOwn(std::string_view path, DWORD access, DWORD share, DWORD creation) {
-    const std::wstring wide = wideOf(path);
+    const std::wstring wide = wideOf(path, notDoneOf(access));
     Handle file(::CreateFileW(wide.c_str(), access | FILE_READ_ATTRIBUTES, share, nullptr, creation,
                               FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr));
     if (!file.isOpen()) {
-        throw lastError(wide, path);
+        throw lastError(wide, path, notDoneOf(access));
     }
     FILE_ATTRIBUTE_TAG_INFO tag{};
     if (::GetFileInformationByHandleEx(file.get(), FileAttributeTagInfo, &tag, sizeof tag) == 0 ||
@@ -55,7 +64,7 @@ Handle openOwn(std::string_view path, DWORD access, DWORD share, DWORD creation)
         return file;
     }
     if (IsReparseTagNameSurrogate(tag.ReparseTag)) {
-        throw linkInsteadOfFile(path);
+        throw linkInsteadOfFile(path, notDoneOf(access));
     }
     file.reset();
     return openOrThrow(path, wide, access, share, OPEN_EXISTING);
@@ -66,7 +75,7 @@ void writeAll(HANDLE file, std::string_view text, std::string_view path) {
         DWORD written = 0;
         const auto count = static_cast<DWORD>(std::min(text.size(), std::size_t{1} << 30));
         if (::WriteFile(file, text.data(), count, &written, nullptr) == 0) {
-            throw systemError(::GetLastError(), path);
+            throw systemError(::GetLastError(), path, NotDone::written);
         }
         text.remove_prefix(written);
     }
@@ -88,10 +97,10 @@ std::optional<std::wstring> finalPath(const std::wstring& path) {
     return result;
 }
 
-void requireWritable(std::string_view path, const std::wstring& wide) {
+void requireWritable(std::string_view path, const std::wstring& wide, NotDone notDone) {
     const DWORD attributes = ::GetFileAttributesW(wide.c_str());
     if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
-        throw errorOf(ERROR_ACCESS_DENIED, wide, path);
+        throw errorOf(ERROR_ACCESS_DENIED, wide, path, notDone);
     }
 }
 

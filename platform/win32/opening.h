@@ -5,7 +5,6 @@
 #include <string_view>
 
 #include "platform/openFiles.h"
-#include "platform/runtimeError.h"
 #include "platform/win32/handle.h"
 
 // Shared by the files here that open files. `path` is the name used in errors.
@@ -14,16 +13,17 @@ namespace platform {
 inline constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 // The system's form of any path; throws 53 if it is not a valid path.
-[[nodiscard]] std::wstring wideOf(std::string_view path);
+[[nodiscard]] std::wstring wideOf(std::string_view path, NotDone notDone = NotDone::opened);
 
 [[nodiscard]] bool isFolder(const std::wstring& path);
 
 // The error code of a call that was given a path. The system refuses a folder in place of a file with the
 // same error as a file that may not be opened; this tells them apart.
-[[nodiscard]] RuntimeError errorOf(DWORD cause, const std::wstring& wide, std::string_view path);
+[[nodiscard]] RuntimeError errorOf(DWORD cause, const std::wstring& wide, std::string_view path,
+                                   NotDone notDone);
 
 // The last error of a call that was given a path.
-[[nodiscard]] RuntimeError lastError(const std::wstring& wide, std::string_view path);
+[[nodiscard]] RuntimeError lastError(const std::wstring& wide, std::string_view path, NotDone notDone);
 
 [[nodiscard]] Handle openOrThrow(std::string_view path, const std::wstring& wide, DWORD access, DWORD share,
                                  DWORD creation);
@@ -41,6 +41,6 @@ void writeAll(HANDLE file, std::string_view text, std::string_view path);
 [[nodiscard]] std::optional<std::wstring> finalPath(const std::wstring& path);
 
 // A file that the user may not write to is not replaced or deleted either.
-void requireWritable(std::string_view path, const std::wstring& wide);
+void requireWritable(std::string_view path, const std::wstring& wide, NotDone notDone);
 
 } // namespace platform

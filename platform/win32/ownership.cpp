@@ -111,7 +111,7 @@ bool makeOwnFolder(std::string_view path) {
     }
     const DWORD cause = ::GetLastError();
     if (cause != ERROR_ALREADY_EXISTS) {
-        throw systemError(cause, path);
+        throw systemError(cause, path, NotDone::created);
     }
     return false;
 }

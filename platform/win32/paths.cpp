@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "platform/runtimeError.h"
+#include "platform/fileError.h"
 #include "platform/text.h"
 #include "platform/win32/wide.h"
 
@@ -83,7 +83,7 @@ std::string absolute(std::string_view typed) {
     std::wstring full(needed, L'\0');
     const DWORD length = needed == 0 ? 0 : ::GetFullPathNameW(text.c_str(), needed, full.data(), nullptr);
     if (length == 0 || length >= needed) {
-        throw RuntimeError::about(errorNumber::pathNotFound, typed);
+        throw fileError(errorNumber::pathNotFound, typed, NotDone::opened);
     }
     return narrow({full.data(), length});
 }

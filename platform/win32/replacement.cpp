@@ -36,7 +36,7 @@ void keepPermissions(HANDLE file, const std::wstring& name, const std::wstring& 
 class ReplacementFile final : public OutputFile {
 public:
     ReplacementFile(std::string_view path, std::wstring target) : path_(path), target_(std::move(target)) {
-        requireWritable(path, target_);
+        requireWritable(path, target_, NotDone::written);
         const std::size_t nameStart = target_.rfind(L'\\') + 1;
         folder_ = target_.substr(0, nameStart);
         name_ = narrow(std::wstring_view(target_).substr(nameStart));
@@ -62,10 +62,11 @@ public:
     // Flushed to the disk before the rename: otherwise a power failure might leave neither content.
     void finish() override {
         if (::FlushFileBuffers(file_.get()) == 0 && ::GetLastError() != ERROR_INVALID_FUNCTION) {
-            throw systemError(::GetLastError(), path_); // ignored where the system does not support it
+            throw systemError(::GetLastError(), path_,
+                              NotDone::written); // ignored where the system does not support it
         }
         if (!renameOpen()) {
-            throw lastError(target_, path_);
+            throw lastError(target_, path_, NotDone::written);
         }
         file_.reset();
     }
@@ -99,7 +100,8 @@ private:
                 break;
             }
         }
-        throw cause == ERROR_ACCESS_DENIED ? noRoomBeside(path_) : systemError(cause, path_);
+        throw cause == ERROR_ACCESS_DENIED ? noRoomBeside(path_)
+                                           : systemError(cause, path_, NotDone::written);
     }
 
     // Renamed while it is open: once it is closed, another program might take it for a leftover.
@@ -129,10 +131,10 @@ std::unique_ptr<OutputFile> openReplacement(std::string_view path, NewFile /*new
     if (path == standardOutput) {
         return openStandardOutput();
     }
-    const std::wstring wide = wideOf(path);
+    const std::wstring wide = wideOf(path, NotDone::written);
     const auto there = informationOf(wide);
     if (there && there->facts.isFolder) {
-        throw systemError(folderInsteadOfFile, path);
+        throw noRegularFile(path, true, NotDone::written);
     }
     if (there && !there->isRegular) {
         return openEmptied(path); // a device takes the bytes itself

@@ -4,7 +4,6 @@
 
 #include <array>
 
-#include "platform/win32/fileInformation.h"
 #include "platform/win32/wide.h"
 
 namespace platform {
@@ -41,9 +40,6 @@ std::span<const SystemErrorNumber> systemErrorNumbers() noexcept {
 
 // In the user's language.
 std::string systemMessage(std::int64_t code) {
-    if (code == folderInsteadOfFile) {
-        return "Is a directory"; // not every version of the system has a text for it
-    }
     std::array<wchar_t, 512> text{};
     const DWORD length =
         ::FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr,

@@ -73,11 +73,11 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"''", 1, "Folder not found"},
         {"%F/missing %T", 1, "missing"},
         {"--load %F/missing", 1, "missing"},
-        {"--load %F", 1, "Could not find file"},
-        {"--load %F/garbage.dat", 1, "Unrecognized database format"},
+        {"--load %F", 1, " was not loaded.\n"},
+        {"--load %F/garbage.dat", 1, "spannory-scan: Unrecognized database format: "},
         {"--html %F/exists.html %T", 1, "exists.html: Overwrite existing file?"},
         {"--html %F/no/where.html %T", 1, "where.html"},
-        {"--text %F %T", 1, "Is a directory"},
+        {"--text %F %T", 1, "It is a folder: "},
         {"--excel %F/no/where.xlsx %T", 1, "where.xlsx"},
         {"--database %F/no/where.mdb %T", 1, "where.mdb"},
         {"--database %F/app/main.dat --force %T", 1, "this is the working database"},
@@ -95,8 +95,9 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     }
     const std::string full = testSystem::fullDevice();
     if (!full.empty()) {
-        cases.push_back({"--text " + full + " %T", 1, "Disk full: " + full});
-        cases.push_back({"--xml " + full + " %T", 1, "Disk full: " + full});
+        cases.push_back(
+            {"--text " + full + " %T", 1, "scan: 61 The disk is full: " + full + " was not written."});
+        cases.push_back({"--xml " + full + " %T", 1, "The disk is full: " + full + " was not written."});
     }
     for (const Case& c : cases) {
         const Outcome outcome = run(c.arguments);

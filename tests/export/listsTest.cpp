@@ -189,7 +189,8 @@ TEST_F(Lists, failuresAreLoggedUnderTheRoutinesName) {
     constexpr std::string_view place = "\r\n[modGlobal.printToExcel]";
     if (const std::string full = testSystem::fullDevice(); !full.empty()) {
         print(full);
-        EXPECT_EQ(userInterface.messages.back(), "61 Disk full: " + full + std::string(place));
+        EXPECT_EQ(userInterface.messages.back(),
+                  "61 The disk is full: " + full + " was not written." + std::string(place));
     }
     folder.write("list.xlsx", "old");
     testSystem::setVariable(temporaryVariable, folder.typed("none"));

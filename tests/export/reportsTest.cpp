@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <chrono>
+#include <ctime>
 #include <filesystem>
 
 #include "base/errorLog.h"
@@ -53,6 +55,18 @@ std::string repeated(std::string_view text, std::size_t times) {
         result.append(text);
     }
     return result;
+}
+
+std::filesystem::file_time_type fileTime(const platform::LocalTime& local) {
+    std::tm time{};
+    time.tm_year = static_cast<int>(local.year) - 1900;
+    time.tm_mon = local.month - 1;
+    time.tm_mday = local.day;
+    time.tm_hour = local.hour;
+    time.tm_min = local.minute;
+    time.tm_sec = local.second;
+    time.tm_isdst = -1;
+    return std::chrono::file_clock::from_sys(std::chrono::system_clock::from_time_t(std::mktime(&time)));
 }
 
 std::string html(ReportFixture& fixture) {
@@ -313,11 +327,13 @@ TEST_F(Reports, failuresAreLoggedUnderTheRoutinesName) {
         const char* procedure = procedures[static_cast<std::size_t>(format)];
         const std::string place = "\r\n[modGlobal." + std::string(procedure) + "]";
         EXPECT_FALSE(run(format, fixture.folder.typed("no-folder/report")));
-        EXPECT_THAT(fixture.userInterface.messages.back(),
-                    HasSubstr(" not found: " + fixture.folder.typed("no-folder/report") + place));
+        EXPECT_THAT(
+            fixture.userInterface.messages.back(),
+            testing::EndsWith(fixture.folder.typed("no-folder/report") + " was not written." + place));
         if (const std::string full = testSystem::fullDevice(); !full.empty()) {
             EXPECT_FALSE(run(format, full));
-            EXPECT_EQ(fixture.userInterface.messages.back(), "61 Disk full: " + full + place);
+            EXPECT_EQ(fixture.userInterface.messages.back(),
+                      "61 The disk is full: " + full + " was not written." + place);
         }
         expectAtRest();
     }
@@ -334,10 +350,19 @@ TEST_F(Reports, titlesAndNames) {
               "03-14-2004-21-05-07.csv");
     EXPECT_EQ(modExport::saveDialogFilter(ReportFormat::html),
               "HTML Files (*.html)|*.html|All Files (*.*)|*.*");
+}
 
+TEST_F(Reports, overwriteOnlyWhatThePersonHasSeenTheDateOf) {
+    const std::string file = fixture.folder.typed("there");
+    fixture.folder.write("there", std::string(1536, 'x'));
+    const platform::LocalTime noon{2004, 3, 14, 12, 5, 7};
+    std::filesystem::last_write_time(fixture.folder / "there", fileTime(noon));
     EXPECT_TRUE(modExport::confirmOverwrite(fixture.userInterface, fixture.folder.typed("new")));
     EXPECT_THAT(fixture.userInterface.questions, IsEmpty());
-    fixture.userInterface.answer = false;
-    EXPECT_FALSE(modExport::confirmOverwrite(fixture.userInterface, fixture.folder.typed("main.dat")));
-    EXPECT_EQ(fixture.userInterface.questions.back().second, "Overwrite existing file?");
+    for (const bool answer : {false, true}) {
+        fixture.userInterface.answer = answer;
+        EXPECT_EQ(modExport::confirmOverwrite(fixture.userInterface, file), answer);
+        EXPECT_EQ(fixture.userInterface.questions.back().second, "Overwrite existing file?");
+        EXPECT_EQ(fixture.userInterface.confirmed.back(), file + " (03/14/2004 12:05:07 PM, 1.5 Kb)");
+    }
 }

@@ -62,8 +62,10 @@ TEST_F(Writers, leaveWhatTheyMayNotReplace) {
         writer.write(folder.typed("kept"));
         writer.write(folder.typed("no/where"));
         ASSERT_THAT(userInterface.messages, SizeIs(2));
-        EXPECT_THAT(userInterface.messages[0], HasSubstr("70 Permission denied: " + folder.typed("kept")));
-        EXPECT_THAT(userInterface.messages[1], HasSubstr("76 Path not found: " + folder.typed("no/where")));
+        EXPECT_THAT(userInterface.messages[0],
+                    HasSubstr("70 Permission is denied: " + folder.typed("kept") + " was not written."));
+        EXPECT_THAT(userInterface.messages[1], HasSubstr("76 There is no such folder: " +
+                                                         folder.typed("no/where") + " was not written."));
         EXPECT_EQ(folder.read("kept"), "old");
         EXPECT_EQ(entries(), 1U);
     }

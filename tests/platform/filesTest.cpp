@@ -13,47 +13,68 @@ namespace fs = std::filesystem;
 
 namespace {
 
-TEST(Files, failWithTheNumberOfTheCause) {
+// The error that the action throws, as "53 description"; empty if there is none.
+std::string errorOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const RuntimeError& error) {
+        return std::to_string(error.number()) + " " + error.what();
+    }
+    return {};
+}
+
+TEST(Files, sayWhatWasNotDoneAndWhy) {
     const TemporaryFolder folder;
     folder.write("there", "x");
     const std::string missing = folder.typed("missing");
-    std::vector<std::pair<int, std::function<void()>>> cases = {
-        {53, [&] { platform::deleteFile(missing); }},
-        {75, [&] { platform::deleteFile(folder.typed()); }},
-        {53, [&] { static_cast<void>(platform::readFile(missing)); }},
-        {75, [&] { static_cast<void>(platform::readFile(folder.typed())); }},
-        {75, [&] { static_cast<void>(platform::readFile(testSystem::device())); }},
-        {6, [&] { static_cast<void>(platform::readFile(folder.typed("there"), 0)); }},
-        {53, [&] { platform::appendToFile(missing, "x"); }},
-        {76, [&] { platform::replaceFile(folder.typed("no/where"), "x"); }},
-        {75, [&] { platform::FileSink(folder.typed()); }},
-        {53, [&] { platform::copyFile(missing, folder.typed("copy")); }},
-        {76, [&] { platform::copyFile(folder.typed("there"), folder.typed("there/copy")); }},
-        {0,
+    const std::string noFile = "53 There is no such file: " + missing;
+    const std::string noFolder = "76 There is no such folder: ";
+    const std::string isFolder = "75 It is a folder: " + folder.typed();
+    const std::string notOrdinary = "75 It is no ordinary file: ";
+    std::vector<std::pair<std::string, std::function<void()>>> cases = {
+        {noFile + " was not deleted.", [&] { platform::deleteFile(missing); }},
+        {isFolder + " was not deleted.", [&] { platform::deleteFile(folder.typed()); }},
+        {noFile + " was not read.", [&] { static_cast<void>(platform::readFile(missing)); }},
+        {isFolder + " was not read.", [&] { static_cast<void>(platform::readFile(folder.typed())); }},
+        {notOrdinary + testSystem::device() + " was not read.",
+         [&] { static_cast<void>(platform::readFile(testSystem::device())); }},
+        {"6 The file is too large: " + folder.typed("there") + " was not read.",
+         [&] { static_cast<void>(platform::readFile(folder.typed("there"), 0)); }},
+        {noFile + " was not written.", [&] { platform::appendToFile(missing, "x"); }},
+        {noFolder + folder.typed("no/where") + " was not written.",
+         [&] { platform::replaceFile(folder.typed("no/where"), "x"); }},
+        {isFolder + " was not written.", [&] { platform::FileSink(folder.typed()); }},
+        {isFolder + " was not written.", [&] { platform::replaceFile(folder.typed(), "x"); }},
+        {noFile + " was not read.", [&] { platform::copyFile(missing, folder.typed("copy")); }},
+        {noFolder + folder.typed("there/copy") + " was not written.",
+         [&] { platform::copyFile(folder.typed("there"), folder.typed("there/copy")); }},
+        {"",
          [&] {
              platform::makeFolders(folder.typed("a/b/c"));
              platform::makeFolders(folder.typed("a/b/c"));
          }},
-        {58, [&] { platform::makeFolders(folder.typed("there")); }},
+        {"58 There is a file of that name already: " + folder.typed("there") + " was not created.",
+         [&] { platform::makeFolders(folder.typed("there")); }},
     };
     if (testSystem::makePipe(folder / "pipe")) {
-        cases.emplace_back(75, [&] { platform::deleteFile(folder.typed("pipe")); });
-        cases.emplace_back(75, [&] { static_cast<void>(platform::readFile(folder.typed("pipe"))); });
-        cases.emplace_back(75,
-                           [&] { platform::FileSink(folder.typed("pipe")); }); // no reader: must not block
+        const std::string pipe = folder.typed("pipe");
+        cases.emplace_back(notOrdinary + pipe + " was not deleted.", [pipe] { platform::deleteFile(pipe); });
+        cases.emplace_back(notOrdinary + pipe + " was not read.",
+                           [pipe] { static_cast<void>(platform::readFile(pipe)); });
+        cases.emplace_back("75 No such device or address: " + pipe + " was not written.",
+                           [pipe] { platform::FileSink{pipe}; }); // no reader: must not block
     }
     if (const std::string full = testSystem::fullDevice(); !full.empty()) {
-        cases.emplace_back(61, [full] { platform::replaceFile(full, "x"); });
-        cases.emplace_back(61, [full] {
+        const std::string diskFull = "61 The disk is full: " + full + " was not written.";
+        cases.emplace_back(diskFull, [full] { platform::replaceFile(full, "x"); });
+        cases.emplace_back(diskFull, [full] {
             platform::FileSink sink(full);
             sink.write("x");
             sink.close();
         });
     }
-    int index = 0;
-    for (const auto& [number, action] : cases) {
-        EXPECT_EQ(errorNumberOf(action), number) << "case " << index;
-        ++index;
+    for (const auto& [error, action] : cases) {
+        EXPECT_EQ(errorOf(action), error);
     }
     EXPECT_FALSE(fs::exists(folder / "missing")) << "appending makes no file";
 }

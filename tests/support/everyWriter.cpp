@@ -38,7 +38,8 @@ std::vector<EveryWriter::Writer> EveryWriter::writers() {
     using modExport::ReportFormat;
     const auto report = [this](ReportFormat format) {
         return [this, format](const std::string& file) {
-            const clsExport options{2};
+            clsExport options;
+            options.detail = 2;
             modExport::exportReportFile(format, {working.database(), userInterface, settings, options}, file);
         };
     };

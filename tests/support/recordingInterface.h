@@ -15,6 +15,10 @@ public:
         questions.emplace_back(question, text);
         return answer;
     }
+    bool confirm(Question question, std::string_view text, std::string_view subject) override {
+        confirmed.emplace_back(subject);
+        return ask(question, text);
+    }
     void setBusy(bool busy) override { busyDepth += busy ? 1 : -1; }
     void progressStart(std::int64_t maximum) override {
         progressMaximum = maximum;
@@ -37,6 +41,7 @@ public:
 
     std::vector<std::string> messages;
     std::vector<std::pair<Question, std::string>> questions;
+    std::vector<std::string> confirmed; // the subjects of those questions that have No as their default
     std::vector<std::pair<StatusPanel, std::string>> statuses;
     std::vector<std::string> opened;
     int busyDepth = 0;

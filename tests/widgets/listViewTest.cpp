@@ -151,6 +151,18 @@ TEST_F(List, givesItsFirstColumnTheRoomThatIsLeft) {
     EXPECT_EQ(header.sectionSize(0), 600) << "made wider by hand";
 }
 
+TEST_F(List, takesAltAndAColumnsNumberForAClickOnItsHeader) {
+    for (const auto& [key, modifier] : {std::pair{Qt::Key_2, Qt::AltModifier},
+                                        {Qt::Key_1, Qt::AltModifier},
+                                        {Qt::Key_3, Qt::AltModifier},
+                                        {Qt::Key_0, Qt::AltModifier},
+                                        {Qt::Key_1, Qt::NoModifier},
+                                        {Qt::Key_1, Qt::ControlModifier}}) {
+        QTest::keyClick(&list, key, modifier);
+    }
+    EXPECT_THAT(heard, ElementsAre("2", "1"));
+}
+
 TEST_F(List, asksForItsMenuByMouseAndByKeys) {
     const QPoint pointer = list.viewport()->mapToGlobal(place(2, 0).center());
     QContextMenuEvent byMouse(QContextMenuEvent::Mouse, place(2, 0).center(), pointer);

@@ -15,12 +15,6 @@ using testing::IsEmpty;
 
 class NavigationInWindow : public MainWindow {
 protected:
-    void openActive() {
-        makeTree();
-        open();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    }
     void show(const char* name) { window->openPath(tree.typed(name)); }
     // Which of back, forward and up lead anywhere, as the buttons and as the menu say.
     std::string ways() {

@@ -1,11 +1,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <QDropEvent>
 #include <QHeaderView>
-#include <QMimeData>
 #include <QTest>
-#include <QUrl>
 
 #include "platform/files.h"
 #include "support/expected.h"
@@ -203,21 +200,6 @@ TEST_F(MainWindow, keysReachThePathBoxAndEveryView) {
         QTest::keyClicks(window->focusWidget(), QStringLiteral("/x"));
         EXPECT_EQ(pathBox().text(), QStringLiteral("/x"));
     }
-}
-
-TEST_F(MainWindow, scansAFolderThatIsDropped) {
-    makeTree();
-    open();
-    QMimeData data;
-    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(tree.typed("own.txt"))),
-                  QUrl::fromLocalFile(QString::fromStdString(tree.typed("a")))});
-    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &enter);
-    EXPECT_TRUE(enter.isAccepted());
-    QDropEvent drop(QPointF(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(window.get(), &drop);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return selected() == key("a"); }));
-    EXPECT_EQ(panel(1), "4 items.");
 }
 
 TEST_F(MainWindow, listsScansAndShowsASelectedFolder) {

@@ -22,12 +22,6 @@ using testing::SizeIs;
 
 class PathBoxInWindow : public MainWindow {
 protected:
-    void openActive() {
-        makeTree();
-        open();
-        window->activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
-    }
     std::string shown() { return pathBox().text().toStdString(); }
 };
 

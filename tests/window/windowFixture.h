@@ -29,6 +29,10 @@ public:
         questions.push_back(text.toStdString());
         return answer;
     }
+    [[nodiscard]] bool confirm(const QString& text, const QString& subject) override {
+        confirmed.push_back(subject.toStdString());
+        return ask(text);
+    }
     void properties(const PropertyRows& rows) override { shownProperties.push_back(rows); }
     void about() override { ++abouts; }
     void exportOptions(clsExport& options) override;
@@ -43,8 +47,9 @@ public:
     std::vector<std::string> messages;
     std::vector<std::string> subjects; // of those messages that have one
     std::vector<std::string> questions;
-    std::vector<FileRequest> requests; // requests for files
-    std::vector<std::string> opened;   // files opened in their applications
+    std::vector<std::string> confirmed; // the subjects of those questions that have No as their default
+    std::vector<FileRequest> requests;  // requests for files
+    std::vector<std::string> opened;    // files opened in their applications
     std::vector<PropertyRows> shownProperties;
     bool answer = true;
     int abouts = 0;
@@ -114,6 +119,13 @@ protected:
     void openOnTree() {
         makeTree();
         open().openPath(tree.typed());
+    }
+    // With the tree, and as the window that keys go to.
+    void openActive() {
+        makeTree();
+        open();
+        window->activateWindow();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     }
     void pressF5(const char* focus = "tvw", bool autoRepeat = false) {
         QKeyEvent release(QEvent::KeyRelease, Qt::Key_F5, Qt::NoModifier, {}, autoRepeat);

@@ -13,14 +13,15 @@
 namespace {
 
 constexpr std::size_t mostTopFolders = 1000;
-const std::string databaseFilter = "Access Databases (*.mdb)|*.mdb|All Files (*.*)|*.*";
 
 } // namespace
 
-void DatabaseCommands::exportDatabase() {
-    const std::string file = choice_.toWrite(databaseFilter, ".mdb");
+const std::string DatabaseCommands::databaseFilter = "Access Databases (*.mdb)|*.mdb|All Files (*.*)|*.*";
+
+std::string DatabaseCommands::exportDatabase() {
+    std::string file = choice_.toWrite(databaseFilter, ".mdb");
     if (file.empty()) {
-        return;
+        return {};
     }
     const BusyPointer busy(dependencies_.userInterface);
     {
@@ -32,18 +33,17 @@ void DatabaseCommands::exportDatabase() {
     modGlobal::clearSavedNodes(dependencies_.database.database());
     if (failure) {
         modGlobal::logError(failure->number(), failure->what(), "frmMain", "cp_Click", true);
-        dependencies_.userInterface.message("Error " + std::to_string(failure->number()) +
-                                            " exporting to Access.  Please try again.");
-    } else {
-        modExport::showSaved(dependencies_.userInterface, file);
-    }
-}
-
-std::string DatabaseCommands::loadDatabase() {
-    const std::string file = choice_.toRead(databaseFilter);
-    if (file.empty()) {
+        dependencies_.userInterface.messageAbout("Error " + std::to_string(failure->number()) +
+                                                     " exporting to Access.  Please try again.",
+                                                 failure->what());
         return {};
     }
+    modExport::showSaved(dependencies_.userInterface, file);
+    return file;
+}
+
+bool DatabaseCommands::loadDatabase(const std::string& file) {
+    choice_.forgetLastOutcome();
     const BusyPointer busy(dependencies_.userInterface);
     bool isLoaded = false;
     bool replaced = !dependencies_.database.isOpen(); // then there is no scan to keep
@@ -54,7 +54,7 @@ std::string DatabaseCommands::loadDatabase() {
         showTree(file);
     });
     if (!replaced) {
-        return {};
+        return false;
     }
     if (dependencies_.database.isOpen()) { // left by a tree that could not be shown
         modGlobal::trapped(
@@ -63,7 +63,7 @@ std::string DatabaseCommands::loadDatabase() {
     }
     dependencies_.views.forget();
     dependencies_.selection.showLoaded();
-    return isLoaded ? file : std::string();
+    return isLoaded;
 }
 
 // A scan that was saved without a tree, as by the console program, shows its folders below the drives.

@@ -32,15 +32,20 @@ public:
           choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
 
     // Saves the tree into the working database and copies its file. If the copy fails, a message says so and
-    // the reason is logged; other errors are thrown.
-    void exportDatabase();
+    // the reason is logged; other errors are thrown. The file, as typed; empty if nothing was saved.
+    std::string exportDatabase();
+
+    // Asks which file to load; as typed, empty if none.
+    [[nodiscard]] std::string chooseDatabase() const { return choice_.toRead(databaseFilter); }
 
     // Replaces the rows and the tree by those of a file. Errors are logged for the menu command. If the file
     // was refused, everything stays as it is; otherwise the views show what the database contains, whatever
-    // failed. The file that was loaded, as typed; empty if none was.
-    std::string loadDatabase();
+    // failed. Whether the file was loaded.
+    bool loadDatabase(const std::string& file);
 
 private:
+    static const std::string databaseFilter;
+
     void showTree(const std::string& file);
 
     Dependencies dependencies_;

@@ -40,14 +40,9 @@ std::string FileChoice::toWrite(const std::string& filter, std::string_view exte
 }
 
 std::string FileChoice::toRead(const std::string& filter) const {
-    std::string file = chosen([&] { return dialogs_.openFile({filter, {}}); });
-    if (!file.empty()) {
-        forgetLastOutcome();
-    }
-    return file;
+    return chosen([&] { return dialogs_.openFile({filter, {}}); });
 }
 
-// Otherwise, the status bar's text about the last file could be taken for this one's.
 void FileChoice::forgetLastOutcome() const {
     userInterface_.status(StatusPanel::folder, {});
 }

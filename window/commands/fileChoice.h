@@ -21,9 +21,10 @@ public:
     // Shows the open dialog. Empty if the user cancels.
     [[nodiscard]] std::string toRead(const std::string& filter) const;
 
-private:
+    // Takes the status bar's text about the last file away, which could be taken for this one's.
     void forgetLastOutcome() const;
 
+private:
     clsDialogs& dialogs_;
     clsUserInterface& userInterface_;
     const WorkingDatabase& working_;

@@ -166,7 +166,8 @@ std::string ItemCommands::question(const Items& items) const {
 
 void ItemCommands::moveToTrash(const Items& items) {
     modGlobal::trapped(moduleName, "moveToTrash", [&] {
-        if (!offerFor(items).trash || !dependencies_.dialogs.ask(QString::fromStdString(question(items)))) {
+        if (!offerFor(items).trash ||
+            !dependencies_.dialogs.confirm(QString::fromStdString(question(items)), {})) {
             return;
         }
         Items moved;

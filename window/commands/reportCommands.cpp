@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "db/folderRows.h"
 #include "export/reportFrame.h"
 #include "scan/savedScan.h"
 
@@ -30,7 +31,18 @@ void ReportCommands::askForOptions(ReportFormat format) {
         return;
     }
     options_.exportType = false;
+    options_.folder = selectedFolder();
     dependencies_.dialogs.exportOptions(options_);
+}
+
+// Empty if nothing of it was scanned.
+std::string ReportCommands::selectedFolder() const {
+    std::string key = dependencies_.selectedKey();
+    if (!key.ends_with('\\')) { // a heading of the tree
+        return {};
+    }
+    const auto recorded = modFolderRows::find(dependencies_.database.database(), key);
+    return recorded.isThere() ? key : std::string();
 }
 
 // A workbook is opened in the spreadsheet application, where the user can save it anywhere.

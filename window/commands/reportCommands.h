@@ -23,18 +23,20 @@ public:
         clsUserInterface& userInterface;
         clsDialogs& dialogs;
         std::function<std::string()> workbookName; // returns the name of the workbook to write
+        std::function<std::string()> selectedKey;  // returns that of the tree's selected node
     };
 
     explicit ReportCommands(Dependencies dependencies)
         : dependencies_(std::move(dependencies)),
           choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
 
-    // Exports the whole database. Ends silently if the user cancels. The writers log their errors; others are
-    // thrown.
+    // Exports the whole database or, if the options say so, the selected folder. Ends silently if the user
+    // cancels. The writers log their errors; others are thrown.
     void exportReport(modExport::ReportFormat format);
 
 private:
     void askForOptions(modExport::ReportFormat format);
+    [[nodiscard]] std::string selectedFolder() const;
     [[nodiscard]] std::string fileFor(modExport::ReportFormat format) const;
 
     Dependencies dependencies_;

@@ -24,8 +24,10 @@ public:
     virtual void message(const QString& text) = 0;
     // The same, with what it is about below the text (plain text; may be empty).
     virtual void messageAbout(const QString& text, const QString& subject) = 0;
-    // A Yes/No question; true for Yes.
+    // A Yes/No question; true for Yes, which Enter chooses.
     [[nodiscard]] virtual bool ask(const QString& text) = 0;
+    // The same before something is lost, which the subject may name below the text: Enter chooses No.
+    [[nodiscard]] virtual bool confirm(const QString& text, const QString& subject) = 0;
     // A box with the properties of files and folders.
     virtual void properties(const PropertyRows& rows) = 0;
     // The About box.

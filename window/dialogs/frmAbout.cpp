@@ -4,6 +4,8 @@
 #include <QFont>
 #include <QIcon>
 
+#include "widgets/helpTopic.h"
+
 namespace {
 
 constexpr int pictureSize = 64;
@@ -28,6 +30,7 @@ QString aboutText() {
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent), layout_(this) {
     setObjectName(QStringLiteral("frmAbout"));
     setWindowTitle(QStringLiteral("About Spannory"));
+    modQt::setHelpTopic(*this, "welcome.html");
 
     picture_.setPixmap(
         QApplication::windowIcon().pixmap(QSize(pictureSize, pictureSize), devicePixelRatio()));

@@ -2,13 +2,17 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QStyle>
 
 #include "export/clsExport.h"
+#include "widgets/helpTopic.h"
+#include "widgets/qtText.h"
 
 frmExport::frmExport(clsExport& options, QWidget* parent)
     : QDialog(parent), options_(options), layout_(this), frameLayout_(&Frame1_) {
     setObjectName(QStringLiteral("frmExport"));
     setWindowTitle(QStringLiteral("Export"));
+    modQt::setHelpTopic(*this, "exports.html");
     Frame1_.setObjectName(QStringLiteral("Frame1"));
     Frame1_.setTitle(QStringLiteral("Output Options"));
     optDetail_[0].setText(QStringLiteral("Detailed (shows all files)"));
@@ -19,6 +23,8 @@ frmExport::frmExport(clsExport& options, QWidget* parent)
     }
     QRadioButton& chosen = optDetail_[options.detail == clsExport::summary ? 1 : 0]; // the last choice
     chosen.setChecked(true);
+
+    showFolder();
 
     cmdOK_.setObjectName(QStringLiteral("cmdOK"));
     cmdOK_.setText(QStringLiteral("OK"));
@@ -35,8 +41,35 @@ frmExport::frmExport(clsExport& options, QWidget* parent)
     chosen.setFocus(); // only possible now that it is in the box
 }
 
+void frmExport::showFolder() {
+    constexpr int mostCharacters = 45;
+    const bool isThere = !options_.folder.empty();
+    chkSelectedFolder_.setObjectName(QStringLiteral("chkSelectedFolder"));
+    chkSelectedFolder_.setText(QStringLiteral("Only the Selected Folder"));
+    chkSelectedFolder_.setToolTip(QStringLiteral(
+        "The report covers this folder and everything below it. XML reports always cover everything."));
+    chkSelectedFolder_.setEnabled(isThere);
+    chkSelectedFolder_.setChecked(isThere && options_.onlyFolder);
+    const QString path = isThere ? modQt::shownFolder(options_.folder)
+                                 : QStringLiteral("No folder that was scanned is selected.");
+    lblSelectedFolder_.setObjectName(QStringLiteral("lblSelectedFolder"));
+    lblSelectedFolder_.setTextFormat(Qt::PlainText);
+    lblSelectedFolder_.setText(
+        fontMetrics().elidedText(path, Qt::ElideMiddle, mostCharacters * fontMetrics().averageCharWidth()));
+    lblSelectedFolder_.setToolTip(modQt::tip(path));
+    lblSelectedFolder_.setEnabled(isThere);
+    lblSelectedFolder_.setIndent(style()->pixelMetric(QStyle::PM_IndicatorWidth, nullptr, this) +
+                                 style()->pixelMetric(QStyle::PM_CheckBoxLabelSpacing, nullptr, this));
+    chkSelectedFolder_.setAccessibleDescription(path);
+    frameLayout_.addWidget(&chkSelectedFolder_);
+    frameLayout_.addWidget(&lblSelectedFolder_);
+}
+
 void frmExport::cmdOK_Click() {
     options_.detail = optDetail_[0].isChecked() ? clsExport::detailed : clsExport::summary;
+    if (chkSelectedFolder_.isEnabled()) {
+        options_.onlyFolder = chkSelectedFolder_.isChecked();
+    }
     leave(false);
 }
 

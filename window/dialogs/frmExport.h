@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QButtonGroup>
+#include <QCheckBox>
 #include <QDialog>
 #include <QDialogButtonBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -26,6 +28,7 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    void showFolder();
     void cmdOK_Click();
     void cmdCancel_Click();
     void leave(bool cancelled);
@@ -35,6 +38,8 @@ private:
     QGroupBox Frame1_;
     QVBoxLayout frameLayout_;
     std::array<QRadioButton, 2> optDetail_; // 0: detailed, 1: summary
+    QCheckBox chkSelectedFolder_;
+    QLabel lblSelectedFolder_; // its path, or that there is none
     QDialogButtonBox buttons_;
     QPushButton cmdOK_;
     QPushButton cmdCancel_;

@@ -3,12 +3,14 @@
 #include <QLabel>
 #include <memory>
 
+#include "widgets/helpTopic.h"
 #include "widgets/qtText.h"
 
 frmProperties::frmProperties(const PropertyRows& rows, QWidget* parent) : QDialog(parent), layout_(this) {
     constexpr int longestLine = 60; // in average characters; longer paths are wrapped
     setObjectName(QStringLiteral("frmProperties"));
     setWindowTitle(QStringLiteral("Properties"));
+    modQt::setHelpTopic(*this, "files.html");
     for (const auto& [name, value] : rows) {
         auto text = std::make_unique<QLabel>(modQt::shownText(value));
         text->setObjectName(QString::fromStdString(name));

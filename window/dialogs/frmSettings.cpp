@@ -13,6 +13,7 @@
 #include "platform/runtimeError.h"
 #include "widgets/filesList.h"
 #include "widgets/groupLists.h"
+#include "widgets/helpTopic.h"
 #include "widgets/qtText.h"
 
 using modSettings::Key;
@@ -67,6 +68,7 @@ struct frmSettings::Page {
 frmSettings::frmSettings(SettingsSheet& sheet, clsDialogs& dialogs, QWidget* parent)
     : QDialog(parent), sheet_(sheet), dialogs_(dialogs), layout_(this) {
     setObjectName(QStringLiteral("frmSettings"));
+    modQt::setHelpTopic(*this, "settings.html");
     setWindowTitle(QStringLiteral("Settings"));
     tabs_.setObjectName(QStringLiteral("settingTabs"));
     const int side = style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, this);

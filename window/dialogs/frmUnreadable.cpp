@@ -14,6 +14,7 @@
 #include "base/clsFile.h"
 #include "platform/paths.h"
 #include "scan/figureGaps.h"
+#include "widgets/helpTopic.h"
 #include "widgets/lvsort.h"
 
 namespace {
@@ -89,6 +90,7 @@ frmUnreadable::frmUnreadable(QWidget* parent)
     : QDialog(parent), layout_(this), lvwUnreadable_(listColumns, &images_) {
     setObjectName(QStringLiteral("frmUnreadable"));
     setWindowTitle(QStringLiteral("Unreadable Folders"));
+    modQt::setHelpTopic(*this, "trouble.html");
     for (std::size_t i = 0; i < groupPictures.size(); ++i) {
         images_.add(QString::number(i), style()->standardIcon(groupPictures.at(i), nullptr, this));
     }

@@ -12,6 +12,7 @@
 
 #include "platform/environment.h"
 #include "platform/runtimeError.h"
+#include "widgets/helpTopic.h"
 #include "window/dialogs/fileFilter.h"
 #include "window/dialogs/frmAbout.h"
 #include "window/dialogs/frmExport.h"
@@ -30,15 +31,23 @@ public:
 };
 
 int showBox(QWidget* parent, const QString& text, QMessageBox::Icon icon,
-            QMessageBox::StandardButtons buttons, const QString& subject = {}) {
+            QMessageBox::StandardButtons buttons, const QString& subject = {},
+            QMessageBox::StandardButton onEnter = QMessageBox::NoButton) {
     const PlainPointer pointer;
     QMessageBox box(icon, QStringLiteral("Spannory"), text, buttons, parent);
+    modQt::setHelpTopic(box, "trouble.html");
     box.setTextFormat(Qt::PlainText);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse);
     box.setInformativeText(subject);
+    box.setDefaultButton(onEnter);
     // Which the box would take for markup if it looks like it; not in every version of Qt.
     if (auto* label = box.findChild<QLabel*>(QStringLiteral("qt_msgbox_informativelabel"))) {
         label->setTextFormat(Qt::PlainText);
+        // It would be as narrow as a short text above it.
+        constexpr int mostCharacters = 90;
+        const QFontMetrics metrics = label->fontMetrics();
+        label->setMinimumWidth(std::min(metrics.horizontalAdvance(subject) + metrics.averageCharWidth(),
+                                        mostCharacters * metrics.averageCharWidth()));
     }
     return box.exec();
 }
@@ -54,8 +63,13 @@ void QtDialogs::messageAbout(const QString& text, const QString& subject) {
 }
 
 bool QtDialogs::ask(const QString& text) {
-    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No) ==
-           QMessageBox::Yes;
+    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, {},
+                   QMessageBox::Yes) == QMessageBox::Yes;
+}
+
+bool QtDialogs::confirm(const QString& text, const QString& subject) {
+    return showBox(parent_, text, QMessageBox::Question, QMessageBox::Yes | QMessageBox::No, subject,
+                   QMessageBox::No) == QMessageBox::Yes;
 }
 
 void QtDialogs::properties(const PropertyRows& rows) {
@@ -96,6 +110,7 @@ bool QtDialogs::startProgramOf(const std::string& path) {
 std::string QtDialogs::chooseFile(const FileRequest& request, bool saves) {
     const std::vector<FileFilter> filters = fileFilters(request.filter);
     QFileDialog dialog(parent_);
+    modQt::setHelpTopic(dialog, "exports.html");
     dialog.setAcceptMode(saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);

@@ -12,6 +12,7 @@ public:
     void message(const QString& text) override;
     void messageAbout(const QString& text, const QString& subject) override;
     [[nodiscard]] bool ask(const QString& text) override;
+    [[nodiscard]] bool confirm(const QString& text, const QString& subject) override;
     void properties(const PropertyRows& rows) override;
     void about() override;
     void exportOptions(clsExport& options) override;

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QScreen>
 #include <QShortcut>
 #include <QSignalBlocker>
 #include <QTreeWidgetItemIterator>
@@ -28,7 +29,7 @@ frmHelp::frmHelp(QString folder, QWidget* parent) : QMainWindow(parent), folder_
     setObjectName(QStringLiteral("frmHelp"));
     setWindowTitle(QStringLiteral("Spannory Help"));
     setAttribute(Qt::WA_QuitOnClose, false);
-    resize(880, 620);
+    resize(QSize(880, 620).boundedTo(screen()->availableSize() * 0.9));
 
     buildToolbar();
     buildContents();

@@ -17,22 +17,45 @@ QString pagesFolder() {
     return QFileInfo(beside).isDir() ? beside : modQt::nativePath(platform::shareFolder() + "help\\");
 }
 
+std::string compiledHelp() {
+    return modGlobal::addBackslash(platform::executableFolder()) + "spannory.chm";
+}
+
+void bringToFront(frmHelp& help) {
+    help.setWindowState(help.windowState() & ~Qt::WindowMinimized);
+    help.show();
+    help.raise();
+    help.activateWindow();
+}
+
 } // namespace
 
 HelpCommand::HelpCommand(const QWidget& window) : window_(window) {}
 
 HelpCommand::~HelpCommand() = default;
 
-void HelpCommand::showHelp() {
-    const std::string file = modGlobal::addBackslash(platform::executableFolder()) + "spannory.chm";
-    if (platform::showCompiledHelp(window_.winId(), file)) {
-        return;
-    }
+frmHelp& HelpCommand::helpWindow() {
     if (!helpWindow_) {
         helpWindow_ = std::make_unique<frmHelp>(pagesFolder());
     }
-    helpWindow_->setWindowState(helpWindow_->windowState() & ~Qt::WindowMinimized);
-    helpWindow_->show();
-    helpWindow_->raise();
-    helpWindow_->activateWindow();
+    return *helpWindow_;
+}
+
+void HelpCommand::showHelp() {
+    if (!platform::showCompiledHelp(window_.winId(), compiledHelp())) {
+        bringToFront(helpWindow());
+    }
+}
+
+void HelpCommand::showTopic(const QString& page, QWidget& over) {
+    if (platform::showCompiledHelp(over.winId(), compiledHelp(), page.toStdString())) {
+        return;
+    }
+    auto* help = over.findChild<frmHelp*>(QString(), Qt::FindDirectChildrenOnly);
+    if (help == nullptr) {
+        help = over.isModal() ? std::make_unique<frmHelp>(pagesFolder(), &over).release() // the dialog's
+                              : &helpWindow();
+    }
+    help->showPage(page);
+    bringToFront(*help);
 }

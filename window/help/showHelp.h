@@ -1,11 +1,12 @@
 #pragma once
 
+#include <QString>
 #include <QWidget>
 #include <memory>
 
 class frmHelp;
 
-// The command that shows the help's contents.
+// The command that shows the help.
 class HelpCommand {
 public:
     // The window for which help is shown; not owned.
@@ -19,7 +20,13 @@ public:
     // help window reports a missing file.
     void showHelp();
 
+    // The same for one page, over this window. While it is modal, the help window is its own, because the
+    // other one would take no input.
+    void showTopic(const QString& page, QWidget& over);
+
 private:
+    frmHelp& helpWindow();
+
     const QWidget& window_;
     std::unique_ptr<frmHelp> helpWindow_; // created when first needed, then reused
 };

@@ -22,12 +22,14 @@ struct MenuItem {
     const char* caption;
     int icon = PopMenu::noIcon;
     Mark mark = Mark::none;
+    const char* shortcut = "";
+    bool takesShortcut = false; // otherwise the keys are somebody else's
 };
 
-// Odd on purpose: the first View items end in a tab, which leaves their shortcut column empty; two of them
-// have a blank before it; the separators of View have the same key; two items of File have no access key. The
-// chart's two items must stay next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 45> mainMenu{{
+// Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
+// separators of View have the same key; two items of File have no access key. The chart's two items must stay
+// next to each other, bar first, because the commands find one from the other.
+constexpr std::array<MenuItem, 46> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -39,48 +41,50 @@ constexpr std::array<MenuItem, 45> mainMenu{{
     {2, "ExportChartEntire", "&Entire Chart...", 11},
     {2, "ExportChartVisible", "&Visible Portion Only...", 11},
     {1, "Spacer0", "-"},
-    {1, "LoadMDB", "Load from Access Database...", 12},
+    {1, "LoadMDB", "Load from Access Database...", 12, Mark::none, "Ctrl+O", true},
+    {1, "OpenRecent", "Open &Recent"},
     {1, "SettingsSpacer", "-"},
-    {1, "Settings", "&Settings...\tCtrl+,"},
+    {1, "Settings", "&Settings...", PopMenu::noIcon, Mark::none, "Ctrl+,", true},
     {1, "Spacer2", "-"},
-    {1, "ExitApp", "Exit"},
+    {1, "ExitApp", "Exit", PopMenu::noIcon, Mark::none, "Ctrl+Q", true},
     {0, "", "&View"},
     {1, "Refresh", "&Refresh [F5]\t", 13},
-    {1, "CancelScan", "&Cancel Scan \t", 10},
+    {1, "CancelScan", "&Cancel Scan \t", 10, Mark::none, "Esc"},
     {1, "Spacer1", "-"},
-    {1, "ViewBarChart", "&Bar Chart\t", 14, Mark::on},
-    {1, "ViewPieChart", "&Pie Chart\t", 11, Mark::off},
+    {1, "ViewBarChart", "&Bar Chart\t", 14, Mark::on, "Ctrl+1", true},
+    {1, "ViewPieChart", "&Pie Chart\t", 11, Mark::off, "Ctrl+2", true},
     {1, "Spacer1", "-"},
     {1, "ShowOwners", "&File Owners (Slower Scan) \t", 15, Mark::owners},
     {1, "Spacer1", "-"},
     {1, "ExactFigures", "E&xact Figures", PopMenu::noIcon, Mark::exact},
     {1, "UnreadableFolders", "&Unreadable Folders..."},
     {1, "Spacer1", "-"},
-    {1, "GoUp", "Up One &Level\tAlt+Up", 20},
-    {1, "GoBack", "Bac&k\tAlt+Left", 18},
-    {1, "GoForward", "For&ward\tAlt+Right", 19},
+    {1, "GoUp", "Up One &Level", 20, Mark::none, "Alt+Up"},
+    {1, "GoBack", "Bac&k", 18, Mark::none, "Alt+Left"},
+    {1, "GoForward", "For&ward", 19, Mark::none, "Alt+Right"},
     {1, "Spacer1", "-"},
     {1, "TreeSizes", "Sizes in the &Tree", PopMenu::noIcon, Mark::off},
     {0, "Item", "&Item"},
-    {1, "ItemOpen", "&Open\tEnter"},
-    {1, "ItemShow", "&Show in File Manager\tCtrl+Enter"},
-    {1, "ItemCopyPath", "Copy Pat&h\tCtrl+Shift+C"},
-    {1, "ItemProperties", "&Properties\tAlt+Enter"},
+    {1, "ItemOpen", "&Open", PopMenu::noIcon, Mark::none, "Enter"},
+    {1, "ItemShow", "&Show in File Manager", PopMenu::noIcon, Mark::none, "Ctrl+Enter"},
+    {1, "ItemCopyPath", "Copy Pat&h", PopMenu::noIcon, Mark::none, "Ctrl+Shift+C"},
+    {1, "ItemProperties", "&Properties", PopMenu::noIcon, Mark::none, "Alt+Enter"},
     {1, "ItemScanAgain", "Scan &Again"},
     {1, "ItemTrashSpacer", "-"},
-    {1, "ItemTrash", "&Move to Trash...\tDel"},
+    {1, "ItemTrash", "&Move to Trash...", PopMenu::noIcon, Mark::none, "Del"},
     {0, "", "&Help"},
-    {1, "HelpContents", "&Contents", 16},
+    {1, "HelpContents", "&Contents", 16, Mark::none, "F1"},
     {1, "HelpSpacer0", "-"},
     {1, "HelpAbout", "&About", 17},
 }};
 
 const QString exactFigures = QStringLiteral("ExactFigures");
+constexpr std::string_view openRecent = "OpenRecent";
 
 // Odd on purpose: the keys are also used in the main menu; clicks here go to another handler.
 constexpr std::array<MenuItem, 3> listMenu{{
     {0, "ExportExcel", "&Export Entire List to Excel", 7},
-    {0, "ExportText", "&Copy Entire List to Clipboard", 6},
+    {0, "ExportText", "&Copy Entire List to Clipboard", 6, Mark::none, "Ctrl+C"},
     {0, "ItemSpacer", "-"},
 }};
 
@@ -109,7 +113,10 @@ void addItems(PopMenu& menu, std::span<const MenuItem> items, const clsSettings&
                                         .parentIndex = parents.at(item.level),
                                         .iconIndex = item.icon,
                                         .checked = checked,
-                                        .key = QString::fromUtf8(item.key)});
+                                        .key = QString::fromUtf8(item.key),
+                                        .shortcut = QString::fromUtf8(item.shortcut),
+                                        .takesShortcut = item.takesShortcut,
+                                        .opensMenu = item.key == openRecent});
         if (item.mark != Mark::none) {
             menu.setChecked(index, checked);
         }
@@ -155,7 +162,7 @@ void setRowCommandsEnabled(PopMenu& cP, bool enabled) {
     for (int index = 1; index <= cP.count(); ++index) {
         const QString key = cP.itemKey(index);
         if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load")) ||
-            key == exactFigures || key == QStringLiteral("Settings")) {
+            key == exactFigures || key == QStringLiteral("Settings") || key.toStdString() == openRecent) {
             cP.setEnabled(index, enabled);
         }
     }

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QWidget>
+#include <algorithm>
 
 #include "widgets/systemIcons.h"
 
@@ -14,6 +15,17 @@ struct PopMenu::Item {
     QAction action;
     std::unique_ptr<QMenu> menu; // its submenu, once it has items
 };
+
+namespace {
+
+// A menu puts what stands behind a tab into its shortcut column.
+QString textOf(const PopMenu::NewItem& facts) {
+    constexpr QChar tab = u'\t';
+    const bool hasTab = facts.shortcut.isEmpty() || facts.caption.endsWith(tab);
+    return facts.caption + (hasTab ? QString() : QString(tab)) + facts.shortcut;
+}
+
+} // namespace
 
 PopMenu::PopMenu(QObject* parent) : QObject(parent) {}
 
@@ -38,7 +50,11 @@ int PopMenu::addItem(const NewItem& facts) {
     if (facts.caption == QStringLiteral("-")) {
         added.action.setSeparator(true);
     } else {
-        added.action.setText(facts.caption);
+        added.action.setText(textOf(facts));
+    }
+    if (facts.takesShortcut) {
+        added.action.setShortcut(QKeySequence(facts.shortcut));
+        added.action.setAutoRepeat(false);
     }
     added.action.setStatusTip(facts.helpText);
     added.action.setData(facts.itemData);
@@ -57,6 +73,9 @@ int PopMenu::addItem(const NewItem& facts) {
     if (parent != nullptr) {
         menuOf(*parent).addAction(&added.action);
     }
+    if (facts.opensMenu) {
+        menuOf(added);
+    }
     return index;
 }
 
@@ -74,6 +93,13 @@ int PopMenu::parentIndex(int index) const {
 
 QAction& PopMenu::action(int index) const {
     return item(index).action;
+}
+
+int PopMenu::indexOf(const QString& key) const {
+    const auto found = std::find_if(items_.begin(), items_.end(), [&](const auto& each) {
+        return each->key.compare(key, Qt::CaseInsensitive) == 0;
+    });
+    return found == items_.end() ? 0 : static_cast<int>(found - items_.begin()) + 1;
 }
 
 bool PopMenu::isChecked(int index) const {

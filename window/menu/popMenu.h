@@ -31,8 +31,7 @@ public:
 
     // The properties of a new item.
     struct NewItem {
-        // In QAction's form: "&" before the access key; text after a tab goes to the shortcut column. "-"
-        // makes a separator.
+        // In QAction's form, with "&" before the access key; it may end in a tab. "-" makes a separator.
         QString caption;
         QString helpText = {}; // for the status bar
         int itemData = 0;      // not used here
@@ -41,6 +40,9 @@ public:
         bool checked = false;
         bool enabled = true;
         QString key = {};
+        QString shortcut = {};      // shown beside the caption
+        bool takesShortcut = false; // the keys run the item, wherever the focus is in the window
+        bool opensMenu = false;     // also if nothing is added to it here
     };
 
     // Appends an item to its parent, which from then on opens its items, and returns its index.
@@ -51,6 +53,10 @@ public:
     [[nodiscard]] QString itemKey(int index) const; // as added
     [[nodiscard]] int parentIndex(int index) const;
     [[nodiscard]] QAction& action(int index) const;
+    // The first item with this key, ignoring case; 0 for none.
+    [[nodiscard]] int indexOf(const QString& key) const;
+    // The submenu of an item that opens one. Others may fill it with actions of their own.
+    [[nodiscard]] QMenu& menu(int index) { return menuOf(item(index)); }
 
     // The check mark. Clicks do not change it; the handler sets it. An item becomes checkable when its mark
     // is first set, to either state.

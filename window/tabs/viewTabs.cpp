@@ -7,6 +7,7 @@
 #include "tree/nodeKeys.h"
 #include "views/chartTip.h"
 #include "views/folderFigures.h"
+#include "widgets/helpTopic.h"
 #include "widgets/lvsort.h"
 #include "widgets/qtText.h"
 
@@ -59,6 +60,10 @@ void ViewTabs::layOut() {
     lvwF_.setAccessibleName(QStringLiteral("Files and folders"));
     lvwT_.setAccessibleName(QStringLiteral("File types"));
     lvwU_.setAccessibleName(QStringLiteral("Owners"));
+    modQt::setHelpTopic(chartPage_, "chart.html");
+    modQt::setHelpTopic(lvwF_, "files.html");
+    modQt::setHelpTopic(lvwT_, "types.html");
+    modQt::setHelpTopic(lvwU_, "owners.html");
     lvwF_.setSelectionMode(QAbstractItemView::ExtendedSelection);
     for (const ListTab& tab : listTabs_) {
         tab.list.setFrameShape(QFrame::NoFrame); // the tabs already have a frame

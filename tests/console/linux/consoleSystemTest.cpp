@@ -60,7 +60,7 @@ TEST_F(Console, takesNoOtherFolderForOneThatIsGone) {
     const Outcome outcome = run(". --text report.csv --quiet");
     fs::current_path(before);
     EXPECT_EQ(outcome.status, 1);
-    EXPECT_TRUE(holds(outcome.errors, "Path not found: the current folder")) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.errors, "The current folder is gone.")) << outcome.errors;
     EXPECT_FALSE(fs::exists("/report.csv"));
 }
 
@@ -322,7 +322,7 @@ TEST_F(Console, tellsWhenTheScanCannotBeStored) {
     for (const char* left : {"tree/a: not scanned", "x.html: not written", "x.mdb: not written"}) {
         EXPECT_TRUE(holds(outcome.errors, left)) << outcome.errors;
     }
-    EXPECT_TRUE(holds(outcome.errors, "Not enough space on disk")) << outcome.errors;
+    EXPECT_TRUE(holds(outcome.errors, "The disk is full")) << outcome.errors;
     EXPECT_EQ(run("%T").status, 0);
 }
 
@@ -337,6 +337,40 @@ TEST_F(Console, tellsWhenTooManyFilesAreOpen) {
     }
     EXPECT_TRUE(holds(errors, "tree: Too many open files")) << errors;
     EXPECT_FALSE(holds(errors, "Folder not found")) << errors;
+}
+
+// For input and errors; if there is one.
+void takeAsTerminal(int terminal) {
+    if (terminal >= 0) {
+        ::dup2(terminal, STDIN_FILENO);
+        ::dup2(terminal, STDERR_FILENO);
+    }
+}
+
+TEST_F(Console, overwritesOnlyWhenToldSo) {
+    const std::string app = folder.typed("app");
+    const std::string report = folder.typed("report.csv");
+    const std::string scanned = folder.typed("tree");
+    for (const auto& [answer, overwrites] :
+         {std::pair("\n", false), {"n\n", false}, {" y\n", false}, {"y\n", true}, {"YES\n", true}}) {
+        folder.write("report.csv", "old");
+        const Terminal terminal(answer);
+        if (terminal.descriptor() < 0) {
+            GTEST_SKIP() << "no terminal can be opened, as in a chroot without /dev/pts";
+        }
+        const pid_t child = ::fork();
+        if (child == 0) {
+            takeAsTerminal(terminal.descriptor());
+            ::dup2(::open("/dev/null", O_WRONLY), STDOUT_FILENO); // NOLINT
+            ::execl(program.c_str(), "spannory-scan", "--app-folder", app.c_str(), "--text", report.c_str(),
+                    scanned.c_str(), nullptr); // NOLINT
+            ::_exit(127);
+        }
+        int status = 0;
+        ::waitpid(child, &status, 0);
+        EXPECT_EQ(status == 0, overwrites) << answer << terminal.shown();
+        EXPECT_EQ(folder.read("report.csv") != "old", overwrites) << answer;
+    }
 }
 
 // Runs the program as a child whose output is a full pipe, so that it blocks at its first table.
@@ -376,14 +410,6 @@ protected:
         return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     }
 
-    // For input and errors; if there is one.
-    static void takeAsTerminal(int terminal) {
-        if (terminal >= 0) {
-            ::dup2(terminal, STDIN_FILENO);
-            ::dup2(terminal, STDERR_FILENO);
-        }
-    }
-
     // True once the child blocks in a write call to its standard output.
     static bool sleepsInWrite(pid_t child) {
         std::ifstream call("/proc/" + std::to_string(child) + "/syscall");
@@ -418,7 +444,8 @@ TEST_F(ConsoleSignals, leaveACompleteFileThatMightHaveBeenReplaced) {
     EXPECT_EQ(signalled(SIGINT, "--quiet=false", terminal.descriptor()), 130);
     EXPECT_EQ(folder.read("cancelled.csv"), "complete");
     const std::string shown = terminal.shown();
-    EXPECT_TRUE(holds(shown, "Overwrite existing file? [y/N] ")) << shown;
+    EXPECT_TRUE(holds(shown, "Overwrite existing file? " + folder.typed("cancelled.csv") + " (")) << shown;
+    EXPECT_TRUE(holds(shown, "M, 8 bytes) [y/N] ")) << shown;
     EXPECT_TRUE(holds(shown, "not replaced, because the scan was cancelled (use --force)")) << shown;
 }
 

@@ -30,8 +30,9 @@ TEST_F(FullDisk, costsNoFileThatWasThere) {
             SCOPED_TRACE(writer.name + " " + name);
             userInterface.messages.clear();
             writer.write(folder.typed(name));
-            EXPECT_THAT(userInterface.messages,
-                        ElementsAre(HasSubstr("61 Disk full: " + folder.typed(name))));
+            EXPECT_THAT(
+                userInterface.messages,
+                ElementsAre(HasSubstr("61 The disk is full: " + folder.typed(name) + " was not written.")));
             EXPECT_EQ(folder.read("report"), old);
             EXPECT_EQ(std::distance(fs::directory_iterator(folder.path()), {}), 3);
         }

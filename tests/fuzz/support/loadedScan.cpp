@@ -53,7 +53,8 @@ std::string benignPage(int rows, bool exact, bool withOwner) {
     }
     scan.settings.setExact(exact);
     scan.settings.setGetOwnerInfo(withOwner);
-    const clsExport options{clsExport::detailed};
+    clsExport options;
+    options.detail = clsExport::detailed;
     return written({scan.working.database(), scan.userInterface, scan.settings, options}, ReportFormat::html,
                    modExport::writeHtmlReport)
         .first;
@@ -136,7 +137,8 @@ void LoadedScan::requireSoundReports(std::int32_t detail, bool withWorkbook) {
         once = benignPage(1, exact, withOwner);
         twice = benignPage(2, exact, withOwner);
     }
-    const clsExport options{detail};
+    clsExport options;
+    options.detail = detail;
     const modExport::ReportContext context{working.database(), userInterface, settings, options,
                                            modSavedScan::scannedFolders};
     const auto [page, pageRows] = written(context, ReportFormat::html, modExport::writeHtmlReport);

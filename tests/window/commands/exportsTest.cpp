@@ -1,12 +1,15 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <QCheckBox>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QProgressBar>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <algorithm>
 #include <filesystem>
 
 #include "platform/files.h"
@@ -33,7 +36,11 @@ protected:
     void answerOptions(const char* button, const char* option = "") {
         dialogs.setExportOptions = [this, button, option](frmExport& box) {
             offered = box.findChild<QRadioButton*>(QStringLiteral("optDetail1"))->isChecked() ? 2 : 1;
-            if (auto* choice = box.findChild<QRadioButton*>(QString::fromUtf8(option))) {
+            const auto& only = *box.findChild<QCheckBox*>(QStringLiteral("chkSelectedFolder"));
+            offeredFolder =
+                (only.isEnabled() ? "" : "grey ") + std::string(only.isChecked() ? "only " : "") +
+                box.findChild<QLabel*>(QStringLiteral("lblSelectedFolder"))->toolTip().toStdString();
+            if (auto* choice = box.findChild<QAbstractButton*>(QString::fromUtf8(option))) {
                 choice->click();
             }
             if (*button == '\0') {
@@ -67,6 +74,7 @@ protected:
     }
 
     int offered = 0; // the choice shown in the options box: 1 detailed, 2 summary
+    std::string offeredFolder;
 };
 
 TEST_F(Exports, writeTheReportThatTheOptionsAskFor) {
@@ -151,6 +159,50 @@ TEST_F(Exports, keepTheirOptionsFromOneToTheNext) {
     EXPECT_THAT(dialogs.messages, IsEmpty());
 }
 
+TEST_F(Exports, coverOnlyTheSelectedFolderOnDemand) {
+    openOnTree();
+    const std::string a = tree.typed("a");
+    const std::string b = tree.typed("b");
+    const struct {
+        const char* selected;
+        const char* button; // empty: the title bar
+        const char* clicked;
+        std::string offered;
+        std::vector<std::string> holds; // of the files; none if nothing is written
+    } steps[] = {
+        {"a", "cmdOK", "", a, {"big.bin", "x.txt", "note.txt", "own.txt"}},
+        {"a", "cmdOK", "chkSelectedFolder", a, {"big.bin", "x.txt"}},
+        {"b", "cmdOK", "", "only " + b, {"note.txt"}},
+        {"b", "cmdOK", "optDetail1", "only " + b, {}},
+        {"b", "cmdOK", "optDetail0", "only " + b, {"note.txt"}},
+        {"a", "cmdCancel", "chkSelectedFolder", "only " + a, {}},
+        {nullptr,
+         "cmdOK",
+         "",
+         "grey No folder that was scanned is selected.",
+         {"big.bin", "x.txt", "note.txt", "own.txt"}},
+        {"a", "", "chkSelectedFolder", "only " + a, {"big.bin", "x.txt"}},
+        {"a", "cmdOK", "chkSelectedFolder", "only " + a, {"big.bin", "x.txt", "note.txt", "own.txt"}},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(&step - steps);
+        if (step.selected == nullptr) {
+            control<FolderTree>("tvw").setCurrentIndex({});
+        } else {
+            click(key(step.selected));
+        }
+        answerOptions(step.button, step.clicked);
+        std::filesystem::remove(application / "x.csv");
+        save("ExportText", output("x.csv"));
+        EXPECT_EQ(offeredFolder, step.offered);
+        const std::string report = isThere("x.csv") ? application.read("x.csv") : "";
+        for (const char* file : {"big.bin", "x.txt", "note.txt", "own.txt"}) {
+            const bool expected = std::find(step.holds.begin(), step.holds.end(), file) != step.holds.end();
+            EXPECT_EQ(report.find(file) != std::string::npos, expected) << file;
+        }
+    }
+}
+
 TEST_F(Exports, endSilentlyWhenThePersonDoesNotGoOn) {
     openOnTree();
     application.write("there", "old");
@@ -163,6 +215,8 @@ TEST_F(Exports, endSilentlyWhenThePersonDoesNotGoOn) {
             dialogs.answer = false;
             save(each, output("there"));
             EXPECT_THAT(dialogs.questions, ElementsAre("Overwrite existing file?"));
+            EXPECT_THAT(dialogs.confirmed.back(),
+                        testing::MatchesRegex(output("there") + " \\(.*/.* .*M, 3 bytes\\)"));
             EXPECT_EQ(application.read("there"), "old");
             dialogs.answer = true;
             save(each, output("main.dat"));
@@ -200,8 +254,12 @@ TEST_F(Exports, tellWhyTheyFailAndGoOn) {
             continue; // no file is always full here
         }
         SCOPED_TRACE(each.file);
+        dialogs.subjects.clear();
         save(each.command, each.file);
         EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr(each.message)));
+        const std::string reason =
+            dialogs.messages[0] + (dialogs.subjects.empty() ? "" : dialogs.subjects[0]);
+        EXPECT_THAT(reason, HasSubstr(": " + each.file + " was not "));
         EXPECT_THAT(application.read("errorLog.txt"), Not(IsEmpty()));
         EXPECT_THAT(query("select count(*) from details"), ElementsAre("8"));
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
@@ -268,6 +326,7 @@ TEST_F(Exports, showTheirProgressAndAskBeforeALargeReportIsOpened) {
     dialogs.answer = false;
     save("ExportText", output("x.csv"));
     EXPECT_TRUE(shown.contains(prg.maximum()));
+    EXPECT_THAT(dialogs.confirmed, IsEmpty()) << "nothing is lost";
     EXPECT_THAT(
         dialogs.questions,
         ElementsAre("The file was saved successfully, but it may take a while to open.  Do you want to "

@@ -107,14 +107,29 @@ TEST_F(Dialogs, messagesNameWhatTheyAreAboutBelowTheirText) {
 }
 
 TEST_F(Dialogs, questionsAreYesOnlyWhenYesIsChosen) {
-    const std::pair<std::function<void(QMessageBox&)>, bool> answers[] = {
-        {[](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); }, true},
-        {[](QMessageBox& box) { box.button(QMessageBox::No)->click(); }, false},
-        {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }, false},
+    const QString text = QStringLiteral("Overwrite existing file?");
+    const QString subject = QStringLiteral("/srv/<b>report</b>.html (03/14/2004 09:05:07 PM, 1.5 Kb)");
+    struct Answer {
+        std::function<void(QMessageBox&)> give;
+        bool toAsk;
+        bool toConfirm;
     };
-    for (const auto& [answer, isYes] : answers) {
-        whenShown<QMessageBox>(answer);
-        EXPECT_EQ(dialogs.ask(QStringLiteral("Overwrite existing file?")), isYes);
+    const Answer answers[] = {
+        {[](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); }, true, true},
+        {[](QMessageBox& box) { box.button(QMessageBox::No)->click(); }, false, false},
+        {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Escape); }, false, false},
+        {[](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); }, true, false},
+        {[](QMessageBox& box) { QTest::keyClick(box.focusWidget(), Qt::Key_Space); }, true, false},
+    };
+    for (const Answer& answer : answers) {
+        whenShown<QMessageBox>(answer.give);
+        EXPECT_EQ(dialogs.ask(text), answer.toAsk);
+        whenShown<QMessageBox>([&](QMessageBox& box) {
+            EXPECT_EQ(box.text(), text);
+            EXPECT_EQ(box.informativeText(), subject);
+            answer.give(box);
+        });
+        EXPECT_EQ(dialogs.confirm(text, subject), answer.toConfirm);
     }
 }
 

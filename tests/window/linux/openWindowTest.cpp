@@ -1,6 +1,7 @@
 #include "window/openWindow.h"
 
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QTest>
@@ -16,12 +17,13 @@ using testing::IsEmpty;
 
 class OpenedWindow : public MainWindow {
 protected:
-    std::unique_ptr<frmMain> opened(bool readOnly = false) {
+    std::unique_ptr<frmMain> opened() { return opened(tree.typed()); }
+    std::unique_ptr<frmMain> opened(const std::string& path, bool readOnly = false) {
         dialogs.messages.clear();
         WindowOptions options;
         options.readOnly = readOnly;
         options.applicationFolder = application.typed();
-        options.path = tree.typed();
+        options.path = path;
         return openWindow(options, dialogs);
     }
 };
@@ -38,12 +40,42 @@ TEST_F(OpenedWindow, scansThePathOfTheCommandLine) {
 
 TEST_F(OpenedWindow, staysReadOnlyIfTheCommandLineSaysSo) {
     makeTree();
-    window = opened(true);
+    window = opened(tree.typed(), true);
     ASSERT_TRUE(window);
     window->settings().setReadOnly(false);
     EXPECT_TRUE(window->settings().readOnly());
     window->close();
     EXPECT_EQ(settingsFile().find("readOnly"), std::string::npos) << "it holds for this run only";
+}
+
+TEST_F(OpenedWindow, loadsTheSavedScanOfTheCommandLine) {
+    openOnTree();
+    dialogs.file = tree.typed("saved.mdb");
+    command("ExportMDB");
+    close();
+    fs::create_symlink("saved.mdb", tree / "link");
+    ASSERT_EQ(::mkfifo((tree / "pipe.mdb").c_str(), S_IRUSR | S_IWUSR), 0);
+    const struct {
+        std::string path;
+        const char* items;
+        const char* message;
+    } cases[] = {
+        {tree.typed("saved.mdb"), "8 items.", ""}, {tree.typed("link"), "8 items.", ""},
+        {tree.typed("own.txt"), "", "own.txt"},    {tree.typed("pipe.mdb"), "", "Directory not found."},
+        {"/dev/zero", "", "Directory not found."},
+    };
+    for (const auto& each : cases) {
+        SCOPED_TRACE(each.path);
+        window = opened(each.path);
+        ASSERT_TRUE(window);
+        QApplication::processEvents();
+        EXPECT_EQ(panel(1), each.items);
+        EXPECT_EQ(dialogs.messages.size(), *each.message == '\0' ? 0U : 1U);
+        if (!dialogs.messages.empty()) {
+            EXPECT_THAT(dialogs.messages[0], testing::HasSubstr(each.message));
+        }
+        close();
+    }
 }
 
 TEST_F(OpenedWindow, usesNoApplicationFolderThatOthersCanWriteTo) {

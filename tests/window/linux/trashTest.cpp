@@ -55,6 +55,7 @@ TEST_F(Trash, takesFilesAndFoldersOutOfAllTotals) {
     trashRows({"big.bin"});
     EXPECT_THAT(dialogs.questions,
                 ElementsAre("Move " + tree.typed("a/big.bin") + " (2.9 Kb) to the trash?"));
+    EXPECT_EQ(dialogs.confirmed.size(), 1U) << "Enter moves nothing";
     EXPECT_TRUE(isInTrash("big.bin"));
     EXPECT_FALSE(std::filesystem::exists(tree / "a/big.bin"));
     EXPECT_EQ(sizeOf("a"), "10");
