@@ -57,8 +57,8 @@ public:
     [[nodiscard]] bool readOnlyForced() const noexcept { return readOnlyForced_; }
     void forceReadOnly() noexcept { readOnlyForced_ = true; }
 
-    // How many threads read folders ahead of a scan; any negative number for as many as the processors and the
-    // volume suggest.
+    // How many threads read folders ahead of a scan; any negative number for as many as the processors and
+    // the volume suggest.
     static constexpr int mostReaders = 64;
     [[nodiscard]] std::int16_t readers() const noexcept { return readers_; }
     void setReaders(std::int16_t readers) noexcept { readers_ = readers; }

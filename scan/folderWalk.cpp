@@ -37,14 +37,16 @@ FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserIn
 
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
-    mountPoints_ = platform::mountPointsBelow(path);
-    ahead_ = std::make_unique<ReadAhead>(ReadAhead::Walk{
-        readers_, withOwners_,
-        [this](const std::string& folder) { return mountPoints_.empty() || !mountPoints_.contains(folder); },
-        [this] {
-            userInterface_.yieldToEvents();
-            return !search_.CancelScan;
-        }});
+    mountPoints_ = std::make_shared<const platform::PathSet>(platform::mountPointsBelow(path));
+    ahead_ = std::make_unique<ReadAhead>(
+        ReadAhead::Walk{readers_, withOwners_,
+                        [mountPoints = mountPoints_](const std::string& folder) {
+                            return mountPoints->empty() || !mountPoints->contains(folder);
+                        },
+                        [this] {
+                            userInterface_.yieldToEvents();
+                            return !search_.CancelScan;
+                        }});
     trapped([&] { enterFolder(facts); });
     while (depth_ > 0) {
         path_.resize(levels_[depth_ - 1]->pathLength);
@@ -162,12 +164,12 @@ void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFold
 
 // Whether the entry named by path_ is a folder to walk, on this volume.
 bool FolderWalk::isWalked(const platform::FolderEntry& entry) const {
-    return entry.isFolder && (mountPoints_.empty() || !mountPoints_.contains(path_));
+    return entry.isFolder && (mountPoints_->empty() || !mountPoints_->contains(path_));
 }
 
 // Whether the entry named by path_ is a folder that is the root of another volume.
 bool FolderWalk::isOtherVolume(const platform::FolderEntry& entry) const {
-    return !mountPoints_.empty() && mountPoints_.contains(path_) &&
+    return !mountPoints_->empty() && mountPoints_->contains(path_) &&
            (entry.isFolder || platform::folderExists(path_));
 }
 

@@ -77,7 +77,7 @@ private:
     platform::OwnerNames owners_;
     DateTexts accessed_;
     DateTexts modified_;
-    platform::PathSet mountPoints_;
+    std::shared_ptr<const platform::PathSet> mountPoints_; // also kept by the readers
     std::string status_;
     int visits_ = 0; // folders since the throughput was last shown
     std::int64_t unreadableFolders_ = 0;

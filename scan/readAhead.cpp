@@ -8,11 +8,12 @@
 
 namespace {
 
+// As needed, the walk's own thread has a processor too.
 int readerCount(int wanted) {
-    constexpr unsigned mostProcessors = 8;
-    return wanted >= 0
-               ? std::min(wanted, clsSettings::mostReaders)
-               : static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1U, mostProcessors));
+    constexpr int mostProcessors = 8;
+    const auto processors = static_cast<int>(std::thread::hardware_concurrency());
+    return wanted >= 0 ? std::min(wanted, clsSettings::mostReaders)
+                       : std::clamp(processors - 1, 1, mostProcessors);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "scan/readOrder.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -50,12 +51,8 @@ ReadOrder::FolderPtr ReadOrder::choose() {
 }
 
 bool ReadOrder::hasNext() const {
-    for (const FolderPtr& folder : order_) {
-        if (folder->state_ != Folder::State::beingRead) {
-            return true;
-        }
-    }
-    return false;
+    return std::any_of(order_.begin(), order_.end(),
+                       [](const FolderPtr& folder) { return folder->state_ != Folder::State::beingRead; });
 }
 
 void ReadOrder::findSubfolders(Folder& folder) const {

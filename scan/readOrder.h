@@ -101,7 +101,7 @@ private:
 
     void place(const FolderPtr& folder, Place before);
     void unplace(Folder& folder);
-    void drop(Folder& folder);
+    void drop(Folder& top);
     [[nodiscard]] static std::size_t bytesOf(const Folder& folder);
     [[nodiscard]] FolderPtr newFolder();
 

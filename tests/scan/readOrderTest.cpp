@@ -43,18 +43,10 @@ protected:
         return folder;
     }
 
-    [[nodiscard]] std::vector<std::size_t> subfoldersOf(const ReadOrder::Folder& folder) const {
-        std::vector<std::size_t> indexes;
-        for (std::size_t i = 0; i < folder.entries.size(); ++i) {
-            indexes.push_back(i);
-        }
-        return indexes;
-    }
-
     // Everything below the folder in the order of the walk.
     void walk(const FolderPtr& folder, std::vector<std::string>& walked,
               const std::function<void()>& meanwhile) {
-        for (const std::size_t index : subfoldersOf(*folder)) {
+        for (std::size_t index = 0; index < folder->entries.size(); ++index) {
             meanwhile();
             const FolderPtr subfolder = order_.take(*folder, index, true);
             while (ReadOrder::isBeingRead(*subfolder)) {
