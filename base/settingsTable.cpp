@@ -35,7 +35,7 @@ constexpr std::array<Key, 17> table{{
      "Tell .JPG from .&jpg",
      "Counts extensions in upper and in lower case as different file types. Without it, they are one."},
     {application, "readers", "-1", Kind::readers, Topic::scanning, Effect::nextScan, false,
-     "Rea&d ahead with",
+     "Read a&head with",
      "How many threads read folders while others are recorded. More help with network drives, where most of "
      "a scan is waiting. The figures do not depend on it."},
     {application, "getExtensionInfo", "1", Kind::flag, Topic::scanning, Effect::none, false,
