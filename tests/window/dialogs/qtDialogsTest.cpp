@@ -143,6 +143,7 @@ TEST_F(Dialogs, exportOptionsAreTakenFromTheirBox) {
         EXPECT_EQ(options.cancelExport, cancelled);
     }
     whenShown<frmExport>([](frmExport& box) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
         box.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->setFocus();
         auto* const summary = box.findChild<QRadioButton*>(QStringLiteral("optDetail1"));
         summary->setFocus();
