@@ -58,5 +58,5 @@ private:
     bool takesAnyFile_ = false;
     bool isOpening_ = false; // until a folder is shown
     bool isTyped_ = false;
-    std::string missing_;    // the last path that led nowhere
+    std::string missing_; // the last path that led nowhere
 };

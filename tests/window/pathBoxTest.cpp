@@ -55,12 +55,15 @@ TEST_F(PathBoxInWindow, givesTheFocusToWhatItOpened) {
     dialogs.file = application.typed("saved.mdb");
     command("ExportMDB");
     const std::string missing = tree.typed("missing");
+    application.write("words.mdb", "no scan");
     const struct {
         int tab;
         std::string typed;
         const char* focused;
-    } cases[]{{0, tree.typed("a"), "tc"},   {1, tree.typed("b"), "lvwF"}, {2, tree.typed("b"), "lvwT"},
-              {3, tree.typed("a"), "lvwU"}, {1, missing, "txtPath"},      {1, dialogs.file, "lvwF"}};
+    } cases[]{{0, tree.typed("a"), "tc"},   {1, tree.typed("b"), "lvwF"},
+              {2, tree.typed("b"), "lvwT"}, {3, tree.typed("a"), "lvwU"},
+              {1, missing, "txtPath"},      {1, application.typed("words.mdb"), "txtPath"},
+              {1, dialogs.file, "lvwF"}};
     for (const auto& each : cases) {
         tabs().setCurrentIndex(each.tab);
         QTest::keyClick(window->focusWidget(), Qt::Key_L, Qt::ControlModifier);
@@ -76,7 +79,7 @@ TEST_F(PathBoxInWindow, givesTheFocusToWhatItOpened) {
     QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
     for (const int tab : {1, 0}) {
         tabs().setCurrentIndex(tab);
-        QWidget& view = control<QWidget>(tab == 0 ? "tc" : "lvwF");
+        auto& view = control<QWidget>(tab == 0 ? "tc" : "lvwF");
         view.setFocus(Qt::TabFocusReason);
         QApplication::sendEvent(&view, &held);
         EXPECT_EQ(selected(), before) << "Enter may still be down from the path box";
