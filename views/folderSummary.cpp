@@ -31,8 +31,11 @@ modFigures::FolderSummary modFigures::summary(Database& database, std::string_vi
 }
 
 std::string modFigures::summaryText(const FolderSummary& summary) {
-    return modLvw::formatSize(summary.size) + ", " + counted(summary.files, "file", "files") + ", " +
-           counted(summary.folders, "folder", "folders");
+    return modLvw::formatSize(summary.size) + ", " + contentText(summary);
+}
+
+std::string modFigures::contentText(const FolderSummary& summary) {
+    return counted(summary.files, "file", "files") + ", " + counted(summary.folders, "folder", "folders");
 }
 
 double modFigures::fileSize(Database& database, std::string_view path) {

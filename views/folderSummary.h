@@ -25,6 +25,9 @@ struct FolderSummary {
 // "3.2 Kb, 4 files, 1 folder".
 [[nodiscard]] std::string summaryText(const FolderSummary& summary);
 
+// "4 files, 1 folder".
+[[nodiscard]] std::string contentText(const FolderSummary& summary);
+
 // The recorded size of a file, given by its internal path; 0 if it was not scanned.
 [[nodiscard]] double fileSize(Database& database, std::string_view path);
 

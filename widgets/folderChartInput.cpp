@@ -204,7 +204,9 @@ void FolderChart::keyPressEvent(QKeyEvent* event) {
     const bool isUp =
         plain ? key == Qt::Key_Backspace : key == Qt::Key_Up && event->modifiers().testFlag(Qt::AltModifier);
     if (plain && (key == Qt::Key_Enter || key == Qt::Key_Return || key == Qt::Key_Space)) {
-        activateSelected();
+        if (!event->isAutoRepeat()) { // Enter may have gone down in the path box
+            activateSelected();
+        }
     } else if (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && selected_ >= 0) {
         Q_EMIT menuRequested(selected_, mapToGlobal(markOf(selected_).center().toPoint()));
     } else if (isUp ? !up() : !plain || !moveByKey(key)) {

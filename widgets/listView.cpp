@@ -192,6 +192,8 @@ void ListView::keyPressEvent(QKeyEvent* event) {
             Q_EMIT copyRequested();
         }
         event->accept();
+    } else if (event->isAutoRepeat() && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)) {
+        event->accept(); // it may have gone down in the path box
     } else if (const int column = columnOfKey(*event); column > 0 && column <= rows_.columnCount()) {
         if (!event->isAutoRepeat()) {
             Q_EMIT columnClicked(column);

@@ -242,6 +242,7 @@ void frmMain::wire() {
     });
     connect(&opening_, &Opening::folderOpened, this,
             [this](const std::string& key) { recent_.places().add(RecentPlaces::Kind::folder, key); });
+    connect(&opening_, &Opening::typedOpened, &views_, &ViewTabs::takeFocus);
     connect(&bar_, &MessageBar::shownChanged, this, &frmMain::updateEscape);
     connect(&unreadable_, &frmUnreadable::folderChosen, this,
             [this](const std::string& key) { selection_.revealFolder(key); });

@@ -38,8 +38,17 @@ Opening::Opening(Dependencies dependencies) : dependencies_(std::move(dependenci
     connect(&dependencies_.selection, &FolderSelection::folderShown, this, [this](const std::string& key) {
         const bool isRoot = clsFile(key).fullPathNoDrive().empty() &&
                             !dependencies_.selection.holdsLoadedRows(); // which may be another machine's
-        if (std::exchange(isOpening_, false) || isRoot) {
+        const bool isOpened = std::exchange(isOpening_, false);
+        if (isOpened || isRoot) {
             Q_EMIT folderOpened(key);
+        }
+        if (isOpened && isTyped_) {
+            Q_EMIT typedOpened();
+        }
+    });
+    connect(&dependencies_.selection, &FolderSelection::rowsLoaded, this, [this] {
+        if (isOpening_ && isTyped_) {
+            Q_EMIT typedOpened();
         }
     });
 }
@@ -52,12 +61,16 @@ bool Opening::open(std::string_view typedPath) {
     dependencies_.pathBox.setText(
         QString::fromUtf8(typedPath.data(), static_cast<qsizetype>(typedPath.size())));
     missing_.clear();
+    const bool before = std::exchange(isTyped_, false);
     go(typedPath, true);
+    isTyped_ = before;
     return missing_ != typedPath;
 }
 
 void Opening::openTyped() {
+    const bool before = std::exchange(isTyped_, true);
     go(dependencies_.pathBox.takePath(), false);
+    isTyped_ = before;
 }
 
 void Opening::go(std::string_view typedPath, bool takesAnyFile) {

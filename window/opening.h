@@ -43,6 +43,8 @@ public:
 Q_SIGNALS:
     // A path has led to this folder, or it is a drive of this computer.
     void folderOpened(const std::string& key);
+    // What was typed in the path box is shown now, though it may still be scanned.
+    void typedOpened();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -55,5 +57,6 @@ private:
 
     bool takesAnyFile_ = false;
     bool isOpening_ = false; // until a folder is shown
-    std::string missing_;    // the last path that led nowhere
+    bool isTyped_ = false;
+    std::string missing_; // the last path that led nowhere
 };

@@ -151,6 +151,9 @@ TEST_F(ItemMenuTest, tellsPropertiesOfOneAndOfSeveral) {
     EXPECT_THAT(dialogs.shownProperties.back(),
                 testing::IsSupersetOf({Pair("Kind", "Folder"), Pair("Size (scanned)", "3.2 Kb (3,260 bytes)"),
                                        Pair("Contains", "4 files, 3 folders")}));
+    selectRows({"b"});
+    command("ItemProperties");
+    EXPECT_THAT(dialogs.shownProperties.back(), Contains(Pair("Contains", "1 file, 0 folders")));
 }
 
 TEST_F(ItemMenuTest, scansAgainWithoutGoingThere) {

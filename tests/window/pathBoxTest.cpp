@@ -40,10 +40,50 @@ TEST_F(PathBoxInWindow, showsTheFolderOnShowUnlessAnotherIsBeingTyped) {
     duringScan([&] { window->openPath(tree.typed("a/deep")); });
     QTest::keyClick(&pathBox(), Qt::Key_Return);
     EXPECT_EQ(shown(), tree.typed("a/deep"));
+    pathBox().setFocus();
+    QTest::qWait(0); // all of it is selected
+    pathBox().end(false);
     QTest::keyClicks(&pathBox(), QStringLiteral("x"));
     Q_EMIT control<FolderTree>("tvw").nodeClicked(key());
     EXPECT_EQ(shown(), tree.typed("a/deep") + "x");
     EXPECT_THAT(dialogs.messages, IsEmpty());
+}
+
+TEST_F(PathBoxInWindow, givesTheFocusToWhatItOpened) {
+    openActive();
+    window->openPath(tree.typed());
+    dialogs.file = application.typed("saved.mdb");
+    command("ExportMDB");
+    const std::string missing = tree.typed("missing");
+    application.write("words.mdb", "no scan");
+    const struct {
+        int tab;
+        std::string typed;
+        const char* focused;
+    } cases[]{{0, tree.typed("a"), "tc"},   {1, tree.typed("b"), "lvwF"},
+              {2, tree.typed("b"), "lvwT"}, {3, tree.typed("a"), "lvwU"},
+              {1, missing, "txtPath"},      {1, application.typed("words.mdb"), "txtPath"},
+              {1, dialogs.file, "lvwF"}};
+    for (const auto& each : cases) {
+        tabs().setCurrentIndex(each.tab);
+        QTest::keyClick(window->focusWidget(), Qt::Key_L, Qt::ControlModifier);
+        QTest::keyClicks(&pathBox(), QString::fromStdString(each.typed));
+        window->openPath(tree.typed()); // as if it had been dropped meanwhile
+        ASSERT_EQ(window->focusWidget(), &pathBox());
+        pathBox().setText(QString::fromStdString(each.typed));
+        QTest::keyClick(&pathBox(), Qt::Key_Return);
+        EXPECT_EQ(window->focusWidget()->objectName(), QString::fromUtf8(each.focused)) << each.typed;
+    }
+    QTest::keyClick(window->focusWidget(), Qt::Key_Home);
+    const std::string before = selected();
+    QKeyEvent held(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, {}, true);
+    for (const int tab : {1, 0}) {
+        tabs().setCurrentIndex(tab);
+        auto& view = control<QWidget>(tab == 0 ? "tc" : "lvwF");
+        view.setFocus(Qt::TabFocusReason);
+        QApplication::sendEvent(&view, &held);
+        EXPECT_EQ(selected(), before) << "Enter may still be down from the path box";
+    }
 }
 
 // A box of its own, whose folders are made up.

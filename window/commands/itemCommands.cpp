@@ -184,6 +184,12 @@ void ItemCommands::moveToTrash(const Items& items) {
             }
             dependencies_.selection.entriesRemoved(moved);
         }
+        if (!moved.empty()) {
+            dependencies_.userInterface.status(
+                StatusPanel::folder,
+                "Moved to the trash: " +
+                    (moved.size() == 1 ? shown(moved.front()) : std::to_string(moved.size()) + " items"));
+        }
         if (!failures.empty()) {
             dependencies_.userInterface.message("Not moved to the trash:" + failures);
         }

@@ -37,11 +37,6 @@ std::string kindText(const platform::Properties& properties) {
     }
 }
 
-std::string countText(const modFigures::FolderSummary& summary) {
-    return modFormat::formatNumber(static_cast<double>(summary.files), "#,##0") + " files, " +
-           modFormat::formatNumber(static_cast<double>(summary.folders), "#,##0") + " folders";
-}
-
 PropertyRows rowsOfOne(Database* database, const std::string& item) {
     PropertyRows rows;
     rows.emplace_back("Name", platform::displayName(clsFile(item).lastFolder()));
@@ -56,7 +51,7 @@ PropertyRows rowsOfOne(Database* database, const std::string& item) {
         const modFigures::FolderSummary summary = modFigures::summary(*database, item);
         rows.emplace_back("Size (scanned)", summary.isRecorded ? sizeText(summary.size) : "Not scanned yet");
         if (summary.isRecorded) {
-            rows.emplace_back("Contains", countText(summary));
+            rows.emplace_back("Contains", modFigures::contentText(summary));
         }
     }
     if (!properties) {

@@ -28,7 +28,6 @@ frmExport::frmExport(clsExport& options, QWidget* parent)
 
     cmdOK_.setObjectName(QStringLiteral("cmdOK"));
     cmdOK_.setText(QStringLiteral("OK"));
-    cmdOK_.setDefault(true);
     cmdCancel_.setObjectName(QStringLiteral("cmdCancel"));
     cmdCancel_.setText(QStringLiteral("Cancel"));
     buttons_.addButton(&cmdOK_, QDialogButtonBox::ActionRole);
@@ -37,6 +36,7 @@ frmExport::frmExport(clsExport& options, QWidget* parent)
     connect(&cmdCancel_, &QPushButton::clicked, this, &frmExport::cmdCancel_Click);
     layout_.addWidget(&Frame1_);
     layout_.addWidget(&buttons_);
+    cmdOK_.setDefault(true); // in the box, or Cancel stays the default once it had the focus
     layout_.setSizeConstraint(QLayout::SetFixedSize);
     chosen.setFocus(); // only possible now that it is in the box
 }

@@ -152,7 +152,6 @@ void frmSettings::layOutEnd() {
     }
     cmdOK_.setObjectName(QStringLiteral("cmdOK"));
     cmdOK_.setText(QStringLiteral("OK"));
-    cmdOK_.setDefault(true);
     cmdCancel_.setObjectName(QStringLiteral("cmdCancel"));
     cmdCancel_.setText(QStringLiteral("Cancel"));
     cmdDefaults_.setObjectName(QStringLiteral("cmdDefaults"));
@@ -172,6 +171,7 @@ void frmSettings::layOutEnd() {
     layout_.addWidget(&lblFileRemark_);
     layout_.addWidget(&lblComplaint_);
     layout_.addWidget(&buttons_);
+    cmdOK_.setDefault(true); // in the box, or Cancel stays the default once it had the focus
     connect(&cmdShowFile_, &QPushButton::clicked, this, &frmSettings::showFile);
     connect(&cmdDefaults_, &QPushButton::clicked, this, &frmSettings::restoreDefaults);
     connect(&buttons_, &QDialogButtonBox::accepted, this, &frmSettings::accept);

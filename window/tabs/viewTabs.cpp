@@ -129,6 +129,15 @@ const ListView* ViewTabs::activeList() const {
     return active < 1 ? nullptr : &listTabs_.at(static_cast<std::size_t>(active) - 1).list;
 }
 
+void ViewTabs::takeFocus() {
+    const int active = XTab_.currentIndex();
+    if (active < 1) {
+        tc_.setFocus();
+    } else {
+        listTabs_.at(static_cast<std::size_t>(active) - 1).list.setFocus();
+    }
+}
+
 // --- From the rows to the views -------------------------------------------------------------------------
 
 // The key of the selected node if it is a folder whose rows can be read; otherwise empty.

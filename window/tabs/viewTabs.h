@@ -46,6 +46,8 @@ public:
     [[nodiscard]] ListView& filesList() noexcept { return lvwF_; }
     // Goes up inside the active view; false if it shows all of the folder.
     bool goUp() { return XTab_.currentWidget() == &chartPage_ && tc_.up(); }
+    // Gives the focus to the active view.
+    void takeFocus();
     // The list on the active tab; null for the chart's tab.
     [[nodiscard]] const ListView* activeList() const;
 

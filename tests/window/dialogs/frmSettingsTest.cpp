@@ -97,6 +97,18 @@ TEST_F(SettingsDialog, everyKeyIsReachedByTabAndByItsAccessKeyFromTopToBottom) {
     }
 }
 
+TEST_F(SettingsDialog, enterStoresAlsoAfterTheFocusWasOnCancel) {
+    open();
+    control<QPushButton>("cmdCancel").setFocus();
+    auto& readOnly = control<QCheckBox>("readOnly");
+    control<QTabWidget>("settingTabs").setCurrentIndex(3);
+    readOnly.setFocus();
+    readOnly.click();
+    QTest::keyClick(&readOnly, Qt::Key_Return);
+    EXPECT_EQ(form->result(), QDialog::Accepted);
+    EXPECT_THAT(folder.read("settings.ini"), HasSubstr("readOnly=1"));
+}
+
 TEST_F(SettingsDialog, storesWhatWasChangedInItAndNothingElse) {
     open("; mine\r\n[APPLICATION_SETTINGS]\r\nreadOnly=0\r\nother=1\r\n");
     control<QCheckBox>("readOnly").click();

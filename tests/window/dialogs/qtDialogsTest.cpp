@@ -142,6 +142,15 @@ TEST_F(Dialogs, exportOptionsAreTakenFromTheirBox) {
         dialogs.exportOptions(options);
         EXPECT_EQ(options.cancelExport, cancelled);
     }
+    whenShown<frmExport>([](frmExport& box) {
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&box));
+        box.findChild<QPushButton*>(QStringLiteral("cmdCancel"))->setFocus();
+        auto* const summary = box.findChild<QRadioButton*>(QStringLiteral("optDetail1"));
+        summary->setFocus();
+        QTest::keyClick(summary, Qt::Key_Return);
+    });
+    dialogs.exportOptions(options);
+    EXPECT_FALSE(options.cancelExport) << "Enter means OK again once the focus has left Cancel";
 }
 
 TEST_F(Dialogs, savedFilesGetTheNameThatIsMeant) {

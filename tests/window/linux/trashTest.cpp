@@ -58,6 +58,7 @@ TEST_F(Trash, takesFilesAndFoldersOutOfAllTotals) {
     EXPECT_EQ(dialogs.confirmed.size(), 1U) << "Enter moves nothing";
     EXPECT_TRUE(isInTrash("big.bin"));
     EXPECT_FALSE(std::filesystem::exists(tree / "a/big.bin"));
+    EXPECT_EQ(panel(3), "Moved to the trash: " + tree.typed("a/big.bin"));
     EXPECT_EQ(sizeOf("a"), "10");
     EXPECT_THAT(rows("lvwF"), ElementsAre(HasSubstr("deep|10 bytes")));
     EXPECT_EQ(stamps(), before) << "what is above stays scanned";
@@ -73,6 +74,7 @@ TEST_F(Trash, takesFilesAndFoldersOutOfAllTotals) {
     EXPECT_EQ(bars(), (std::vector<std::string>{"a=0", "|Files|=50", "b=200"}));
     trashRows({"a", "own.txt"});
     EXPECT_THAT(dialogs.questions.back(), HasSubstr("Move these 2 items (50 bytes) to the trash?"));
+    EXPECT_EQ(panel(3), "Moved to the trash: 2 items");
     EXPECT_EQ(query("select count(*) from details where isFolder=0"), std::vector<std::string>{"1"});
     EXPECT_THAT(dialogs.messages, IsEmpty());
 }
