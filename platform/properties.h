@@ -15,8 +15,11 @@ struct Properties : EntryFacts {
     Kind kind = Kind::file;
     std::int64_t sizeOnDisk = 0; // bytes allocated
     std::string linkTarget;      // as it stands in the link, in the system's form
-    std::string mode;            // "drwxr-xr-x"; on Windows the attributes: "read-only, hidden"
+    std::string mode;            // "drwxr-xr-x"; on Windows the attributes: "read-only, hidden", often none
 };
+
+// What people call the mode.
+extern constinit const std::string_view modeName;
 
 // Reads them from the disk. A folder's path may end in "\". Nothing if that cannot be done.
 [[nodiscard]] std::optional<Properties> propertiesOf(std::string_view internalPath);

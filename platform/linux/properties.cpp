@@ -11,6 +11,8 @@
 
 namespace platform {
 
+constinit const std::string_view modeName = "Mode";
+
 namespace {
 
 constexpr std::int64_t blockBytes = 512; // of st_blocks, whatever the file system's blocks are

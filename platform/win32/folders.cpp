@@ -23,6 +23,19 @@ bool isSamePath(const std::wstring& left, const std::wstring& right) {
                                   static_cast<int>(right.size()), TRUE) == CSTR_EQUAL;
 }
 
+// Without the dots and blanks at the ends of names, which some file systems leave out of a folder's place.
+std::wstring withoutEnds(const std::wstring& path) {
+    std::wstring result;
+    for (const wchar_t c : path) {
+        while (c == L'\\' && (result.ends_with(L'.') || result.ends_with(L' '))) {
+            result.pop_back();
+        }
+        result += c;
+    }
+    result.erase(result.find_last_not_of(L". ") + 1);
+    return result;
+}
+
 // The drive letter and the mount points of a volume, each with a trailing "\".
 std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
     std::vector<std::string> result;
@@ -71,7 +84,10 @@ struct FolderReader::Implementation {
         if (place->volume != startPlace->volume) {
             return ERROR_NOT_SAME_DEVICE;
         }
-        const bool isThere = isSamePath(place->path, startPlace->path + path.substr(start.size()));
+        const std::wstring expected = startPlace->path + path.substr(start.size());
+        // Names that differ only in their ends stand side by side, so neither leads out of the tree.
+        const bool isThere =
+            isSamePath(place->path, expected) || isSamePath(withoutEnds(place->path), withoutEnds(expected));
         return isThere ? DWORD{ERROR_SUCCESS} : DWORD{ERROR_CANT_RESOLVE_FILENAME};
     }
 

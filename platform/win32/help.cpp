@@ -26,9 +26,8 @@ bool showCompiledHelp(std::uintptr_t window, std::string_view internalPath, std:
     if (!page.empty()) {
         place.append(L"::/").append(wide(page));
     }
-    htmlHelp(reinterpret_cast<HWND>(window), place.c_str(), // NOLINT
-             page.empty() ? showTableOfContents : showTopic, 0);
-    return true;
+    return htmlHelp(reinterpret_cast<HWND>(window), place.c_str(), // NOLINT
+                    page.empty() ? showTableOfContents : showTopic, 0) != nullptr;
 }
 
 } // namespace platform

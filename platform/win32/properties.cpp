@@ -7,6 +7,8 @@
 
 namespace platform {
 
+constinit const std::string_view modeName = "Attributes";
+
 namespace {
 
 struct Attribute {
@@ -49,9 +51,9 @@ std::optional<Properties> propertiesOf(std::string_view internalPath) {
     }
     Properties result;
     static_cast<EntryFacts&>(result) = *facts;
-    result.kind = (bits & FILE_ATTRIBUTE_REPARSE_POINT) != 0 ? Properties::Kind::link
-                  : facts->isFolder                          ? Properties::Kind::folder
-                                                             : Properties::Kind::file;
+    result.kind = isLink(path)      ? Properties::Kind::link
+                  : facts->isFolder ? Properties::Kind::folder
+                                    : Properties::Kind::file;
     result.sizeOnDisk = facts->isFolder ? 0 : allocated(path, facts->size);
     result.mode = modeText(bits);
     return result;

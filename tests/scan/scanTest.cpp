@@ -86,7 +86,7 @@ void makeHostileTree(const TemporaryFolder& tree) {
     for (const std::string& name : testSystem::hostileNames()) {
         tree.write("names/" + name, "xy");
     }
-    testSystem::makeFolders(tree / "folders" / testSystem::pathOf(testSystem::hostileNames().at(1)));
+    tree.write("folders/" + testSystem::hostileNames().at(1) + "/in", "xyz");
     tree.write("docs/Report.TXT", std::string(1000, 'x'));
     tree.write("docs/.profile", "p");
     tree.write("docs/dot.", "d");

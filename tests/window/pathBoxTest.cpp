@@ -135,7 +135,7 @@ TEST_F(Completion, offersFoldersThatBeginAsTyped) {
         type(each.typed);
         EXPECT_EQ(offered(), each.offered) << each.typed;
     }
-    for (const char* typed : {"home", "/home/anna", "/home/x", "/nowhere/a"}) {
+    for (const char* typed : {"home", "/home/anton", "/home/x", "/nowhere/a"}) {
         type(typed);
         EXPECT_THAT(offered(100), IsEmpty()) << typed;
     }

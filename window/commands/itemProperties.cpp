@@ -65,7 +65,9 @@ PropertyRows rowsOfOne(Database* database, const std::string& item) {
     rows.emplace_back("Modified", dates.of(properties->modified));
     rows.emplace_back("Accessed", dates.of(properties->accessed));
     rows.emplace_back("Owner", platform::displayName(platform::OwnerNames().ownerOf(item, *properties)));
-    rows.emplace_back("Mode", properties->mode);
+    if (!properties->mode.empty()) {
+        rows.emplace_back(platform::modeName, properties->mode);
+    }
     return rows;
 }
 
