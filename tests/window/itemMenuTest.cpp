@@ -119,7 +119,8 @@ TEST_F(ItemMenuTest, worksByKeysOnWhatIsSelected) {
     selectRows({"a"});
     EXPECT_EQ(copyPath(filesTab()), tree.typed("a"));
     QTest::keyClick(&filesTab(), Qt::Key_Return, Qt::AltModifier);
-    EXPECT_THAT(dialogs.shownProperties, ElementsAre(Contains(Pair("Path", tree.typed("a") + platform::displaySeparator))));
+    EXPECT_THAT(dialogs.shownProperties,
+                ElementsAre(Contains(Pair("Path", tree.typed("a") + platform::displaySeparator))));
 
     selectRows({"a", "b"}); // fewer than two rows copy the whole list
     QTest::keyClick(&filesTab(), Qt::Key_C, Qt::ControlModifier);
