@@ -6,6 +6,7 @@
 #include <limits>
 
 #include "base/clsFile.h"
+#include "db/jetLike.h"
 #include "db/values.h"
 #include "platform/text.h"
 
@@ -74,6 +75,21 @@ std::string modFolderRows::fileIn(std::string_view folder, std::string_view name
 
 std::string modFolderRows::anywhereIn(std::string_view folder) {
     return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
+}
+
+std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view folder) {
+    constexpr double costOfIndex =
+        3; // of a row found by the index, in rows of the table read one after the other
+    constexpr const char* file = " and isFolder=0";
+    if (holdsAll(database, folder)) {
+        return "isFolder=0";
+    }
+    const auto last =
+        database.OpenRecordset("select max(idx) from details"); // at least as many as there are rows
+    const auto found = static_cast<double>(countOf(database, " where " + anywhereIn(folder)));
+    return found * costOfIndex < last->Fields(0).number()
+               ? anywhereIn(folder) + file
+               : "parentFolder Like " + quoted(jetLiteral(folder) + "*") + file;
 }
 
 modFolderRows::RecordedFolder modFolderRows::find(Database& database, std::string_view folder) {

@@ -25,6 +25,9 @@ inline constexpr std::string_view otherVolume = "File Folder (other volume)";
 [[nodiscard]] std::string fileIn(std::string_view folder, std::string_view name);
 // The items in it, at any depth.
 [[nodiscard]] std::string anywhereIn(std::string_view folder);
+// The files in it, at any depth, in the form with which the fewest rows are read: by the index of parent
+// folders, if they are a small part of the table.
+[[nodiscard]] std::string filesAnywhereIn(Database& database, std::string_view folder);
 
 // --- What is recorded of a folder -------------------------------------------------------------------------
 

@@ -6,7 +6,6 @@
 
 #include "base/formatSize.h"
 #include "db/folderRows.h"
-#include "db/jetLike.h"
 #include "db/values.h"
 #include "platform/locale.h"
 
@@ -109,10 +108,8 @@ std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::s
         database,
         "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
         "From details "
-        "WHERE parentFolder Like " +
-            modGlobal::quoted(jetLiteral(key) + "*") +
-            " AND isFolder=0 "
-            "GROUP BY details.owner;",
+        "WHERE " +
+            modFolderRows::filesAnywhereIn(database, key) + " GROUP BY details.owner;",
         "owner");
 }
 

@@ -57,6 +57,24 @@ TEST_F(FolderFigures, tellExtensionsApartByCaseOnlyWhenAsked) {
     EXPECT_THAT(fileTypes(key()), UnorderedElementsAre("TXT|5|1", "txt|4|2"));
 }
 
+// Which rows are read depends on how large a part of the table they are; what they give does not.
+TEST_F(FolderFigures, areTheSameForASmallAndALargePartOfTheTable) {
+    for (const char* folder : {"plain", "a#b", "[x]", "it's", "a%_?*"}) {
+        for (const int others : {0, 1, 100}) {
+            SCOPED_TRACE(folder + std::string(" beside ") + std::to_string(others));
+            search.resetAll();
+            const std::string path = key() + folder;
+            recordFile(path + "\\one.txt", 5, "me");
+            recordFile(path + "\\sub\\two.txt", 7, "me");
+            for (int i = 0; i < others; ++i) {
+                recordFile(path + "beside\\" + std::to_string(i) + ".txt", 1000, "other");
+            }
+            EXPECT_THAT(fileTypes(path + "\\"), ElementsAre("txt|12|2"));
+            EXPECT_THAT(owners(path + "\\"), ElementsAre("me|12|2"));
+        }
+    }
+}
+
 // The chart and the tables make lengths and shares of them.
 TEST_F(FolderFigures, areFiniteWhateverWasRecorded) {
     recordFile("C:\\a.x", HUGE_VAL, "me");
