@@ -34,14 +34,15 @@ ReadOrder::FolderPtr ReadOrder::choose() {
         if (parent.state_ == Folder::State::beingRead) {
             continue;
         }
-        const Folder::Subfolder& subfolder = parent.subfolders_[parent.next_++];
+        const Folder::Subfolder& subfolder = parent.subfolders_[parent.next_];
         FolderPtr chosen = newFolder();
         chosen->path_.append(parent.path_).append(parent.entries[subfolder.index].name).append(1, '\\');
-        chosen->state_ = Folder::State::beingRead;
         chosen->isNew_ = subfolder.isNew;
         chosen->index_ = subfolder.index;
         parent.chosen_.push_back(chosen);
         this->place(chosen, place);
+        chosen->state_ = Folder::State::beingRead; // only now, as nobody reads it if there is no memory
+        ++parent.next_;
         if (parent.next_ == parent.subfolders_.size()) {
             unplace(parent);
         }
@@ -82,6 +83,7 @@ void ReadOrder::finish(const FolderPtr& folder) {
 
 void ReadOrder::giveBack(const FolderPtr& folder) {
     folder->entries.clear();
+    folder->subfolders_.clear();
     folder->state_ = Folder::State::unread;
     unplace(*folder);
 }

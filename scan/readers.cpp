@@ -76,6 +76,21 @@ bool Readers::distribute(std::size_t count, const platform::FolderReader::Work& 
 // --- the threads ------------------------------------------------------------------------------------------
 
 void Readers::run() {
+    bool isOutOfMemory = false;
+    try {
+        readUntilEnd();
+    } catch (...) { // the walk reads what is left to it
+        isOutOfMemory = true;
+    }
+    const Lock lock(mutex_);
+    --running_;
+    if (isOutOfMemory) {
+        limit_ = running_;
+    }
+    done_.notify_all();
+}
+
+void Readers::readUntilEnd() {
     Lock lock(mutex_);
     {
         const std::unique_ptr<platform::FolderReader> reader = pattern_->another();
@@ -98,9 +113,6 @@ void Readers::run() {
         }
         lock.unlock(); // it may have to end a process
     }
-    lock.lock();
-    --running_;
-    done_.notify_all();
 }
 
 bool Readers::doWork(Lock& lock, platform::FolderReader& reader) {

@@ -67,6 +67,7 @@ private:
     };
 
     void run();
+    void readUntilEnd();
     bool doWork(Lock& lock, platform::FolderReader& reader);
     bool doPart(Lock& lock, Job& job, platform::FolderReader& reader);
     bool readNext(Lock& lock, platform::FolderReader& reader);

@@ -130,6 +130,12 @@ struct FolderReader::Implementation {
         if (parts > 0 && !distribute(parts, work)) {
             return EINTR;
         }
+        for (std::size_t part = 0; part < parts; ++part) {
+            if (batch->errors[part] == EAGAIN) { // another reader had no process of its own
+                batch->ask(*guarded, part, part * namesPerPart,
+                           std::min(count - part * namesPerPart, namesPerPart));
+            }
+        }
         const auto failed = std::find_if(batch->errors.begin(), batch->errors.end(),
                                          [](int partError) { return partError != 0; });
         batch->takeUntil(failed == batch->errors.end()
@@ -214,7 +220,7 @@ void FolderReader::setWithOwners(bool /*withOwners*/) {}
 
 bool FolderReader::lacksResources() const {
     const int error = implementation_->error;
-    return error == EMFILE || error == ENFILE || error == ENOMEM;
+    return error == EMFILE || error == ENFILE || error == ENOMEM || error == EAGAIN;
 }
 
 void FolderReader::setGoesOn(std::function<bool()> goesOn) {

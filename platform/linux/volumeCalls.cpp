@@ -257,7 +257,7 @@ int VolumeCalls::ask(char call, const std::string& request, const VolumeProcess:
     const bool isSilent = process_->isWaiting() && process_->silence() >= patience;
     if (isSilent) {
         Processes::all().leaveBehind(volume_, std::move(process_));
-    } else if (process_->isWaiting() || result == EIO) {
+    } else if (process_->isWaiting() || result == EIO || result == EAGAIN) {
         process_.reset();
     }
     return result;

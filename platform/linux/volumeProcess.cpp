@@ -173,7 +173,10 @@ int VolumeProcess::ask(std::string_view request, const Piece& take, const Wait& 
     sent += request;
     isAnswered_ = false;
     lastPiece_ = Clock::now();
-    if (!socket_.isOpen() || !sendAll(socket_.get(), sent)) {
+    if (!socket_.isOpen()) {
+        return EAGAIN;
+    }
+    if (!sendAll(socket_.get(), sent)) {
         return EIO;
     }
     for (auto lastCall = Clock::now(); !isAnswered_;) {

@@ -34,7 +34,8 @@ public:
     VolumeProcess& operator=(const VolumeProcess&) = delete;
 
     // What `serve` returned; ETIMEDOUT if patience ended, ECANCELED if goesOn said no, EIO if the process is
-    // gone. Behind any of these, the process must not be asked again.
+    // gone, EAGAIN if the system had no process or files for it. Behind any of these, the process must not be
+    // asked again.
     int ask(std::string_view request, const Piece& take, const Wait& wait);
 
     // True while a request has no complete answer. Asks, but does not wait.

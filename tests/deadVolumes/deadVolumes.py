@@ -3,6 +3,7 @@
 namespace of its own: deadVolumes.py SERVER PROGRAM [WINDOW_TESTS]. Status 77 (skipped) where that is not allowed."""
 
 import os
+import resource
 import signal
 import subprocess
 import sys
@@ -38,10 +39,13 @@ class Volume:
         subprocess.run(["umount", "--lazy", self.folder], check=True)
 
 
-def scan(app, *arguments, interruptAfter=None):
-    """The program's status, output and errors; its status is None if it had to be killed."""
+def scan(app, *arguments, interruptAfter=None, files=None):
+    """The program's status, output and errors; its status is None if it had to be killed. `files` it may open."""
+    def limit():
+        if files is not None:
+            resource.setrlimit(resource.RLIMIT_NOFILE, (files, files))
     run = subprocess.Popen([PROGRAM, "--app-folder", app, *map(str, arguments)], stdin=subprocess.DEVNULL,
-                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True)
+                           stdout=subprocess.PIPE, stderr=subprocess.PIPE, text=True, preexec_fn=limit)
     try:
         if interruptAfter is not None:
             time.sleep(interruptAfter)
@@ -81,6 +85,8 @@ def tryConsole(folder):
         check("a sound volume", scan(app, mount, "--quiet"), 0)
         check("a sound volume", scan(app, mount), 0, "58.6 Kb", "800 items")
         check("through a link", scan(app, link), 0, "58.6 Kb", "800 items")
+        check("few open files", scan(app, mount, "--readers", 32, "--unreadable", files=14), 0, "58.6 Kb",
+              "All folders were read.")
     with Volume(mount, 1000):
         check("falls silent, Ctrl-C", scan(app, mount, interruptAfter=2), INTERRUPTED, "The scan was cancelled.",
               "300 bytes")

@@ -116,6 +116,25 @@ TEST_F(ReadOrderTest, givesTheWalkEachFolderOnceWhoeverReadsIt) {
     }
 }
 
+TEST_F(ReadOrderTest, forgetsWhatWasReadOfAFolderThatIsGivenBack) {
+    std::filesystem::remove_all(tree_ / "c");
+    std::filesystem::remove_all(tree_ / "d");
+    std::filesystem::remove_all(tree_ / "b");
+    const FolderPtr top = start();
+    const FolderPtr folder = order_.choose();
+    folder->isRead = reader_.read(folder->path(), folder->entries);
+    order_.findSubfolders(*folder);
+    order_.giveBack(folder);
+    std::filesystem::remove_all(tree_ / "a/b");
+    ASSERT_EQ(order_.take(*top, 0, true), folder);
+    ASSERT_TRUE(ReadOrder::isUnread(*folder));
+    read(folder);
+    const FolderPtr subfolder = order_.choose();
+    ASSERT_NE(subfolder, nullptr);
+    EXPECT_EQ(nameOf(*subfolder), "a\\a\\");
+    EXPECT_EQ(order_.choose(), nullptr) << "the one that is gone";
+}
+
 TEST_F(ReadOrderTest, offersOfAFolderThatIsNotNewOnlyWhatWillBeWalked) {
     const FolderPtr top = start(false);
     EXPECT_EQ(order_.choose(), nullptr);
