@@ -131,9 +131,10 @@ std::unique_ptr<VolumeProcess> newProcess() {
 // Processes that are not at work: one that can be asked, and those that still wait for their volume.
 class Processes {
 public:
+    // Never destroyed, as a thread that was left behind may still ask.
     static Processes& all() {
-        static Processes processes;
-        return processes;
+        static auto* const processes = new Processes; // NOLINT(cppcoreguidelines-owning-memory)
+        return *processes;
     }
 
     std::unique_ptr<VolumeProcess> take() {
