@@ -11,7 +11,6 @@
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/profile.h"
-#include "platform/runtimeError.h"
 #include "platform/text.h"
 
 namespace modSettings {
@@ -89,7 +88,7 @@ void addOnPath(Remark& remark, const Key& key, const std::string& value) {
             addOnFile(remark, key, path);
         }
     } catch (const RuntimeError& error) {
-        remark.add(Weight::error, std::string(error.what()) + ".");
+        remark.add(error);
     }
 }
 
@@ -98,6 +97,12 @@ void addOnPath(Remark& remark, const Key& key, const std::string& value) {
 void Remark::add(Weight added, std::string_view sentence) {
     weight = std::max(weight, added);
     text.append(text.empty() ? "" : " ").append(sentence);
+}
+
+// Some descriptions are sentences, others only name the error.
+void Remark::add(const RuntimeError& error) {
+    const std::string description = error.what();
+    add(Weight::error, description.ends_with('.') ? description : description + ".");
 }
 
 Remark remarkOn(const Key& key, std::string_view text) {

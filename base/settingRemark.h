@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "base/settingsTable.h"
+#include "platform/runtimeError.h"
 
 namespace modSettings {
 
@@ -17,6 +18,8 @@ struct Remark {
 
     // Adds sentences; the greater weight counts.
     void add(Weight added, std::string_view sentence);
+    // Adds what the error says.
+    void add(const RuntimeError& error);
 };
 
 // About a text for the key, as a person types it or as settings.ini has it: its form, its length, and of a

@@ -56,6 +56,6 @@ void modDatabase::addRemark(modSettings::Remark& remark, std::string_view text,
             return;
         }
     } catch (const RuntimeError& error) {
-        remark.add(Weight::error, std::string(error.what()) + ".");
+        remark.add(error);
     }
 }

@@ -37,7 +37,6 @@ bool isEngineFile(const std::string& file, std::string_view ending) {
 
 modDatabase::FileKind modDatabase::kindOf(std::string_view path) {
     using namespace std::string_view_literals;
-    constexpr std::string_view start = "SQLite format 3\0"sv;
     constexpr std::size_t versionPosition = 18;           // of the format, for writing and reading
     constexpr std::string_view withoutLog = "\x01\x01"sv; // others cannot be opened without creating files
     constexpr std::string_view noMark = "\0\0\0\0"sv;
@@ -52,7 +51,7 @@ modDatabase::FileKind modDatabase::kindOf(std::string_view path) {
     }
     try {
         const std::string header = platform::readStart(path, markPosition + noMark.size());
-        if (header.size() < markPosition + noMark.size() || !header.starts_with(start) ||
+        if (header.size() < markPosition + noMark.size() || !header.starts_with(databaseStart) ||
             header.compare(versionPosition, withoutLog.size(), withoutLog) != 0) {
             return FileKind::others;
         }

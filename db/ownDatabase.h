@@ -13,6 +13,9 @@ inline constexpr std::size_t markPosition = 68;
 inline constexpr std::string_view workingMark = "SPNY";
 inline constexpr std::string_view savedScanMark = "SPNS";
 
+// How every database of the engine begins.
+inline constexpr std::string_view databaseStart("SQLite format 3\0", 16);
+
 // The functions examine a file (an internal path) that a new working database would replace, without changing
 // it.
 

@@ -38,15 +38,15 @@ FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserIn
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
     mountPoints_ = std::make_shared<const platform::PathSet>(platform::mountPointsBelow(path));
-    ahead_ = std::make_unique<ReadAhead>(
-        ReadAhead::Walk{readers_, withOwners_,
-                        [mountPoints = mountPoints_](const std::string& folder) {
-                            return mountPoints->empty() || !mountPoints->contains(folder);
-                        },
-                        [this] {
-                            userInterface_.yieldToEvents();
-                            return !search_.CancelScan;
-                        }});
+    ahead_ = std::make_unique<ReadAhead>(ReadAhead::Walk{
+        readers_, withOwners_,
+        [mountPoints = mountPoints_](std::string_view folder, std::string_view name) {
+            return mountPoints->empty() || !mountPoints->contains(std::string(folder).append(name));
+        },
+        [this] {
+            userInterface_.yieldToEvents();
+            return !search_.CancelScan;
+        }});
     trapped([&] { enterFolder(facts); });
     while (depth_ > 0) {
         path_.resize(levels_[depth_ - 1]->pathLength);

@@ -19,9 +19,8 @@ public:
     struct Walk {
         int readers = -1;        // clsSettings::readers
         bool withOwners = false; // platform::FolderReader::setWithOwners
-        // Tells whether an entry that is a folder, named by its path without a trailing "\", is walked.
-        // Called by several threads.
-        std::function<bool(const std::string& path)> isWalked;
+        // Called by several threads, even after the walk has ended: it has to keep what it needs.
+        ReadOrder::IsWalked isWalked;
         // Called by the walk's thread, some 20 times a second while it waits. If it returns false, the folder
         // that it waits for counts as unreadable.
         std::function<bool()> goesOn;

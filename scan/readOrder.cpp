@@ -57,10 +57,9 @@ bool ReadOrder::hasNext() const {
 }
 
 void ReadOrder::findSubfolders(Folder& folder) const {
-    std::string path;
     for (std::size_t i = 0; i < folder.entries.size(); ++i) {
         const platform::FolderEntry entry = folder.entries[i];
-        if (entry.isFolder && isWalked_(path.assign(folder.path_).append(entry.name))) {
+        if (entry.isFolder && isWalked_(folder.path_, entry.name)) {
             folder.subfolders_.push_back({i, true});
         }
     }
@@ -113,6 +112,9 @@ ReadOrder::FolderPtr ReadOrder::take(Folder& parent, std::size_t index, bool isN
 }
 
 void ReadOrder::open(const FolderPtr& folder, const std::function<Plan(std::string_view name)>& planFor) {
+    if (folder->isNew_) {
+        return; // its subfolders are read ahead already
+    }
     std::vector<Folder::Subfolder> walked;
     for (const Folder::Subfolder& subfolder : folder->subfolders_) {
         const Plan plan = planFor(folder->entries[subfolder.index].name);

@@ -51,10 +51,10 @@ public:
     };
     using FolderPtr = std::shared_ptr<Folder>;
 
-    // `isWalked` tells whether an entry that is a folder, named by its path without a trailing "\", is
-    // walked.
-    explicit ReadOrder(std::function<bool(const std::string& path)> isWalked)
-        : isWalked_(std::move(isWalked)) {}
+    // Whether an entry of the folder (a path with a trailing "\") is walked if it is a folder itself.
+    using IsWalked = std::function<bool(std::string_view folder, std::string_view name)>;
+
+    explicit ReadOrder(IsWalked isWalked) : isWalked_(std::move(isWalked)) {}
 
     // The folder with which the walk begins. The walk reads it.
     [[nodiscard]] FolderPtr start(std::string_view path, bool isNew);
@@ -105,7 +105,7 @@ private:
     [[nodiscard]] static std::size_t bytesOf(const Folder& folder);
     [[nodiscard]] FolderPtr newFolder();
 
-    std::function<bool(const std::string&)> isWalked_;
+    IsWalked isWalked_;
     // Folders that are being read, and folders that have been and whose subfolders are not all chosen.
     std::list<FolderPtr> order_;
     std::vector<FolderPtr> spare_; // kept for their memory

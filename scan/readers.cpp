@@ -92,27 +92,25 @@ void Readers::run() {
 
 void Readers::readUntilEnd() {
     Lock lock(mutex_);
-    {
-        const std::unique_ptr<platform::FolderReader> reader = pattern_->another();
-        const std::function<bool()> goesOn = [this] { return !ends_; };
-        reader->setGoesOn(goesOn);
-        reader->setWithOwners(withOwners_);
-        reader->setDistribute([&](std::size_t count, const platform::FolderReader::Work& work) {
-            return distribute(count, work, *reader, goesOn);
-        });
-        Load load;
-        while (!ends_) {
-            const auto begin = Clock::now();
-            if (doWork(lock, *reader)) {
-                follow(load, Clock::now() - begin);
-            } else {
-                ++idle_;
-                work_.wait(lock);
-                --idle_;
-            }
+    const std::unique_ptr<platform::FolderReader> reader = pattern_->another();
+    const std::function<bool()> goesOn = [this] { return !ends_; };
+    reader->setGoesOn(goesOn);
+    reader->setWithOwners(withOwners_);
+    reader->setDistribute([&](std::size_t count, const platform::FolderReader::Work& work) {
+        return distribute(count, work, *reader, goesOn);
+    });
+    Load load;
+    while (!ends_) {
+        const auto begin = Clock::now();
+        if (doWork(lock, *reader)) {
+            follow(load, Clock::now() - begin);
+        } else {
+            ++idle_;
+            work_.wait(lock);
+            --idle_;
         }
-        lock.unlock(); // it may have to end a process
     }
+    lock.unlock(); // its reader may have to end a process
 }
 
 bool Readers::doWork(Lock& lock, platform::FolderReader& reader) {

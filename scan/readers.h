@@ -16,8 +16,8 @@
 // threads keeps this object, so that one that waits for its volume can be left behind.
 class Readers : public std::enable_shared_from_this<Readers> {
 public:
-    // At most `most` threads: as many as the volume suggests, if `mayBecomeMore`, beginning with `count`.
-    Readers(int count, bool mayBecomeMore, std::function<bool(const std::string& path)> isWalked)
+    // At most `count` threads; more if `mayBecomeMore` and they mostly wait.
+    Readers(int count, bool mayBecomeMore, ReadOrder::IsWalked isWalked)
         : limit_(count), mayBecomeMore_(mayBecomeMore), order_(std::move(isWalked)) {}
 
     // The walk has read its start with this reader, which each thread gets another of.
@@ -85,7 +85,6 @@ private:
     const bool mayBecomeMore_;
     int running_ = 0;
     int idle_ = 0;
-    bool isFull_ = false;
     std::atomic<bool> ends_ = false;
     std::deque<std::shared_ptr<Job>> jobs_; // that have parts nobody has begun
     ReadOrder order_;

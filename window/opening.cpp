@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "base/clsFile.h"
+#include "db/ownDatabase.h"
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
@@ -18,13 +19,12 @@ namespace {
 // By its name, as saved scans are called, or by its first bytes.
 bool isDatabase(std::string_view path) {
     constexpr std::string_view extension = ".mdb";
-    constexpr std::string_view start = "SQLite format 3";
     if (path.size() > extension.size() &&
         platform::equalIgnoringAsciiCase(path.substr(path.size() - extension.size()), extension)) {
         return true;
     }
     try {
-        return platform::readStart(path, start.size()) == start;
+        return platform::readStart(path, modDatabase::databaseStart.size()) == modDatabase::databaseStart;
     } catch (const RuntimeError&) { // it may not be read
         return false;
     }

@@ -51,10 +51,9 @@ protected:
 
 private:
     [[nodiscard]] QString draggedPath(const QDropEvent& event) const;
-
-    Dependencies dependencies_;
     void go(std::string_view typedPath, bool takesAnyFile);
 
+    Dependencies dependencies_;
     bool takesAnyFile_ = false;
     bool isOpening_ = false; // until a folder is shown
     bool isTyped_ = false;

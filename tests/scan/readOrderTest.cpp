@@ -63,7 +63,7 @@ protected:
 
     TemporaryFolder tree_;
     platform::FolderReader reader_;
-    ReadOrder order_{[](const std::string&) { return true; }};
+    ReadOrder order_{[](std::string_view, std::string_view) { return true; }};
 };
 
 TEST_F(ReadOrderTest, offersFoldersAsTheWalkWillWantThem) {
