@@ -121,13 +121,6 @@ int serve(FolderCalls& calls, std::string_view request, const VolumeProcess::Pie
     return result;
 }
 
-std::unique_ptr<VolumeProcess> newProcess() {
-    return std::make_unique<VolumeProcess>([calls = std::make_shared<FolderCalls>()](
-                                               std::string_view request, const VolumeProcess::Piece& answer) {
-        return serve(*calls, request, answer);
-    });
-}
-
 // Processes that are not at work: one that can be asked, and those that still wait for their volume.
 class Processes {
 public:
@@ -139,7 +132,7 @@ public:
 
     std::unique_ptr<VolumeProcess> take() {
         const std::lock_guard guard(mutex_);
-        return idle_ ? std::move(idle_) : newProcess();
+        return idle_ ? std::move(idle_) : std::make_unique<VolumeProcess>(maker_);
     }
 
     void giveBack(std::unique_ptr<VolumeProcess> process) {
@@ -159,6 +152,14 @@ public:
     }
 
 private:
+    static void work(int socket) {
+        FolderCalls calls;
+        VolumeProcess::serve(socket, [&](std::string_view request, const VolumeProcess::Piece& answer) {
+            return serve(calls, request, answer);
+        });
+    }
+
+    ProcessMaker maker_{work};
     std::mutex mutex_;
     std::unique_ptr<VolumeProcess> idle_;
     std::map<std::string, std::unique_ptr<VolumeProcess>> waiting_;

@@ -1,20 +1,12 @@
 #include "platform/linux/volumeProcess.h"
 
-#include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/socket.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
-#include <csignal>
 #include <cstdint>
 #include <cstring>
-#include <mutex>
-#include <vector>
 
 namespace platform {
 
@@ -49,49 +41,7 @@ Number numberAt(std::string_view bytes) {
     return number;
 }
 
-// Processes that have been told to end. Never destroyed, as processes end until the very end of the program.
-class Ending {
-public:
-    static Ending& all() {
-        static auto* const ending = new Ending; // NOLINT(cppcoreguidelines-owning-memory)
-        return *ending;
-    }
-
-    void add(pid_t process) {
-        const std::lock_guard guard(mutex_);
-        processes_.push_back(process);
-        std::erase_if(processes_, [](pid_t ending) { return ::waitpid(ending, nullptr, WNOHANG) != 0; });
-    }
-
-private:
-    std::mutex mutex_;
-    std::vector<pid_t> processes_;
-};
-
 // --- in the other process ---------------------------------------------------------------------------------
-
-// It keeps nothing of what its parent has open, above all no locks and no one's pipes. It ends
-// when its parent closes the socket, and does not take part in what the terminal tells it.
-void becomeServer(int socket) {
-    ::prctl(PR_SET_NAME, "spannory-volume");
-    for (const int ignored : {SIGINT, SIGQUIT, SIGHUP}) {
-        std::signal(ignored, SIG_IGN);
-    }
-    if (::chdir("/") != 0) { // so that it keeps no volume in use
-        ::_exit(1);
-    }
-    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (stream != socket) {
-            ::dup2(nothing, stream);
-        }
-    }
-    const auto number = static_cast<unsigned>(socket);
-    if (socket > STDERR_FILENO + 1) {
-        ::close_range(STDERR_FILENO + 1, number - 1, 0);
-    }
-    ::close_range(std::max(number, static_cast<unsigned>(STDERR_FILENO)) + 1, ~0U, 0);
-}
 
 bool receiveExactly(int socket, char* bytes, std::size_t count) {
     while (count > 0) {
@@ -107,7 +57,9 @@ bool receiveExactly(int socket, char* bytes, std::size_t count) {
     return true;
 }
 
-void serveRequests(int socket, const VolumeProcess::Serve& serve) {
+} // namespace
+
+void VolumeProcess::serve(int socket, const Serve& serve) {
     std::string request;
     std::string answer;
     for (Length length = 0;
@@ -133,28 +85,15 @@ void serveRequests(int socket, const VolumeProcess::Serve& serve) {
     }
 }
 
-[[noreturn]] void runServer(int socket, const VolumeProcess::Serve& serve) {
-    try {
-        becomeServer(socket);
-        serveRequests(socket, serve);
-    } catch (...) { // no memory; the parent notices the end
-    }
-    ::_exit(0);
-}
+// --- in the program ---------------------------------------------------------------------------------------
 
-} // namespace
-
-VolumeProcess::VolumeProcess(const Serve& serve) {
+VolumeProcess::VolumeProcess(ProcessMaker& maker) : maker_(maker) {
     std::array<int, 2> sockets{-1, -1};
     if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, sockets.data()) != 0) {
         return;
     }
     socket_ = Descriptor(sockets[0]);
-    Descriptor other(sockets[1]);
-    process_ = ::fork();
-    if (process_ == 0) {
-        runServer(other.get(), serve);
-    }
+    process_ = maker_.make(Descriptor(sockets[1]));
     if (process_ < 0) {
         socket_.reset();
     }
@@ -162,8 +101,7 @@ VolumeProcess::VolumeProcess(const Serve& serve) {
 
 VolumeProcess::~VolumeProcess() {
     if (process_ > 0) {
-        ::kill(process_, SIGKILL);
-        Ending::all().add(process_);
+        maker_.end(process_);
     }
 }
 

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "platform/linux/descriptor.h"
+#include "platform/linux/processMaker.h"
 
 namespace platform {
 
@@ -25,8 +26,11 @@ public:
         std::function<bool()> goesOn;       // called some 20 times a second; may be empty
     };
 
-    // `serve` runs in the other process, which is a copy of this one.
-    explicit VolumeProcess(const Serve& serve);
+    // What the other process does: answers requests until the program closes the socket.
+    static void serve(int socket, const Serve& serve);
+
+    // The maker's processes serve.
+    explicit VolumeProcess(ProcessMaker& maker);
 
     // Ends the process, but does not wait until it has ended.
     ~VolumeProcess();
@@ -50,6 +54,7 @@ private:
     bool receive(const Piece& take);
     bool takePieces(const Piece& take);
 
+    ProcessMaker& maker_;
     pid_t process_ = -1;
     Descriptor socket_;
     std::string received_; // not yet taken
