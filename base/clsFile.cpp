@@ -57,8 +57,12 @@ std::string_view clsFile::folder() const {
 
 std::string_view clsFile::fileExtension() const {
     const std::string_view path = checked();
-    const std::size_t dot = lastPosition(path, '.');
-    return dot < lastPosition(path, '\\') || dot < 1 ? noExtension : path.substr(dot);
+    return extensionOf(path.substr(lastPosition(path, '\\')));
+}
+
+std::string_view clsFile::extensionOf(std::string_view name) {
+    const std::size_t dot = lastPosition(name, '.');
+    return dot < 1 ? noExtension : name.substr(dot);
 }
 
 std::string_view clsFile::fileNameWithoutExtension() const {

@@ -26,6 +26,8 @@ public:
     // The text after the last dot of the last component, or "(no extension)". Odd on purpose: empty for
     // "file.".
     [[nodiscard]] std::string_view fileExtension() const;
+    // The same of a last component alone.
+    [[nodiscard]] static std::string_view extensionOf(std::string_view name);
     // The last component without its extension. Throws 5 for a path that has neither "\" nor ".".
     [[nodiscard]] std::string_view fileNameWithoutExtension() const;
     // The folder above the last component, ending in "\". Odd on purpose: `C:\` gives `C:`. Throws 5 for the

@@ -132,6 +132,9 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     failed_ = failed_ || userInterface_.messageCount() != messagesBefore;
     cancelled_ = result.cancelled || platform::wasInterrupted();
     lost_ = !result.stored;
+    if (!lost_) {
+        makeIndexes(search);
+    }
     if (lost_) {
         return;
     }
@@ -140,6 +143,17 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     showFolder(path, modProcessFiles::finishedText(result.seconds));
     if (options_.unreadable) {
         print(gapTable(search.gaps, path) + "\n");
+    }
+}
+
+// If nothing is going to be read, nobody needs them.
+void ConsoleRun::makeIndexes(clsSearch& search) {
+    if (!options_.quiet || !outputs_.empty()) {
+        lost_ = !modGlobal::trapped("spannory-scan", "makeIndexes", [&] {
+            search.makeIndexes();
+            return true;
+        });
+        failed_ = failed_ || lost_;
     }
 }
 

@@ -26,6 +26,7 @@ private:
     bool start();
     void scanPaths();
     void scanPath(clsSearch& search, const std::string& typed);
+    void makeIndexes(clsSearch& search);
     [[nodiscard]] std::string findFolder(const std::string& typed);
     bool loadSaved();
     void showLoaded();

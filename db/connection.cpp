@@ -197,10 +197,6 @@ void Statement::bindValue(int position, const Value& value) {
     }
 }
 
-void Statement::unbindAll() {
-    sqlite3_clear_bindings(handle_);
-}
-
 bool Statement::step() {
     connection_->looks_ = 0;
     const int result = sqlite3_step(handle_);

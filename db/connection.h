@@ -32,7 +32,6 @@ public:
     void bindText(int position, std::string_view text);
     void bindBorrowedText(int position, std::string_view text); // must live until the next step is done
     void bindValue(int position, const Value& value);
-    void unbindAll();
 
     // True if there is a row, false at the end.
     bool step();

@@ -59,6 +59,8 @@ public:
 
 private:
     friend class Recordset;
+    void beginRow() noexcept { isSet_ = false; }
+    void endRow();
     Field(Recordset& recordset, std::string name, int index)
         : recordset_(&recordset), name_(std::move(name)), index_(index) {}
 
@@ -66,6 +68,14 @@ private:
     std::string name_;
     int index_;
     mutable std::string digits_; // the text of a number
+
+    // Of a field being appended. What the engine holds stays with it from row to row; a text that lies where
+    // the last one lay need not be handed to it again, as it is read when the row is stored.
+    enum class Held { nothing, text, integer, other };
+    Held held_ = Held::nothing;
+    std::string_view heldText_;
+    std::int64_t heldInteger_ = 0;
+    bool isSet_ = false;
 };
 
 // The rows of a query, read forward one at a time as the engine finds them; or, if opened with a table's
@@ -138,6 +148,8 @@ public:
     // which RestoreIndexes creates them again.
     [[nodiscard]] std::vector<std::string> TakeIndexes(std::string_view table);
     void RestoreIndexes(const std::vector<std::string>& definitions);
+    // False between these two.
+    [[nodiscard]] bool hasIndexes() const;
 
     // Calls the callback every 10 ms while a statement runs long, so that a window stays responsive. It must
     // neither throw nor use this database. An empty callback ends this.

@@ -34,4 +34,5 @@ struct Database::Implementation {
 
     Connection connection;
     JetTranslator translator;
+    bool hasIndexes = true;
 };

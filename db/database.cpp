@@ -139,6 +139,7 @@ std::vector<std::string> Database::TakeIndexes(std::string_view table) {
             definitions.emplace_back(rows.text(1));
         }
     }
+    open().hasIndexes = false;
     for (const std::string& name : names) {
         connection.run("drop index " + modGlobal::quoted(name));
     }
@@ -149,6 +150,11 @@ void Database::RestoreIndexes(const std::vector<std::string>& definitions) {
     for (const std::string& definition : definitions) {
         open().connection.run(definition);
     }
+    open().hasIndexes = true;
+}
+
+bool Database::hasIndexes() const {
+    return open().hasIndexes;
 }
 
 SmallTransaction::SmallTransaction(Database& database) : database_(database) {

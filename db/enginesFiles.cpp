@@ -23,10 +23,18 @@ int seeRegular(sqlite3_vfs* /*services*/, const char* path, int flags, int* resu
     return system->xAccess(system, path, flags, result);
 }
 
+// Databases are used by one thread at a time, so the engine need not lock what it shares between connections,
+// nor count its memory for all of them. Without effect if somebody has used the engine before.
+bool startEngine() {
+    return sqlite3_config(SQLITE_CONFIG_SINGLETHREAD) == SQLITE_OK &&
+           sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK && sqlite3_initialize() == SQLITE_OK;
+}
+
 // The system's own services but for that answer. Lives as long as the program, as the engine wants.
 struct Services {
     Services(const char* name, Access access) {
-        sqlite3_initialize();
+        static const bool isStarted = startEngine();
+        static_cast<void>(isStarted);
         vfs = *sqlite3_vfs_find(nullptr);
         vfs.zName = name;
         vfs.pNext = nullptr;

@@ -36,11 +36,17 @@ bool hasRows(Database& database, const std::string& condition) {
     return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
 }
 
-// True if no row lies outside the folder, whose own row is not looked at.
-bool holdsAll(Database& database, std::string_view folder) {
-    return !hasRows(database, "parentFolder<" + quoted(folder)) &&
-           !hasRows(database, "parentFolder>=" + quoted(behind(folder))) &&
-           !hasRows(database, "parentFolder is null");
+// True if no row lies outside the folder, not even its own; of rows that meet the further condition. Takes
+// three looks into the index, or one pass over the table if there is none.
+bool holdsAll(Database& database, std::string_view folder, const std::string& further = {}) {
+    const std::string before = "parentFolder<" + quoted(folder);
+    const std::string after = "parentFolder>=" + quoted(behind(folder));
+    const std::string apart = "parentFolder is null";
+    if (!database.hasIndexes()) {
+        return !hasRows(database, "(" + before + " or " + after + " or " + apart + ")" + further);
+    }
+    return !hasRows(database, before + further) && !hasRows(database, after + further) &&
+           !hasRows(database, apart + further);
 }
 
 std::int64_t countOf(Database& database, const std::string& condition) {
@@ -81,7 +87,7 @@ std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view 
     constexpr double costOfIndex =
         3; // of a row found by the index, in rows of the table read one after the other
     constexpr const char* file = " and isFolder=0";
-    if (holdsAll(database, folder)) {
+    if (holdsAll(database, folder, file)) {
         return "isFolder=0";
     }
     const auto last =

@@ -38,18 +38,39 @@ Value Field::value() const {
 
 void Field::set(const Value& value) {
     recordset_->fresh().bindValue(index_ + 1, value);
+    held_ = Held::other;
+    isSet_ = true;
 }
 
 void Field::setNumber(double number) {
     recordset_->fresh().bindNumber(index_ + 1, number);
+    held_ = Held::other;
+    isSet_ = true;
 }
 
 void Field::setInteger(std::int64_t number) {
-    recordset_->fresh().bindInteger(index_ + 1, number);
+    if (held_ != Held::integer || heldInteger_ != number) {
+        recordset_->fresh().bindInteger(index_ + 1, number);
+        held_ = Held::integer;
+        heldInteger_ = number;
+    }
+    isSet_ = true;
 }
 
 void Field::setText(std::string_view text) {
-    recordset_->fresh().bindBorrowedText(index_ + 1, text);
+    if (held_ != Held::text || heldText_.data() != text.data() || heldText_.size() != text.size()) {
+        recordset_->fresh().bindBorrowedText(index_ + 1, text);
+        held_ = Held::text;
+        heldText_ = text;
+    }
+    isSet_ = true;
+}
+
+void Field::endRow() {
+    if (!isSet_ && held_ != Held::nothing) {
+        recordset_->fresh().bindNull(index_ + 1);
+        held_ = Held::nothing;
+    }
 }
 
 // --- Recordset --------------------------------------------------------------------------------------------
@@ -155,11 +176,18 @@ int Recordset::FieldCount() const {
 }
 
 void Recordset::AddNew() {
-    fresh().unbindAll();
+    static_cast<void>(fresh());
+    for (Field& field : implementation_->fields) {
+        field.beginRow();
+    }
 }
 
 void Recordset::Update() {
-    fresh().run();
+    Statement& row = fresh();
+    for (Field& field : implementation_->fields) {
+        field.endRow();
+    }
+    row.run();
 }
 
 void Recordset::Close() noexcept {

@@ -1,6 +1,8 @@
 #include "platform/text.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace platform {
 
@@ -8,6 +10,18 @@ namespace {
 
 constexpr bool isContinuation(char c) noexcept {
     return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
+}
+
+// Looks at eight bytes at a time.
+bool isAscii(std::string_view text) {
+    constexpr std::uint64_t highBits = 0x8080808080808080;
+    std::uint64_t seen = 0;
+    for (; text.size() >= sizeof seen; text.remove_prefix(sizeof seen)) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, text.data(), sizeof eight);
+        seen |= eight & highBits;
+    }
+    return seen == 0 && std::none_of(text.begin(), text.end(), [](char c) { return (c & 0x80) != 0; });
 }
 
 } // namespace
@@ -84,6 +98,9 @@ std::size_t characterCount(std::string_view text) {
 std::string_view firstCharacters(std::string_view text, std::size_t count) {
     if (text.size() <= count) {
         return text;
+    }
+    if (isAscii(text.substr(0, count)) && !isContinuation(text[count])) {
+        return text.substr(0, count);
     }
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (!isContinuation(text[i]) && count-- == 0) {

@@ -1,6 +1,7 @@
 #include "scan/clsSearch.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "db/values.h"
 #include "platform/locale.h"
@@ -41,45 +42,54 @@ bool clsSearch::appendRow(std::string_view path, std::string_view description, d
                           std::string_view owner, std::string_view stamp) {
     try {
         DetailsTable& row = database_.details();
-        file_.setFullPath(path);
-        const bool isFolder = path.ends_with('\\');
-        const std::string_view parent = file_.parentFolder();
+        rowPath_.set(path);
         row.rows->AddNew();
         if (!scanned_.empty()) {
-            row.idx.setInteger(++lastNumber_);
+            numberRow(row);
         }
-        setText(row.fullPath, platform::firstCharacters(file_.fullPathNoDrive(), longestStoredPath));
-        setText(row.drive, file_.drive());
-        // A folder's own name, including its "\", is the part of its path that its parent's path lacks.
-        setText(row.folder, isFolder ? parent : file_.folder());
-        setText(row.fileName,
-                isFolder ? std::string_view(file_.fullPath()).substr(parent.size()) : file_.FileName());
-        std::string_view extension = file_.fileExtension();
-        if (!settings_.caseSensitiveExt()) {
-            extension_.clear();
-            platform::appendLowerCase(extension_, extension);
-            extension = extension_;
-        }
-        setText(row.extension, extension);
+        setText(row.fullPath, platform::firstCharacters(rowPath_.withoutDrive(), longestStoredPath));
+        setText(row.drive, rowPath_.drive());
+        setText(row.folder, rowPath_.folder());
+        setText(row.fileName, rowPath_.fileName());
+        setText(row.extension, storedExtension());
         setText(row.description, description);
         row.size.setNumber(size);
         setText(row.dateAccessed, dateAccessed);
         setText(row.dateModified, dateModified);
         setText(row.owner, owner);
         setText(row.dateInserted, currentDate_.of(platform::now()));
-        setText(row.parentFolder, parent);
-        row.isFolder.setInteger(isFolder ? 1 : 0);
+        setText(row.parentFolder, rowPath_.parent());
+        row.isFolder.setInteger(rowPath_.isFolder() ? 1 : 0);
         setText(row.scanCompleteTime, stamp);
         row.rows->Update();
-        isFolder ? ++progress_.folders : ++progress_.files;
-        progress_.size += isFolder ? 0 : size;
+        lastIsThere_ = !scanned_.empty();
+        rowPath_.isFolder() ? ++progress_.folders : ++progress_.files;
+        progress_.size += rowPath_.isFolder() ? 0 : size;
         return true;
     } catch (const RuntimeError& error) {
+        lastIsThere_ = false;
         if (!storageFailure_ && endsStoring(error)) {
             storageFailure_ = error;
         }
         return false;
     }
+}
+
+// The engine numbers a row by itself with less work, namely one behind the highest that is there.
+void clsSearch::numberRow(DetailsTable& row) {
+    ++lastNumber_;
+    if (!lastIsThere_) {
+        row.idx.setInteger(lastNumber_);
+    }
+}
+
+std::string_view clsSearch::storedExtension() {
+    if (settings_.caseSensitiveExt()) {
+        return rowPath_.extension();
+    }
+    extension_.clear();
+    platform::appendLowerCase(extension_, rowPath_.extension());
+    return extension_;
 }
 
 void clsSearch::updateDetailSQLMETHOD(std::string_view path, std::string_view description, double size,
@@ -150,19 +160,21 @@ void clsSearch::resetAll() {
 // The user may refresh a folder during a scan.
 void clsSearch::beginReset() {
     noteLastNumber();
+    makeIndexes();
     if (!scanned_.empty()) {
-        endBulkLoad();
         disturbed_ = true;
         CancelScan = true;
     }
 }
 
 void clsSearch::noteLastNumber() {
+    lastIsThere_ = false;
     const auto rows = database_.database().OpenRecordset("select max(idx) from details");
     lastNumber_ = std::max(lastNumber_, static_cast<std::int64_t>(rows->Fields(0).number()));
 }
 
 void clsSearch::rowsReplaced() noexcept {
+    bulkLoad_ = false; // their indexes have come with them
     above_.forget();
     gaps.clear();
 }
@@ -170,6 +182,7 @@ void clsSearch::rowsReplaced() noexcept {
 // --- One scan ---------------------------------------------------------------------------------------------
 
 void clsSearch::beginScan(std::string_view path) {
+    makeIndexes();
     storageFailure_.reset();
     takenIndexes_.clear();
     stamp_.clear();
@@ -187,16 +200,28 @@ void clsSearch::beginScan(std::string_view path) {
     }
 }
 
-void clsSearch::endBulkLoad() {
-    if (bulkLoad_) {
-        bulkLoad_ = false;
-        database_.database().RestoreIndexes(takenIndexes_);
+void clsSearch::makeIndexes() {
+    if (!std::exchange(bulkLoad_, false)) {
+        return;
+    }
+    Database& database = database_.database();
+    const bool isScanRunning = !scanned_.empty(); // it has a transaction, and abandons it if this fails
+    if (isScanRunning) {
+        database.RestoreIndexes(takenIndexes_);
+        return;
+    }
+    try {
+        database.BeginTrans();
+        database.RestoreIndexes(takenIndexes_);
+        database.CommitTrans();
+    } catch (const RuntimeError&) {
+        abandonScan();
+        throw;
     }
 }
 
 void clsSearch::endScan() {
     if (bulkLoad_) {
-        endBulkLoad();
         above_.forget(); // there was no row for it
     } else if (changed_) {
         above_.follow(database_.database(), scanned_, !stamp_.empty());
@@ -228,6 +253,7 @@ modFolderRows::RecordedFolders clsSearch::recordedSubfolders(std::string_view pa
 
 void clsSearch::replaceFolder(std::string_view path, const modFolderRows::RecordedFolder& recorded,
                               const std::vector<std::string>& goneSubfolders) {
+    lastIsThere_ = false;
     storing([&] {
         Database& database = database_.database();
         if (recorded.hasOwnRow) {

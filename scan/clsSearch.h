@@ -15,6 +15,7 @@
 #include "scan/dateTexts.h"
 #include "scan/figureGaps.h"
 #include "scan/foldersAbove.h"
+#include "scan/rowPath.h"
 
 // Gives the scan access to table `details`, and holds the flags of the running scan. One object lives as long
 // as the program.
@@ -73,23 +74,26 @@ public:
     [[nodiscard]] double folderSum(std::string_view path) const;
 
     // --- one scan ----------------------------------------------------------------------------------------
-    // A scan is one transaction. One that begins with an empty table is a bulk load: the indexes are made
-    // when all is there.
+    // A scan is one transaction. One that begins with an empty table is a bulk load: there are no indexes
+    // until makeIndexes is called, or another scan or a reset needs them.
     void beginScan(std::string_view path);
     void endScan();
-    // Call it after one of these two, or storing, has failed: without a journal, nothing in the file is
+    // Without effect if there are indexes. Without them all figures can be read, but each takes a pass over
+    // the table. If it throws after a scan, the rows are gone (see abandonScan).
+    void makeIndexes();
+    // Call it after one of the two first, or storing, has failed: without a journal, nothing in the file is
     // reliable, so it is replaced by an empty one. Throws if even this fails.
     void abandonScan();
 
-    // What the running scan has recorded so far: rows, and the sizes of files.
+    // What the last scan has recorded so far: rows, and the sizes of files.
     struct Progress {
         std::int64_t files = 0;
         std::int64_t folders = 0;
         double size = 0;
     };
     [[nodiscard]] const Progress& progress() const noexcept { return progress_; }
-    // True during a scan that began with an empty table, so that its progress is all that the table holds.
-    // There are no indexes then.
+    // True from the beginning of a scan that began with an empty table until there are indexes. Its progress
+    // is all that the table holds.
     [[nodiscard]] bool isBulkLoad() const noexcept { return bulkLoad_; }
 
     // What was recorded for the folder with which the scan begins, and for the subfolders of a folder.
@@ -122,25 +126,28 @@ private:
     bool appendRow(std::string_view path, std::string_view description, double size,
                    std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
                    std::string_view stamp);
+    void numberRow(DetailsTable& row);
+    [[nodiscard]] std::string_view storedExtension();
     void storing(const std::function<void()>& body);
     void beginReset();
-    void endBulkLoad();
     void noteLastNumber();
 
     WorkingDatabase& database_;
     const clsSettings& settings_;
     clsFile file_;
+    RowPath rowPath_;
     std::string extension_;
     std::string stamp_; // of the last recorded folder; empty if the scan was cancelled
     DateTexts currentDate_;
 
     FoldersAbove above_;
     Progress progress_;
-    std::string scanned_;   // the folder of the running scan; empty if there is none
-    bool bulkLoad_ = false; // also of the running scan
+    std::string scanned_; // the folder of the running scan; empty if there is none
+    bool bulkLoad_ = false;
     bool changed_ = false;
     bool disturbed_ = false;      // by a reset
     std::int64_t lastNumber_ = 0; // the highest number ever given to a row; none is given twice
+    bool lastIsThere_ = false;    // in the running scan: it is the highest in the table, too
     std::vector<std::string> takenIndexes_;
     std::optional<RuntimeError> storageFailure_;
 };

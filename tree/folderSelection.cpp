@@ -129,7 +129,22 @@ void FolderSelection::clickNode(const std::string& key) {
         showItems();
         const BusyPointer busy(dependencies_.userInterface);
         dependencies_.views.refreshActiveView();
+        if (!dependencies_.search.processing) {
+            makeIndexes(); // those of a first scan; the view did not need to wait for them
+        }
         Q_EMIT figuresChanged();
+    }
+}
+
+void FolderSelection::makeIndexes() {
+    const bool isDone = modGlobal::trapped(moduleName, "makeIndexes", [&] {
+        dependencies_.search.makeIndexes();
+        return true;
+    });
+    if (!isDone) { // the rows are gone
+        starts_.clear();
+        showItems();
+        dependencies_.views.refreshActiveView();
     }
 }
 
@@ -289,8 +304,11 @@ void FolderSelection::handleQueued(const std::string& key) {
 }
 
 void FolderSelection::showItems() {
-    dependencies_.userInterface.status(StatusPanel::items,
-                                       modFigures::itemsText(dependencies_.database.database()));
+    const clsSearch& search = dependencies_.search;
+    const clsSearch::Progress& progress = search.progress();
+    dependencies_.userInterface.status(
+        StatusPanel::items, search.isBulkLoad() ? modFigures::itemsText(progress.files + progress.folders)
+                                                : modFigures::itemsText(dependencies_.database.database()));
 }
 
 // --- Loaded rows -----------------------------------------------------------------------------------------

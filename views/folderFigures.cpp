@@ -115,5 +115,9 @@ std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::s
 
 std::string modFigures::itemsText(Database& database) {
     const auto rows = database.OpenRecordset("select count(*) as total from details");
-    return (rows->EndOfFile() ? "0" : std::string(rows->Fields("Total").text())) + " items.";
+    return itemsText(rows->EndOfFile() ? 0 : static_cast<std::int64_t>(rows->Fields("Total").number()));
+}
+
+std::string modFigures::itemsText(std::int64_t count) {
+    return std::to_string(count) + " items.";
 }

@@ -37,5 +37,6 @@ enum class ScanState { ended, running };
 
 // "17 items.": the number of rows in the whole table.
 [[nodiscard]] std::string itemsText(Database& database);
+[[nodiscard]] std::string itemsText(std::int64_t count);
 
 } // namespace modFigures

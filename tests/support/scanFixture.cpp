@@ -20,7 +20,9 @@ ScanFixture::ScanFixture() : working(prepare(application, userInterface)), searc
 }
 
 modProcessFiles::ScanResult ScanFixture::scan(std::string_view name) {
-    return modProcessFiles::processMain(key(name), {search, settings, userInterface});
+    const auto result = modProcessFiles::processMain(key(name), {search, settings, userInterface});
+    search.makeIndexes();
+    return result;
 }
 
 std::string ScanFixture::remarks() const {
