@@ -9,6 +9,7 @@
 namespace {
 
 constexpr int mostReaders = 32;
+constexpr int readersOfDisk = 8;
 constexpr std::size_t mostWaiting = std::size_t{16} << 20; // bytes that are read but not taken
 constexpr std::chrono::milliseconds untilNextLook{50};     // between two looks whether the walk goes on
 constexpr std::chrono::milliseconds farewell{100};
@@ -175,19 +176,26 @@ bool Readers::readNext(Lock& lock, platform::FolderReader& reader) {
     return true;
 }
 
-// More threads help where they wait, and not where they compute.
+// More threads help where they wait, and not where they compute: many where they do little else, as for an
+// answer over a network, and some where a disk is read. A short while of that may have been other programs'
+// turns.
 void Readers::follow(Load& load, Clock::duration busy) {
     constexpr std::chrono::milliseconds span{5};
     constexpr int mostlyWaiting = 4; // times as long as the processor was used
+    constexpr double oftenWaiting = 1.4;
+    constexpr int isNoChance = 4; // spans behind each other
     load.busy += busy;
     if (!mayBecomeMore_ || load.busy < span) {
         return;
     }
     const std::chrono::microseconds processor = platform::threadProcessorTime();
-    if ((processor - load.processor) * mostlyWaiting < load.busy && running_ == limit_) {
-        limit_ = std::min(limit_ * 2, mostReaders);
+    const std::chrono::microseconds used = processor - load.processor;
+    const int often = used * oftenWaiting < load.busy ? load.often + 1 : 0;
+    const int most = used * mostlyWaiting < load.busy ? mostReaders : often >= isNoChance ? readersOfDisk : 0;
+    if (running_ == limit_ && limit_ < most) {
+        limit_ = std::min(limit_ * 2, most);
     }
-    load = {{}, processor};
+    load = {{}, processor, often};
 }
 
 // Has one more thread look for work. Whoever takes work does this, so that there are as many as can help.

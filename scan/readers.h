@@ -64,6 +64,7 @@ private:
     struct Load {
         Clock::duration busy{};
         std::chrono::microseconds processor{};
+        int often = 0; // so many times in a row it had waited often
     };
 
     void run();
