@@ -1,0 +1,97 @@
+#include <algorithm>
+
+#include "base/formatSize.h"
+#include "export/overviewSection.h"
+#include "export/pageText.h"
+#include "platform/locale.h"
+
+namespace modExport {
+
+namespace {
+
+using modFigures::Overview;
+using modFigures::OverviewFile;
+using modFigures::OverviewGroup;
+
+void appendGroups(std::string& html, const std::vector<OverviewGroup>& groups, std::string_view title,
+                  std::string_view nameless, double whole, const OverviewDetail& detail) {
+    const std::size_t shown = std::min(groups.size(), detail.rows);
+    {
+        PageTable table(html, {{title}, {"Size", true}, {"Share", true}, {"Files", true}});
+        for (std::size_t i = 0; i < shown; ++i) {
+            const OverviewGroup& group = groups[i];
+            table.row();
+            table.name(group.name.empty() ? std::string(nameless) : platform::lowerCase(group.name),
+                       detail.longestName);
+            table.size(group.size);
+            table.number(percentText(group.size, whole), group.size);
+            table.number(countText(static_cast<double>(group.files)), static_cast<double>(group.files));
+        }
+    }
+    appendShownOf(html, shown, groups.size(), "groups");
+}
+
+void appendFiles(std::string& html, const std::vector<OverviewFile>& files, const OverviewDetail& detail) {
+    PageTable table(html, {{"File"}, {"Size", true}, {"Date modified", true}});
+    for (std::size_t i = 0; i < std::min(files.size(), detail.rows); ++i) {
+        table.row();
+        table.name(files[i].path, detail.longestPath);
+        table.size(files[i].size);
+        table.date(files[i].modified);
+    }
+}
+
+void appendOldest(std::string& html, const Overview& figures, const OverviewDetail& detail) {
+    html.append("<h3>Old Large Files</h3>\n<p class=\"note\">Of the ");
+    html.append(countedText(static_cast<double>(figures.consideredFiles), "largest file", "largest files"));
+    html.append(" (").append(modLvw::formatSize(figures.leastConsidered));
+    html.append(" or more), those that were modified longest ago.</p>\n");
+    appendFiles(html, figures.oldestFiles, detail);
+    appendShownOf(html, std::min(figures.oldestFiles.size(), detail.rows), figures.consideredFiles, "files");
+}
+
+void appendEmptyFolders(std::string& html, const OverviewSection& section, const OverviewDetail& detail) {
+    const Overview& figures = section.figures;
+    html.append("<h3>Empty Folders</h3>\n");
+    if (figures.emptyFolderCount == 0) {
+        html.append("<p>There are none.</p>\n");
+        return;
+    }
+    if (section.isLoaded) {
+        html.append("<p class=\"note\">Folders that could not be read may be among them.</p>\n");
+    }
+    const std::size_t shown = std::min(figures.emptyFolders.size(), detail.rows);
+    {
+        PageTable table(html, {{"Folder"}});
+        for (std::size_t i = 0; i < shown; ++i) {
+            table.row();
+            table.name(figures.emptyFolders[i], detail.longestPath);
+        }
+    }
+    appendShownOf(html, shown, figures.emptyFolderCount, "folders");
+}
+
+} // namespace
+
+void appendTables(std::string& html, const OverviewSection& section, const OverviewDetail& detail) {
+    const Overview& figures = section.figures;
+    if (figures.files > 0) {
+        const double whole = figures.folder.size;
+        html.append("<div class=\"pair\">\n<div>\n<h3>File Types</h3>\n");
+        appendGroups(html, figures.types, "Extension", "(none)", whole, detail);
+        html.append("</div>\n<div>\n<h3>Owners</h3>\n");
+        if (figures.owners.size() == 1 && figures.owners.front().name.empty()) {
+            html.append("<p>They were not looked up.</p>\n");
+        } else {
+            appendGroups(html, figures.owners, "Owner", "(not known)", whole, detail);
+        }
+        html.append("</div>\n</div>\n<h3>Largest Files</h3>\n");
+        appendFiles(html, figures.largestFiles, detail);
+        appendShownOf(html, std::min(figures.largestFiles.size(), detail.rows),
+                      static_cast<std::size_t>(figures.files), "files");
+        appendOldest(html, figures, detail);
+    }
+    appendEmptyFolders(html, section, detail);
+}
+
+} // namespace modExport
