@@ -6,6 +6,7 @@
 #include "base/numberFormat.h"
 #include "export/overviewSection.h"
 #include "export/pageText.h"
+#include "platform/paths.h"
 
 // The largest folders of an overview page: a band of the first ones, and below it all of them, with bars, and
 // with the levels below folded.
@@ -85,7 +86,7 @@ std::vector<Row> Folders::rowsOf(const OverviewFolder& folder, std::size_t level
 void Folders::appendCells(const Row& row, double whole, const std::string& colour) {
     html_.append(row.folder != nullptr ? "<span class=\"n\">" : "<span class=\"n other\">");
     if (row.folder != nullptr) {
-        appendShownName(html_, row.folder->name, detail_.longestName);
+        appendName(html_, platform::displayName(row.folder->name), detail_.longestName);
     } else {
         html_.append(row.text);
     }
@@ -132,7 +133,7 @@ void Folders::appendBand(const OverviewFolder& folder) {
         const std::string number = std::to_string(i + 1);
         const bool isLink = opens(each, 0);
         html_.append(isLink ? "<a href=\"#" + prefix_ + "-" + number + "\">" : "<g>").append("<title>");
-        appendShown(html_, each.name, detail_.longestName);
+        appendShown(html_, platform::displayName(each.name), detail_.longestName);
         html_.append(", ").append(modLvw::formatSize(each.size)).append("</title>");
         appendRect(html_, "c" + number, left, length, "40");
         html_.append(isLink ? "</a>\n" : "</g>\n");

@@ -41,7 +41,7 @@ svg { display: block; width: 100%; }
 .c5 { fill: var(--c5); } .c6 { fill: var(--c6); } .c7 { fill: var(--c7); } .c8 { fill: var(--c8); }
 .folders { margin: 0; padding: 0; list-style: none; }
 .folders .folders { margin-left: 1.1rem; padding-left: .4rem; border-left: 2px solid var(--line); }
-.row { display: grid; grid-template-columns: minmax(0, 1fr) 34% 6.5rem 3.8rem; gap: 0 .9rem; align-items: center;
+.row { display: grid; grid-template-columns: minmax(0, 1fr) 30% 6.5rem 3.8rem; gap: 0 .9rem; align-items: center;
   padding: .28rem .4rem; border-radius: 5px; }
 .row .n { position: relative; padding-left: 1.1rem; }
 .other { color: var(--soft); font-style: italic; }
@@ -64,10 +64,12 @@ th button { margin: 0; padding: 0; border: 0; background: none; color: inherit; 
 th button:hover { color: var(--link); }
 th[aria-sort] button::after { content: " \25B2"; font-size: .7em; }
 th[aria-sort="descending"] button::after { content: " \25BC"; }
+@media screen and (min-width: 900px) { .row { grid-template-columns: minmax(0, 1fr) 22rem 6.5rem 3.8rem; } }
 @media screen and (max-width: 760px) { .pair { grid-template-columns: 1fr; } }
 @media screen and (max-width: 560px) {
   body { padding: 1rem .8rem 2rem; font-size: 14px; }
   h2 { font-size: 1.3rem; }
+  .cards { grid-template-columns: 1fr 1fr; gap: .5rem; }
   .row { grid-template-columns: minmax(0, 1fr) 5.6rem 3.4rem; gap: .1rem .5rem; }
   .row .bar { grid-column: 1 / -1; grid-row: 2; }
   .folders .folders { margin-left: .5rem; padding-left: .2rem; }
@@ -82,7 +84,7 @@ th[aria-sort="descending"] button::after { content: " \25BC"; }
   * { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
   h2, h3, h3 + .note, thead { break-after: avoid; }
   tr, .row, .cards, .facts, .band { break-inside: avoid; }
-  thead { display: table-header-group; }
+  thead { display: table-header-group; break-inside: avoid; }
   th button::after { content: "" !important; }
   summary .n::before { display: none; }
   td, th { padding-top: 1.5pt; padding-bottom: 1.5pt; }
@@ -124,7 +126,7 @@ function openTarget() {
   for (var each = target; each; each = each.parentElement) {
     if (each.localName === 'details') { each.open = true; }
   }
-  if (target) { target.scrollIntoView({ block: 'nearest' }); }
+  if (target) { (target.closest('details') || target).scrollIntoView({ block: 'nearest' }); }
 }
 addEventListener('hashchange', openTarget);
 openTarget();

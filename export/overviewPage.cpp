@@ -16,7 +16,6 @@
 #include "platform/clock.h"
 #include "platform/environment.h"
 #include "platform/files.h"
-#include "platform/paths.h"
 
 namespace modExport {
 
@@ -103,8 +102,8 @@ void appendContents(std::string& html, std::span<const std::string> keys, std::s
     if (keys.size() > 1) {
         html.append("<nav aria-label=\"Folders\"><ul>\n");
         for (std::size_t i = 0; i < keys.size(); ++i) {
-            html.append("<li><a href=\"#f").append(std::to_string(i + 1)).append("\">");
-            appendShownName(html, keys[i], details.front().longestPath);
+            html.append("<li><a href=\"#s").append(std::to_string(i + 1)).append("\">");
+            appendName(html, shownPath(keys[i]), details.front().longestPath);
             html.append("</a></li>\n");
         }
         html.append("</ul></nav>\n");
@@ -120,7 +119,7 @@ std::string overviewPage(const OverviewContext& context) {
     std::string title;
     for (std::size_t i = 0; i < std::min<std::size_t>(keys.size(), 3); ++i) {
         title.append(i == 0 ? "" : ", ");
-        appendShown(title, platform::displayPath(keys[i]), details.front().longestName);
+        appendShown(title, shownPath(keys[i]), details.front().longestName);
     }
     title.append(context.folders.size() > 3 ? " and more" : "").append(" - Disk Usage Overview");
     std::string html = headText(title);

@@ -6,7 +6,6 @@
 #include "base/numberFormat.h"
 #include "export/pageText.h"
 #include "platform/environment.h"
-#include "platform/paths.h"
 #include "views/folderSummary.h"
 
 namespace modExport {
@@ -72,7 +71,7 @@ void appendGaps(std::string& html, const OverviewSection& section, const Overvie
         PageTable table(html, {{"Path"}, {"Reason"}});
         for (std::size_t i = 0; i < shown; ++i) {
             table.row();
-            table.name(section.firstGaps[i].path, detail.longestPath);
+            table.path(section.firstGaps[i].path, detail.longestPath);
             table.text(section.firstGaps[i].reason, detail.longestName);
         }
     }
@@ -113,8 +112,8 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
 }
 
 void appendSection(std::string& html, const OverviewSection& section, const OverviewDetail& detail) {
-    html.append("<section id=\"f").append(std::to_string(section.number)).append("\">\n<h2>");
-    appendShownName(html, section.key, detail.longestPath);
+    html.append("<section id=\"s").append(std::to_string(section.number)).append("\">\n<h2>");
+    appendName(html, shownPath(section.key), detail.longestPath);
     html.append("</h2>\n");
     appendFacts(html, section, detail);
     appendLargestFolders(html, section, detail);

@@ -4,6 +4,7 @@
 #include "export/overviewSection.h"
 #include "export/pageText.h"
 #include "platform/locale.h"
+#include "platform/paths.h"
 
 namespace modExport {
 
@@ -15,13 +16,15 @@ using modFigures::OverviewGroup;
 
 void appendGroups(std::string& html, const std::vector<OverviewGroup>& groups, std::string_view title,
                   std::string_view nameless, double whole, const OverviewDetail& detail) {
-    const std::size_t shown = std::min(groups.size(), detail.rows);
+    constexpr std::size_t most = 25;
+    const std::size_t shown = std::min({groups.size(), detail.rows, most});
     {
         PageTable table(html, {{title}, {"Size", true}, {"Share", true}, {"Files", true}});
         for (std::size_t i = 0; i < shown; ++i) {
             const OverviewGroup& group = groups[i];
             table.row();
-            table.name(group.name.empty() ? std::string(nameless) : platform::lowerCase(group.name),
+            table.text(group.name.empty() ? std::string(nameless)
+                                          : platform::displayName(platform::lowerCase(group.name)),
                        detail.longestName);
             table.size(group.size);
             table.number(percentText(group.size, whole), group.size);
@@ -35,7 +38,7 @@ void appendFiles(std::string& html, const std::vector<OverviewFile>& files, cons
     PageTable table(html, {{"File"}, {"Size", true}, {"Date modified", true}});
     for (std::size_t i = 0; i < std::min(files.size(), detail.rows); ++i) {
         table.row();
-        table.name(files[i].path, detail.longestPath);
+        table.path(files[i].path, detail.longestPath);
         table.size(files[i].size);
         table.date(files[i].modified);
     }
@@ -65,7 +68,7 @@ void appendEmptyFolders(std::string& html, const OverviewSection& section, const
         PageTable table(html, {{"Folder"}});
         for (std::size_t i = 0; i < shown; ++i) {
             table.row();
-            table.name(figures.emptyFolders[i], detail.longestPath);
+            table.path(figures.emptyFolders[i], detail.longestPath);
         }
     }
     appendShownOf(html, shown, figures.emptyFolderCount, "folders");

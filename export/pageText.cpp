@@ -78,10 +78,19 @@ void appendShown(std::string& html, std::string_view text, std::size_t most) {
     appendEscaped(html, lastCharacters(shown, most - std::min(most, first + 1)));
 }
 
-void appendShownName(std::string& html, std::string_view internalName, std::size_t most) {
+void appendName(std::string& html, std::string_view text, std::size_t most) {
     html.append("<bdi>");
-    appendShown(html, platform::displayPath(internalName), most);
+    appendShown(html, text, most);
     html.append("</bdi>");
+}
+
+std::string shownPath(std::string_view internalPath) {
+    std::string path = platform::displayPath(internalPath);
+    const bool isRoot = path.size() == 1 || path.ends_with(":\\");
+    if (!isRoot && path.ends_with(platform::displaySeparator)) {
+        path.pop_back();
+    }
+    return path;
 }
 
 std::string percentText(double part, double whole) {
@@ -133,16 +142,14 @@ void PageTable::row() {
     inRow_ = true;
 }
 
-void PageTable::name(std::string_view internalName, std::size_t most) {
-    html_.append("<td>");
-    appendShownName(html_, internalName, most);
-    html_.append("</td>");
+void PageTable::path(std::string_view internalPath, std::size_t most) {
+    text(shownPath(internalPath), most);
 }
 
 void PageTable::text(std::string_view text, std::size_t most) {
-    html_.append("<td><bdi>");
-    appendShown(html_, text, most);
-    html_.append("</bdi></td>");
+    html_.append("<td>");
+    appendName(html_, text, most);
+    html_.append("</td>");
 }
 
 void PageTable::number(std::string_view shown, double value) {

@@ -14,8 +14,11 @@ namespace modExport {
 // `most`.
 void appendShown(std::string& html, std::string_view text, std::size_t most);
 
-// The same for an internal path or name, as an element that the text around it does not mix with.
-void appendShownName(std::string& html, std::string_view internalName, std::size_t most);
+// The same as an element that the text around it does not mix with, whatever direction they are written in.
+void appendName(std::string& html, std::string_view text, std::size_t most);
+
+// An internal path as it is on the disk; a folder's without its last separator, unless it is a drive's root.
+[[nodiscard]] std::string shownPath(std::string_view internalPath);
 
 // "12.3%", "<0.1%"; empty if there is no such share.
 [[nodiscard]] std::string percentText(double part, double whole);
@@ -49,7 +52,7 @@ public:
     PageTable& operator=(const PageTable&) = delete;
 
     void row();
-    void name(std::string_view internalName, std::size_t most);
+    void path(std::string_view internalPath, std::size_t most);
     void text(std::string_view text, std::size_t most);
     void number(std::string_view shown, double value); // sorted by the value
     void size(double bytes);
