@@ -98,7 +98,7 @@ std::string percentText(double part, double whole) {
     if (part >= 0 && whole > 0 && part <= whole) {
         constexpr double least = 0.1;
         const double percent = part / whole * 100;
-        text += percent > 0 && percent < least ? "<" : "";
+        text += percent > 0 && percent < least ? "&lt;" : "";
         modFormat::appendFormattedNumber(text, percent > 0 ? std::max(percent, least) : 0, "#,##0.0");
         text += "%";
     }

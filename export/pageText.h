@@ -20,7 +20,7 @@ void appendName(std::string& html, std::string_view text, std::size_t most);
 // An internal path as it is on the disk; a folder's without its last separator, unless it is a drive's root.
 [[nodiscard]] std::string shownPath(std::string_view internalPath);
 
-// "12.3%", "<0.1%"; empty if there is no such share.
+// "12.3%", "&lt;0.1%"; empty if there is no such share.
 [[nodiscard]] std::string percentText(double part, double whole);
 
 // "1,234".
