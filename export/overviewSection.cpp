@@ -98,7 +98,9 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
         html.append(share.empty() ? "" : ". This folder: " + share + " of used space").append(".</p>\n");
     }
     html.append("<dl class=\"facts\">\n");
-    appendFact(html, "Scanned", figures.recorded.empty() ? "At an unknown time" : figures.recorded);
+    appendFact(html, "Scanned",
+               (figures.recorded.empty() ? "At an unknown time" : figures.recorded) +
+                   (figures.isComplete ? "" : ", but not all of it"));
     appendFact(html, "Host", section.isLoaded ? "Not known: loaded from a saved scan" : platform::hostName());
     appendFact(html, "Sizes", sizesText(section));
     appendFact(html, "Not read", unreadText(section));

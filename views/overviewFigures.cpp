@@ -80,6 +80,7 @@ private:
     [[nodiscard]] OverviewFile fileAt(const LargestFiles::Entry& entry);
     [[nodiscard]] OverviewFolder folderOf(const std::string& path, double size, std::size_t level);
     void takeOldest();
+    [[nodiscard]] bool isScannedRoot() const;
     void noteRow(std::int64_t number) {
         lastRow_ = std::max(lastRow_, number);
         if (++rows_ % 256 == 0) {
@@ -100,6 +101,7 @@ private:
     std::string parent_;                             // of the current row
     std::unordered_set<std::size_t> filled_;         // hashes of the paths of all folders that hold anything
     std::vector<std::pair<std::size_t, std::int64_t>> perhapsEmpty_; // hashes and rows
+    bool hasUnfinished_ = false;                                     // folders directly in it
     std::int64_t lastRow_ = 0;
     std::int64_t rows_ = 0;
 };
@@ -170,7 +172,12 @@ void Reader::readFolders(const std::function<bool(std::string_view)>& isUnread) 
         }
         const bool isOther = description.text() == modFolderRows::otherVolume;
         overview_.otherVolumes += isOther ? 1 : 0;
-        if (bytes == 0 && !isOther && !stamp.isNull() && !isUnread(path)) {
+        if (isOther || isUnread(path)) {
+            continue;
+        }
+        if (stamp.isNull()) {
+            hasUnfinished_ = hasUnfinished_ || parent_ == key_;
+        } else if (bytes == 0) {
             perhapsEmpty_.emplace_back(platform::NameHash()(path), row);
         }
     }
@@ -240,11 +247,18 @@ void Reader::takeOldest() {
     }
 }
 
+// A drive's root has no row that would tell. If only something below it was scanned, it holds just the folder
+// on the way there.
+bool Reader::isScannedRoot() const {
+    const bool isWalked = overview_.folder.ownFiles > 0 || overview_.folder.subfolders > 1;
+    return clsFile(key_).fullPathNoDrive().empty() && isWalked && !hasUnfinished_;
+}
+
 Overview Reader::result() {
     const modFolderRows::RecordedFolder recorded = modFolderRows::find(database_, key_);
     const double size = recorded.hasOwnRow ? recorded.size : modFolderRows::sum(database_, key_);
-    overview_.isComplete = !recorded.stamp.empty();
     overview_.folder = folderOf(key_, modLvw::soundSize(size), 0);
+    overview_.isComplete = recorded.hasOwnRow ? !recorded.stamp.empty() : isScannedRoot();
     overview_.types = types_.largestFirst();
     overview_.owners = owners_.largestFirst();
     const auto& files = largest_.largestFirst();

@@ -49,7 +49,7 @@ struct Overview {
     std::int64_t files = 0;
     std::int64_t folders = 0;
     std::int64_t otherVolumes = 0;     // roots of volumes below it, which were not read with it
-    bool isComplete = false;           // all of it was scanned; not known for a drive's root
+    bool isComplete = false;           // all of it was scanned, as far as its rows tell
     bool hasNegativeSizes = false;     // files whose size was recorded as its low 32 bits
     std::string recorded;              // when its last row was recorded, as stored
     std::vector<OverviewGroup> types;  // all, largest first

@@ -77,9 +77,10 @@ class Browser:
         while not any(each.get('method') == 'Page.loadEventFired' for each in self.events):
             self.events.append(self.message())
 
-    def value(self, expression):
-        """Of a script's expression, as JSON can carry it."""
-        result = self.call('Runtime.evaluate', expression=expression, returnByValue=True)
+    def value(self, expression, wait=False):
+        """Of a script's expression, run as if a person clicked; with `wait`, what it promises."""
+        result = self.call('Runtime.evaluate', expression=expression, returnByValue=True, awaitPromise=wait,
+                           userGesture=True)
         if 'exceptionDetails' in result:
             raise ValueError(f'{expression}: {result["exceptionDetails"]}')
         return result['result'].get('value')

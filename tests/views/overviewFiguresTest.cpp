@@ -88,6 +88,23 @@ TEST_F(OverviewFigures, agreeWithTheViews) {
     }
 }
 
+TEST_F(OverviewFigures, sayWhetherAllWasScanned) {
+    tree.write("a/file", "x");
+    tree.write("b/c/file", "x");
+    tree.write("b/d/file", "x");
+    scan("b/c");
+    const std::string root = key().substr(0, key().find('\\') + 1);
+    EXPECT_TRUE(overview(key("b/c")).isComplete);
+    EXPECT_FALSE(overview(key("b")).isComplete);
+    EXPECT_FALSE(overview(key()).isComplete);
+    EXPECT_FALSE(overview(root).isComplete);
+    scan();
+    EXPECT_TRUE(overview(key()).isComplete);
+    EXPECT_TRUE(overview(key("b")).isComplete);
+    working.database().Execute("update details set scanCompleteTime=null where fileName='b\\'");
+    EXPECT_FALSE(overview(key("b")).isComplete);
+}
+
 TEST_F(OverviewFigures, haveTheLargestAndTheOldestOfTheLargest) {
     using namespace std::chrono_literals;
     for (int i = 1; i <= 600; ++i) {
