@@ -14,16 +14,22 @@ using modFigures::Overview;
 using modFigures::OverviewFile;
 using modFigures::OverviewGroup;
 
-void appendGroups(std::string& html, const std::vector<OverviewGroup>& groups, std::string_view title,
-                  std::string_view nameless, double whole, const OverviewDetail& detail) {
-    constexpr std::size_t most = 25;
-    const std::size_t shown = std::min({groups.size(), detail.rows, most});
+struct Groups {
+    const std::vector<OverviewGroup>& first;
+    std::size_t all;
+    std::string_view one; // what they are
+    std::string_view several;
+    std::string_view nameless;
+};
+
+void appendGroups(std::string& html, const Groups& groups, double whole, const OverviewDetail& detail) {
+    const std::size_t shown = std::min(groups.first.size(), detail.rows);
     {
-        PageTable table(html, {{title}, {"Size", true}, {"Share", true}, {"Files", true}});
+        PageTable table(html, {{groups.one}, {"Size", true}, {"Share", true}, {"Files", true}});
         for (std::size_t i = 0; i < shown; ++i) {
-            const OverviewGroup& group = groups[i];
+            const OverviewGroup& group = groups.first[i];
             table.row();
-            table.text(group.name.empty() ? std::string(nameless)
+            table.text(group.name.empty() ? std::string(groups.nameless)
                                           : platform::displayName(platform::lowerCase(group.name)),
                        detail.longestName);
             table.size(group.size);
@@ -31,7 +37,7 @@ void appendGroups(std::string& html, const std::vector<OverviewGroup>& groups, s
             table.number(countText(static_cast<double>(group.files)), static_cast<double>(group.files));
         }
     }
-    appendShownOf(html, shown, groups.size(), "groups");
+    appendShownOf(html, shown, groups.all, groups.several);
 }
 
 void appendFiles(std::string& html, const std::vector<OverviewFile>& files, const OverviewDetail& detail) {
@@ -81,12 +87,14 @@ void appendTables(std::string& html, const OverviewSection& section, const Overv
     if (figures.files > 0) {
         const double whole = figures.folder.size;
         html.append("<div class=\"pair\">\n<div>\n<h3>File Types</h3>\n");
-        appendGroups(html, figures.types, "Extension", "(none)", whole, detail);
+        appendGroups(html, {figures.types, figures.typeCount, "Extension", "extensions", "(none)"}, whole,
+                     detail);
         html.append("</div>\n<div>\n<h3>Owners</h3>\n");
         if (figures.owners.size() == 1 && figures.owners.front().name.empty()) {
             html.append("<p>They were not looked up.</p>\n");
         } else {
-            appendGroups(html, figures.owners, "Owner", "(not known)", whole, detail);
+            appendGroups(html, {figures.owners, figures.ownerCount, "Owner", "owners", "(not known)"}, whole,
+                         detail);
         }
         html.append("</div>\n</div>\n<h3>Largest Files</h3>\n");
         appendFiles(html, figures.largestFiles, detail);

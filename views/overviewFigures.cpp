@@ -25,23 +25,35 @@ using modFigures::OverviewLimits;
 class Groups {
 public:
     void add(std::string_view name, double size) {
-        if (last_ == nullptr || name != last_->name) {
-            const auto found = indexes_.find(name);
-            last_ = found != indexes_.end() ? &found->second : addGroup(name);
+        if (last_ == nullptr || name != last_->first) {
+            auto found = totals_.find(name);
+            if (found == totals_.end()) {
+                found = totals_.emplace(name, Total()).first;
+            }
+            last_ = &*found;
         }
-        last_->size += size;
-        ++last_->files;
+        last_->second.size += size;
+        ++last_->second.files;
     }
 
-    [[nodiscard]] std::vector<OverviewGroup> largestFirst() {
-        std::vector<OverviewGroup> result;
-        for (auto& [name, group] : indexes_) {
-            group.size = modLvw::soundSize(group.size);
-            result.push_back(std::move(group));
+    [[nodiscard]] std::size_t count() const noexcept { return totals_.size(); }
+
+    [[nodiscard]] std::vector<OverviewGroup> largest(std::size_t most) const {
+        std::vector<const Totals::value_type*> found;
+        for (const auto& total : totals_) {
+            found.push_back(&total);
         }
-        std::sort(result.begin(), result.end(), [](const OverviewGroup& left, const OverviewGroup& right) {
-            return left.size != right.size ? left.size > right.size : left.name < right.name;
+        const auto end = found.begin() + static_cast<std::ptrdiff_t>(std::min(most, found.size()));
+        std::partial_sort(found.begin(), end, found.end(), [](const auto* left, const auto* right) {
+            const double first = left->second.size;
+            const double second = right->second.size;
+            return first != second ? first > second : left->first < right->first;
         });
+        std::vector<OverviewGroup> result;
+        for (auto each = found.begin(); each != end; ++each) {
+            const auto& [name, total] = **each;
+            result.push_back({name, modLvw::soundSize(total.size), total.files});
+        }
         return result;
     }
 
@@ -49,13 +61,14 @@ private:
     struct Hash : std::hash<std::string_view> {
         using is_transparent = void;
     };
+    struct Total {
+        double size = 0;
+        std::int64_t files = 0;
+    };
+    using Totals = std::unordered_map<std::string, Total, Hash, std::equal_to<>>;
 
-    OverviewGroup* addGroup(std::string_view name) {
-        return &indexes_.emplace(name, OverviewGroup{std::string(name)}).first->second;
-    }
-
-    std::unordered_map<std::string, OverviewGroup, Hash, std::equal_to<>> indexes_;
-    OverviewGroup* last_ = nullptr;
+    Totals totals_;
+    Totals::value_type* last_ = nullptr;
 };
 
 // What is directly in one of the upper folders.
@@ -259,8 +272,10 @@ Overview Reader::result() {
     const double size = recorded.hasOwnRow ? recorded.size : modFolderRows::sum(database_, key_);
     overview_.folder = folderOf(key_, modLvw::soundSize(size), 0);
     overview_.isComplete = recorded.hasOwnRow ? !recorded.stamp.empty() : isScannedRoot();
-    overview_.types = types_.largestFirst();
-    overview_.owners = owners_.largestFirst();
+    overview_.types = types_.largest(limits_.groups);
+    overview_.typeCount = types_.count();
+    overview_.owners = owners_.largest(limits_.groups);
+    overview_.ownerCount = owners_.count();
     const auto& files = largest_.largestFirst();
     for (std::size_t i = 0; i < std::min(files.size(), limits_.largestFiles); ++i) {
         overview_.largestFiles.push_back(fileAt(files[i]));

@@ -39,6 +39,7 @@ struct OverviewFolder {
 
 struct OverviewLimits {
     std::vector<std::size_t> largestFolders{15, 8, 5}; // at each level
+    std::size_t groups = 25;                           // of types, and of owners
     std::size_t largestFiles = 50;
     std::size_t oldestFiles = 50;
     std::size_t emptyFolders = 50;
@@ -48,12 +49,14 @@ struct Overview {
     OverviewFolder folder; // with its subfolders
     std::int64_t files = 0;
     std::int64_t folders = 0;
-    std::int64_t otherVolumes = 0;     // roots of volumes below it, which were not read with it
-    bool isComplete = false;           // all of it was scanned, as far as its rows tell
-    bool hasNegativeSizes = false;     // files whose size was recorded as its low 32 bits
-    std::string recorded;              // when its last row was recorded, as stored
-    std::vector<OverviewGroup> types;  // all, largest first
-    std::vector<OverviewGroup> owners; // likewise
+    std::int64_t otherVolumes = 0;    // roots of volumes below it, which were not read with it
+    bool isComplete = false;          // all of it was scanned, as far as its rows tell
+    bool hasNegativeSizes = false;    // files whose size was recorded as its low 32 bits
+    std::string recorded;             // when its last row was recorded, as stored
+    std::vector<OverviewGroup> types; // largest first
+    std::size_t typeCount = 0;        // all there are
+    std::vector<OverviewGroup> owners;
+    std::size_t ownerCount = 0;
     std::vector<OverviewFile> largestFiles;
     // Those that were modified longest ago, among the largest tenth of the files: at least 50, at most 1,000.
     std::vector<OverviewFile> oldestFiles;

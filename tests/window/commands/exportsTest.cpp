@@ -159,26 +159,6 @@ TEST_F(Exports, keepTheirOptionsFromOneToTheNext) {
     EXPECT_THAT(dialogs.messages, IsEmpty());
 }
 
-TEST_F(Exports, writeAnOverviewOfTheSelectedFolder) {
-    openOnTree();
-    click(key("a"));
-    save("ExportOverview", output("a.html"));
-    const std::string page = application.read("a.html");
-    EXPECT_THAT(page, HasSubstr(tree.typed("a") + "</bdi></h2>"));
-    EXPECT_THAT(page, HasSubstr("big.bin</bdi>"));
-    EXPECT_THAT(page, Not(HasSubstr("note.txt")));
-    EXPECT_EQ(dialogs.requests.back().filter, "HTML Files (*.html)|*.html|All Files (*.*)|*.*");
-    EXPECT_EQ(dialogs.opened.back(), output("a.html"));
-    EXPECT_THAT(panel(3), HasSubstr("a.html"));
-
-    save("ExportOverview", "");
-    EXPECT_THAT(dialogs.messages, IsEmpty()) << "cancelled";
-    dialogs.answer = false;
-    save("ExportOverview", output("a.html"));
-    EXPECT_THAT(dialogs.questions, ElementsAre("Overwrite existing file?"));
-    EXPECT_EQ(application.read("a.html"), page);
-}
-
 TEST_F(Exports, coverOnlyTheSelectedFolderOnDemand) {
     openOnTree();
     const std::string a = tree.typed("a");
