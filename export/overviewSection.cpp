@@ -54,9 +54,7 @@ std::string sizesText(const OverviewSection& section) {
 
 std::string unreadText(const OverviewSection& section) {
     if (section.unreadable.isAny()) {
-        return countedText(static_cast<double>(section.unreadable.folders), "folder", "folders") + " and " +
-               countedText(static_cast<double>(section.unreadable.files), "file", "files") +
-               " could not be read; they are missing in the figures";
+        return unreadableText(section.unreadable) + " The figures lack what is in there.";
     }
     return section.isLoaded ? "A saved scan does not tell what could not be read" : "Nothing: all was read";
 }
@@ -66,7 +64,9 @@ void appendGaps(std::string& html, const OverviewSection& section, const Overvie
     if (shown == 0) {
         return;
     }
-    html.append("<details><summary class=\"plain\">What could not be read</summary>\n");
+    constexpr std::size_t few = 10;
+    html.append(shown > few ? "<details>" : "<details open=\"\">");
+    html.append("<summary class=\"plain\">What could not be read</summary>\n");
     {
         PageTable table(html, {{"Path"}, {"Reason"}});
         for (std::size_t i = 0; i < shown; ++i) {
