@@ -20,6 +20,52 @@ using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
 
+// The places in a page, and the links to them.
+struct Places {
+    std::set<std::string> ids;
+    std::vector<std::string> links;
+};
+
+const std::set<std::string>& elementNames() {
+    static const std::set<std::string> names{
+        "html",  "head", "meta", "title", "style",  "body",   "header",  "h1",      "h2",
+        "h3",    "p",    "nav",  "ul",    "li",     "a",      "bdi",     "section", "dl",
+        "dt",    "dd",   "div",  "svg",   "rect",   "g",      "span",    "table",   "thead",
+        "tbody", "tr",   "th",   "td",    "footer", "script", "details", "summary"};
+    return names;
+}
+
+void noteAttributes(const std::string& list, Places& places) {
+    static const std::set<std::string> attributes{"lang",
+                                                  "charset",
+                                                  "http-equiv",
+                                                  "content",
+                                                  "name",
+                                                  "class",
+                                                  "id",
+                                                  "href",
+                                                  "scope",
+                                                  "viewBox",
+                                                  "role",
+                                                  "width",
+                                                  "preserveAspectRatio",
+                                                  "height",
+                                                  "x",
+                                                  "data-v",
+                                                  "aria-hidden",
+                                                  "aria-label",
+                                                  "open"};
+    static const std::regex attribute(" ([A-Za-z-]+)=\"([^\"]*)\"");
+    for (std::sregex_iterator each(list.begin(), list.end(), attribute), end; each != end; ++each) {
+        EXPECT_TRUE(attributes.contains((*each)[1])) << list;
+        if ((*each)[1] == "id") {
+            EXPECT_TRUE(places.ids.insert((*each)[2]).second) << list;
+        } else if ((*each)[1] == "href") {
+            places.links.push_back((*each)[2]);
+        }
+    }
+}
+
 class OverviewPage : public testing::Test, protected ScanFixture {
 public:
     OverviewPage() { modGlobal::setErrorLog(&userInterface); }
@@ -55,50 +101,16 @@ protected:
 };
 
 void OverviewPage::expectSound(const std::string& text) {
-    static const std::set<std::string> names{
-        "html",  "head", "meta", "title", "style",  "body",   "header",  "h1",      "h2",
-        "h3",    "p",    "nav",  "ul",    "li",     "a",      "bdi",     "section", "dl",
-        "dt",    "dd",   "div",  "svg",   "rect",   "g",      "span",    "table",   "thead",
-        "tbody", "tr",   "th",   "td",    "footer", "script", "details", "summary"};
-    static const std::set<std::string> attributes{"lang",
-                                                  "charset",
-                                                  "http-equiv",
-                                                  "content",
-                                                  "name",
-                                                  "class",
-                                                  "id",
-                                                  "href",
-                                                  "scope",
-                                                  "viewBox",
-                                                  "role",
-                                                  "width",
-                                                  "preserveAspectRatio",
-                                                  "height",
-                                                  "x",
-                                                  "data-v",
-                                                  "aria-hidden",
-                                                  "aria-label",
-                                                  "open"};
     static const std::regex tag("^<(/?)([a-z0-9]+)((?: [A-Za-z-]+=\"[^\"<>]*\")*)(/?)>");
-    static const std::regex attribute(" ([A-Za-z-]+)=\"([^\"]*)\"");
     std::vector<std::string> open;
-    std::set<std::string> ids;
-    std::vector<std::string> links;
+    Places places;
     ASSERT_TRUE(text.starts_with("<!DOCTYPE html>\n"));
     for (std::size_t at = text.find('<', 1); at != std::string::npos; at = text.find('<', at)) {
         std::smatch found;
         const std::string piece = text.substr(at, 1000);
         ASSERT_TRUE(std::regex_search(piece, found, tag)) << piece.substr(0, 100);
-        ASSERT_TRUE(names.contains(found[2])) << found[0];
-        const std::string list = found[3];
-        for (std::sregex_iterator each(list.begin(), list.end(), attribute), end; each != end; ++each) {
-            ASSERT_TRUE(attributes.contains((*each)[1])) << found[0];
-            if ((*each)[1] == "id") {
-                EXPECT_TRUE(ids.insert((*each)[2]).second) << found[0];
-            } else if ((*each)[1] == "href") {
-                links.push_back((*each)[2]);
-            }
-        }
+        ASSERT_TRUE(elementNames().contains(found[2])) << found[0];
+        noteAttributes(found[3], places);
         if (found[1] == "/") {
             ASSERT_FALSE(open.empty());
             ASSERT_EQ(open.back(), found[2]) << text.substr(at < 200 ? 0 : at - 200, 300);
@@ -112,8 +124,8 @@ void OverviewPage::expectSound(const std::string& text) {
         }
     }
     EXPECT_THAT(open, IsEmpty());
-    for (const std::string& link : links) {
-        EXPECT_TRUE(link.starts_with('#') && ids.contains(link.substr(1))) << link;
+    for (const std::string& link : places.links) {
+        EXPECT_TRUE(link.starts_with('#') && places.ids.contains(link.substr(1))) << link;
     }
 }
 
