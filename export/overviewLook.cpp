@@ -82,7 +82,7 @@ th[aria-sort="descending"] button::after { content: " \25BC"; }
   :root { color-scheme: light; }
   body { max-width: none; padding: 0; font-size: 9.5pt; }
   * { print-color-adjust: exact; -webkit-print-color-adjust: exact; }
-  h2, h3, h3 + .note, thead { break-after: avoid; }
+  h2, h3, h3 + .note { break-after: avoid; }
   tr, .row, .cards, .facts, .band { break-inside: avoid; }
   thead { display: table-header-group; break-inside: avoid; }
   th button::after { content: "" !important; }
