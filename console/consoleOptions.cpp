@@ -34,6 +34,9 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
     app.add_option("--excel", options.excelFile, "Write an Excel workbook")
         ->type_name("FILE")
         ->check(requireRealFile);
+    app.add_option("--overview", options.overviewFile, "Write a page to read, about each PATH (HTML)")
+        ->type_name("FILE")
+        ->check(requireName);
     app.add_option("--database", options.databaseFile, "Save the scan as an SQLite database")
         ->type_name("FILE")
         ->check(requireRealFile);

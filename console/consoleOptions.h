@@ -12,6 +12,7 @@ struct ConsoleOptions {
     std::string textFile;
     std::string xmlFile;
     std::string excelFile;
+    std::string overviewFile;
     std::string databaseFile;
     std::string loadFile;
     std::string applicationFolder;

@@ -11,6 +11,7 @@
 #include "console/figureTables.h"
 #include "export/clsExport.h"
 #include "export/databaseFile.h"
+#include "export/overviewPage.h"
 #include "export/reportFrame.h"
 #include "export/targetFile.h"
 #include "platform/answering.h"
@@ -99,6 +100,7 @@ void ConsoleRun::scanPaths() {
         }
     }
     userInterface_.watch(nullptr);
+    gaps_ = std::move(search.gaps);
 }
 
 // The internal path of an existing folder; empty, after a message, if there is no such folder.
@@ -139,6 +141,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
         return;
     }
     scanned_ = true;
+    shown_.push_back(path);
     tellWhatIsMissing(search, path, result);
     showFolder(path, modProcessFiles::finishedText(result.seconds));
     if (options_.unreadable) {
@@ -203,6 +206,7 @@ void ConsoleRun::showLoaded() {
             if (key.empty()) {
                 fail(typed, "Folder not found in " + options_.loadFile);
             } else {
+                shown_.push_back(key);
                 showFolder(key, {});
             }
         }
@@ -258,7 +262,9 @@ void ConsoleRun::writeOutputs() {
         if (!mayWrite(output)) {
             continue;
         }
-        if (output.format) {
+        if (output.isOverview) {
+            writeOverview(output.file);
+        } else if (output.format) {
             writeReport(*output.format, output.file);
         } else {
             writeDatabase(output.file);
@@ -294,6 +300,19 @@ void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& 
     const modExport::ReportContext context{working_.database(), userInterface_, settings_, exportOptions,
                                            modSavedScan::scannedFolders};
     const bool written = modExport::exportReportFile(format, context, file);
+    failed_ = failed_ || !written;
+}
+
+// Of a saved scan without a path, what was scanned.
+void ConsoleRun::writeOverview(const std::string& file) {
+    const bool written = modGlobal::trapped("spannory-scan", "writeOverview", [&] {
+        modExport::OverviewContext context{working_.database(), userInterface_, gaps_, shown_};
+        if (options_.paths.empty()) {
+            context.folders =
+                modSavedScan::scannedFolders(working_.database(), modExport::mostOverviewFolders + 1);
+        }
+        return modExport::exportOverview(context, file);
+    });
     failed_ = failed_ || !written;
 }
 

@@ -37,6 +37,7 @@ private:
     void writeOutputs();
     bool mayWrite(const Output& output);
     void writeReport(modExport::ReportFormat format, const std::string& file);
+    void writeOverview(const std::string& file);
     void writeDatabase(const std::string& file);
     void print(const std::string& text);
     void fail(std::string_view subject, std::string_view reason);
@@ -50,8 +51,10 @@ private:
     std::vector<Output> outputs_;
     bool failed_ = false;
     bool cancelled_ = false;
-    bool lost_ = false;    // the database could not store the scan
-    bool scanned_ = false; // at least one path
+    bool lost_ = false;              // the database could not store the scan
+    bool scanned_ = false;           // at least one path
+    std::vector<std::string> shown_; // the keys of the paths whose figures are known
+    FigureGaps gaps_;                // in them
     bool outputLost_ = false;
     bool outputTaken_ = false; // by a report
 };

@@ -61,16 +61,11 @@ std::string whyNot(const Output& output, const std::vector<Output>& before,
 
 std::vector<Output> outputsOf(const ConsoleOptions& options) {
     using modExport::ReportFormat;
-    std::vector<Output> result;
-    for (const auto& [file, format] : {std::pair(options.htmlFile, std::optional(ReportFormat::html)),
-                                       {options.textFile, ReportFormat::text},
-                                       {options.xmlFile, ReportFormat::xml},
-                                       {options.excelFile, ReportFormat::excel},
-                                       {options.databaseFile, std::nullopt}}) {
-        if (!file.empty()) {
-            result.push_back({file, format});
-        }
-    }
+    std::vector<Output> result{
+        {options.htmlFile, ReportFormat::html},     {options.textFile, ReportFormat::text},
+        {options.xmlFile, ReportFormat::xml},       {options.excelFile, ReportFormat::excel},
+        {options.overviewFile, std::nullopt, true}, {options.databaseFile, std::nullopt}};
+    std::erase_if(result, [](const Output& output) { return output.file.empty(); });
     return result;
 }
 

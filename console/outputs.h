@@ -12,8 +12,9 @@
 // A file that a run is to write.
 struct Output {
     std::string file;                              // as typed, or platform::standardOutput
-    std::optional<modExport::ReportFormat> format; // nothing for a saved scan
-    bool agreed = false;                           // the user lets an existing file be overwritten
+    std::optional<modExport::ReportFormat> format; // nothing for an overview page or a saved scan
+    bool isOverview = false;
+    bool agreed = false; // the user lets an existing file be overwritten
 };
 
 // The outputs in the order in which they are written.

@@ -10,6 +10,9 @@ namespace platform {
 // The variable's value, which may be empty; nothing if the variable is not set.
 [[nodiscard]] std::optional<std::string> environmentVariable(std::string_view name);
 
+// The name of this machine, without its domain if the system knows it so; empty if it has none.
+[[nodiscard]] std::string hostName();
+
 [[nodiscard]] std::string executableFolder();
 
 // The folder for the user's own data of this program ($XDG_DATA_HOME/spannory\, %LOCALAPPDATA%\Spannory\).

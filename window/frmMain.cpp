@@ -301,6 +301,7 @@ MenuTargets frmMain::menuTargets() {
     targets.exportReport = [this](modExport::ReportFormat format) {
         runExclusively([&] { reports_.exportReport(format); });
     };
+    targets.exportOverview = [this] { runExclusively([this] { reports_.exportOverview(search_.gaps); }); };
     targets.exportDatabase = [this] {
         runExclusively([this] { noteSavedScan(databases_.exportDatabase()); });
     };

@@ -41,6 +41,11 @@ std::optional<std::string> environmentVariable(std::string_view name) {
     return value == nullptr ? std::nullopt : std::optional<std::string>(value);
 }
 
+std::string hostName() {
+    std::array<char, HOST_NAME_MAX + 1> name{};
+    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+}
+
 std::string executableFolder() {
     return folderOf(executablePath());
 }

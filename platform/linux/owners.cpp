@@ -3,23 +3,18 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <array>
 #include <cerrno>
-#include <climits>
 #include <string>
 #include <unordered_map>
 #include <vector>
+
+#include "platform/environment.h"
 
 namespace platform {
 
 namespace {
 
 constexpr std::string_view unknownOwner = "unknown";
-
-std::string hostName() {
-    std::array<char, HOST_NAME_MAX + 1> name{};
-    return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
-}
 
 // The account's name, with the host name as its domain, as on a stand-alone machine.
 std::string nameOf(std::uint32_t owner) {

@@ -34,6 +34,14 @@ std::optional<std::string> environmentVariable(std::string_view name) {
     return narrow({value.data(), length});
 }
 
+std::string hostName() {
+    constexpr DWORD longestName = 256;
+    std::wstring name(longestName, L'\0');
+    DWORD length = longestName;
+    const bool known = ::GetComputerNameExW(ComputerNameDnsHostname, name.data(), &length) != 0;
+    return known ? narrow({name.data(), length}) : std::string();
+}
+
 std::string executableFolder() {
     std::wstring path(longestPath, L'\0');
     const DWORD length = ::GetModuleFileNameW(nullptr, path.data(), longestPath);

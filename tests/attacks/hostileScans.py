@@ -19,9 +19,11 @@ import zipfile
 from pathlib import Path
 from xml.etree import ElementTree
 
-REPORTS = ["html", "text", "xml", "excel"]
+REPORTS = ["html", "text", "xml", "excel", "overview"]
 ELEMENTS = {"html", "head", "title", "meta", "style", "body", "table", "thead", "tbody", "tr", "td", "th", "br", "font",
             "b", "strong", "caption", "h1", "h2", "h3", "p", "hr", "center", "col", "colgroup"}
+OVERVIEW = {"script", "header", "footer", "nav", "section", "ul", "li", "a", "bdi", "dl", "dt", "dd", "div", "span", "svg",
+            "rect", "g", "details", "summary"}
 LONGEST = 60  # seconds, after which a run is killed
 
 
@@ -46,6 +48,12 @@ def oddInHtml(data):
     return page.odd
 
 
+def oddInOverview(data):
+    scripts = re.findall(b"<script.*?</script>", data, re.DOTALL)
+    odd = {"large"} if len(data) > 1 << 20 else set()
+    return odd | (oddInHtml(data) - OVERVIEW) | ({f"{len(scripts)} scripts"} if len(scripts) != 1 else set())
+
+
 def oddInText(data):
     records = list(csv.reader(io.StringIO(data.decode("utf-8", "replace"), newline=""), strict=True))
     lengths = {len(record) for record in records if record}
@@ -66,8 +74,8 @@ def oddInWorkbook(data):
     return odd | {"a formula" for part in parts.values() if re.search(rb"<f[ >]", part)}
 
 
-READERS = {"html": oddInHtml, "text": oddInText, "xml": oddInXml, "excel": oddInWorkbook}
-ENDINGS = {"html": "html", "text": "csv", "xml": "xml", "excel": "xlsx"}
+READERS = {"html": oddInHtml, "text": oddInText, "xml": oddInXml, "excel": oddInWorkbook, "overview": oddInOverview}
+ENDINGS = {"html": "html", "text": "csv", "xml": "xml", "excel": "xlsx", "overview": "overview.html"}
 
 
 def officeFormulas(files, folder):

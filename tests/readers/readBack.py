@@ -13,6 +13,8 @@ import tempfile
 import zipfile
 from xml.etree import ElementTree
 
+import browser
+
 NAMES = [b'Who?', b'a"b', b'"', b'"",', b',"x', b'a,b', b'<x>', b'<b>bold', b'<td>', b'a\\b', b'a&amp;b',
          b'&lt;', b'R&D', b'a*b|c', b'\\101', b'_x0041_', b' blank ', b'caf\xe9', b'caf\xc3\xa9', b'\xff\xfe',
          b'\xef\x80\x81', b'\xef\x80\xbf', b'\xee\xbe\x80', b'\xef\xbf\xbe', b'\xef\xb7\x90', b'\xc2\x85', b']]>',
@@ -146,6 +148,50 @@ def try_reports(program, folder, exact):
         check(tidy.returncode == 0, f'tidy: {tidy.stderr.decode()[:2000]}')
 
 
+SORTED = """(function (table, column) {
+  document.querySelectorAll('table')[table].tHead.rows[0].cells[column].querySelector('button').click();
+  return Array.from(document.querySelectorAll('table')[table].tBodies[0].rows).map(
+    function (row) { return row.cells[column].dataset.v || row.cells[column].textContent; });
+})"""
+
+
+def try_overview(program, folder):
+    """The page in a browser: it asks for nothing, complains of nothing, shows names as texts, and sorts."""
+    page = os.path.join(folder, b'overview.html')
+    tree = os.path.join(folder, b'tree')
+    subprocess.run([program, '--quiet', '--force', '--owners', '--app-folder', os.path.join(folder, b'app'),
+                    '--overview', page, tree], check=True)
+    check(os.path.getsize(page) <= 1 << 20, 'an overview is small')
+    if not browser.program():
+        print('skipped: no browser')
+        return
+    with tempfile.TemporaryDirectory(prefix='spannory-browser-', ignore_cleanup_errors=True) as profile:
+        with browser.Browser(profile) as window:
+            window.open(os.fsdecode(page))
+            tables = window.value('document.querySelectorAll("table").length')
+            check(tables == 5, f'{tables} tables')
+            for table, column in ((0, 1), (0, 3), (2, 1), (3, 2)):
+                rows = [[float(v) for v in window.value(f'{SORTED}({table}, {column})')] for _ in range(2)]
+                check(rows[0] == sorted(rows[0], reverse=True) and rows[1] == sorted(rows[1]) and rows[0],
+                      f'table {table} is sorted by {column}')
+            names = [window.value(f'{SORTED}(2, 0)') for _ in range(2)]
+            check(names[0] == names[1][::-1] and len(set(names[0])) == 50, 'names are sorted both ways')
+            window.value('location.hash = document.querySelector(".band a").getAttribute("href")')
+            opened = window.value('new Promise(done => setTimeout(() => done('
+                                  'document.querySelector("details").open), 200))', wait=True)
+            check(opened, 'a link opens the folder')
+            odd = window.value('document.querySelectorAll("[style], [onclick], img, b, td td, iframe").length')
+            check(odd == 0, f'{odd} elements made of names')
+            window.call('Emulation.setDeviceMetricsOverride', width=400, height=800, deviceScaleFactor=1, mobile=False)
+            wide = window.value('document.documentElement.scrollWidth')
+            check(wide <= 400, f'the page is {wide} wide in a narrow window')
+            check(window.complaints() == [], f'the browser complains: {window.complaints()[:3]}')
+            check(len(window.requests()) == 1, f'requests: {window.requests()}')
+            window.value('document.body.appendChild(document.createElement("style")).textContent = "b{}"')
+            window.value('document.body.appendChild(new Image()).src = "file:///etc/hostname"')
+            check(window.complaints() != [], 'the policy is in force')
+
+
 failures = []
 with tempfile.TemporaryDirectory(prefix='spannory-readers-') as scratch:
     scratch = os.fsencode(scratch)
@@ -153,4 +199,5 @@ with tempfile.TemporaryDirectory(prefix='spannory-readers-') as scratch:
     paths = make_tree(os.path.join(scratch, b'tree'))
     for exact in (False, True):
         try_reports(sys.argv[1], scratch, exact)
+    try_overview(sys.argv[1], scratch)
 sys.exit(1 if failures else 0)

@@ -4,6 +4,7 @@
 #include "export/clsExport.h"
 #include "export/databaseFile.h"
 #include "export/listWorkbook.h"
+#include "export/overviewPage.h"
 #include "export/reportFormats.h"
 #include "export/reportFrame.h"
 #include "platform/files.h"
@@ -47,6 +48,10 @@ std::vector<EveryWriter::Writer> EveryWriter::writers() {
             {"text", report(ReportFormat::text)},
             {"XML", report(ReportFormat::xml)},
             {"Excel", report(ReportFormat::excel)},
+            {"overview",
+             [this](const std::string& file) {
+                 modExport::exportOverview({working.database(), userInterface, search.gaps, {key()}}, file);
+             }},
             {"list",
              [this](const std::string& file) {
                  modGlobal::printToExcel(OneCell(), "Details", userInterface, file);

@@ -17,12 +17,13 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 23> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 24> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
     {"EXPORTXML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::xml); }},
     {"EXPORTEXCEL", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::excel); }},
+    {"EXPORTOVERVIEW", [](MenuCommands& self, int) { self.targets_.exportOverview(); }},
     {"EXPORTCHARTENTIRE", [](MenuCommands& self, int) { self.targets_.exportChart(true); }},
     {"EXPORTCHARTVISIBLE", [](MenuCommands& self, int) { self.targets_.exportChart(false); }},
     {"LOADMDB", [](MenuCommands& self, int) { self.targets_.loadDatabase(); }},

@@ -13,6 +13,7 @@ class PopMenu;
 // The functions that carry out the main menu's commands. An empty one throws when its command is used.
 struct MenuTargets {
     std::function<void(modExport::ReportFormat)> exportReport;
+    std::function<void()> exportOverview;
     std::function<void()> exportDatabase;
     std::function<void(bool entire)> exportChart; // true: entire chart; false: visible portion only
     std::function<void()> loadDatabase;
@@ -46,7 +47,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 23> commands;
+    static const std::array<Command, 24> commands;
 
     void showOwners(int index);
     void barChart(int index);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "db/folderRows.h"
+#include "export/overviewPage.h"
 #include "export/reportFrame.h"
 #include "scan/savedScan.h"
 
@@ -20,6 +21,20 @@ void ReportCommands::exportReport(ReportFormat format) {
     const modExport::ReportContext context{dependencies_.database.database(), dependencies_.userInterface,
                                            dependencies_.settings, options_, modSavedScan::scannedFolders};
     modExport::exportReportFile(format, context, file); // it reports its outcome itself
+}
+
+void ReportCommands::exportOverview(const FigureGaps& gaps) {
+    const std::string folder = selectedFolder();
+    if (folder.empty()) {
+        dependencies_.userInterface.message("Select a scanned folder first.");
+        return;
+    }
+    const std::string file = choice_.toWrite(modExport::saveDialogFilter(ReportFormat::html),
+                                             modExport::fileExtension(ReportFormat::html));
+    if (!file.empty()) {
+        modExport::exportOverview(
+            {dependencies_.database.database(), dependencies_.userInterface, gaps, {folder}}, file);
+    }
 }
 
 // A format without options does not reset an earlier Cancel. Odd on purpose: unless reports are exact, XML

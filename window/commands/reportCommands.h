@@ -9,6 +9,7 @@
 #include "db/workingDatabase.h"
 #include "export/clsExport.h"
 #include "export/reportFormats.h"
+#include "scan/figureGaps.h"
 #include "window/commands/fileChoice.h"
 #include "window/dialogs/clsDialogs.h"
 
@@ -33,6 +34,9 @@ public:
     // Exports the whole database or, if the options say so, the selected folder. Ends silently if the user
     // cancels. The writers log their errors; others are thrown.
     void exportReport(modExport::ReportFormat format);
+
+    // Writes a page about the selected folder; `gaps` are those of its figures. Errors likewise.
+    void exportOverview(const FigureGaps& gaps);
 
 private:
     void askForOptions(modExport::ReportFormat format);

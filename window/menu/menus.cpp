@@ -29,7 +29,7 @@ struct MenuItem {
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key. The chart's two items must stay
 // next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 46> mainMenu{{
+constexpr std::array<MenuItem, 47> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -37,6 +37,7 @@ constexpr std::array<MenuItem, 46> mainMenu{{
     {2, "ExportText", "&Text File...", 6},
     {2, "ExportExcel", "&Excel File...", 7},
     {2, "ExportMDB", "&Access Database...", 12},
+    {2, "ExportOverview", "&Overview Page...", 5},
     {1, "ExportChart", "&Export Chart", 11},
     {2, "ExportChartEntire", "&Entire Chart...", 11},
     {2, "ExportChartVisible", "&Visible Portion Only...", 11},

@@ -59,6 +59,7 @@ protected:
                     [this](modExport::ReportFormat format) {
                         calls.emplace_back(modExport::fileExtension(format));
                     },
+                .exportOverview = noting("overview"),
                 .exportDatabase = noting("database"),
                 .exportChart = [this](bool entire) { calls.emplace_back(entire ? "entire" : "visible"); },
                 .loadDatabase = noting("load"),
@@ -140,6 +141,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ExportText", {".csv"}},
         {"ExportXML", {".xml"}},
         {"ExportExcel", {".xlsx"}},
+        {"ExportOverview", {"overview"}},
         {"ExportChartEntire", {"entire"}},
         {"LoadMDB", {"load"}},
         {"ExportChartVisible", {"visible"}},
@@ -170,7 +172,7 @@ TEST_F(Menus, itemsWithoutACommandSayTheirNumberTwice) {
     commands->cP_Click(2);
     commands->cP_Click(indexOf("Spacer0"));
     EXPECT_THAT(people.messages, ElementsAre("Unassigned item click [cp_Click(2)] Export", "2 Clicked.",
-                                             "Unassigned item click [cp_Click(11)] Spacer0", "11 Clicked."));
+                                             "Unassigned item click [cp_Click(12)] Spacer0", "12 Clicked."));
 }
 
 // Two items of File have a fixed caption without one, and its exports share one.
