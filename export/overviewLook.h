@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <string_view>
 
 // How an overview page looks, and the little that its script does: it sorts tables, and opens what a link
@@ -11,6 +10,6 @@ extern const std::string_view overviewStyle;
 extern const std::string_view overviewScript;
 
 // The page's content security policy, which allows these two and nothing else.
-[[nodiscard]] std::string overviewPolicy();
+extern const std::string_view overviewPolicy;
 
 } // namespace modExport

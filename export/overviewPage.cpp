@@ -81,7 +81,7 @@ std::string sectionText(const OverviewSection& section, std::size_t room) {
 
 std::string headText(const std::string& title) {
     std::string html = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n";
-    html.append("<meta http-equiv=\"Content-Security-Policy\" content=\"").append(overviewPolicy());
+    html.append("<meta http-equiv=\"Content-Security-Policy\" content=\"").append(overviewPolicy);
     html.append("\">\n<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
                 "<meta name=\"color-scheme\" content=\"light dark\">\n<title>");
     html.append(title)

@@ -1,3 +1,4 @@
+#include <QCryptographicHash>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -47,6 +48,26 @@ TEST_F(Overview, needsAScannedFolder) {
     save(application.typed("none.html"));
     EXPECT_THAT(dialogs.messages, ElementsAre("Select a scanned folder first."));
     EXPECT_THAT(dialogs.requests, IsEmpty());
+}
+
+TEST_F(Overview, allowsItsOwnStyleAndScriptOnly) {
+    openOnTree();
+    save(application.typed("a.html"));
+    const std::string page = application.read("a.html");
+    const auto between = [&](const std::string& before, const std::string& after) {
+        const std::size_t start = page.find(before) + before.size();
+        return page.substr(start, page.find(after, start) - start);
+    };
+    const auto digest = [](const std::string& of) {
+        return "'sha256-" +
+               QCryptographicHash::hash(QByteArray::fromStdString(of), QCryptographicHash::Sha256)
+                   .toBase64()
+                   .toStdString() +
+               "'";
+    };
+    EXPECT_EQ(between("Content-Security-Policy\" content=\"", "\""),
+              "default-src 'none'; script-src " + digest(between("<script>", "</script>")) + "; style-src " +
+                  digest(between("<style>", "</style>")) + "; base-uri 'none'; form-action 'none'");
 }
 
 } // namespace
