@@ -36,13 +36,6 @@ bool hasRows(Database& database, const std::string& condition) {
     return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
 }
 
-// True if no row lies outside the folder, whose own row is not looked at.
-bool holdsAll(Database& database, std::string_view folder) {
-    return !hasRows(database, "parentFolder<" + quoted(folder)) &&
-           !hasRows(database, "parentFolder>=" + quoted(behind(folder))) &&
-           !hasRows(database, "parentFolder is null");
-}
-
 std::int64_t countOf(Database& database, const std::string& condition) {
     const auto rows = database.OpenRecordset("select count(*) as total from details" + condition);
     return static_cast<std::int64_t>(rows->Fields(0).number());
@@ -75,6 +68,17 @@ std::string modFolderRows::fileIn(std::string_view folder, std::string_view name
 
 std::string modFolderRows::anywhereIn(std::string_view folder) {
     return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
+}
+
+// The signs keep the engine from the index.
+std::string modFolderRows::anywhereInOfTable(std::string_view folder) {
+    return "+parentFolder>=" + quoted(folder) + " and +parentFolder<" + quoted(behind(folder));
+}
+
+bool modFolderRows::holdsAll(Database& database, std::string_view folder) {
+    return !hasRows(database, "parentFolder<" + quoted(folder)) &&
+           !hasRows(database, "parentFolder>=" + quoted(behind(folder))) &&
+           !hasRows(database, "parentFolder is null");
 }
 
 std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view folder) {
