@@ -59,14 +59,14 @@ std::string noneIn(const std::string& column) {
 
 std::string textCondition(const std::string& column, std::string_view typed, modFind::Form form) {
     if (typed == modFind::none) {
-        return " and " + noneIn(column);
+        return noneIn(column);
     }
     if (modFind::isPattern(typed)) {
-        return " and " + column + " Like " + modGlobal::quoted(modFind::likePattern(typed, form));
+        return column + " Like " + modGlobal::quoted(modFind::likePattern(typed, form));
     }
     const std::string stored =
         form == modFind::Form::name ? platform::internalName(typed) : std::string(typed);
-    return " and " + column + "=" + modGlobal::quoted(stored);
+    return column + "=" + modGlobal::quoted(stored);
 }
 
 } // namespace
@@ -134,16 +134,16 @@ std::string modFind::likePattern(std::string_view typed, Form form) {
 
 std::string modFind::textConditions(const Conditions& conditions) {
     std::string result;
-    std::string_view extension = platform::trimmed(conditions.extension);
+    std::string_view extension = conditions.extension;
     extension.remove_prefix(extension.starts_with('.') ? 1 : 0);
     if (!extension.empty()) {
-        result += textCondition("extension",
-                                conditions.tellsCaseOfExtensions ? std::string(extension)
-                                                                 : platform::lowerCase(extension),
-                                Form::name);
+        const std::string as = textCondition("extension", extension, Form::name);
+        const std::string lower = textCondition("extension", platform::lowerCase(extension), Form::name);
+        result += conditions.tellsCaseOfExtensions || as == lower ? " and " + as
+                                                                  : " and (" + as + " or " + lower + ")";
     }
-    if (const std::string_view owner = platform::trimmed(conditions.owner); !owner.empty()) {
-        result += textCondition("owner", owner, Form::plain);
+    if (!conditions.owner.empty()) {
+        result += " and " + textCondition("owner", conditions.owner, Form::plain);
     }
     return result;
 }

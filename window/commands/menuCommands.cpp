@@ -17,7 +17,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 23> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 24> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -39,6 +39,7 @@ const std::array<MenuCommands::Command, 23> MenuCommands::commands{{
     {"GOBACK", [](MenuCommands& self, int) { self.targets_.goBack(); }},
     {"GOFORWARD", [](MenuCommands& self, int) { self.targets_.goForward(); }},
     {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
+    {"FILTERLIST", [](MenuCommands& self, int) { self.targets_.filterList(); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

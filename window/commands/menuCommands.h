@@ -29,6 +29,7 @@ struct MenuTargets {
     std::function<void()> goBack;
     std::function<void()> goForward;
     std::function<void()> treeSizes;
+    std::function<void()> filterList;
     std::function<bool(std::string_view key)>
         runOnItem; // false if the key is of no command for files and folders
     std::function<void()> showAbout;
@@ -46,7 +47,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 23> commands;
+    static const std::array<Command, 24> commands;
 
     void showOwners(int index);
     void barChart(int index);
