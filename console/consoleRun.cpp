@@ -9,9 +9,9 @@
 #include "base/modGlobal.h"
 #include "base/terminalText.h"
 #include "console/figureTables.h"
+#include "console/foundTable.h"
 #include "export/clsExport.h"
 #include "export/databaseFile.h"
-#include "export/foundTable.h"
 #include "export/listFile.h"
 #include "export/reportFrame.h"
 #include "export/targetFile.h"
@@ -306,7 +306,7 @@ void ConsoleRun::writeFound(modExport::ReportFormat format, const std::string& f
     modGlobal::trapped("spannory-scan", "writeFound", [&] {
         modFind::FindQuery query(*options_.find, {}, {}, modFind::FindQuery::all);
         query.run(working_.database());
-        const modExport::FoundTable table(query.items(), format != modExport::ReportFormat::excel);
+        const FoundTable table(query.items(), format != modExport::ReportFormat::excel);
         modExport::exportListFile(
             format, table,
             "Find - " + modFind::foundText(query.conditions().kind, query.count(), query.size()),

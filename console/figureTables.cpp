@@ -6,7 +6,7 @@
 
 #include "base/formatSize.h"
 #include "base/terminalText.h"
-#include "export/foundTable.h"
+#include "console/foundTable.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
@@ -116,7 +116,7 @@ std::string foundTable(const modFind::FindQuery& found) {
     constexpr std::size_t sizeColumn = 2;
     std::vector<std::array<std::string, 6>> rows{{"Name", "Folder", "Size", "Owner", "Modified", "Accessed"}};
     for (const modFind::Item& item : found.items()) {
-        auto cells = modExport::foundCells(item);
+        auto cells = foundCells(item);
         for (std::string& cell : cells) {
             cell = forTerminal(cell);
         }

@@ -1,10 +1,8 @@
-#include "export/foundTable.h"
+#include "console/foundTable.h"
 
 #include "base/formatSize.h"
 #include "base/numberFormat.h"
 #include "platform/paths.h"
-
-namespace modExport {
 
 namespace {
 
@@ -51,5 +49,3 @@ std::array<std::string, 6> foundCells(const modFind::Item& item) {
     return {cellOf(item, "Name"),  cellOf(item, "Folder"),   cellOf(item, sizeHeader),
             cellOf(item, "Owner"), cellOf(item, "Modified"), cellOf(item, "Accessed")};
 }
-
-} // namespace modExport

@@ -8,11 +8,9 @@
 #include "export/listTable.h"
 #include "views/findQuery.h"
 
-namespace modExport {
-
 // What was found, for a file: as the window's list, and with the bytes of each item in a column of their own
 // unless the size is a number anyway, as in a workbook.
-class FoundTable final : public ListTable {
+class FoundTable final : public modExport::ListTable {
 public:
     // The items must outlive this.
     FoundTable(std::span<const modFind::Item> items, bool withBytes);
@@ -31,5 +29,3 @@ private:
 // The cells of an item in the list's order: Name, Folder, Size, Owner, Modified, Accessed; with names as on
 // the disk.
 [[nodiscard]] std::array<std::string, 6> foundCells(const modFind::Item& item);
-
-} // namespace modExport
