@@ -63,7 +63,7 @@ struct TypedConditions {
     std::string owner;
 };
 
-std::vector<CLI::Option*> addFind(CLI::App& app, TypedConditions& typed) {
+std::vector<CLI::Option*> addFind(CLI::App& app, TypedConditions& typed, CLI::Option* noOwners) {
     return {
         app.add_option("--find", typed.name,
                        "Print the files with this in their name, or whose name fits a pattern with * and ?, "
@@ -84,7 +84,8 @@ std::vector<CLI::Option*> addFind(CLI::App& app, TypedConditions& typed) {
         app.add_option("--extension", typed.extension, "Print files with this extension, or a pattern of it")
             ->option_text("EXT"),
         app.add_option("--owner", typed.owner, "Print files of this owner, or a pattern of it")
-            ->option_text("NAME")};
+            ->option_text("NAME")
+            ->excludes(noOwners)};
 }
 
 modFind::Conditions conditionsOf(const TypedConditions& typed) {
@@ -98,6 +99,17 @@ modFind::Conditions conditionsOf(const TypedConditions& typed) {
     conditions.older = modFind::parseMoment(typed.older, now);
     conditions.newer = modFind::parseMoment(typed.newer, now);
     return conditions;
+}
+
+// Whoever looks for an owner wants owners looked up.
+void takeConditions(const std::vector<CLI::Option*>& given, const TypedConditions& typed,
+                    ConsoleOptions& options) {
+    if (std::any_of(given.begin(), given.end(), [](const auto* each) { return each->count() > 0; })) {
+        options.find = conditionsOf(typed);
+    }
+    if (!typed.owner.empty()) {
+        options.owners = true;
+    }
 }
 
 } // namespace
@@ -141,8 +153,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
         ->option_text("N=" + std::to_string(options.top))
         ->check(CLI::Range(std::int64_t{0}, mostRows));
     TypedConditions typed;
-    const std::vector<CLI::Option*> conditions = addFind(app, typed);
-    conditions.back()->excludes(noOwners);
+    const std::vector<CLI::Option*> conditions = addFind(app, typed, noOwners);
     app.add_flag("--force", options.force, "Overwrite files and write large Excel reports without asking");
     app.add_flag("--quiet", options.quiet, "Print nothing but errors");
 
@@ -154,13 +165,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
         if (withOwners || withoutOwners) {
             options.owners = withOwners;
         }
-        if (std::any_of(conditions.begin(), conditions.end(),
-                        [](const auto* each) { return each->count() > 0; })) {
-            options.find = conditionsOf(typed);
-        }
-        if (!typed.owner.empty()) {
-            options.owners = true;
-        }
+        takeConditions(conditions, typed, options);
     } catch (const CLI::ParseError& error) {
         std::ostringstream answer;
         parsed.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;

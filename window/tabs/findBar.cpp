@@ -72,7 +72,7 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent) {
         });
     }
     connect(&cmdClear_, &QPushButton::clicked, this, [this] { setPreset(Preset::largest); });
-    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+    QSizePolicy policy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     policy.setHeightForWidth(true);
     setSizePolicy(policy);
 }

@@ -1,5 +1,6 @@
 #include "window/tabs/findPage.h"
 
+#include <QApplication>
 #include <QScrollBar>
 #include <algorithm>
 #include <set>
@@ -63,7 +64,14 @@ void FindPage::layOut() {
     lblFound_.setContentsMargins(margin, 0, margin, margin);
     layout_.setContentsMargins(0, 0, 0, 0);
     layout_.setSpacing(0);
-    layout_.addWidget(&bar_);
+    barRoom_.setWidget(&bar_);
+    barRoom_.setWidgetResizable(true);
+    barRoom_.setFrameShape(QFrame::NoFrame);
+    barRoom_.setFocusPolicy(Qt::NoFocus);
+    barRoom_.viewport()->setAutoFillBackground(false);
+    bar_.setAutoFillBackground(false);
+    bar_.installEventFilter(this);
+    layout_.addWidget(&barRoom_);
     layout_.addWidget(&lblFound_);
     layout_.addWidget(&lvwFound_, 1);
     modQt::setHelpTopic(*this, "find.html");
@@ -76,7 +84,31 @@ void FindPage::layOut() {
     tmrFind_.setSingleShot(true);
 }
 
+// In a small window, the conditions leave half of the room to the list, and are scrolled.
+void FindPage::fitBar() {
+    barRoom_.setFixedHeight(std::min(bar_.heightForWidth(width()), height() / 2));
+}
+
+void FindPage::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    fitBar();
+}
+
+// The controls know their sizes when they have got their style, and may get another.
+bool FindPage::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() == QEvent::LayoutRequest) {
+        fitBar();
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
 void FindPage::wire() {
+    // Also where an access key has taken the focus.
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget* /*before*/, QWidget* now) {
+        if (now != nullptr && bar_.isAncestorOf(now)) {
+            barRoom_.ensureWidgetVisible(now, 0, bar_.fontMetrics().height() / 2);
+        }
+    });
     connect(&bar_, &FindBar::edited, &tmrTyped_, qOverload<>(&QTimer::start));
     connect(&bar_, &FindBar::changed, this, &FindPage::refresh);
     connect(&bar_, &FindBar::presetChosen, this, [this](FindBar::Preset preset) {

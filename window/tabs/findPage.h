@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QScrollArea>
 #include <QSettings>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -56,8 +57,13 @@ public:
     void restore(const QSettings& state);
     void save(QSettings& state) const;
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
 private:
     void layOut();
+    void fitBar();
     void wire();
     void start();
     void stop();
@@ -70,6 +76,7 @@ private:
 
     Dependencies dependencies_;
     QVBoxLayout layout_{this};
+    QScrollArea barRoom_;
     FindBar bar_;
     QLabel lblFound_;
     ListView lvwFound_;
