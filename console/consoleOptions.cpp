@@ -1,10 +1,12 @@
 #include "console/consoleOptions.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <sstream>
 
 #include "base/clsSettings.h"
 #include "base/terminalText.h"
+#include "platform/clock.h"
 #include "platform/files.h"
 #include "platform/terminal.h"
 
@@ -42,6 +44,77 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
         ->check(requireRealFile);
 }
 
+std::string requireSize(const std::string& text) {
+    return modFind::parseSize(text) ? ""
+                                    : "'" + text + "' is not a size; say it as 500, 10M or 1.5G, for example";
+}
+
+std::string requireDays(const std::string& text) {
+    const bool isNumber = text.find_first_not_of("0123456789.") == std::string::npos;
+    return isNumber && modFind::parseMoment(text, platform::now()) ? ""
+                                                                   : "'" + text + "' is not a number of days";
+}
+
+// What was typed to find something; each is empty unless its option was given.
+struct TypedConditions {
+    std::string name;
+    std::string larger;
+    std::string smaller;
+    std::string older;
+    std::string newer;
+    std::string extension;
+    std::string owner;
+};
+
+std::vector<CLI::Option*> addFind(CLI::App& app, TypedConditions& typed, CLI::Option* noOwners) {
+    return {
+        app.add_option("--find", typed.name,
+                       "Print the files with this in their name, or whose name fits a pattern with * and ?, "
+                       "largest first")
+            ->option_text("PATTERN"),
+        app.add_option("--larger", typed.larger, "Print files larger than this (500, 10M, 1.5G)")
+            ->option_text("SIZE")
+            ->check(requireSize),
+        app.add_option("--smaller", typed.smaller, "Print files smaller than this")
+            ->option_text("SIZE")
+            ->check(requireSize),
+        app.add_option("--older", typed.older, "Print files modified longer ago than this")
+            ->option_text("DAYS")
+            ->check(requireDays),
+        app.add_option("--newer", typed.newer, "Print files modified since then")
+            ->option_text("DAYS")
+            ->check(requireDays),
+        app.add_option("--extension", typed.extension, "Print files with this extension, or a pattern of it")
+            ->option_text("EXT"),
+        app.add_option("--owner", typed.owner, "Print files of this owner, or a pattern of it")
+            ->option_text("NAME")
+            ->excludes(noOwners)};
+}
+
+modFind::Conditions conditionsOf(const TypedConditions& typed) {
+    const platform::Seconds now = platform::now();
+    modFind::Conditions conditions;
+    conditions.name = typed.name;
+    conditions.extension = typed.extension;
+    conditions.owner = typed.owner;
+    conditions.larger = modFind::parseSize(typed.larger);
+    conditions.smaller = modFind::parseSize(typed.smaller);
+    conditions.older = modFind::parseMoment(typed.older, now);
+    conditions.newer = modFind::parseMoment(typed.newer, now);
+    return conditions;
+}
+
+// Whoever looks for an owner wants owners looked up.
+void takeConditions(const std::vector<CLI::Option*>& given, const TypedConditions& typed,
+                    ConsoleOptions& options) {
+    if (std::any_of(given.begin(), given.end(), [](const auto* each) { return each->count() > 0; })) {
+        options.find = conditionsOf(typed);
+    }
+    if (!typed.owner.empty()) {
+        options.owners = true;
+    }
+}
+
 } // namespace
 
 ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments) {
@@ -64,7 +137,8 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     bool withOwners = false;
     bool withoutOwners = false;
     CLI::Option* owners = app.add_flag("--owners", withOwners, "Look up owners, whatever the settings say");
-    app.add_flag("--no-owners", withoutOwners, "Do not look up owners")->excludes(owners);
+    CLI::Option* noOwners =
+        app.add_flag("--no-owners", withoutOwners, "Do not look up owners")->excludes(owners);
     app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
     app.add_flag("--exact", options.exact,
                  "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
@@ -81,6 +155,8 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_option("--top", options.top, "Rows per printed table, 0 for all")
         ->option_text("N=" + std::to_string(options.top))
         ->check(CLI::Range(std::int64_t{0}, mostRows));
+    TypedConditions typed;
+    const std::vector<CLI::Option*> conditions = addFind(app, typed, noOwners);
     app.add_flag("--force", options.force, "Overwrite files and write large Excel reports without asking");
     app.add_flag("--quiet", options.quiet, "Print nothing but errors");
 
@@ -92,6 +168,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
         if (withOwners || withoutOwners) {
             options.owners = withOwners;
         }
+        takeConditions(conditions, typed, options);
     } catch (const CLI::ParseError& error) {
         std::ostringstream answer;
         parsed.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;

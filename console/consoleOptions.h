@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "views/findConditions.h"
+
 // The content of the command line.
 struct ConsoleOptions {
     std::vector<std::string> paths; // as typed
@@ -24,7 +26,8 @@ struct ConsoleOptions {
     bool unreadable = false;
     bool force = false;
     bool quiet = false;
-    std::int64_t top = 20; // rows per printed table, 0 for all
+    std::int64_t top = 20;                   // rows per printed table, 0 for all
+    std::optional<modFind::Conditions> find; // what alone is printed and written, as a table
 };
 
 // Parses the command line. Help, version and errors are printed at once; the result then has the exit status:

@@ -9,8 +9,10 @@
 #include "base/modGlobal.h"
 #include "base/terminalText.h"
 #include "console/figureTables.h"
+#include "console/foundTable.h"
 #include "export/clsExport.h"
 #include "export/databaseFile.h"
+#include "export/listFile.h"
 #include "export/overviewPage.h"
 #include "export/reportFrame.h"
 #include "export/targetFile.h"
@@ -76,6 +78,9 @@ bool ConsoleRun::start() {
         }
         if (options_.exact) {
             settings_.setExact(true);
+        }
+        if (options_.find) {
+            options_.find->tellsCaseOfExtensions = settings_.caseSensitiveExt();
         }
         const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
         working_ =
@@ -220,15 +225,7 @@ void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
         return;
     }
     const bool shown = modGlobal::trapped("spannory-scan", "showFolder", [&] {
-        Database& database = working_.database();
-        const auto top = static_cast<std::size_t>(options_.top);
-        const std::size_t width = platform::terminalWidth(platform::Stream::output);
-        std::string text = forTerminal(platform::displayPath(key)) + "\n\n";
-        text += barChart(modFigures::chartEntries(database, key), top, width) + "\n";
-        text += groupTable("Extension", modFigures::fileTypes(database, key), top) + "\n";
-        text += groupTable("Owner", modFigures::owners(database, key), top) + "\n";
-        text += modFigures::summaryText(modFigures::summary(database, key)) + "\n\n";
-        text += modFigures::itemsText(database) + "\n";
+        std::string text = forTerminal(platform::displayPath(key)) + "\n\n" + figuresOf(key);
         if (!finished.empty()) {
             text.append(finished).append("\n");
         }
@@ -236,6 +233,22 @@ void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
         return true;
     });
     failed_ = failed_ || !shown;
+}
+
+std::string ConsoleRun::figuresOf(std::string_view key) const {
+    Database& database = working_.database();
+    const auto top = static_cast<std::size_t>(options_.top);
+    if (options_.find) {
+        modFind::FindQuery query(*options_.find, {}, key, top == 0 ? modFind::FindQuery::all : top);
+        query.run(database);
+        return foundTable(query);
+    }
+    const std::size_t width = platform::terminalWidth(platform::Stream::output);
+    std::string text = barChart(modFigures::chartEntries(database, key), top, width) + "\n";
+    text += groupTable("Extension", modFigures::fileTypes(database, key), top) + "\n";
+    text += groupTable("Owner", modFigures::owners(database, key), top) + "\n";
+    text += modFigures::summaryText(modFigures::summary(database, key)) + "\n\n";
+    return text + modFigures::itemsText(database) + "\n";
 }
 
 // Before the scan, so that nobody waits for one that cannot be written.
@@ -294,6 +307,10 @@ bool ConsoleRun::mayWrite(const Output& output) {
 }
 
 void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& file) {
+    if (options_.find && format != modExport::ReportFormat::xml) {
+        writeFound(format, file);
+        return;
+    }
     clsExport exportOptions;
     exportOptions.detail =
         options_.summary || modExport::isSummaryOnly(format) ? clsExport::summary : clsExport::detailed;
@@ -314,6 +331,21 @@ void ConsoleRun::writeOverview(const std::string& file) {
         return modExport::exportOverview(context, file);
     });
     failed_ = failed_ || !written;
+}
+
+// All that was found in all folders, as a report has the rows of all.
+void ConsoleRun::writeFound(modExport::ReportFormat format, const std::string& file) {
+    const std::int64_t messagesBefore = userInterface_.messageCount();
+    modGlobal::trapped("spannory-scan", "writeFound", [&] {
+        modFind::FindQuery query(*options_.find, {}, {}, modFind::FindQuery::all);
+        query.run(working_.database());
+        const FoundTable table(query.items(), format != modExport::ReportFormat::excel);
+        modExport::exportListFile(
+            format, table,
+            "Find - " + modFind::foundText(query.conditions().kind, query.count(), query.size()),
+            userInterface_, file, working_.holdsLoadedRows());
+    });
+    failed_ = failed_ || userInterface_.messageCount() != messagesBefore;
 }
 
 void ConsoleRun::writeDatabase(const std::string& file) {

@@ -33,11 +33,13 @@ private:
     void tellWhatIsMissing(const clsSearch& search, std::string_view path,
                            const modProcessFiles::ScanResult& result);
     void showFolder(std::string_view key, std::string_view finished);
+    [[nodiscard]] std::string figuresOf(std::string_view key) const;
     void checkOutputs();
     void writeOutputs();
     bool mayWrite(const Output& output);
     void writeReport(modExport::ReportFormat format, const std::string& file);
     void writeOverview(const std::string& file);
+    void writeFound(modExport::ReportFormat format, const std::string& file);
     void writeDatabase(const std::string& file);
     void print(const std::string& text);
     void fail(std::string_view subject, std::string_view reason);

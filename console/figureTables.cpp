@@ -6,6 +6,7 @@
 
 #include "base/formatSize.h"
 #include "base/terminalText.h"
+#include "console/foundTable.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
@@ -40,19 +41,21 @@ std::string moreLine(std::size_t rows, std::size_t top) {
 
 using Row = std::array<std::string, 3>;
 
-// Each column is as wide as its widest cell; the first is left-aligned, the others right-aligned.
-std::string table(const std::vector<Row>& rows) {
-    std::array<std::size_t, 3> widths{};
-    for (const Row& row : rows) {
+// Each column is as wide as its widest cell; those from `number` to before `numbersEnd` are right-aligned.
+template <std::size_t columns>
+std::string table(const std::vector<std::array<std::string, columns>>& rows, std::size_t number = 1,
+                  std::size_t numbersEnd = columns) {
+    std::array<std::size_t, columns> widths{};
+    for (const auto& row : rows) {
         for (std::size_t i = 0; i < row.size(); ++i) {
             widths[i] = std::max(widths[i], platform::characterCount(row[i]));
         }
     }
     std::string result;
-    for (const Row& row : rows) {
-        result += "  " + padded(row[0], widths[0]);
-        for (std::size_t i = 1; i < row.size(); ++i) {
-            result += "  " + padded(row[i], widths[i], true);
+    for (const auto& row : rows) {
+        for (std::size_t i = 0; i < row.size(); ++i) {
+            const bool isLastText = i + 1 == row.size() && i >= numbersEnd;
+            result += "  " + padded(row[i], isLastText ? 0 : widths[i], i >= number && i < numbersEnd);
         }
         result += '\n';
     }
@@ -107,6 +110,21 @@ std::string groupTable(const std::string& nameHeader, std::vector<modFigures::Fi
         rows.push_back({shown(platform::lowerCase(group.name)), modLvw::formatSize(group.size), group.count});
     }
     return table(rows) + moreLine(groups.size(), top);
+}
+
+std::string foundTable(const modFind::FindQuery& found) {
+    constexpr std::size_t sizeColumn = 2;
+    std::vector<std::array<std::string, 6>> rows{{"Name", "Folder", "Size", "Owner", "Modified", "Accessed"}};
+    for (const modFind::Item& item : found.items()) {
+        auto cells = foundCells(item);
+        for (std::string& cell : cells) {
+            cell = forTerminal(cell);
+        }
+        rows.push_back(std::move(cells));
+    }
+    return table(rows, sizeColumn, sizeColumn + 1) +
+           moreLine(static_cast<std::size_t>(found.count()), found.items().size()) + "\n" +
+           modFind::foundText(found.conditions().kind, found.count(), found.size()) + "\n";
 }
 
 std::string gapTable(const FigureGaps& gaps, std::string_view folder) {

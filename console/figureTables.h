@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "scan/figureGaps.h"
+#include "views/findQuery.h"
 #include "views/folderFigures.h"
 #include "views/quickSort.h"
 
@@ -19,6 +20,9 @@
 // Largest first.
 [[nodiscard]] std::string groupTable(const std::string& nameHeader, std::vector<modFigures::FileGroup> groups,
                                      std::size_t top);
+
+// What was found, in its order. Names and folders are not cut.
+[[nodiscard]] std::string foundTable(const modFind::FindQuery& found);
 
 // The folders that were skipped in a scan of the folder, and the files in it that could not be read, with the
 // reasons, each on a line.

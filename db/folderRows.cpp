@@ -36,19 +36,6 @@ bool hasRows(Database& database, const std::string& condition) {
     return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
 }
 
-// True if no row lies outside the folder, not even its own; of rows that meet the further condition. Takes
-// three looks into the index, or one pass over the table if there is none.
-bool holdsAll(Database& database, std::string_view folder, const std::string& further = {}) {
-    const std::string before = "parentFolder<" + quoted(folder);
-    const std::string after = "parentFolder>=" + quoted(behind(folder));
-    const std::string apart = "parentFolder is null";
-    if (!database.hasIndexes()) {
-        return !hasRows(database, "(" + before + " or " + after + " or " + apart + ")" + further);
-    }
-    return !hasRows(database, before + further) && !hasRows(database, after + further) &&
-           !hasRows(database, apart + further);
-}
-
 std::int64_t countOf(Database& database, const std::string& condition) {
     const auto rows = database.OpenRecordset("select count(*) as total from details" + condition);
     return static_cast<std::int64_t>(rows->Fields(0).number());
@@ -81,6 +68,22 @@ std::string modFolderRows::fileIn(std::string_view folder, std::string_view name
 
 std::string modFolderRows::anywhereIn(std::string_view folder) {
     return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
+}
+
+// The signs keep the engine from the index.
+std::string modFolderRows::anywhereInOfTable(std::string_view folder) {
+    return "+parentFolder>=" + quoted(folder) + " and +parentFolder<" + quoted(behind(folder));
+}
+
+bool modFolderRows::holdsAll(Database& database, std::string_view folder, const std::string& further) {
+    const std::string before = "parentFolder<" + quoted(folder);
+    const std::string after = "parentFolder>=" + quoted(behind(folder));
+    const std::string apart = "parentFolder is null";
+    if (!database.hasIndexes()) {
+        return !hasRows(database, "(" + before + " or " + after + " or " + apart + ")" + further);
+    }
+    return !hasRows(database, before + further) && !hasRows(database, after + further) &&
+           !hasRows(database, apart + further);
 }
 
 std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view folder) {

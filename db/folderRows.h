@@ -25,6 +25,8 @@ inline constexpr std::string_view otherVolume = "File Folder (other volume)";
 [[nodiscard]] std::string fileIn(std::string_view folder, std::string_view name);
 // The items in it, at any depth.
 [[nodiscard]] std::string anywhereIn(std::string_view folder);
+// The same, for statements that read the table and not its index of parent folders.
+[[nodiscard]] std::string anywhereInOfTable(std::string_view folder);
 // The files in it, at any depth, in the form with which the fewest rows are read: by the index of parent
 // folders, if they are a small part of the table.
 [[nodiscard]] std::string filesAnywhereIn(Database& database, std::string_view folder);
@@ -49,6 +51,10 @@ using RecordedFolders =
 // The direct subfolders: those that have a row, and those of which a refresh has left only deeper rows. Takes
 // one look into the index for each, however much is in them.
 [[nodiscard]] RecordedFolders subfolders(Database& database, std::string_view folder);
+
+// True if no row lies outside the folder, not even its own; of rows that meet the further condition (" and
+// ..."). Takes three looks into the index, or one pass over the table if there is none.
+[[nodiscard]] bool holdsAll(Database& database, std::string_view folder, const std::string& further = {});
 
 // The number of items in the folder, at any depth. Reads the two indexes, and no rows.
 struct ItemCounts {

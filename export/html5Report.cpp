@@ -22,35 +22,6 @@ constexpr std::string_view style =
     "td:first-child { white-space: pre-wrap; overflow-wrap: anywhere; }\n"
     "td:nth-child(2), td:nth-child(3) { text-align: right; }\n";
 
-// Line breaks and tabs become codes, because an editor might change them.
-void appendEscaped(std::string& result, std::string text) {
-    moveForbiddenCharacters(text, Document::html5);
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            result.append("&amp;");
-            break;
-        case '<':
-            result.append("&lt;");
-            break;
-        case '>':
-            result.append("&gt;");
-            break;
-        case '"':
-            result.append("&quot;");
-            break;
-        case '\t':
-            result.append("&#9;");
-            break;
-        case '\n':
-            result.append("&#10;");
-            break;
-        default:
-            result.push_back(c);
-        }
-    }
-}
-
 // "/usr, /home and more - Spannory - Detail Report (03/14/04 09:05 PM)"
 std::string titleWithFolders(ReportRows& rows) {
     constexpr std::size_t most = 3;
@@ -65,7 +36,7 @@ std::string titleWithFolders(ReportRows& rows) {
 
 std::string pageHead(ReportRows& rows) {
     std::string title;
-    appendEscaped(title, titleWithFolders(rows));
+    appendHtmlEscaped(title, titleWithFolders(rows));
     std::string head = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
     head.append(title).append("</title>\n<style>\n").append(style).append("</style>\n</head>\n<body>\n");
     head.append("<table>\n<caption>").append(title).append("</caption>\n<thead>\n<tr>");
@@ -86,7 +57,7 @@ void writeHtml5Report(ReportRows& rows, platform::Sink& sink) {
     std::string line;
     const auto cell = [&line](std::string text) {
         line.append("<td>");
-        appendEscaped(line, std::move(text));
+        appendHtmlEscaped(line, std::move(text));
         line.append("</td>");
     };
     const auto date = [](std::string_view stored) {

@@ -33,7 +33,9 @@ void appendCell(clsConcat& text, std::string_view cell, bool exact) {
     text.SConcat(quoted.append("\""));
 }
 
-std::string listText(const ListTable& list, ShownProgress& progress, bool exact, bool areLoaded) {
+} // namespace
+
+std::string modExport::listText(const ListTable& list, ShownProgress& progress, bool exact, bool areLoaded) {
     clsConcat text;
     const std::size_t columns = list.columns().size();
     for (std::size_t column = 0; column < columns; ++column) {
@@ -56,8 +58,6 @@ std::string listText(const ListTable& list, ShownProgress& progress, bool exact,
     return text.GetString();
 }
 
-} // namespace
-
 void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userInterface,
                                  modExport::Clipboard& clipboard, bool exact, bool areLoaded) {
     trapped("modGlobal", "copyClipboardLvw", [&] {
@@ -68,6 +68,6 @@ void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userIn
         const BusyPointer busy(userInterface);
         ShownProgress progress(userInterface, static_cast<std::int64_t>(list.rowCount()));
         clipboard.clear();
-        clipboard.setText(listText(list, progress, exact, areLoaded));
+        clipboard.setText(modExport::listText(list, progress, exact, areLoaded));
     });
 }

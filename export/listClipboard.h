@@ -1,10 +1,19 @@
 #pragma once
 
+#include <string>
+
 class clsUserInterface;
+class ShownProgress;
 
 namespace modExport {
+
 class Clipboard;
 class ListTable;
+
+// The list as that text.
+[[nodiscard]] std::string listText(const ListTable& list, ShownProgress& progress, bool exact,
+                                   bool areLoaded);
+
 } // namespace modExport
 
 namespace modGlobal {

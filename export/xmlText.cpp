@@ -87,4 +87,32 @@ void appendXmlEscaped(std::string& result, std::string_view text) {
     }
 }
 
+void appendHtmlEscaped(std::string& result, std::string text) {
+    moveForbiddenCharacters(text, Document::html5);
+    for (const char c : text) {
+        switch (c) {
+        case '&':
+            result.append("&amp;");
+            break;
+        case '<':
+            result.append("&lt;");
+            break;
+        case '>':
+            result.append("&gt;");
+            break;
+        case '"':
+            result.append("&quot;");
+            break;
+        case '\t':
+            result.append("&#9;");
+            break;
+        case '\n':
+            result.append("&#10;");
+            break;
+        default:
+            result.push_back(c);
+        }
+    }
+}
+
 } // namespace modExport

@@ -20,4 +20,8 @@ void moveForbiddenCharacters(std::string& text, Document document);
 // Appends the text with &, < and > as entities, and with CR as one, because readers turn a plain CR into LF.
 void appendXmlEscaped(std::string& result, std::string_view text);
 
+// The same for HTML 5, in contents and in quoted values. Line breaks and tabs become codes, because an editor
+// might change them.
+void appendHtmlEscaped(std::string& result, std::string text);
+
 } // namespace modExport

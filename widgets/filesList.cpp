@@ -1,6 +1,5 @@
 #include "widgets/filesList.h"
 
-#include <QElapsedTimer>
 #include <array>
 #include <functional>
 
@@ -11,7 +10,6 @@
 #include "db/folderRows.h"
 #include "db/values.h"
 #include "widgets/listView.h"
-#include "widgets/systemIcons.h"
 
 namespace {
 
@@ -24,9 +22,6 @@ constexpr std::array<ListColumn, 5> filesColumns{{
     {"Modified", "DATETIME", false, "12/28/2028 10:58:58 AM"},
     {"Accessed", "DATETIME", false, "12/28/2028 10:58:58 AM"},
 }};
-
-// How long fetching icons may block the window, in milliseconds.
-constexpr qint64 longestTick = 50;
 
 // Turns rows of a query into list rows.
 class RowReader {
@@ -141,20 +136,5 @@ void FilesList::clear() {
 }
 
 void FilesList::getListViewIcons() {
-    modGlobal::trapped("frmMain", "getListViewIcons", [&] {
-        if (!lvwF_.isVisible()) {
-            return;
-        }
-        const auto [first, last] = lvwF_.rowsInView();
-        const auto count = static_cast<unsigned>(last - first + 1);
-        QElapsedTimer spent;
-        spent.start();
-        for (unsigned tried = 0; tried < count && !spent.hasExpired(longestTick); ++tried, ++nextIcon_) {
-            const int row = first + static_cast<int>(nextIcon_ % count);
-            const ListRow& shown = lvwF_.rows().row(row);
-            if (shown.icon.isEmpty()) {
-                lvwF_.rows().setIcon(row, modSystemIcons::getIcon(shown.key(), imlFiles_));
-            }
-        }
-    });
+    modGlobal::trapped("frmMain", "getListViewIcons", [&] { icons_.fetch(); });
 }

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "widgets/listModel.h"
+#include "widgets/rowIcons.h"
 
 class Database;
 class ListView;
@@ -19,7 +20,7 @@ public:
     [[nodiscard]] static std::span<const ListColumn> columns() noexcept;
 
     // The list, created with these columns, and the images that it shows. Neither is owned.
-    FilesList(ListView& lvwF, ImageList& imlFiles) : lvwF_(lvwF), imlFiles_(imlFiles) {}
+    FilesList(ListView& lvwF, ImageList& imlFiles) : lvwF_(lvwF), icons_(lvwF, imlFiles) {}
 
     // Shows the children of the folder with that key. If the folder is already shown, appends those recorded
     // since or, if rows have been replaced, shows all of them again. An empty key or "ROOT" leaves the list
@@ -29,8 +30,7 @@ public:
     // Empties the list; the next update fills it from the first row on, for any folder.
     void clear();
 
-    // Gives the rows in view their missing icons. Called by a timer: cheap if no icon is missing. If the
-    // system is slow to answer, as for a slow network, the next call continues with the following rows.
+    // Gives the rows in view their missing icons (RowIcons).
     void getListViewIcons();
 
 private:
@@ -45,9 +45,8 @@ private:
     static constexpr std::int64_t nothing = -1;
 
     ListView& lvwF_;
-    ImageList& imlFiles_;
+    RowIcons icons_;
     std::string shownKey_;
     std::int64_t shownRows_ = nothing;
     std::size_t shownDigest_ = 0;
-    unsigned nextIcon_ = 0; // continues through the rows in view, so that each gets its turn
 };

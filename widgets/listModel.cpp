@@ -1,5 +1,6 @@
 #include "widgets/listModel.h"
 
+#include <algorithm>
 #include <iterator>
 #include <utility>
 
@@ -47,7 +48,11 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
 }
 
 std::string ListModel::text(int row, int column) const {
-    const std::string_view text = this->row(row).cell(column).text;
+    return text(this->row(row), column);
+}
+
+std::string ListModel::text(const ListRow& row, int column) const {
+    const std::string_view text = row.cell(column).text;
     const bool isName = columns_[static_cast<std::size_t>(column)].holdsNames;
     return isName ? platform::displayName(text) : std::string(text);
 }
@@ -78,7 +83,78 @@ int ListModel::find(std::string_view key) const {
     return found == places_.end() ? -1 : found->second;
 }
 
+// --- The filter -------------------------------------------------------------------------------------------
+
+// Sizes, counts and dates are not looked at.
+bool ListModel::passes(const ListRow& row) const {
+    for (int column = 0; column < columnCount(); ++column) {
+        if (columns_[static_cast<std::size_t>(column)].tag.empty() &&
+            platform::lowerCase(text(row, column)).find(filter_) != std::string::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+void ListModel::setFilter(const std::string& text) {
+    beginResetModel();
+    places_.clear();
+    std::vector<ListRow> all;
+    all.reserve(rows_.size() + hidden_.size());
+    auto shown = std::move_iterator(rows_.begin());
+    for (auto& [place, row] : hidden_) {
+        const auto before = place - static_cast<int>(all.size());
+        all.insert(all.end(), shown, shown + before);
+        shown += before;
+        all.push_back(std::move(row));
+    }
+    all.insert(all.end(), shown, std::move_iterator(rows_.end()));
+    rows_.clear();
+    shown_.clear();
+    hidden_.clear();
+    filter_ = platform::lowerCase(text);
+    if (filter_.empty()) {
+        rows_ = std::move(all);
+    } else {
+        for (int place = 0; ListRow & row : all) {
+            if (passes(row)) {
+                shown_.push_back(place++);
+                rows_.push_back(std::move(row));
+            } else {
+                hidden_.emplace_back(place++, std::move(row));
+            }
+        }
+    }
+    endResetModel();
+}
+
+int ListModel::placeOf(int row) const {
+    return filter_.empty() ? row : shown_[static_cast<std::size_t>(row)];
+}
+
+int ListModel::rowAt(int place) const {
+    if (filter_.empty()) {
+        return place < rowCount() ? place : -1;
+    }
+    const auto found = std::lower_bound(shown_.begin(), shown_.end(), place);
+    return found == shown_.end() || *found != place ? -1 : static_cast<int>(found - shown_.begin());
+}
+
+// --- Changes ----------------------------------------------------------------------------------------------
+
 void ListModel::append(std::vector<ListRow> rows) {
+    if (!filter_.empty()) {
+        std::vector<ListRow> passing;
+        for (int place = allRowCount(); ListRow & row : rows) {
+            if (passes(row)) {
+                shown_.push_back(place++);
+                passing.push_back(std::move(row));
+            } else {
+                hidden_.emplace_back(place++, std::move(row));
+            }
+        }
+        rows = std::move(passing);
+    }
     if (rows.empty()) {
         return;
     }
@@ -94,6 +170,8 @@ void ListModel::append(std::vector<ListRow> rows) {
 }
 
 void ListModel::clear() {
+    shown_.clear();
+    hidden_.clear();
     if (rows_.empty()) {
         return;
     }

@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/locale.h"
@@ -46,6 +47,17 @@ public:
     // The first row with the key, or -1.
     [[nodiscard]] int find(std::string_view key) const;
 
+    // Shows only the rows that have this text in one of their names or other texts, whatever its case; the
+    // others keep their places for later. Everything else here knows only the rows shown. Resets the model.
+    void setFilter(const std::string& text);
+    [[nodiscard]] const std::string& filter() const noexcept { return filter_; }
+    // With those that are not shown.
+    [[nodiscard]] int allRowCount() const noexcept { return static_cast<int>(rows_.size() + hidden_.size()); }
+    // The place of a row among all.
+    [[nodiscard]] int placeOf(int row) const;
+    // The row shown with that place; -1 if it is not shown.
+    [[nodiscard]] int rowAt(int place) const;
+
     void append(std::vector<ListRow> rows);
     void clear();
     // Replaces a row; its icon stays.
@@ -58,9 +70,15 @@ public:
     void reorder(const std::vector<int>& order);
 
 private:
+    [[nodiscard]] bool passes(const ListRow& row) const;
+    [[nodiscard]] std::string text(const ListRow& row, int column) const;
+
     std::span<const ListColumn> columns_;
     const ImageList* images_;
     std::vector<ListRow> rows_;
+    std::string filter_;     // in lower case
+    std::vector<int> shown_; // the places of the rows, ascending, while there is a filter
+    std::vector<std::pair<int, ListRow>> hidden_; // by place, ascending
     // Created at the first lookup; empty until then. Its keys refer to the rows.
     mutable std::unordered_map<std::string_view, int, platform::NameHash, platform::NameEqual> places_;
 };

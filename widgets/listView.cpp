@@ -136,6 +136,39 @@ void ListView::setSort(const ListSort& sort) {
     header()->setSortIndicator(sort.key, sort.order == 0 ? Qt::AscendingOrder : Qt::DescendingOrder);
 }
 
+// A reset takes the selection and the position away.
+void ListView::setFilter(const std::string& text) {
+    if (platform::lowerCase(text) == rows_.filter()) {
+        return;
+    }
+    const bool wasUpdated = updatesEnabled();
+    setUpdatesEnabled(false);
+    const int top = verticalScrollBar()->value();
+    std::vector<int> places;
+    for (const int row : selectedRows()) {
+        places.push_back(rows_.placeOf(row));
+    }
+    const int current = currentIndex().isValid() ? rows_.placeOf(currentIndex().row()) : -1;
+    rows_.setFilter(text);
+    QItemSelection selection;
+    for (const int place : places) {
+        if (const int row = rows_.rowAt(place); row >= 0) {
+            const QModelIndex index = rows_.index(row, 0);
+            selection.isEmpty() || selection.back().bottom() != row - 1
+                ? selection.append(QItemSelectionRange(index, rows_.index(row, rows_.columnCount() - 1)))
+                : void(selection.back() = QItemSelectionRange(selection.back().topLeft(),
+                                                              rows_.index(row, rows_.columnCount() - 1)));
+        }
+    }
+    if (const int row = current < 0 ? -1 : rows_.rowAt(current); row >= 0) {
+        selectionModel()->setCurrentIndex(rows_.index(row, 0), QItemSelectionModel::NoUpdate);
+    }
+    selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+    doItemsLayout();
+    verticalScrollBar()->setValue(top);
+    setUpdatesEnabled(wasUpdated);
+}
+
 void ListView::keyboardSearch(const QString& search) {
     // Typed letters always search the first column, whichever cell was clicked.
     if (currentIndex().column() > 0) {

@@ -47,6 +47,23 @@ public:
     // Records how the rows are sorted, and shows it in the header.
     void setSort(const ListSort& sort);
 
+    // Narrows the rows (ListModel::setFilter); those that stay in view stay selected. Scrolls as little as
+    // possible.
+    void setFilter(const std::string& text);
+
+    // While an object lives, the list has all its rows, so that they can be changed, sorted and looked up.
+    class AllRows {
+    public:
+        explicit AllRows(ListView& list) : list_(list), filter_(list.rows_.filter()) { list_.setFilter({}); }
+        ~AllRows() { list_.setFilter(filter_); }
+        AllRows(const AllRows&) = delete;
+        AllRows& operator=(const AllRows&) = delete;
+
+    private:
+        ListView& list_;
+        std::string filter_;
+    };
+
     void keyboardSearch(const QString& search) override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
 

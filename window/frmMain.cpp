@@ -195,6 +195,7 @@ void frmMain::runExclusively(const std::function<void()>& command) {
     runningExclusively_ = true;
     {
         const HeldSelection held(selection_);
+        const ViewTabs::Hold still(views_); // what handles events may use the database
         modGlobal::trapped(moduleName, "cp_Click", command);
         runningExclusively_ = false;
     }
@@ -222,6 +223,7 @@ void frmMain::wire() {
     connect(&views_, &ViewTabs::barChosen, this, [this](const std::string& label) { tc_OnClick(label); });
     connect(&views_, &ViewTabs::rowActivated, this,
             [this](const std::string& key, const std::string& tag) { lvwF_Click(key, tag); });
+    connect(&views_, &ViewTabs::foundActivated, this, &frmMain::lvwFound_Click);
     connect(&cP_, &PopMenu::click, this, [this](int index) { commands_.cP_Click(index); });
     connect(&views_, &ViewTabs::menuRequested, this,
             [this](const QPoint& place) { itemMenu_.popUpForList(place); });
@@ -326,6 +328,7 @@ MenuTargets frmMain::menuTargets() {
     targets.goBack = [this] { navigation_.goBack(); };
     targets.goForward = [this] { navigation_.goForward(); };
     targets.treeSizes = [this] { treeSizes_.toggle(); };
+    targets.filterList = [this] { views_.filterList(); };
     targets.runOnItem = [this](std::string_view key) { return itemMenu_.run(key); };
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
@@ -399,6 +402,17 @@ void frmMain::lvwF_Click(const std::string& key, const std::string& tag) {
     modGlobal::trapped(moduleName, "lvwF_Click", [&] {
         if (tag == "FOLDER") {
             selection_.openFolder(key);
+        } else {
+            userInterface_.openFile(key);
+        }
+    });
+}
+
+// It may be in a folder that the tree has not listed yet.
+void frmMain::lvwFound_Click(const std::string& key, const std::string& tag) {
+    modGlobal::trapped(moduleName, "lvwFound_Click", [&] {
+        if (tag == "FOLDER") {
+            selection_.revealFolder(key);
         } else {
             userInterface_.openFile(key);
         }

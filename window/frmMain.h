@@ -94,6 +94,7 @@ private:
     void txtPath_LostFocus();
     bool Form_KeyUp(const QKeyEvent& event);
     void lvwF_Click(const std::string& key, const std::string& tag);
+    void lvwFound_Click(const std::string& key, const std::string& tag);
     void tc_OnClick(const std::string& label);
 
     const std::string applicationFolder_;

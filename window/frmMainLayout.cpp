@@ -72,6 +72,7 @@ void frmMain::layOut() {
     rightLayout_.addWidget(&bar_);
     rightLayout_.addWidget(&header_);
     rightLayout_.addWidget(&views_.tabs(), 1);
+    rightLayout_.addWidget(&views_.filterBar());
     splitter_.addWidget(&rightSide_);
     views_.tabs().setCornerWidget(&ani_);
     splitter_.setStretchFactor(1, 1);

@@ -46,9 +46,9 @@ ItemMenu::ItemMenu(const Dependencies& dependencies) : dependencies_(dependencie
           std::pair(Qt::ALT | Qt::Key_Enter, "ItemProperties")}) {
         addKey(QKeySequence(keys), key, dependencies_.window, Qt::WindowShortcut);
     }
-    QWidget& list = dependencies_.views.filesList();
-    QWidget& chart = dependencies_.views.chart();
-    for (QWidget* const where : {static_cast<QWidget*>(&dependencies_.tree), &list, &chart}) {
+    for (QWidget* const where : std::initializer_list<QWidget*>{
+             &dependencies_.tree, dependencies_.views.itemLists().front(),
+             dependencies_.views.itemLists().back(), &dependencies_.views.chart()}) {
         addKey(QKeySequence(Qt::Key_Delete), "ItemTrash", *where, Qt::WidgetShortcut);
     }
     connect(&dependencies_.tree, &FolderTree::menuRequested, this,
@@ -94,7 +94,7 @@ bool ItemMenu::run(std::string_view key) {
 }
 
 void ItemMenu::popUpForList(const QPoint& place) {
-    const bool isForFiles = dependencies_.views.activeList() == &dependencies_.views.filesList();
+    const bool isForFiles = showsItems(dependencies_.views.activeList());
     opened_ = isForFiles ? itemsOfList() : Items();
     isOpened_ = true;
     offer(dependencies_.cPLvw, opened_, isForFiles);
@@ -130,7 +130,7 @@ void ItemMenu::offer(PopMenu& menu, const Items& items, bool isForFiles) {
 
 ItemMenu::Items ItemMenu::selectedItems() const {
     const QWidget* const focus = dependencies_.window.focusWidget();
-    if (focus == &dependencies_.views.filesList()) {
+    if (showsItems(focus)) {
         return itemsOfList();
     }
     if (focus == &dependencies_.views.chart()) {
@@ -141,8 +141,14 @@ ItemMenu::Items ItemMenu::selectedItems() const {
     return itemsOfTree(dependencies_.tree.selectedKey());
 }
 
+bool ItemMenu::showsItems(const QWidget* list) const {
+    const auto lists = dependencies_.views.itemLists();
+    return list != nullptr && std::find(lists.begin(), lists.end(), list) != lists.end();
+}
+
+// Of the active tab.
 ItemMenu::Items ItemMenu::itemsOfList() const {
-    const ListView& list = dependencies_.views.filesList();
+    const ListView& list = *dependencies_.views.activeList();
     Items items;
     for (const int row : list.selectedRows()) {
         items.emplace_back(list.rows().row(row).key());

@@ -52,6 +52,7 @@ private:
     void offer(PopMenu& menu, const Items& items, bool isForFiles = true);
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
     [[nodiscard]] Items selectedItems() const;
+    [[nodiscard]] bool showsItems(const QWidget* list) const;
     [[nodiscard]] Items itemsOfList() const;
     [[nodiscard]] static Items itemsOfTree(const std::string& key);
     [[nodiscard]] Items itemsOfChart(int index) const;

@@ -150,6 +150,57 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     }
 }
 
+// A table instead of the figures; files have it whole.
+TEST_F(Console, findsFiles) {
+    folder.write("tree/b/c/large.bin", std::string(5000, 'x'));
+    const struct {
+        const char* options;
+        std::vector<std::string> found; // in this order
+    } table[] = {
+        {"--find t", {"direct.txt", "three", "two.txt"}},
+        {"--find *.txt --top 1", {"two.txt"}},
+        {"--larger 2K", {"large.bin"}},
+        {"--larger 1.5k --smaller 3k", {"one.TXT", "three", "two.txt"}},
+        {"--extension .txt --smaller 10", {"direct.txt"}},
+        {"--older 1", {}},
+        {"--newer 1 --find large", {"large.bin"}},
+        {"--owner nobody-of-this-name", {}},
+    };
+    for (const auto& each : table) {
+        const Outcome outcome = run(std::string(each.options) + " %T");
+        EXPECT_EQ(outcome.status, 0) << each.options;
+        for (const char* name : {"one.TXT", "two.txt", "three", "direct.txt", "large.bin"}) {
+            EXPECT_EQ(holds(outcome.output, std::string("  ") + name),
+                      std::find(each.found.begin(), each.found.end(), name) != each.found.end())
+                << each.options << " " << name << outcome.output;
+        }
+        EXPECT_FALSE(holds(outcome.output, "Total Size")) << "the other tables";
+    }
+    EXPECT_TRUE(holds(run("--find *.txt --top 1 %T").output, "(1 more)"));
+    EXPECT_TRUE(holds(run("--larger 2K %T").output, "1 file, 4.9 Kb"));
+
+    EXPECT_EQ(run("--find t --text %F/found.csv --html %F/found.html --excel %F/found.xlsx --top 1 %T/a %T/b")
+                  .status,
+              0);
+    const std::string text = folder.read("found.csv");
+    EXPECT_TRUE(text.starts_with("Name,Folder,Size (Bytes),Size,Owner,Modified,Accessed\r\n"));
+    EXPECT_TRUE(holds(text, "two.txt") && holds(text, ",2048,2.0 Kb,") && holds(text, "\nthree,")) << text;
+    EXPECT_FALSE(holds(text, "one.TXT"));
+    EXPECT_TRUE(holds(folder.read("found.html"), "<td>two.txt</td>"));
+    EXPECT_TRUE(folder.read("found.xlsx").starts_with("PK"));
+    EXPECT_EQ(run("--find nothing --text %F/none.csv %T").status, 1) << "an empty report is none";
+
+    for (const auto& [options, complaint] : {std::pair("--larger 5Q", "'5Q' is not a size"),
+                                             {"--smaller ''", "is not a size"},
+                                             {"--older soon", "'soon' is not a number of days"},
+                                             {"--newer 5w", "'5w' is not a number"},
+                                             {"--owner x --no-owners", "excludes"}}) {
+        const Outcome outcome = run(std::string(options) + " %T");
+        EXPECT_EQ(outcome.status, 2) << options;
+        EXPECT_TRUE(holds(outcome.errors, complaint)) << outcome.errors;
+    }
+}
+
 TEST_F(Console, writesTheSameReportsFromASavedScan) {
     EXPECT_EQ(run("--quiet --text %F/1.csv --xml %F/1.xml --html %F/1.html --excel %F/1.xlsx --database "
                   "%F/1.mdb %T")

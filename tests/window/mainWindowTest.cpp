@@ -25,9 +25,9 @@ TEST_F(MainWindow, startsEmptyAndSavesOnlyWhatItShould) {
     open();
     EXPECT_TRUE(window->windowTitle().startsWith(QStringLiteral("Spannory ")));
     EXPECT_EQ(pathBox().text(), QStringLiteral("(Type network [UNC] path here)"));
-    ASSERT_EQ(tabs().count(), 4);
-    const char* const captions[] = {"Chart", "Files && Folders", "File Types", "Owners"};
-    for (int tab = 0; tab < 4; ++tab) {
+    ASSERT_EQ(tabs().count(), 5);
+    const char* const captions[] = {"Chart", "Files && Folders", "File Types", "Owners", "Find"};
+    for (int tab = 0; tab < 5; ++tab) {
         EXPECT_EQ(tabs().tabText(tab).toStdString(), captions[tab]);
         tabs().setCurrentIndex(tab);
     }
@@ -192,7 +192,7 @@ TEST_F(MainWindow, keysReachThePathBoxAndEveryView) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(window.get()));
     auto& folders = control<FolderTree>("tvw");
     QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier | Qt::ShiftModifier);
-    EXPECT_EQ(tabs().currentIndex(), 3);
+    EXPECT_EQ(tabs().currentIndex(), 4);
     QTest::keyClick(&folders, Qt::Key_Tab, Qt::ControlModifier);
     EXPECT_EQ(tabs().currentIndex(), 0);
     for (int turn = 0; turn < 2; ++turn) { // the second time, it already has the focus

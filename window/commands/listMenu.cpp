@@ -49,7 +49,8 @@ void ListMenu::copy(const ListView& list, bool onlySelected) {
 
 // The kind of list, and the folder that it shows.
 std::string ListMenu::caption() const {
-    constexpr std::array<std::string_view, 4> prefixes{"", "Details - ", "File Types - ", "Owners - "};
+    constexpr std::array<std::string_view, 5> prefixes{"", "Details - ", "File Types - ", "Owners - ",
+                                                       "Find - "};
     const int tab = dependencies_.views.tabs().currentIndex();
     std::string result(prefixes.at(static_cast<std::size_t>(tab)));
     platform::appendDisplayPath(result, dependencies_.tree.selectedKey());

@@ -40,6 +40,7 @@ const std::array<MenuCommands::Command, 24> MenuCommands::commands{{
     {"GOBACK", [](MenuCommands& self, int) { self.targets_.goBack(); }},
     {"GOFORWARD", [](MenuCommands& self, int) { self.targets_.goForward(); }},
     {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
+    {"FILTERLIST", [](MenuCommands& self, int) { self.targets_.filterList(); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

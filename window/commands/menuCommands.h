@@ -30,6 +30,7 @@ struct MenuTargets {
     std::function<void()> goBack;
     std::function<void()> goForward;
     std::function<void()> treeSizes;
+    std::function<void()> filterList;
     std::function<bool(std::string_view key)>
         runOnItem; // false if the key is of no command for files and folders
     std::function<void()> showAbout;

@@ -65,6 +65,7 @@ constexpr std::array<MenuItem, 47> mainMenu{{
     {1, "GoForward", "For&ward", 19, Mark::none, "Alt+Right"},
     {1, "Spacer1", "-"},
     {1, "TreeSizes", "Sizes in the &Tree", PopMenu::noIcon, Mark::off},
+    {1, "FilterList", "F&ilter the List", PopMenu::noIcon, Mark::none, "Ctrl+F", true},
     {0, "Item", "&Item"},
     {1, "ItemOpen", "&Open", PopMenu::noIcon, Mark::none, "Enter"},
     {1, "ItemShow", "&Show in File Manager", PopMenu::noIcon, Mark::none, "Ctrl+Enter"},

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <algorithm>
+#include <utility>
 
 #include "base/errorTrap.h"
 #include "tree/nodeKeys.h"
@@ -24,6 +25,8 @@ ViewTabs::ViewTabs(const Dependencies& dependencies, QObject* parent)
     : QObject(parent), dependencies_(dependencies), lvwF_(FilesList::columns(), &dependencies_.icons),
       lvwT_(GroupLists::fileTypeColumns(), nullptr), lvwU_(GroupLists::ownerColumns(), nullptr),
       filesList_(lvwF_, dependencies_.icons), groupLists_(lvwT_, lvwU_),
+      find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
+             [this] { return folderKey(); }, [this] { return holds_ > 0; }}),
       listTabs_{{{lvwF_, 2, &clsSettings::lvwFSortColumn, &clsSettings::setLvwFSortColumn,
                   &clsSettings::lvwFSortOrder, &clsSettings::setLvwFSortOrder},
                  {lvwT_, 3, &clsSettings::lvwTSortColumn, &clsSettings::setLvwTSortColumn,
@@ -56,6 +59,7 @@ void ViewTabs::layOut() {
     XTab_.addTab(&lvwF_, QStringLiteral("Files && Folders"));
     XTab_.addTab(&lvwT_, QStringLiteral("File Types"));
     XTab_.addTab(&lvwU_, QStringLiteral("Owners"));
+    XTab_.addTab(&find_, QStringLiteral("Find"));
     XTab_.setAccessibleName(QStringLiteral("Views of the selected folder"));
     lvwF_.setAccessibleName(QStringLiteral("Files and folders"));
     lvwT_.setAccessibleName(QStringLiteral("File types"));
@@ -79,14 +83,7 @@ void ViewTabs::layOut() {
 }
 
 void ViewTabs::wire() {
-    connect(&XTab_, &QTabWidget::currentChanged, this, [this] {
-        if (XTab_.currentWidget() == &lvwF_) {
-            tmrListViewIcons_.start();
-        } else {
-            tmrListViewIcons_.stop();
-        }
-        refreshActiveView();
-    });
+    connect(&XTab_, &QTabWidget::currentChanged, this, &ViewTabs::followTab);
     connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
     connect(&tc_, &FolderChart::barEntered, this, [this](const std::string& label) {
         if (label == modFigures::filesLabel) {
@@ -103,7 +100,48 @@ void ViewTabs::wire() {
     }
     connect(&lvwF_, &ListView::itemActivated, this, &ViewTabs::rowActivated);
     connect(&tmrChart_, &QTimer::timeout, this, [this] { growWithScan(); });
-    connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] { filesList_.getListViewIcons(); });
+    connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] {
+        filesList_.getListViewIcons();
+        find_.fetchIcons();
+    });
+    wireFind();
+}
+
+void ViewTabs::wireFind() {
+    connect(&find_.list(), &ListView::menuRequested, this, &ViewTabs::menuRequested);
+    connect(&find_.list(), &ListView::copyRequested, this, &ViewTabs::copyRequested);
+    connect(&find_.list(), &ListView::itemActivated, this, &ViewTabs::foundActivated);
+    connect(&lvwT_, &ListView::itemActivated, this,
+            [this](const std::string& key) { findOnly(FindBar::Field::extension, key); });
+    connect(&lvwU_, &ListView::itemActivated, this,
+            [this](const std::string& key) { findOnly(FindBar::Field::owner, key); });
+}
+
+// The files of a row of the file types or the owners.
+void ViewTabs::findOnly(FindBar::Field field, const std::string& groupKey) {
+    constexpr std::string_view prefix = "KEY_";
+    find_.findOnly(field, groupKey.substr(prefix.size()));
+    XTab_.setCurrentWidget(&find_);
+    find_.list().setFocus();
+}
+
+void ViewTabs::filterList() {
+    if (activeList() == nullptr) {
+        XTab_.setCurrentWidget(&find_);
+        find_.focusName();
+    } else {
+        filter_.open();
+    }
+}
+
+void ViewTabs::followTab() {
+    if (XTab_.currentWidget() == &lvwF_ || XTab_.currentWidget() == &find_) {
+        tmrListViewIcons_.start();
+    } else {
+        tmrListViewIcons_.stop();
+    }
+    filter_.setList(activeList());
+    refreshActiveView();
 }
 
 void ViewTabs::wireList(ListTab& tab) {
@@ -112,6 +150,7 @@ void ViewTabs::wireList(ListTab& tab) {
     connect(&tab.list, &ListView::copyRequested, this, &ViewTabs::copyRequested);
     connect(&tab.list, &ListView::columnClicked, this,
             [&tab, &settings = dependencies_.settings](int column) {
+                const ListView::AllRows all(tab.list);
                 tab.list.setExactDates(settings.exact());
                 modLvw::lvsort(tab.list, column, toggledOrder, false);
                 (settings.*tab.setColumn)(static_cast<std::int16_t>(column));
@@ -126,15 +165,22 @@ void ViewTabs::turnTab(int step) {
 
 const ListView* ViewTabs::activeList() const {
     const int active = XTab_.currentIndex();
+    if (XTab_.currentWidget() == &find_) {
+        return &find_.list();
+    }
     return active < 1 ? nullptr : &listTabs_.at(static_cast<std::size_t>(active) - 1).list;
 }
 
+ListView* ViewTabs::activeList() {
+    return const_cast<ListView*>(
+        std::as_const(*this).activeList()); // NOLINT(cppcoreguidelines-pro-type-const-cast): its own
+}
+
 void ViewTabs::takeFocus() {
-    const int active = XTab_.currentIndex();
-    if (active < 1) {
-        tc_.setFocus();
+    if (ListView* const list = activeList()) {
+        list->setFocus();
     } else {
-        listTabs_.at(static_cast<std::size_t>(active) - 1).list.setFocus();
+        tc_.setFocus();
     }
 }
 
@@ -176,12 +222,17 @@ void ViewTabs::refresh(bool selectFirst) {
         updateGraph();
         return;
     }
+    if (XTab_.currentWidget() == &find_) {
+        selectFirst ? find_.refresh() : find_.follow();
+        return;
+    }
     const std::string key = folderKey();
     if (key.empty()) {
         return;
     }
     Database& database = dependencies_.database.database();
     const ListTab& tab = listTabs_.at(static_cast<std::size_t>(active) - 1);
+    const ListView::AllRows all(tab.list);
     tab.list.setExactDates(dependencies_.settings.exact());
     if (&tab.list == &lvwF_) {
         filesList_.updateFileFolderListview(database, key);
@@ -197,6 +248,7 @@ void ViewTabs::refresh(bool selectFirst) {
 void ViewTabs::forget() {
     filesList_.clear();
     groupLists_.clear();
+    find_.clear();
     tc_.setEntries({});
     tc_.setFolder({});
     chartKey_.clear();
@@ -205,6 +257,7 @@ void ViewTabs::forget() {
 
 void ViewTabs::followScan(bool running) {
     scanning_ = running;
+    find_.setScanning(running);
     if (running) {
         tmrChart_.start(millisecondsPerRefresh);
         tc_.setHint(QStringLiteral("Scanning..."));
@@ -243,9 +296,9 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
 // Only widths, which can be checked: Qt restores a saved header state without checking it.
 void ViewTabs::restore(QSettings& state) {
     constexpr int widestColumn = 10'000;
-    for (const ListTab& tab : listTabs_) {
-        QHeaderView& bar = *tab.list.header();
-        const QStringList widths = state.value(tab.list.objectName()).toStringList();
+    for (ListView* const list : {&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
+        QHeaderView& bar = *list->header();
+        const QStringList widths = state.value(list->objectName()).toStringList();
         for (int i = 0; i < bar.count() && i < widths.size(); ++i) {
             const int width = widths[i].toInt(); // 0 if not a number, or if it follows the window
             if (width >= bar.minimumSectionSize() && width <= widestColumn) {
@@ -253,18 +306,21 @@ void ViewTabs::restore(QSettings& state) {
             }
         }
     }
+    find_.restore(state);
     XTab_.setCurrentIndex(state.value(XTab_.objectName()).toInt());
 }
 
 void ViewTabs::save(QSettings& state) const {
-    for (const ListTab& tab : listTabs_) {
-        const QHeaderView& bar = *tab.list.header();
+    for (const ListView* const list :
+         std::initializer_list<const ListView*>{&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
+        const QHeaderView& bar = *list->header();
         QStringList widths;
         for (int i = 0; i < bar.count(); ++i) {
-            const bool follows = i == 0 && tab.list.fillsItsRoom();
+            const bool follows = i == 0 && list->fillsItsRoom();
             widths << QString::number(follows ? 0 : bar.sectionSize(i));
         }
-        state.setValue(tab.list.objectName(), widths);
+        state.setValue(list->objectName(), widths);
     }
+    find_.save(state);
     state.setValue(XTab_.objectName(), XTab_.currentIndex());
 }

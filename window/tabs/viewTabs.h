@@ -22,9 +22,11 @@
 #include "widgets/groupLists.h"
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
+#include "window/tabs/filterBar.h"
+#include "window/tabs/findPage.h"
 
-// The tab control XTab with the four views of the folder selected in the tree: the chart tc with its scroll
-// bar fsb, and the lists lvwF, lvwT and lvwU. It reads the rows whenever a view is updated; without a
+// The tab control XTab with the views of the folder selected in the tree: the chart tc with its scroll
+// bar fsb, the lists lvwF, lvwT and lvwU, and Find. It reads the rows whenever a view is updated; without a
 // selected folder, or without a database, the views stay unchanged.
 class ViewTabs final : public QObject, public FolderViews {
     Q_OBJECT
@@ -50,6 +52,13 @@ public:
     void takeFocus();
     // The list on the active tab; null for the chart's tab.
     [[nodiscard]] const ListView* activeList() const;
+    [[nodiscard]] ListView* activeList();
+    // The lists whose rows are files and folders.
+    [[nodiscard]] std::array<ListView*, 2> itemLists() noexcept { return {&lvwF_, &find_.list()}; }
+    // The box that narrows the active list; it stands below the tabs.
+    [[nodiscard]] FilterBar& filterBar() noexcept { return filter_; }
+    // Opens it; from the chart, goes to Find.
+    void filterList();
 
     // The chart, updated, with the size that it has on the screen or would have if its tab were active.
     [[nodiscard]] const FolderChart& chartAsShown();
@@ -90,6 +99,8 @@ Q_SIGNALS:
     void barChosen(const std::string& label);
     // A row of the files and folders list was activated.
     void rowActivated(const std::string& key, const std::string& tag);
+    // A row of what was found was activated.
+    void foundActivated(const std::string& key, const std::string& tag);
     // Requests the context menu of the lists at this position on the screen.
     void menuRequested(const QPoint& place);
     // Ctrl+C was pressed in the active list.
@@ -109,6 +120,9 @@ private:
     void layOut();
     void wire();
     void wireList(ListTab& tab);
+    void wireFind();
+    void findOnly(FindBar::Field field, const std::string& groupKey);
+    void followTab();
     void turnTab(int step);
     [[nodiscard]] std::string folderKey() const;
     void refresh(bool selectFirst);
@@ -126,6 +140,8 @@ private:
     ListView lvwU_;
     FilesList filesList_;
     GroupLists groupLists_;
+    FindPage find_;
+    FilterBar filter_;
     std::array<ListTab, 3> listTabs_; // after the chart's tab, in this order
     // These work wherever the focus is; the tab control's own keys only work inside it.
     QShortcut nextTab_{QKeySequence(Qt::CTRL | Qt::Key_Tab), &XTab_};

@@ -76,6 +76,7 @@ protected:
                 .goBack = noting("back"),
                 .goForward = noting("forward"),
                 .treeSizes = noting("sizes"),
+                .filterList = noting("filter"),
                 .runOnItem =
                     [this](std::string_view key) {
                         const bool isItems = key.starts_with("Item");
@@ -128,9 +129,10 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     }
     EXPECT_EQ(
         enabled.join(u' '),
-        QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-                       "GoUp GoBack GoForward TreeSizes Item ItemOpen ItemShow ItemCopyPath ItemProperties "
-                       "ItemScanAgain ItemTrash HelpContents HelpAbout"));
+        QStringLiteral(
+            "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
+            "GoUp GoBack GoForward TreeSizes FilterList Item ItemOpen ItemShow ItemCopyPath ItemProperties "
+            "ItemScanAgain ItemTrash HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -158,6 +160,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"GoBack", {"back"}},
         {"GoForward", {"forward"}},
         {"TreeSizes", {"sizes"}},
+        {"FilterList", {"filter"}},
         {"HelpAbout", {"about"}},
     };
     for (const auto& [key, expected] : cases) {
