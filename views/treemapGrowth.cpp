@@ -12,7 +12,8 @@ constexpr int rowsPerLook = 256; // at the clock
 
 } // namespace
 
-TreemapGrowth::TreemapGrowth(std::string_view folder) : types_(folder), folders_(1), lastPath_(folder) {
+TreemapGrowth::TreemapGrowth(std::string_view folder, double area)
+    : types_(folder, area), folders_(1), lastPath_(folder) {
     indexes_.emplace(folder, 0);
 }
 
@@ -76,7 +77,7 @@ void TreemapGrowth::count(Folder& folder, std::uint32_t type, double size) {
     group->size += size;
 }
 
-TreemapTree TreemapGrowth::tree(double area) const {
+TreemapTree TreemapGrowth::tree() const {
     std::vector<double> totals(folders_.size());
     for (std::size_t i = folders_.size(); i-- > 0;) {
         for (const Group& group : folders_[i].groups) {
@@ -92,7 +93,7 @@ TreemapTree TreemapGrowth::tree(double area) const {
         double area;
     };
     TreemapTree result = types_;
-    std::vector<Open> open{{0, 0, area}};
+    std::vector<Open> open{{0, 0, types_.area()}};
     for (std::size_t next = 0; next < open.size(); ++next) {
         const Open at = open[next];
         const Folder& folder = folders_[at.folder];

@@ -10,21 +10,24 @@
 #include "db/dao.h"
 #include "views/treemapReader.h"
 
-// The treemap of a folder while a scan fills an empty table, which has no indexes yet: each row is read once, in
-// the order of recording, and counted for its folder and its type. Files have no places of their own in it.
+// The treemap of a folder while a scan fills an empty table, which has no indexes yet: each row is read once,
+// in the order of recording, and counted for its folder and its type. Files have no places of their own in
+// it.
 class TreemapGrowth {
 public:
-    explicit TreemapGrowth(std::string_view folder);
+    // The pixels of the pictures to be made.
+    TreemapGrowth(std::string_view folder, double area);
 
     [[nodiscard]] const std::string& folder() const noexcept { return types_.folder(); }
+    [[nodiscard]] double area() const noexcept { return types_.area(); }
 
     // Reads the rows recorded since, until that time, or a little longer. True if there are no
     // more. Database
     // errors are thrown.
     bool readUntil(Database& database, modTreemap::Time end);
 
-    // What has been read so far, for a picture of so many pixels.
-    [[nodiscard]] TreemapTree tree(double area) const;
+    // What has been read so far.
+    [[nodiscard]] TreemapTree tree() const;
 
 private:
     struct Group {

@@ -10,8 +10,9 @@ namespace {
 
 using Kind = TreemapNode::Kind;
 
-// Each level of folders bends the surface less than the one above it.
-constexpr double firstRidge = 0.5;
+// Each level of folders bends the surface less than the one above it. Below a title the surface is flat again:
+// there the frame tells what belongs together.
+constexpr double firstRidge = 0.35;
 constexpr double ridgeOfNext = 0.75;
 
 // Adds a ridge along the middle of the area, as van Wijk and van de Wetering (1999) do.
@@ -119,9 +120,9 @@ void TreemapLayout::fill(std::uint32_t parent, const TreemapLook& look) {
     tile.inside = inside;
     tile.first = static_cast<std::uint32_t>(tiles_.size());
     tile.count = static_cast<std::uint32_t>(contents.size());
-    const TreemapCushion cushion = tile.cushion;
+    const TreemapCushion cushion = tile.isTitled ? TreemapCushion() : tile.cushion;
     double height = firstRidge;
-    for (std::uint32_t above = tile.parent; above != TreemapTile::none; above = tiles_[above].parent) {
+    for (std::uint32_t above = parent; !tiles_[above].isTitled && above != 0; above = tiles_[above].parent) {
         height *= ridgeOfNext;
     }
     for (std::size_t i = 0; i < contents.size(); ++i) {

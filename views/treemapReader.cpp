@@ -14,7 +14,7 @@ constexpr int rowsPerLook = 256; // at the clock
 } // namespace
 
 TreemapReader::TreemapReader(std::string_view folder, double area, modFigures::ScanState state)
-    : tree_(folder), unread_{{0, area}}, looksForUnfinished_(state == modFigures::ScanState::running) {}
+    : tree_(folder, area), unread_{{0, area}}, looksForUnfinished_(state == modFigures::ScanState::running) {}
 
 bool TreemapReader::readUntil(Database& database, modTreemap::Time end) {
     if (std::exchange(looksForUnfinished_, false)) {
@@ -58,11 +58,10 @@ bool TreemapReader::readFolder(Database& database, modTreemap::Time end) {
             if (contents_->keeps(size)) {
                 std::string_view name = fileName.text();
                 name.remove_suffix(name.ends_with('\\') ? 1 : 0);
-                contents_->keep(
-                    {.name = std::string(name),
-                     .size = size,
-                     .type = type,
-                     .kind = folderRow ? TreemapNode::Kind::folder : TreemapNode::Kind::file});
+                contents_->keep({.name = std::string(name),
+                                 .size = size,
+                                 .type = type,
+                                 .kind = folderRow ? TreemapNode::Kind::folder : TreemapNode::Kind::file});
             } else {
                 contents_->gather(type, size);
             }
@@ -98,8 +97,8 @@ void TreemapReader::finishFolder() {
     }
 }
 
-// What is recorded of the folders on the way to the last row that have no row of their own: what is directly in
-// them, and the next one.
+// What is recorded of the folders on the way to the last row that have no row of their own: what is directly
+// in them, and the next one.
 void TreemapReader::findUnfinished(Database& database) {
     const std::string last = modFigures::lastFolder(database);
     const std::size_t top = tree_.folder().size();

@@ -13,7 +13,7 @@ bool isLarger(const TreemapNode& left, const TreemapNode& right) {
 
 } // namespace
 
-TreemapTree::TreemapTree(std::string_view folder) : folder_(folder), nodes_(1) {
+TreemapTree::TreemapTree(std::string_view folder, double area) : folder_(folder), area_(area), nodes_(1) {
     nodes_.front().kind = TreemapNode::Kind::folder;
 }
 

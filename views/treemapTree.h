@@ -17,8 +17,8 @@ struct TreemapNode {
         gathered, // several items of a folder that are too small for places of their own
     };
 
-    std::string name;        // internal, without "\"; empty for what is gathered
-    double size = 0;         // bytes, above 0
+    std::string name; // internal, without "\"; empty for what is gathered
+    double size = 0;  // bytes, above 0
     std::uint32_t parent = 0;
     std::uint32_t first = 0; // of its children
     std::uint32_t count = 0; // of its children; 0 also for a folder that is too small to be looked into
@@ -33,7 +33,8 @@ class TreemapTree {
 public:
     static constexpr std::uint32_t mixed = 0; // the type of folders, and of different things gathered
 
-    // Pixels. No place is made for less than the one, and no folder is looked into that has less than the other.
+    // Pixels. No place is made for less than the one, and no folder is looked into that has less than the
+    // other.
     static constexpr double leastArea = 16;
     static constexpr double leastOpened = 100;
 
@@ -44,10 +45,11 @@ public:
 
     // Nothing to show.
     TreemapTree() = default;
-    // `folder` is an internal path with a trailing "\".
-    explicit TreemapTree(std::string_view folder);
+    // `folder` is an internal path with a trailing "\", `area` the pixels that it is to be shown in.
+    TreemapTree(std::string_view folder, double area);
 
     [[nodiscard]] const std::string& folder() const noexcept { return folder_; }
+    [[nodiscard]] double area() const noexcept { return area_; }
     // The first is the folder itself; there are none if it has no size.
     [[nodiscard]] const std::vector<TreemapNode>& nodes() const noexcept { return nodes_; }
     [[nodiscard]] bool isEmpty() const noexcept { return nodes_.size() < 2; }
@@ -71,6 +73,7 @@ private:
     };
 
     std::string folder_;
+    double area_ = 0;
     std::vector<TreemapNode> nodes_;
     std::vector<Type> types_{Type()};
     std::unordered_map<std::string, std::uint32_t, TextHash, std::equal_to<>> typeIndexes_;

@@ -48,13 +48,16 @@ ItemMenu::ItemMenu(const Dependencies& dependencies) : dependencies_(dependencie
     }
     QWidget& list = dependencies_.views.filesList();
     QWidget& chart = dependencies_.views.chart();
-    for (QWidget* const where : {static_cast<QWidget*>(&dependencies_.tree), &list, &chart}) {
+    QWidget& treemap = dependencies_.views.treemap();
+    for (QWidget* const where : {static_cast<QWidget*>(&dependencies_.tree), &list, &chart, &treemap}) {
         addKey(QKeySequence(Qt::Key_Delete), "ItemTrash", *where, Qt::WidgetShortcut);
     }
     connect(&dependencies_.tree, &FolderTree::menuRequested, this,
             [this](const std::string& key, const QPoint& place) { popUp(itemsOfTree(key), place); });
     connect(&dependencies_.views.chart(), &FolderChart::menuRequested, this,
             [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place); });
+    connect(&dependencies_.views.treemap(), &Treemap::menuRequested, this,
+            [this](const QPoint& place) { popUp(itemsOfTreemap(), place); });
 }
 
 ItemMenu::~ItemMenu() = default;
@@ -138,6 +141,11 @@ ItemMenu::Items ItemMenu::selectedItems() const {
             return items;
         }
     }
+    if (focus == &dependencies_.views.treemap()) {
+        if (!dependencies_.views.treemap().selectedPath().empty()) {
+            return itemsOfTreemap();
+        }
+    }
     return itemsOfTree(dependencies_.tree.selectedKey());
 }
 
@@ -163,4 +171,10 @@ ItemMenu::Items ItemMenu::itemsOfChart(int index) const {
         return {};
     }
     return {folder + entries[static_cast<std::size_t>(index)].label + "\\"};
+}
+
+// What is gathered is not one item.
+ItemMenu::Items ItemMenu::itemsOfTreemap() const {
+    const std::string path = dependencies_.views.treemap().selectedPath();
+    return path.empty() || path.find('|') != std::string::npos ? Items() : Items{path};
 }
