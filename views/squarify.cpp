@@ -13,8 +13,8 @@ double worstForm(double largest, double smallest, double sum, double side) {
     return std::max(side2 * largest / sum2, sum2 / (side2 * smallest));
 }
 
-// Places a row along the shorter side of the room, and takes it away from there. Its last rectangle ends where
-// the room does, whatever was rounded.
+// Places a row along the shorter side of the room, and takes it away from there. Its last rectangle ends
+// where the room does, whatever was rounded.
 void placeRow(std::span<const double> areas, double sum, bool isLast, TreemapRect& room,
               std::vector<TreemapRect>& result) {
     const bool upright = room.width >= room.height; // the row stands at the left, else it lies at the top
@@ -42,6 +42,9 @@ void placeRow(std::span<const double> areas, double sum, bool isLast, TreemapRec
 
 std::vector<TreemapRect> squarified(std::span<const double> sizes, TreemapRect room) {
     const double total = std::accumulate(sizes.begin(), sizes.end(), 0.0);
+    if (!(room.area() > 0 && total > 0)) {
+        return std::vector<TreemapRect>(sizes.size(), {room.left, room.top, 0, 0});
+    }
     std::vector<double> areas(sizes.begin(), sizes.end());
     for (double& area : areas) {
         area = area / total * room.area();

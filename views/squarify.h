@@ -19,7 +19,8 @@ struct TreemapRect {
     friend bool operator==(const TreemapRect&, const TreemapRect&) = default;
 };
 
-// Parts the room among the sizes, which are positive, finite and largest first: in rows along the shorter side,
-// as long as that brings the rectangles of a row nearer to squares (Bruls, Huizing and van Wijk, 2000). They
-// cover all of the room, do not overlap, and their areas are proportional to the sizes.
+// Parts the room among the sizes, which are positive, finite and largest first: in rows along the shorter
+// side, as long as that brings the rectangles of a row nearer to squares (Bruls, Huizing and van Wijk, 2000).
+// They cover all of the room, do not overlap, and their areas are proportional to the sizes; without a room,
+// they are empty.
 [[nodiscard]] std::vector<TreemapRect> squarified(std::span<const double> sizes, TreemapRect room);
