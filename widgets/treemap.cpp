@@ -16,7 +16,8 @@ constexpr std::chrono::milliseconds pauseAfterResize{80};
 
 } // namespace
 
-Treemap::Treemap(QWidget* parent) : QWidget(parent) {
+Treemap::Treemap(QWidget* parent)
+    : QWidget(parent), hint_(QStringLiteral("No sizes to show. Select a folder in the tree to scan it.")) {
     modChartAccessible::install();
     colours_ = ChartColours::of(palette());
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -81,8 +82,8 @@ void Treemap::relayout() {
     hovered_ = -1;
     hover(underMouse() ? entryAt(mapFromGlobal(QPointF(QCursor::pos()))) : -1);
     forgetPicture();
-    if (selected_ < 0 && !path.empty()) {
-        Q_EMIT itemSelected();
+    if (!path.empty()) {
+        Q_EMIT itemSelected(); // or none any more
     }
 }
 

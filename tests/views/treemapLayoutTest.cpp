@@ -6,7 +6,7 @@
 #include <numeric>
 #include <set>
 
-#include "views/treemapTrees.h"
+#include "support/treemapMaker.h"
 
 namespace {
 

@@ -92,9 +92,19 @@ void TreemapFeed::finish() {
 }
 
 void TreemapFeed::clear() {
+    stop();
+    dependencies_.treemap.setTree(nullptr);
+}
+
+void TreemapFeed::scanBegins() {
+    if (isGrowing_) {
+        stop();
+    }
+}
+
+void TreemapFeed::stop() {
     next_.stop();
     key_.clear();
     reader_.reset();
     growth_.reset();
-    dependencies_.treemap.setTree(nullptr);
 }

@@ -37,12 +37,15 @@ public:
     void finish();
     // Shows nothing.
     void clear();
+    // Rows read before are not to be counted with those of the scan.
+    void scanBegins();
 
     [[nodiscard]] bool isReading() const noexcept { return !key_.empty(); }
     // The time that the last complete reading has taken, without the pauses.
     [[nodiscard]] std::chrono::milliseconds cost() const noexcept { return cost_; }
 
 private:
+    void stop();
     void readOn(std::chrono::milliseconds time);
     [[nodiscard]] bool readUntil(modTreemap::Time end);
     void hand();

@@ -185,7 +185,7 @@ void ViewTabs::updateGraph() {
             return;
         }
         if (showsTreemap_) {
-            treemapFeed_.show(key);
+            updateTreemap(key);
             return;
         }
         tc_.setFolder(modQt::shownPath(key));
@@ -214,6 +214,15 @@ void ViewTabs::setTreemap(bool shown) {
     }
 }
 
+// It is read while it is on show.
+void ViewTabs::updateTreemap(const std::string& key) {
+    if (XTab_.currentWidget() == &chartPage_) {
+        treemapFeed_.show(key);
+    } else if (tmp_.tree() && tmp_.tree()->folder() != key) {
+        treemapFeed_.clear();
+    }
+}
+
 void ViewTabs::layOutHidden() {
     if (XTab_.currentWidget() != &chartPage_) {
         chartPage_.resize(XTab_.currentWidget()->size());
@@ -229,8 +238,10 @@ const FolderChart& ViewTabs::chartAsShown() {
 
 Treemap& ViewTabs::treemapAsShown() {
     layOutHidden();
-    updateGraph();
-    treemapFeed_.finish();
+    if (const std::string key = folderKey(); !key.empty()) {
+        treemapFeed_.show(key);
+        treemapFeed_.finish();
+    }
     return tmp_;
 }
 
@@ -276,6 +287,7 @@ void ViewTabs::followScan(bool running) {
     tc_.setHint(hint);
     tmp_.setHint(hint);
     if (running) {
+        treemapFeed_.scanBegins();
         tmrChart_.start(millisecondsPerRefresh);
     } else {
         tmrChart_.stop();

@@ -127,6 +127,7 @@ private:
     void wireTreemap();
     void showFiles();
     void enterItem(const std::string& path);
+    void updateTreemap(const std::string& key);
     void layOutHidden();
     void turnTab(int step);
     [[nodiscard]] std::string folderKey() const;

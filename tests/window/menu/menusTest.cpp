@@ -68,6 +68,7 @@ protected:
                 .cancelScan = noting("cancel"),
                 .barStyle = noting("bar"),
                 .pieStyle = noting("pie"),
+                .treemap = noting("treemap"),
                 .updateGraph = noting("graph"),
                 .exactFigures = noting("exact"),
                 .unreadableFolders = noting("unreadable"),
