@@ -56,9 +56,9 @@ double TreemapScene::placeLegend(const std::vector<TreemapColours::Entry>& types
     int line = 0;
     const auto add = [&](const QString& name, QRgb colour) {
         const double top = line * lineHeight;
-        legend.push_back({name, colour,
-                          QRectF(margin + x, top + std::round((lineHeight - swatch) / 2), swatch, swatch),
-                          QRectF(margin + x + swatch + gap, top, widthOf(name), lineHeight)});
+        legend.push_back(
+            {name, colour, QRectF(margin + x, top + std::round((lineHeight - swatch) / 2), swatch, swatch),
+             QRectF(margin + x + swatch + gap, top, widthOf(name) - swatch - 2 * gap, lineHeight)});
         x += widthOf(name);
     };
     if (lines > 0 && widthOf(other) <= most) {

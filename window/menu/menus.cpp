@@ -27,8 +27,7 @@ struct MenuItem {
 };
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
-// separators of View have the same key; two items of File have no access key. The chart's two items must stay
-// next to each other, bar first, because the commands find one from the other.
+// separators of View have the same key; two items of File have no access key.
 constexpr std::array<MenuItem, 47> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},

@@ -167,7 +167,9 @@ TEST_F(TreemapTab, growsWhileAScanFillsTheTable) {
     window->openPath(tree.typed());
     EXPECT_GT(most, 100);
     EXPECT_LE(most, 6000);
-    EXPECT_THAT(items(key()), testing::Contains("many\\7\\file.x")) << "afterwards files have their places";
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return testing::Matches(testing::Contains("many\\7\\file.x"))(items(key()));
+    })) << "afterwards files have their places";
 }
 
 TEST_F(TreemapTab, isExportedInPlaceOfTheChart) {
