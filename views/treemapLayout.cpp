@@ -10,8 +10,8 @@ namespace {
 
 using Kind = TreemapNode::Kind;
 
-// Each level of folders bends the surface less than the one above it. Below a title the surface is flat again:
-// there the frame tells what belongs together.
+// Each level of folders bends the surface less than the one above it. Below a title the surface is flat
+// again: there the frame tells what belongs together.
 constexpr double firstRidge = 0.35;
 constexpr double ridgeOfNext = 0.75;
 
@@ -54,9 +54,8 @@ std::vector<TreemapTile> contentsOf(const TreemapTree& tree, std::uint32_t folde
         return tile.size >= least && tile.kind != Kind::gathered;
     };
     const auto small = std::stable_partition(result.begin(), result.end(), stays);
-    const double placed =
-        std::accumulate(result.begin(), small, 0.0,
-                        [](double sum, const TreemapTile& tile) { return sum + tile.size; });
+    const double placed = std::accumulate(
+        result.begin(), small, 0.0, [](double sum, const TreemapTile& tile) { return sum + tile.size; });
     TreemapGathering gathering(area, placed);
     std::for_each(small, result.end(), [&](const TreemapTile& tile) {
         gathering.gather(tile.kind == Kind::folder ? TreemapTree::mixed : tile.type, tile.size, tile.items);
@@ -196,11 +195,10 @@ std::uint32_t TreemapLayout::find(std::string_view path) const {
         const std::uint32_t end = tile.first + tile.count;
         for (; next < end; ++next) {
             const TreemapTile& each = tiles_[next];
-            const bool isIt = each.kind == Kind::gathered
-                                  ? name.starts_with('|') &&
-                                        name.substr(1) == tree_->types()[each.type].extension
-                                  : tree_->nodes()[each.node].name == name &&
-                                        (each.kind == Kind::folder) == isFolder;
+            const bool isIt =
+                each.kind == Kind::gathered
+                    ? name.starts_with('|') && name.substr(1) == tree_->types()[each.type].extension
+                    : tree_->nodes()[each.node].name == name && (each.kind == Kind::folder) == isFolder;
             if (isIt) {
                 break;
             }

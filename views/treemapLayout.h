@@ -34,8 +34,8 @@ struct TreemapTile {
     TreemapRect area;
     TreemapRect inside; // of a folder whose contents are shown: their room
     TreemapCushion cushion{};
-    double size = 0;            // bytes
-    std::uint32_t node = none;  // none for what only this layout has gathered
+    double size = 0;           // bytes
+    std::uint32_t node = none; // none for what only this layout has gathered
     std::uint32_t parent = none;
     std::uint32_t first = 0; // of the tiles in it
     std::uint32_t count = 0; // of them; 0 unless it is a folder whose contents are shown
@@ -45,9 +45,9 @@ struct TreemapTile {
     bool isTitled = false;
 };
 
-// The places of a tree's items in a rectangle. Tiles lie inside their parents' and do not overlap; those of one
-// folder have areas proportional to their sizes. What would be smaller than TreemapTree::leastArea is gathered,
-// files by their types.
+// The places of a tree's items in a rectangle. Tiles lie inside their parents' and do not overlap; those of
+// one folder have areas proportional to their sizes. What would be smaller than TreemapTree::leastArea is
+// gathered, files by their types.
 class TreemapLayout {
 public:
     enum class Direction { left, right, up, down };
@@ -65,8 +65,8 @@ public:
     // The nearest innermost tile beyond the middle of that edge, or none.
     [[nodiscard]] std::uint32_t neighbour(std::uint32_t tile, Direction direction) const;
 
-    // The item's path; that of a folder ends in "\". What is gathered has its folder's path, "|" and its type's
-    // name, which no item has.
+    // The item's path; that of a folder ends in "\". What is gathered has its folder's path, "|" and its
+    // type's name, which no item has.
     [[nodiscard]] std::string pathOf(std::uint32_t tile) const;
     // The path of the folder that the item is in, or that it is.
     [[nodiscard]] std::string folderOf(std::uint32_t tile) const;

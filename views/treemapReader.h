@@ -23,9 +23,9 @@ using Time = std::chrono::steady_clock::time_point;
 
 } // namespace modTreemap
 
-// Reads the treemap of a folder from the rows, a little at a time: of each folder what is directly in it, found
-// by the index, and nothing of folders that are too small to be looked into. Between two calls no statement is
-// open, and rows may change.
+// Reads the treemap of a folder from the rows, a little at a time: of each folder what is directly in it,
+// found by the index, and nothing of folders that are too small to be looked into. Between two calls no
+// statement is open, and rows may change.
 class TreemapReader {
 public:
     // `folder` is an internal path with a trailing "\", `area` the pixels of the largest picture to be made.

@@ -65,15 +65,14 @@ double TreemapScene::placeLegend(const std::vector<TreemapColours::Entry>& types
         for (const TreemapColours::Entry& type : types) {
             const QString name =
                 metrics.elidedText(type.name, Qt::ElideRight, std::max(most / 4, 6 * lineHeight));
-            const bool isLastLine = line + 1 == lines;
-            if (x > 0 && x + widthOf(name) > most - (isLastLine ? widthOf(other) : 0)) {
-                if (isLastLine) {
-                    break;
-                }
+            const auto fits = [&] {
+                return x + widthOf(name) + (line + 1 == lines ? widthOf(other) : 0) <= most;
+            };
+            if (!fits() && x > 0 && line + 1 < lines) {
                 ++line;
                 x = 0;
             }
-            if (x + widthOf(name) > most) {
+            if (!fits()) {
                 break;
             }
             add(name, type.colour);
