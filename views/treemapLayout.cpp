@@ -13,7 +13,7 @@ using Kind = TreemapNode::Kind;
 // Each level of folders bends the surface less than the one above it. Below a title the surface is flat
 // again: there the frame tells what belongs together.
 constexpr double firstRidge = 0.35;
-constexpr double ridgeOfNext = 0.75;
+constexpr double ridgeOfNext = 0.6;
 
 // Adds a ridge along the middle of the area, as van Wijk and van de Wetering (1999) do.
 void addRidge(TreemapCushion& cushion, const TreemapRect& area, double height) {

@@ -52,10 +52,8 @@ void Treemap::setHint(const QString& hint) {
     }
 }
 
-TreemapScene Treemap::sceneFor(const QSizeF& size) {
-    QFont documentFont(font());
-    documentFont.setStyleStrategy(QFont::NoSubpixelAntialias);
-    return {tree_, size, documentFont, typeColours_};
+TreemapScene Treemap::sceneFor(const QSizeF& size, const QFont& text) const {
+    return {tree_, size, text, typeColours_};
 }
 
 // --- places ---------------------------------------------------------------------------------------------

@@ -41,8 +41,8 @@ public:
     // The folder that is, or holds, the selected item; empty for none.
     [[nodiscard]] std::string selectedFolder() const;
 
-    // For painting it elsewhere, in the colours of documents.
-    [[nodiscard]] TreemapScene sceneFor(const QSizeF& size);
+    // For painting it elsewhere.
+    [[nodiscard]] TreemapScene sceneFor(const QSizeF& size, const QFont& text) const;
 
     // --- tiles by index, folders before their contents, 0 for the folder itself ----------------------------
     [[nodiscard]] int selectable() { return static_cast<int>(tiles().size()); }

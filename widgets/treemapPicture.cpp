@@ -25,6 +25,16 @@ QSizeF sizeFor(const Treemap& treemap, Portion portion, Format format) {
                                  : QSizeF(treemap.size().expandedTo(Treemap::usualSize));
 }
 
+// A screen's subpixels and pixel grid have no meaning in other pictures or on paper.
+QFont fontFor(const Treemap& treemap, Format format) {
+    QFont font(treemap.font());
+    font.setStyleStrategy(QFont::NoSubpixelAntialias);
+    if (format == Format::pdf) {
+        font.setHintingPreference(QFont::PreferNoHinting);
+    }
+    return font;
+}
+
 QImage required(QImage image) {
     if (image.isNull()) {
         throw RuntimeError(errorNumber::outOfMemory);
@@ -34,8 +44,8 @@ QImage required(QImage image) {
 
 } // namespace
 
-TreemapPicture::TreemapPicture(Treemap& treemap, Portion portion, Format format, const QString& date)
-    : format_(format), scene_(treemap.sceneFor(sizeFor(treemap, portion, format))),
+TreemapPicture::TreemapPicture(const Treemap& treemap, Portion portion, Format format, const QString& date)
+    : format_(format), scene_(treemap.sceneFor(sizeFor(treemap, portion, format), fontFor(treemap, format))),
       ratio_(treemap.devicePixelRatioF()) {
     scene_.date = date;
 }

@@ -13,7 +13,7 @@ class TreemapPicture {
 public:
     // The visible portion is as large as on the screen. The entire treemap is at least as large as on a usual
     // screen, or on a page in small print, and shows more of what is small.
-    TreemapPicture(Treemap& treemap, ChartPicture::Portion portion, ChartPicture::Format format,
+    TreemapPicture(const Treemap& treemap, ChartPicture::Portion portion, ChartPicture::Format format,
                    const QString& date);
 
     [[nodiscard]] const TreemapScene& scene() const noexcept { return scene_; }

@@ -104,10 +104,9 @@ QString TreemapScene::nameOf(std::uint32_t tile) const {
     const QString count = QString::fromStdString(modFormat::formatNumber(shown.items, "#,##0"));
     const bool one = shown.items == 1;
     if (shown.type == TreemapTree::mixed) {
-        return count + (one ? QStringLiteral(" small item") : QStringLiteral(" small items"));
+        return count + (one ? QStringLiteral(" item") : QStringLiteral(" items"));
     }
-    return count + QStringLiteral(" small ") +
-           modQt::shownName(tree.types()[shown.type].extension).toLower() +
+    return count + QStringLiteral(" ") + modQt::shownName(tree.types()[shown.type].extension).toLower() +
            (one ? QStringLiteral(" file") : QStringLiteral(" files"));
 }
 

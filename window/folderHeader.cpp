@@ -60,7 +60,9 @@ void FolderHeader::showFolder(const std::string& key) {
 }
 
 void FolderHeader::pointAt(const std::string& key) {
-    crumbs_.showFolder(key_, key);
+    if (!key_.empty()) {
+        crumbs_.showFolder(key_, key);
+    }
 }
 
 void FolderHeader::refresh() {

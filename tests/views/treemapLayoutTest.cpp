@@ -60,9 +60,9 @@ std::string name(int number) {
 
 TEST(TreemapLayout, placesWhatIsInFolders) {
     TreemapMaker maker;
-    const std::uint32_t a = maker.add(0, {maker.folder("a", 600), maker.file("big.iso", 300, "iso"),
-                                          maker.folder("b", 90), maker.file("x.txt", 10)});
-    maker.add(a, {maker.folder("deep", 400), maker.file("y.txt", 200)});
+    const std::uint32_t a = maker.add(0, {TreemapMaker::folder("a", 600), maker.file("big.iso", 300, "iso"),
+                                          TreemapMaker::folder("b", 90), maker.file("x.txt", 10)});
+    maker.add(a, {TreemapMaker::folder("deep", 400), maker.file("y.txt", 200)});
     maker.add(a + 2, {maker.file("z.txt", 90)});
     const TreemapLayout layout(maker.take(), room, look);
     expectSound(layout);
@@ -87,7 +87,7 @@ TEST(TreemapLayout, placesWhatIsInFolders) {
 
 TEST(TreemapLayout, gathersWhatIsTooSmallByItsType) {
     TreemapMaker maker;
-    std::vector<TreemapNode> children{maker.file("big", 1e6, "iso"), maker.folder("small folder", 3)};
+    std::vector<TreemapNode> children{maker.file("big", 1e6, "iso"), TreemapMaker::folder("small folder", 3)};
     for (int i = 0; i < 3000; ++i) {
         children.push_back(maker.file(name(i), 2, i % 3 == 0 ? "c" : "h"));
     }
@@ -109,7 +109,7 @@ TEST(TreemapLayout, gathersWhatIsTooSmallByItsType) {
 
 TEST(TreemapLayout, neighboursAreBeyondTheEdges) {
     TreemapMaker maker;
-    const std::uint32_t a = maker.add(0, {maker.folder("a", 500), maker.folder("b", 499)});
+    const std::uint32_t a = maker.add(0, {TreemapMaker::folder("a", 500), TreemapMaker::folder("b", 499)});
     maker.add(a, {maker.file("1", 250), maker.file("2", 250)});
     maker.add(a + 1, {maker.file("3", 250), maker.file("4", 249)});
     const TreemapLayout layout(maker.take(), room, look); // two columns of two
@@ -146,7 +146,7 @@ TEST(TreemapLayout, bearsExtremes) {
     TreemapMaker deep;
     std::uint32_t parent = 0;
     for (int i = 0; i < levels; ++i) {
-        parent = deep.add(parent, {deep.folder("d", 7)});
+        parent = deep.add(parent, {TreemapMaker::folder("d", 7)});
     }
     deep.add(parent, {deep.file("end", 7)});
     const TreemapLayout chain(deep.take(), room, look);

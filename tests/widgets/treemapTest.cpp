@@ -16,7 +16,6 @@
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 class TreemapTest : public testing::Test {
@@ -35,8 +34,8 @@ protected:
     // a: 1.txt 300, 2.iso 200; b: 3.txt 290, 4.iso 200; small.x 10
     static std::shared_ptr<const TreemapTree> sample() {
         TreemapMaker maker(2e6);
-        const std::uint32_t a =
-            maker.add(0, {maker.folder("a", 500), maker.folder("b", 490), maker.file("small.x", 10, "x")});
+        const std::uint32_t a = maker.add(0, {TreemapMaker::folder("a", 500), TreemapMaker::folder("b", 490),
+                                              maker.file("small.x", 10, "x")});
         maker.add(a, {maker.file("1.txt", 300), maker.file("2.iso", 200, "iso")});
         maker.add(a + 1, {maker.file("3.txt", 290), maker.file("4.iso", 200, "iso")});
         return maker.take();
@@ -151,7 +150,7 @@ TEST_F(TreemapTest, namesTheColoursItUses) {
     maker.add(0, files);
     treemap.setTree(maker.take());
     for (const QSizeF& size : {QSizeF(1200, 700), QSizeF(260, 300), QSizeF(90, 80)}) {
-        const TreemapScene scene = treemap.sceneFor(size);
+        const TreemapScene scene = treemap.sceneFor(size, treemap.font());
         std::size_t coloured = 0;
         for (std::size_t type = 1; type < scene.colours.size(); ++type) {
             coloured += scene.colours[type] != 0 ? 1U : 0U;
@@ -173,7 +172,7 @@ TEST_F(TreemapTest, namesTheColoursItUses) {
 
 TEST_F(TreemapTest, typesKeepTheirColours) {
     const auto colourOf = [&](const char* extension) {
-        for (const TreemapScene::LegendEntry& entry : treemap.sceneFor({800, 600}).legend) {
+        for (const TreemapScene::LegendEntry& entry : treemap.sceneFor({800, 600}, treemap.font()).legend) {
             if (entry.name == QString::fromUtf8(extension)) {
                 return entry.colour;
             }
