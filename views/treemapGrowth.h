@@ -42,7 +42,7 @@ private:
         std::vector<Group> groups;
     };
     std::uint32_t folderOf(const std::string& path);
-    void count(Folder& folder, std::uint32_t type, double size);
+    static void count(Folder& folder, std::uint32_t type, double size);
 
     TreemapTree types_;           // has no children
     std::vector<Folder> folders_; // the first is the folder itself; parents come before their subfolders

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 #include <numeric>
+#include <ranges>
 #include <utility>
 
 namespace {
@@ -32,9 +33,9 @@ std::string TreemapTree::path(std::uint32_t node) const {
         way.push_back(at);
     }
     std::string result = folder_;
-    for (auto at = way.rbegin(); at != way.rend(); ++at) {
-        result += nodes_[*at].name;
-        result += nodes_[*at].kind == TreemapNode::Kind::folder ? "\\" : "";
+    for (const std::uint32_t at : std::views::reverse(way)) {
+        result += nodes_[at].name;
+        result += nodes_[at].kind == TreemapNode::Kind::folder ? "\\" : "";
     }
     return result;
 }
