@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 #include <numeric>
-#include <ranges>
 #include <utility>
 
 namespace {
@@ -33,7 +32,8 @@ std::string TreemapTree::path(std::uint32_t node) const {
         way.push_back(at);
     }
     std::string result = folder_;
-    for (const std::uint32_t at : std::views::reverse(way)) {
+    std::reverse(way.begin(), way.end());
+    for (const std::uint32_t at : way) {
         result += nodes_[at].name;
         result += nodes_[at].kind == TreemapNode::Kind::folder ? "\\" : "";
     }
