@@ -30,21 +30,10 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
     return result;
 }
 
-// The folder of the row recorded last; empty if there are no rows.
-std::string lastFolder(Database& database) {
-    const auto last = database.OpenRecordset("select max(idx) as lastNumber from details");
-    if (last->EndOfFile() || last->Fields("lastNumber").isNull()) {
-        return {};
-    }
-    const auto row = database.OpenRecordset("select parentFolder from details where idx=" +
-                                            std::string(last->Fields("lastNumber").text()));
-    return row->EndOfFile() ? std::string() : std::string(row->Fields("parentFolder").text());
-}
-
 // A walk goes depth first, so only one subfolder can have contents and no row of its own yet: that of the
 // last row.
 void addUnfinished(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
-    const std::string last = lastFolder(database);
+    const std::string last = modFigures::lastFolder(database);
     if (last.size() <= key.size() || !platform::sameName(std::string_view(last).substr(0, key.size()), key)) {
         return;
     }
@@ -63,6 +52,16 @@ void addUnfinished(Database& database, std::string_view key, std::vector<ChartEn
 }
 
 } // namespace
+
+std::string modFigures::lastFolder(Database& database) {
+    const auto last = database.OpenRecordset("select max(idx) as lastNumber from details");
+    if (last->EndOfFile() || last->Fields("lastNumber").isNull()) {
+        return {};
+    }
+    const auto row = database.OpenRecordset("select parentFolder from details where idx=" +
+                                            std::string(last->Fields("lastNumber").text()));
+    return row->EndOfFile() ? std::string() : std::string(row->Fields("parentFolder").text());
+}
 
 std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string_view key, ScanState state) {
     std::vector<ChartEntry> entries;

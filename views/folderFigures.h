@@ -29,6 +29,10 @@ enum class ScanState { ended, running };
 [[nodiscard]] std::vector<ChartEntry> chartEntries(Database& database, std::string_view key,
                                                    ScanState state = ScanState::ended);
 
+// The folder that the row recorded last lies in; empty if there are no rows. While a scan is running, this
+// folder and those above it may have contents and no row of their own yet, and no others.
+[[nodiscard]] std::string lastFolder(Database& database);
+
 // The files of the whole subtree grouped by extension and description.
 [[nodiscard]] std::vector<FileGroup> fileTypes(Database& database, std::string_view key);
 

@@ -9,13 +9,15 @@
 #include "views/chartAxis.h"
 #include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
+#include "widgets/treemap.h"
 
 namespace {
 
-// One bar or slice, known by its rank: what stands there may change.
+// One bar, slice or tile, known by its rank: what stands there may change.
+template <class Control>
 class Item final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
-    Item(FolderChart* chart, int rank) : chart_(chart), rank_(rank) {}
+    Item(Control* chart, int rank) : chart_(chart), rank_(rank) {}
 
     [[nodiscard]] bool isValid() const override { return !chart_.isNull() && rank_ < chart_->selectable(); }
     [[nodiscard]] QObject* object() const override { return nullptr; }
@@ -87,13 +89,14 @@ public:
 private:
     [[nodiscard]] int index() const { return chart_->indexAt(rank_); }
 
-    QPointer<FolderChart> chart_;
+    QPointer<Control> chart_;
     int rank_;
 };
 
+template <class Control>
 class Chart final : public QAccessibleWidget {
 public:
-    explicit Chart(FolderChart* chart) : QAccessibleWidget(chart, QAccessible::List), chart_(chart) {}
+    explicit Chart(Control* chart) : QAccessibleWidget(chart, QAccessible::List), chart_(chart) {}
     ~Chart() override {
         for (const auto& [rank, id] : items_) {
             QAccessible::deleteAccessibleInterface(id);
@@ -111,12 +114,12 @@ public:
         if (known != items_.end()) {
             return QAccessible::accessibleInterface(known->second);
         }
-        QAccessibleInterface* const item = std::make_unique<Item>(chart_, rank).release();
+        QAccessibleInterface* const item = std::make_unique<Item<Control>>(chart_, rank).release();
         items_[rank] = QAccessible::registerAccessibleInterface(item); // which owns it
         return item;
     }
     [[nodiscard]] int indexOfChild(const QAccessibleInterface* child) const override {
-        const auto* const item = dynamic_cast<const Item*>(child);
+        const auto* const item = dynamic_cast<const Item<Control>*>(child);
         return item == nullptr ? -1 : item->rank();
     }
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
@@ -129,13 +132,28 @@ public:
     }
 
 private:
-    FolderChart* chart_; // lives longer
+    Control* chart_; // lives longer
     mutable std::map<int, QAccessible::Id> items_;
 };
 
+// Null if the object is none of these controls. Qt deletes what it gets.
+template <class Control>
+QAccessibleInterface* interfaceOfAny(QObject* object) {
+    auto* const chart = qobject_cast<Control*>(object);
+    return chart == nullptr ? nullptr : std::make_unique<Chart<Control>>(chart).release();
+}
+
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
-    auto* const chart = qobject_cast<FolderChart*>(object);
-    return chart == nullptr ? nullptr : std::make_unique<Chart>(chart).release(); // Qt deletes it
+    QAccessibleInterface* const chart = interfaceOfAny<FolderChart>(object);
+    return chart == nullptr ? interfaceOfAny<Treemap>(object) : chart;
+}
+
+void tell(QAccessible::Event kind, QWidget& chart, int child) {
+    if (QAccessible::isActive()) {
+        QAccessibleEvent event(&chart, kind);
+        event.setChild(child);
+        QAccessible::updateAccessibility(&event);
+    }
 }
 
 } // namespace
@@ -148,17 +166,14 @@ void modChartAccessible::install() {
     static_cast<void>(installed);
 }
 
-void modChartAccessible::tellReplaced(FolderChart& chart) {
-    if (QAccessible::isActive()) {
-        QAccessibleEvent event(&chart, QAccessible::ObjectReorder);
-        QAccessible::updateAccessibility(&event);
-    }
+void modChartAccessible::tellReplaced(QWidget& chart) {
+    tell(QAccessible::ObjectReorder, chart, -1);
 }
 
 void modChartAccessible::tellSelected(FolderChart& chart) {
-    if (QAccessible::isActive()) {
-        QAccessibleEvent event(&chart, QAccessible::Focus);
-        event.setChild(chart.rankOf(chart.selected()));
-        QAccessible::updateAccessibility(&event);
-    }
+    tell(QAccessible::Focus, chart, chart.rankOf(chart.selected()));
+}
+
+void modChartAccessible::tellSelected(Treemap& treemap) {
+    tell(QAccessible::Focus, treemap, treemap.selected());
 }

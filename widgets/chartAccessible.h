@@ -1,16 +1,19 @@
 #pragma once
 
 class FolderChart;
+class QWidget;
+class Treemap;
 
-// What the folder chart tells assistive technology: the chart, with a child for each bar (largest first, also
-// those out of view) or slice, each with its name, its value and its place.
+// What the folder chart and the treemap tell assistive technology: the chart, with a child for each bar
+// (largest first, also those out of view), slice or tile, each with its name, its value and its place.
 namespace modChartAccessible {
 
 // Registers this with Qt, once per process; call it before the first chart is asked for its interface.
 void install();
 
 // Tells whoever listens that the chart shows other bars, or that another one has the keyboard's highlight.
-void tellReplaced(FolderChart& chart);
+void tellReplaced(QWidget& chart);
 void tellSelected(FolderChart& chart);
+void tellSelected(Treemap& treemap);
 
 } // namespace modChartAccessible

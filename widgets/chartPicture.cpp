@@ -2,36 +2,25 @@
 
 #include <QBuffer>
 #include <QImage>
-#include <QPageLayout>
 #include <QPainter>
 #include <QPdfWriter>
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 #include "platform/runtimeError.h"
 #include "widgets/chartPainting.h"
+#include "widgets/pictureFile.h"
 
 namespace {
 
 using Format = ChartPicture::Format;
 using Portion = ChartPicture::Portion;
+using modPictureFile::pageRoom;
 
-const QString title = QStringLiteral("Spannory");
-constexpr double pixelsPerInch = 96;
-constexpr double pageMargin = 10; // millimetres
 // If the chart on the screen is too small for any bars, the entire chart is drawn for this size.
 constexpr QSizeF smallestWithRoom(400, 250);
-
-QPageLayout pageLayout() {
-    return {QPageSize(ChartPicture::paperOf(QLocale::system())), QPageLayout::Landscape,
-            QMarginsF(pageMargin, pageMargin, pageMargin, pageMargin), QPageLayout::Millimeter};
-}
-
-// Within the page's margins, in pixels.
-QSizeF pageRoom() {
-    return pageLayout().paintRectPixels(static_cast<int>(pixelsPerInch)).size();
-}
 
 ChartState pictured(const ChartState& shown, const std::vector<ChartEntry>& entries, Portion portion,
                     Format format, const QString& date) {
@@ -170,18 +159,8 @@ QByteArray ChartPicture::png() const {
     QPainter painter(&image);
     paint(painter, layout_);
     painter.end();
-    constexpr double inchesPerMetre = 1 / 0.0254;
-    const int dots = static_cast<int>(std::lround(pixelsPerInch * pixelRatio_ * inchesPerMetre));
-    image.setDotsPerMeterX(dots);
-    image.setDotsPerMeterY(dots);
-    image.setText(QStringLiteral("Title"), title);
-    image.setText(QStringLiteral("Description"), layout_.heading().name + layout_.heading().figures);
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    if (!buffer.open(QIODevice::WriteOnly) || !image.save(&buffer, "PNG")) {
-        throw RuntimeError(errorNumber::outOfMemory);
-    }
-    return bytes;
+    return modPictureFile::png(std::move(image), pixelRatio_,
+                               layout_.heading().name + layout_.heading().figures);
 }
 
 QByteArray ChartPicture::pdf() const {
@@ -189,10 +168,7 @@ QByteArray ChartPicture::pdf() const {
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setTitle(title);
-    writer.setCreator(title);
-    writer.setResolution(static_cast<int>(pixelsPerInch));
-    writer.setPageLayout(pageLayout());
+    modPictureFile::preparePdf(writer);
     QPainter painter;
     if (!painter.begin(&writer)) {
         throw RuntimeError(errorNumber::outOfMemory);

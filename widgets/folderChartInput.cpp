@@ -4,7 +4,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QTextBoundaryFinder>
 #include <QToolTip>
 #include <QWheelEvent>
 #include <algorithm>
@@ -15,28 +14,6 @@
 #include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
 #include "widgets/qtText.h"
-
-namespace {
-
-// A tip breaks lines only at blanks, and a name may have 255 characters without one.
-QString inLines(const QString& text) {
-    constexpr int lineLength = 64;
-    QString result;
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
-    qsizetype start = 0;
-    int length = 0;
-    while (finder.toNextBoundary() >= 0) {
-        if (++length == lineLength || finder.position() == text.size()) {
-            result += (result.isEmpty() ? QString() : QStringLiteral("\n")) +
-                      text.mid(start, finder.position() - start);
-            start = finder.position();
-            length = 0;
-        }
-    }
-    return result;
-}
-
-} // namespace
 
 // --- pointer --------------------------------------------------------------------------------------------
 
@@ -275,7 +252,7 @@ QString FolderChart::tipText(const ChartHit& hit) const {
         return QStringLiteral("Back to the whole pie (Backspace)");
     }
     if (hit.part == ChartHit::Part::label && hit.index >= 0) {
-        return modQt::tip(inLines(chartLabel(shownEntry(hit.index))));
+        return modQt::tip(modQt::inLines(chartLabel(shownEntry(hit.index))));
     }
     const QString text = tipProvider_ ? tipProvider_(hit.megabytes, hit.index)
                                       : QString::fromStdString(chartMarkText(hit.megabytes));

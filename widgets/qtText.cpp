@@ -1,5 +1,6 @@
 #include "widgets/qtText.h"
 
+#include <QTextBoundaryFinder>
 #include <QTextDocument>
 
 #include "base/clsFile.h"
@@ -39,4 +40,21 @@ QString modQt::shownFolder(std::string_view internalPath) {
 
 QString modQt::tip(const QString& text) {
     return Qt::mightBeRichText(text) ? Qt::convertFromPlainText(text, Qt::WhiteSpaceNormal) : text;
+}
+
+QString modQt::inLines(const QString& text) {
+    constexpr int lineLength = 64;
+    QString result;
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    qsizetype start = 0;
+    int length = 0;
+    while (finder.toNextBoundary() >= 0) {
+        if (++length == lineLength || finder.position() == text.size()) {
+            result += (result.isEmpty() ? QString() : QStringLiteral("\n")) +
+                      text.mid(start, finder.position() - start);
+            start = finder.position();
+            length = 0;
+        }
+    }
+    return result;
 }

@@ -24,4 +24,8 @@ namespace modQt {
 // A text for a tool tip, which would otherwise interpret a name such as "<b>" as markup.
 [[nodiscard]] QString tip(const QString& text);
 
+// A long text for a tool tip, in lines: a tip breaks lines only at blanks, and a name may have 255 characters
+// without one.
+[[nodiscard]] QString inLines(const QString& text);
+
 } // namespace modQt

@@ -33,19 +33,21 @@ QString shownNameOf(const std::string& key) {
 // A button with a text that is cut where there is no room, and a mark between it and the one before it.
 class Breadcrumbs::Crumb final : public QToolButton {
 public:
-    Crumb(const std::string& key, bool isLast, QWidget* parent) : QToolButton(parent), key_(key) {
+    Crumb(const std::string& key, bool isShown, QWidget* parent)
+        : QToolButton(parent), key_(key), isShown_(isShown) {
         setText(shownNameOf(key));
         setAutoRaise(true);
         setFocusPolicy(Qt::TabFocus);
         setToolTip(modQt::tip(modQt::shownFolder(key)));
         setAccessibleName(modQt::shownFolder(key));
-        setObjectName(isLast ? QStringLiteral("cmdCrumbLast") : QStringLiteral("cmdCrumb"));
+        setObjectName(isShown ? QStringLiteral("cmdCrumbLast") : QStringLiteral("cmdCrumb"));
         QFont bold = font();
-        bold.setBold(isLast);
+        bold.setBold(isShown);
         setFont(bold);
     }
 
     [[nodiscard]] const std::string& key() const noexcept { return key_; }
+    [[nodiscard]] bool isShown() const noexcept { return isShown_; }
     void setMarked(bool marked) { marked_ = marked; }
 
     [[nodiscard]] int wantedWidth() const { return markWidth() + textWidth(text()) + 2 * margin(); }
@@ -77,6 +79,7 @@ private:
     [[nodiscard]] int margin() const { return fontMetrics().height() / 3; }
 
     std::string key_;
+    bool isShown_;
     bool marked_ = true;
 };
 
@@ -99,8 +102,13 @@ Breadcrumbs::~Breadcrumbs() {
     cmdMore_.setMenu(nullptr);
 }
 
-void Breadcrumbs::showFolder(const std::string& key) {
-    if (!crumbs_.empty() && crumbs_.back()->key() == key) {
+void Breadcrumbs::showFolder(const std::string& key, const std::string& below) {
+    const std::string& last = below.starts_with(key) ? below : key;
+    const auto isAsNow = [&](const std::unique_ptr<Crumb>& crumb) {
+        return crumb->isShown() == (crumb->key() == key);
+    };
+    if (!crumbs_.empty() && crumbs_.back()->key() == last &&
+        std::all_of(crumbs_.begin(), crumbs_.end(), isAsNow)) {
         return;
     }
     // The buttons may be at work: a click on one of them leads here.
@@ -109,10 +117,10 @@ void Breadcrumbs::showFolder(const std::string& key) {
         old.release()->deleteLater();
     }
     crumbs_.clear();
-    const std::vector<std::string> keys = keysOnTheWayTo(key);
+    const std::vector<std::string> keys = keysOnTheWayTo(last);
     QWidget* before = &cmdMore_;
     for (const std::string& each : keys) {
-        Crumb& crumb = *crumbs_.emplace_back(std::make_unique<Crumb>(each, each == keys.back(), this));
+        Crumb& crumb = *crumbs_.emplace_back(std::make_unique<Crumb>(each, each == key, this));
         connect(&crumb, &QToolButton::clicked, this, [this, each] { choose(each); });
         setTabOrder(before, &crumb);
         before = &crumb;

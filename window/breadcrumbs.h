@@ -16,8 +16,9 @@ public:
     explicit Breadcrumbs(QWidget* parent = nullptr);
     ~Breadcrumbs() override;
 
-    // A folder's key (tree/nodeKeys.h), or nothing.
-    void showFolder(const std::string& key);
+    // A folder's key (tree/nodeKeys.h), or nothing. The path may go on to a folder below it; the shown one
+    // stands out.
+    void showFolder(const std::string& key, const std::string& below = {});
 
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;

@@ -59,6 +59,12 @@ void FolderHeader::showFolder(const std::string& key) {
     present(lblDrive_, {});
 }
 
+void FolderHeader::pointAt(const std::string& key) {
+    if (!key_.empty()) {
+        crumbs_.showFolder(key_, key);
+    }
+}
+
 void FolderHeader::refresh() {
     if (!key_.empty() && dependencies_.database.isOpen()) {
         modGlobal::trapped(moduleName, "refreshHeader", [this] { readFigures(); });

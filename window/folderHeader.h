@@ -29,6 +29,9 @@ public:
     // Shows the folder's path, and its figures as soon as they are refreshed. An empty key: no folder.
     void showFolder(const std::string& key);
 
+    // Continues the path to a folder below the shown one, whose figures stay; an empty key: not any more.
+    void pointAt(const std::string& key);
+
     // Reads the figures again. During a scan, and after one that was cancelled, they end in "…".
     void refresh();
 

@@ -44,7 +44,8 @@ std::unique_ptr<QSettings> openState(const std::string& file) {
 frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
-      views_({tvw_, imlFiles_, settings_, working_}, this), userInterface_(dialogs, statusBar_, prg_),
+      views_({tvw_, imlFiles_, settings_, working_, search_}, this),
+      userInterface_(dialogs, statusBar_, prg_),
       selection_({.tree = tvw_,
                   .icons = imlFiles_,
                   .search = search_,
@@ -221,6 +222,9 @@ void frmMain::wire() {
             [this](const std::string& key) { selection_.tvw_NodeClick(key); });
     connect(&selection_, &FolderSelection::scanRuns, this, &frmMain::followScan);
     connect(&views_, &ViewTabs::barChosen, this, [this](const std::string& label) { tc_OnClick(label); });
+    connect(&views_, &ViewTabs::folderChosen, this,
+            [this](const std::string& key) { selection_.revealFolder(key); });
+    connect(&views_, &ViewTabs::pointedAt, &header_, &FolderHeader::pointAt);
     connect(&views_, &ViewTabs::rowActivated, this,
             [this](const std::string& key, const std::string& tag) { lvwF_Click(key, tag); });
     connect(&views_, &ViewTabs::foundActivated, this, &frmMain::lvwFound_Click);
@@ -319,8 +323,9 @@ MenuTargets frmMain::menuTargets() {
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };
     targets.cancelScan = [this] { search_.CancelScan = true; };
-    targets.barStyle = [this] { views_.chart().setChartStyle(ChartStyle::bar); };
-    targets.pieStyle = [this] { views_.chart().setChartStyle(ChartStyle::pie); };
+    targets.barStyle = [this] { showChart(ChartStyle::bar); };
+    targets.pieStyle = [this] { showChart(ChartStyle::pie); };
+    targets.treemap = [this] { views_.setTreemap(true); };
     targets.updateGraph = [this] { views_.updateGraph(); };
     targets.exactFigures = [this] { notices_.toggleExact(); };
     targets.unreadableFolders = [this] { notices_.showUnreadable(); };
@@ -333,6 +338,11 @@ MenuTargets frmMain::menuTargets() {
     targets.showHelp = [this] { help_.showHelp(); };
     targets.showAbout = [this] { dialogs_.about(); };
     return targets;
+}
+
+void frmMain::showChart(ChartStyle style) {
+    views_.setTreemap(false);
+    views_.chart().setChartStyle(style);
 }
 
 void frmMain::loadChosen(const std::string& file) {

@@ -81,6 +81,7 @@ private:
     void wireHeader();
     [[nodiscard]] MenuTargets menuTargets();
     void runExclusively(const std::function<void()>& command);
+    void showChart(ChartStyle style);
     void loadChosen(const std::string& file);
     void noteSavedScan(const std::string& file);
     [[nodiscard]] bool mayLoad() const;

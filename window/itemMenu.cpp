@@ -46,15 +46,18 @@ ItemMenu::ItemMenu(const Dependencies& dependencies) : dependencies_(dependencie
           std::pair(Qt::ALT | Qt::Key_Enter, "ItemProperties")}) {
         addKey(QKeySequence(keys), key, dependencies_.window, Qt::WindowShortcut);
     }
-    for (QWidget* const where : std::initializer_list<QWidget*>{
-             &dependencies_.tree, dependencies_.views.itemLists().front(),
-             dependencies_.views.itemLists().back(), &dependencies_.views.chart()}) {
+    for (QWidget* const where :
+         std::initializer_list<QWidget*>{&dependencies_.tree, dependencies_.views.itemLists().front(),
+                                         dependencies_.views.itemLists().back(), &dependencies_.views.chart(),
+                                         &dependencies_.views.treemap()}) {
         addKey(QKeySequence(Qt::Key_Delete), "ItemTrash", *where, Qt::WidgetShortcut);
     }
     connect(&dependencies_.tree, &FolderTree::menuRequested, this,
             [this](const std::string& key, const QPoint& place) { popUp(itemsOfTree(key), place); });
     connect(&dependencies_.views.chart(), &FolderChart::menuRequested, this,
             [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place); });
+    connect(&dependencies_.views.treemap(), &Treemap::menuRequested, this,
+            [this](const QPoint& place) { popUp(itemsOfTreemap(), place); });
 }
 
 ItemMenu::~ItemMenu() = default;
@@ -138,6 +141,11 @@ ItemMenu::Items ItemMenu::selectedItems() const {
             return items;
         }
     }
+    if (focus == &dependencies_.views.treemap()) {
+        if (!dependencies_.views.treemap().selectedPath().empty()) {
+            return itemsOfTreemap();
+        }
+    }
     return itemsOfTree(dependencies_.tree.selectedKey());
 }
 
@@ -169,4 +177,10 @@ ItemMenu::Items ItemMenu::itemsOfChart(int index) const {
         return {};
     }
     return {folder + entries[static_cast<std::size_t>(index)].label + "\\"};
+}
+
+// What is gathered is not one item.
+ItemMenu::Items ItemMenu::itemsOfTreemap() const {
+    const std::string path = dependencies_.views.treemap().selectedPath();
+    return path.empty() || path.find('|') != std::string::npos ? Items() : Items{path};
 }

@@ -56,6 +56,7 @@ private:
     [[nodiscard]] Items itemsOfList() const;
     [[nodiscard]] static Items itemsOfTree(const std::string& key);
     [[nodiscard]] Items itemsOfChart(int index) const;
+    [[nodiscard]] Items itemsOfTreemap() const;
 
     Dependencies dependencies_;
     Items opened_;          // what a context menu was opened for

@@ -7,6 +7,7 @@
 #include "base/clsUserInterface.h"
 #include "base/errorTrap.h"
 #include "platform/text.h"
+#include "window/menu/menus.h"
 #include "window/menu/popMenu.h"
 
 using modExport::ReportFormat;
@@ -17,7 +18,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 24> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 26> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -32,8 +33,9 @@ const std::array<MenuCommands::Command, 24> MenuCommands::commands{{
     {"REFRESH", [](MenuCommands& self, int) { self.targets_.refreshScreen(); }},
     {"CANCELSCAN", [](MenuCommands& self, int) { self.targets_.cancelScan(); }},
     {"SHOWOWNERS", [](MenuCommands& self, int index) { self.showOwners(index); }},
-    {"VIEWBARCHART", [](MenuCommands& self, int index) { self.barChart(index); }},
-    {"VIEWPIECHART", [](MenuCommands& self, int index) { self.pieChart(index); }},
+    {"VIEWBARCHART", [](MenuCommands& self, int) { self.showChart("ViewBarChart", self.targets_.barStyle); }},
+    {"VIEWPIECHART", [](MenuCommands& self, int) { self.showChart("ViewPieChart", self.targets_.pieStyle); }},
+    {"VIEWTREEMAP", [](MenuCommands& self, int) { self.showChart("ViewTreemap", self.targets_.treemap); }},
     {"EXACTFIGURES", [](MenuCommands& self, int) { self.targets_.exactFigures(); }},
     {"UNREADABLEFOLDERS", [](MenuCommands& self, int) { self.targets_.unreadableFolders(); }},
     {"GOUP", [](MenuCommands& self, int) { self.targets_.goUp(); }},
@@ -70,17 +72,11 @@ void MenuCommands::showOwners(int index) {
     cP_.setChecked(index, settings_.getOwnerInfo());
 }
 
-void MenuCommands::barChart(int index) {
-    cP_.setChecked(index + 1, false);
-    cP_.setChecked(index, true);
-    targets_.barStyle();
-    targets_.updateGraph();
-}
-
-void MenuCommands::pieChart(int index) {
-    cP_.setChecked(index - 1, false);
-    cP_.setChecked(index, true);
-    targets_.pieStyle();
+void MenuCommands::showChart(std::string_view key, const std::function<void()>& show) {
+    for (const std::string_view each : {"ViewBarChart", "ViewPieChart", "ViewTreemap"}) {
+        modMenus::setMark(cP_, each, each == key);
+    }
+    show();
     targets_.updateGraph();
 }
 

@@ -23,6 +23,7 @@ struct MenuTargets {
     std::function<void()> cancelScan;
     std::function<void()> barStyle; // for the chart, which is redrawn afterwards
     std::function<void()> pieStyle;
+    std::function<void()> treemap;
     std::function<void()> updateGraph;
     std::function<void()> exactFigures;
     std::function<void()> unreadableFolders;
@@ -48,11 +49,10 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 24> commands;
+    static const std::array<Command, 26> commands;
 
     void showOwners(int index);
-    void barChart(int index);
-    void pieChart(int index);
+    void showChart(std::string_view key, const std::function<void()>& show);
     void unassigned(int index);
 
     PopMenu& cP_;

@@ -27,9 +27,8 @@ struct MenuItem {
 };
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
-// separators of View have the same key; two items of File have no access key. The chart's two items must stay
-// next to each other, bar first, because the commands find one from the other.
-constexpr std::array<MenuItem, 47> mainMenu{{
+// separators of View have the same key; two items of File have no access key.
+constexpr std::array<MenuItem, 49> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -64,7 +63,8 @@ constexpr std::array<MenuItem, 47> mainMenu{{
     {1, "GoBack", "Bac&k", 18, Mark::none, "Alt+Left"},
     {1, "GoForward", "For&ward", 19, Mark::none, "Alt+Right"},
     {1, "Spacer1", "-"},
-    {1, "TreeSizes", "Sizes in the &Tree", PopMenu::noIcon, Mark::off},
+    {1, "TreeSizes", "&Sizes in the Tree", PopMenu::noIcon, Mark::off},
+    {1, "ViewTreemap", "&Treemap", PopMenu::noIcon, Mark::off, "Ctrl+3", true},
     {1, "FilterList", "F&ilter the List", PopMenu::noIcon, Mark::none, "Ctrl+F", true},
     {0, "Item", "&Item"},
     {1, "ItemOpen", "&Open", PopMenu::noIcon, Mark::none, "Enter"},

@@ -22,11 +22,12 @@ constexpr int millisecondsPerIconLook = 60;
 } // namespace
 
 ViewTabs::ViewTabs(const Dependencies& dependencies, QObject* parent)
-    : QObject(parent), dependencies_(dependencies), lvwF_(FilesList::columns(), &dependencies_.icons),
-      lvwT_(GroupLists::fileTypeColumns(), nullptr), lvwU_(GroupLists::ownerColumns(), nullptr),
-      filesList_(lvwF_, dependencies_.icons), groupLists_(lvwT_, lvwU_),
-      find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
-             [this] { return folderKey(); }, [this] { return holds_ > 0; }}),
+    : QObject(parent), dependencies_(dependencies),
+      treemapFeed_({tmp_, dependencies_.database, dependencies_.search, [this] { return holds_ == 0; }}),
+      lvwF_(FilesList::columns(), &dependencies_.icons), lvwT_(GroupLists::fileTypeColumns(), nullptr),
+      lvwU_(GroupLists::ownerColumns(), nullptr), filesList_(lvwF_, dependencies_.icons),
+      groupLists_(lvwT_, lvwU_), find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
+                                        [this] { return folderKey(); }, [this] { return holds_ > 0; }}),
       listTabs_{{{lvwF_, 2, &clsSettings::lvwFSortColumn, &clsSettings::setLvwFSortColumn,
                   &clsSettings::lvwFSortOrder, &clsSettings::setLvwFSortOrder},
                  {lvwT_, 3, &clsSettings::lvwTSortColumn, &clsSettings::setLvwTSortColumn,
@@ -46,6 +47,7 @@ void ViewTabs::layOut() {
     XTab_.setObjectName(QStringLiteral("XTab"));
     tc_.setObjectName(QStringLiteral("tc"));
     fsb_.setObjectName(QStringLiteral("fsb"));
+    tmp_.setObjectName(QStringLiteral("tmp"));
     fsb_.setOrientation(Qt::Vertical);
     lvwF_.setObjectName(QStringLiteral("lvwF"));
     lvwT_.setObjectName(QStringLiteral("lvwT"));
@@ -54,6 +56,8 @@ void ViewTabs::layOut() {
     chartLayout_.setSpacing(0);
     chartLayout_.addWidget(&tc_, 1);
     chartLayout_.addWidget(&fsb_);
+    chartLayout_.addWidget(&tmp_, 1);
+    tmp_.hide();
     tc_.attachScrollBar(&fsb_);
     XTab_.addTab(&chartPage_, QStringLiteral("Chart"));
     XTab_.addTab(&lvwF_, QStringLiteral("Files && Folders"));
@@ -87,10 +91,10 @@ void ViewTabs::wire() {
     connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
     connect(&tc_, &FolderChart::barEntered, this, [this](const std::string& label) {
         if (label == modFigures::filesLabel) {
-            XTab_.setCurrentWidget(&lvwF_);
-            lvwF_.setFocus();
+            showFiles();
         }
     });
+    wireTreemap();
     connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
     connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
     tc_.setTipProvider(
@@ -144,6 +148,31 @@ void ViewTabs::followTab() {
     refreshActiveView();
 }
 
+void ViewTabs::wireTreemap() {
+    connect(&tmp_, &Treemap::itemEntered, this, &ViewTabs::enterItem);
+    const auto point = [this] {
+        const bool isShown = showsTreemap_ && XTab_.currentWidget() == &chartPage_;
+        Q_EMIT pointedAt(isShown ? tmp_.selectedFolder() : std::string());
+    };
+    connect(&tmp_, &Treemap::itemSelected, this, point);
+    connect(&XTab_, &QTabWidget::currentChanged, this, point);
+}
+
+// What lies directly in the selected folder is listed on the next tab, as the bar of the files is.
+void ViewTabs::enterItem(const std::string& path) {
+    const std::string folder = path.substr(0, path.rfind('\\') + 1);
+    if (folder != folderKey()) {
+        Q_EMIT folderChosen(folder);
+    } else if (folder != path) {
+        showFiles();
+    }
+}
+
+void ViewTabs::showFiles() {
+    XTab_.setCurrentWidget(&lvwF_);
+    lvwF_.setFocus();
+}
+
 void ViewTabs::wireList(ListTab& tab) {
     constexpr int toggledOrder = -1;
     connect(&tab.list, &ListView::menuRequested, this, &ViewTabs::menuRequested);
@@ -179,6 +208,8 @@ ListView* ViewTabs::activeList() {
 void ViewTabs::takeFocus() {
     if (ListView* const list = activeList()) {
         list->setFocus();
+    } else if (showsTreemap_) {
+        tmp_.setFocus();
     } else {
         tc_.setFocus();
     }
@@ -198,6 +229,10 @@ void ViewTabs::updateGraph() {
         if (key.empty()) {
             return;
         }
+        if (showsTreemap_) {
+            updateTreemap(key);
+            return;
+        }
         tc_.setFolder(modQt::shownPath(key));
         tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key,
                                                 scanning_ ? modFigures::ScanState::running
@@ -207,13 +242,52 @@ void ViewTabs::updateGraph() {
     });
 }
 
-const FolderChart& ViewTabs::chartAsShown() {
-    if (!tc_.isVisible()) {
+void ViewTabs::setTreemap(bool shown) {
+    if (shown == showsTreemap_) {
+        return;
+    }
+    const bool hadFocus = tc_.hasFocus() || tmp_.hasFocus();
+    showsTreemap_ = shown;
+    tc_.setVisible(!shown);
+    fsb_.setVisible(!shown && fsb_.isEnabled());
+    tmp_.setVisible(shown);
+    if (hadFocus) {
+        takeFocus();
+    }
+    if (!shown) {
+        treemapFeed_.clear();
+    }
+}
+
+// It is read while it is on show.
+void ViewTabs::updateTreemap(const std::string& key) {
+    if (XTab_.currentWidget() == &chartPage_) {
+        treemapFeed_.show(key);
+    } else if (tmp_.tree() && tmp_.tree()->folder() != key) {
+        treemapFeed_.clear();
+    }
+}
+
+void ViewTabs::layOutHidden() {
+    if (XTab_.currentWidget() != &chartPage_) {
         chartPage_.resize(XTab_.currentWidget()->size());
         chartLayout_.setGeometry(chartPage_.rect());
     }
+}
+
+const FolderChart& ViewTabs::chartAsShown() {
+    layOutHidden();
     updateGraph();
     return tc_;
+}
+
+Treemap& ViewTabs::treemapAsShown() {
+    layOutHidden();
+    if (const std::string key = folderKey(); !key.empty()) {
+        treemapFeed_.show(key);
+        treemapFeed_.finish();
+    }
+    return tmp_;
 }
 
 void ViewTabs::refresh(bool selectFirst) {
@@ -251,6 +325,7 @@ void ViewTabs::forget() {
     find_.clear();
     tc_.setEntries({});
     tc_.setFolder({});
+    treemapFeed_.clear();
     chartKey_.clear();
     refreshActiveView();
 }
@@ -258,12 +333,16 @@ void ViewTabs::forget() {
 void ViewTabs::followScan(bool running) {
     scanning_ = running;
     find_.setScanning(running);
+    const QString hint = running
+                             ? QStringLiteral("Scanning...")
+                             : QStringLiteral("Nothing to show: the folder is empty or could not be read.");
+    tc_.setHint(hint);
+    tmp_.setHint(hint);
     if (running) {
+        treemapFeed_.scanBegins();
         tmrChart_.start(millisecondsPerRefresh);
-        tc_.setHint(QStringLiteral("Scanning..."));
     } else {
         tmrChart_.stop();
-        tc_.setHint(QStringLiteral("Nothing to show: the folder is empty or could not be read."));
     }
 }
 
@@ -271,11 +350,13 @@ void ViewTabs::followScan(bool running) {
 void ViewTabs::growWithScan() {
     QElapsedTimer cost;
     cost.start();
-    if (holds_ == 0) {
+    const bool isTreemap = XTab_.currentIndex() == 0 && showsTreemap_;
+    if (holds_ == 0 && !(isTreemap && treemapFeed_.isReading())) {
         refresh(false);
     }
     Q_EMIT grown();
-    tmrChart_.start(std::max(millisecondsPerRefresh, static_cast<int>(cost.elapsed()) * refreshesOwnShare));
+    const auto spent = static_cast<int>(cost.elapsed() + (isTreemap ? treemapFeed_.cost().count() : 0));
+    tmrChart_.start(std::max(millisecondsPerRefresh, spent * refreshesOwnShare));
 }
 
 // The text of the chart's tips. Index -1 means that the pointer is on several entries.

@@ -22,12 +22,14 @@
 #include "widgets/groupLists.h"
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
+#include "widgets/treemap.h"
 #include "window/tabs/filterBar.h"
 #include "window/tabs/findPage.h"
+#include "window/tabs/treemapFeed.h"
 
 // The tab control XTab with the views of the folder selected in the tree: the chart tc with its scroll
-// bar fsb, the lists lvwF, lvwT and lvwU, and Find. It reads the rows whenever a view is updated; without a
-// selected folder, or without a database, the views stay unchanged.
+// bar fsb, or in their place the treemap tmp, the lists lvwF, lvwT and lvwU, and Find. It reads the rows
+// whenever a view is updated; without a selected folder, or without a database, the views stay unchanged.
 class ViewTabs final : public QObject, public FolderViews {
     Q_OBJECT
 
@@ -38,6 +40,7 @@ public:
         ImageList& icons;
         clsSettings& settings;
         const WorkingDatabase& database;
+        const clsSearch& search;
     };
 
     explicit ViewTabs(const Dependencies& dependencies, QObject* parent = nullptr);
@@ -45,9 +48,13 @@ public:
 
     [[nodiscard]] QTabWidget& tabs() noexcept { return XTab_; }
     [[nodiscard]] FolderChart& chart() noexcept { return tc_; }
+    [[nodiscard]] Treemap& treemap() noexcept { return tmp_; }
+    // Shows the treemap instead of the chart, or the chart again; it is updated by updateGraph.
+    void setTreemap(bool shown);
+    [[nodiscard]] bool showsTreemap() const noexcept { return showsTreemap_; }
     [[nodiscard]] ListView& filesList() noexcept { return lvwF_; }
     // Goes up inside the active view; false if it shows all of the folder.
-    bool goUp() { return XTab_.currentWidget() == &chartPage_ && tc_.up(); }
+    bool goUp() { return XTab_.currentWidget() == &chartPage_ && !showsTreemap_ && tc_.up(); }
     // Gives the focus to the active view.
     void takeFocus();
     // The list on the active tab; null for the chart's tab.
@@ -62,6 +69,9 @@ public:
 
     // The chart, updated, with the size that it has on the screen or would have if its tab were active.
     [[nodiscard]] const FolderChart& chartAsShown();
+
+    // The same of the treemap.
+    [[nodiscard]] Treemap& treemapAsShown();
 
     // Redraws the chart. Errors are logged.
     void updateGraph() override;
@@ -97,6 +107,11 @@ Q_SIGNALS:
     void grown();
     // A bar was activated.
     void barChosen(const std::string& label);
+    // An item of the treemap in another folder was entered: that folder.
+    void folderChosen(const std::string& key);
+    // What is selected on the active tab lies in this folder below the selected one; empty for the selected
+    // one.
+    void pointedAt(const std::string& key);
     // A row of the files and folders list was activated.
     void rowActivated(const std::string& key, const std::string& tag);
     // A row of what was found was activated.
@@ -123,6 +138,11 @@ private:
     void wireFind();
     void findOnly(FindBar::Field field, const std::string& groupKey);
     void followTab();
+    void wireTreemap();
+    void showFiles();
+    void enterItem(const std::string& path);
+    void updateTreemap(const std::string& key);
+    void layOutHidden();
     void turnTab(int step);
     [[nodiscard]] std::string folderKey() const;
     void refresh(bool selectFirst);
@@ -135,6 +155,8 @@ private:
     QHBoxLayout chartLayout_{&chartPage_};
     FolderChart tc_;
     QScrollBar fsb_;
+    Treemap tmp_;
+    TreemapFeed treemapFeed_;
     ListView lvwF_;
     ListView lvwT_;
     ListView lvwU_;
@@ -151,4 +173,5 @@ private:
     QTimer tmrListViewIcons_;
     int holds_ = 0;
     bool scanning_ = false;
+    bool showsTreemap_ = false;
 };

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
+#include <array>
 #include <optional>
 #include <stdexcept>
 #include <tuple>
@@ -69,6 +70,7 @@ protected:
                 .cancelScan = noting("cancel"),
                 .barStyle = noting("bar"),
                 .pieStyle = noting("pie"),
+                .treemap = noting("treemap"),
                 .updateGraph = noting("graph"),
                 .exactFigures = noting("exact"),
                 .unreadableFolders = noting("unreadable"),
@@ -129,10 +131,10 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     }
     EXPECT_EQ(
         enabled.join(u' '),
-        QStringLiteral(
-            "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-            "GoUp GoBack GoForward TreeSizes FilterList Item ItemOpen ItemShow ItemCopyPath ItemProperties "
-            "ItemScanAgain ItemTrash HelpContents HelpAbout"));
+        QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
+                       "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList Item ItemOpen ItemShow "
+                       "ItemCopyPath ItemProperties "
+                       "ItemScanAgain ItemTrash HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -154,6 +156,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"HelpContents", {"help"}},
         {"ViewBarChart", {"bar", "graph"}},
         {"ViewPieChart", {"pie", "graph"}},
+        {"ViewTreemap", {"treemap", "graph"}},
         {"ExactFigures", {"exact"}},
         {"UnreadableFolders", {"unreadable"}},
         {"GoUp", {"up"}},
@@ -252,15 +255,17 @@ INSTANTIATE_TEST_SUITE_P(Setting, OwnersMenu, testing::Bool());
 
 TEST_F(Menus, exactlyOneChartStyleIsCheckedAndEveryClickRedraws) {
     create();
-    const int bar = indexOf("ViewBarChart");
-    const int pie = indexOf("ViewPieChart");
-    EXPECT_TRUE(cP.isChecked(bar));
-    for (const int clicked : {bar, pie, pie, bar}) {
+    const std::array<std::pair<int, const char*>, 3> looks{{{indexOf("ViewBarChart"), "bar"},
+                                                            {indexOf("ViewPieChart"), "pie"},
+                                                            {indexOf("ViewTreemap"), "treemap"}}};
+    EXPECT_TRUE(cP.isChecked(looks[0].first));
+    for (const std::size_t clicked : {0U, 1U, 1U, 2U, 0U, 2U, 2U, 1U, 0U}) {
         calls.clear();
-        cP.action(clicked).trigger();
-        EXPECT_THAT(calls, ElementsAre(clicked == bar ? "bar" : "pie", "graph"));
-        EXPECT_EQ(cP.action(bar).isChecked(), clicked == bar);
-        EXPECT_EQ(cP.action(pie).isChecked(), clicked == pie);
+        cP.action(looks.at(clicked).first).trigger();
+        EXPECT_THAT(calls, ElementsAre(looks.at(clicked).second, "graph"));
+        for (const auto& [index, name] : looks) {
+            EXPECT_EQ(cP.action(index).isChecked(), index == looks.at(clicked).first) << name;
+        }
     }
 }
 
