@@ -55,6 +55,11 @@ std::string requireDays(const std::string& text) {
                                                                    : "'" + text + "' is not a number of days";
 }
 
+// A script may give what it has not set; that would match every file.
+std::string requireText(const std::string& text) {
+    return text.empty() ? "is empty" : "";
+}
+
 // What was typed to find something; each is empty unless its option was given.
 struct TypedConditions {
     std::string name;
@@ -71,7 +76,8 @@ std::vector<CLI::Option*> addFind(CLI::App& app, TypedConditions& typed, CLI::Op
         app.add_option("--find", typed.name,
                        "Print the files with this in their name, or whose name fits a pattern with * and ?, "
                        "largest first")
-            ->option_text("PATTERN"),
+            ->option_text("PATTERN")
+            ->check(requireText),
         app.add_option("--larger", typed.larger, "Print files larger than this (500, 10M, 1.5G)")
             ->option_text("SIZE")
             ->check(requireSize),
@@ -85,9 +91,11 @@ std::vector<CLI::Option*> addFind(CLI::App& app, TypedConditions& typed, CLI::Op
             ->option_text("DAYS")
             ->check(requireDays),
         app.add_option("--extension", typed.extension, "Print files with this extension, or a pattern of it")
-            ->option_text("EXT"),
+            ->option_text("EXT")
+            ->check(requireText),
         app.add_option("--owner", typed.owner, "Print files of this owner, or a pattern of it")
             ->option_text("NAME")
+            ->check(requireText)
             ->excludes(noOwners)};
 }
 

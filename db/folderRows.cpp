@@ -90,7 +90,7 @@ std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view 
     constexpr double costOfIndex =
         3; // of a row found by the index, in rows of the table read one after the other
     constexpr const char* file = " and isFolder=0";
-    if (holdsAll(database, folder, file)) {
+    if (holdsAll(database, folder, " and not (" + itself(folder) + ")")) {
         return "isFolder=0";
     }
     const auto last =

@@ -6,6 +6,16 @@
 #include "base/clsFile.h"
 #include "platform/paths.h"
 
+namespace {
+
+// Such a character breaks the line, or turns round what stands beside the text.
+bool isDisturbing(QChar c) {
+    return (c >= QChar(u'\u2028') && c <= QChar(u'\u202E')) ||
+           (c >= QChar(u'\u2066') && c <= QChar(u'\u2069'));
+}
+
+} // namespace
+
 QString modQt::nativePath(std::string_view internalPath) {
     return QString::fromStdString(platform::toNative(internalPath));
 }
@@ -13,12 +23,15 @@ QString modQt::nativePath(std::string_view internalPath) {
 QString modQt::shownText(std::string_view text) {
     constexpr char16_t signs = u'\u2400'; // for the characters U+0000 to U+001F, in order
     constexpr char16_t deleteSign = u'\u2421';
+    constexpr char16_t substitute = u'\u241A';
     QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
     for (QChar& c : result) {
         if (c < QChar(u' ')) {
             c = QChar(static_cast<char16_t>(signs + c.unicode()));
         } else if (c == QChar(u'\x7F')) {
             c = QChar(deleteSign);
+        } else if (isDisturbing(c)) {
+            c = QChar(substitute);
         }
     }
     return result;

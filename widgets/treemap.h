@@ -93,6 +93,7 @@ private:
     void select(int index);
     void hover(int index);
     void moveByKey(int key);
+    [[nodiscard]] int largestItem();
     [[nodiscard]] int keyTarget(int key);
     void startTip(int index, bool atPointer);
     void stopTip();

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QToolTip>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -92,6 +93,19 @@ void Treemap::contextMenuEvent(QContextMenuEvent* event) {
 
 // --- keyboard -------------------------------------------------------------------------------------------
 
+// The largest of what is shown as one area and is no folder's frame; what is gathered comes last.
+int Treemap::largestItem() {
+    const auto rank = [](const TreemapTile& tile) {
+        const bool isItem = tile.count == 0 && tile.kind != TreemapNode::Kind::gathered;
+        return std::pair(isItem, tile.count == 0 ? tile.size : 0);
+    };
+    const std::vector<TreemapTile>& all = tiles();
+    const auto largest = std::max_element(all.begin(), all.end(), [&](const auto& left, const auto& right) {
+        return rank(left) < rank(right);
+    });
+    return static_cast<int>(largest - all.begin());
+}
+
 // -1 if the key leads nowhere.
 int Treemap::keyTarget(int key) {
     using Direction = TreemapLayout::Direction;
@@ -99,14 +113,8 @@ int Treemap::keyTarget(int key) {
         return tile == TreemapTile::none ? -1 : static_cast<int>(tile);
     };
     const std::vector<TreemapTile>& all = tiles();
-    const auto largestIn = [&all](std::uint32_t tile) {
-        while (all[tile].count > 0) {
-            tile = all[tile].first;
-        }
-        return tile;
-    };
     if (selected_ < 0 || key == Qt::Key_Home) {
-        return found(largestIn(0));
+        return largestItem();
     }
     const auto from = static_cast<std::uint32_t>(selected_);
     switch (key) {

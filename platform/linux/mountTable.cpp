@@ -152,8 +152,12 @@ std::string Mount::driveRoot() const {
 }
 
 MountTable MountTable::read() {
+    return tryToRead().value_or(MountTable());
+}
+
+std::optional<MountTable> MountTable::tryToRead() {
     std::ifstream file("/proc/self/mountinfo", std::ios::binary);
-    return parse(std::string(std::istreambuf_iterator<char>(file), {}));
+    return file ? std::optional(parse(std::string(std::istreambuf_iterator<char>(file), {}))) : std::nullopt;
 }
 
 // The kernel tells by poll that the table has changed since the last poll.
@@ -161,10 +165,16 @@ std::shared_ptr<const MountTable> MountTable::current() {
     static std::mutex mutex;
     static const Descriptor changes(::open("/proc/self/mountinfo", O_RDONLY | O_CLOEXEC));
     static std::shared_ptr<const MountTable> table;
+    static bool isOld = true;
     const std::lock_guard guard(mutex);
     pollfd state{changes.get(), POLLPRI, 0};
-    if (!table || !changes.isOpen() || ::poll(&state, 1, 0) != 0) {
-        table = std::make_shared<const MountTable>(read());
+    isOld = isOld || !changes.isOpen() || ::poll(&state, 1, 0) != 0;
+    if (isOld) {
+        const std::optional<MountTable> present = tryToRead();
+        isOld = !present;
+        if (present || !table) {
+            table = std::make_shared<const MountTable>(present.value_or(MountTable()));
+        }
     }
     return table;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,7 +33,7 @@ class MountTable {
 public:
     // The system's current table; empty if it is not available.
     [[nodiscard]] static MountTable read();
-    // The same, read only when it has changed.
+    // The same, read only when it has changed; the last one while it cannot be read.
     [[nodiscard]] static std::shared_ptr<const MountTable> current();
     // Reads text in the form of /proc/self/mountinfo. Of several mounts at one mount point, the last is on
     // top; mounts that no path leads to, because a later one covers them, are left out.
@@ -46,6 +47,7 @@ public:
     [[nodiscard]] const Mount* shareAt(std::string_view driveRoot) const;
 
 private:
+    static std::optional<MountTable> tryToRead();
     void removeCovered();
 
     std::vector<Mount> mounts_;

@@ -24,6 +24,7 @@ namespace {
 constexpr pid_t newProcess = 0;
 
 constexpr int lookAgainMilliseconds = 200;
+constexpr int patienceMilliseconds = 1000; // a process is made at once
 
 struct Message {
     pid_t process = -1;
@@ -60,9 +61,15 @@ bool sendMessage(int control, Message sent) {
     }
     ssize_t count = 0;
     do {
-        count = ::sendmsg(control, &message, MSG_NOSIGNAL);
+        count = ::sendmsg(control, &message, MSG_NOSIGNAL | MSG_DONTWAIT);
     } while (count < 0 && errno == EINTR);
     return count == sizeof sent.process;
+}
+
+// False if that takes too long, as when somebody has stopped the process.
+bool hasAnswer(int control) {
+    pollfd state{control, POLLIN, 0};
+    return ::poll(&state, 1, patienceMilliseconds) > 0;
 }
 
 // False if the other side is gone.
@@ -92,22 +99,26 @@ void leaveAllBut(int socket) {
     if (::chdir("/") != 0) { // so that it keeps no volume in use
         ::_exit(1);
     }
-    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC);
-    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
-        if (stream != socket) {
-            ::dup2(nothing, stream);
-        }
-    }
     const auto number = static_cast<unsigned>(socket);
     if (socket > STDERR_FILENO + 1) {
         ::close_range(STDERR_FILENO + 1, number - 1, 0);
     }
     ::close_range(std::max(number, static_cast<unsigned>(STDERR_FILENO)) + 1, ~0U, 0);
+    const int nothing = ::open("/dev/null", O_RDWR | O_CLOEXEC); // which needs a free number
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (stream != socket) {
+            ::dup2(nothing, stream);
+        }
+    }
 }
 
-[[noreturn]] void work(int socket, const ProcessMaker::Work& work) {
+[[noreturn]] void work(int socket, const ProcessMaker::Work& work, pid_t maker) {
     try {
         ::prctl(PR_SET_NAME, "spannory-volume");
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (::getppid() != maker) {
+            ::_exit(0);
+        }
         work(socket);
     } catch (...) { // no memory; the program notices the end
     }
@@ -152,10 +163,11 @@ private:
         if (received < 0) { // the message came without it, for want of a free number
             return -1;
         }
+        const pid_t self = ::getpid();
         const pid_t process = ::fork();
         if (process == 0) {
             leaveAllBut(received);
-            work(received, work_);
+            work(received, work_, self);
         }
         if (process > 0) {
             working_.insert(process);
@@ -176,11 +188,13 @@ pid_t ProcessMaker::make(const Descriptor& socket) {
     constexpr int attempts = 2; // the process set aside may have been ended by others
     for (int attempt = 0; attempt < attempts && (control_.isOpen() || setAside()); ++attempt) {
         Message answer;
-        if (sendMessage(control_.get(), {newProcess, socket.get()}) &&
+        if (sendMessage(control_.get(), {newProcess, socket.get()}) && hasAnswer(control_.get()) &&
             receiveMessage(control_.get(), answer)) {
             return answer.process;
         }
         control_.reset();
+        ::kill(setAside_, SIGKILL);
+        ::waitpid(setAside_, nullptr, 0);
     }
     return -1;
 }
@@ -199,8 +213,8 @@ bool ProcessMaker::setAside() {
     }
     control_ = Descriptor(sockets[0]);
     const Descriptor other(sockets[1]);
-    const pid_t process = ::fork();
-    if (process == 0) {
+    setAside_ = ::fork();
+    if (setAside_ == 0) {
         leaveAllBut(other.get());
         ::prctl(PR_SET_NAME, "spannory-maker");
         try {
@@ -209,10 +223,10 @@ bool ProcessMaker::setAside() {
         }
         ::_exit(0);
     }
-    if (process < 0) {
+    if (setAside_ < 0) {
         control_.reset();
     }
-    return process > 0;
+    return setAside_ > 0;
 }
 
 } // namespace platform

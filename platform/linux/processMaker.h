@@ -31,6 +31,7 @@ private:
 
     std::mutex mutex_;
     Work work_;
+    pid_t setAside_ = -1;
     Descriptor control_;
 };
 

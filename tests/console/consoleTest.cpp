@@ -179,9 +179,10 @@ TEST_F(Console, findsFiles) {
     EXPECT_TRUE(holds(run("--find *r* --top 1 %T").output, "(2 more)"));
     EXPECT_TRUE(holds(run("--larger 2K %T").output, "1 file, 4.9 Kb"));
 
-    EXPECT_EQ(run("--find t* --text %F/found.csv --html %F/found.html --excel %F/found.xlsx --top 1 %T/a %T/b")
-                  .status,
-              0);
+    EXPECT_EQ(
+        run("--find t* --text %F/found.csv --html %F/found.html --excel %F/found.xlsx --top 1 %T/a %T/b")
+            .status,
+        0);
     const std::string text = folder.read("found.csv");
     EXPECT_TRUE(text.starts_with("Name,Folder,Size (Bytes),Size,Owner,Modified,Accessed\r\n"));
     EXPECT_TRUE(holds(text, "two.txt") && holds(text, ",2048,2.0 Kb,") && holds(text, "\nthree,")) << text;
@@ -194,6 +195,7 @@ TEST_F(Console, findsFiles) {
                                              {"--smaller ''", "is not a size"},
                                              {"--older soon", "'soon' is not a number of days"},
                                              {"--newer 5w", "'5w' is not a number"},
+                                             {"--extension ''", "is empty"},
                                              {"--owner x --no-owners", "excludes"}}) {
         const Outcome outcome = run(std::string(options) + " %T");
         EXPECT_EQ(outcome.status, 2) << options;

@@ -112,6 +112,15 @@ TEST_F(TreemapTest, keysGoToNeighboursAndThroughFolders) {
     EXPECT_EQ(entered.size(), 1U);
 }
 
+TEST_F(TreemapTest, homeGoesToTheLargestItemInWhateverFolder) {
+    TreemapMaker maker;
+    const std::uint32_t folder = maker.add(0, {maker.folder("many", 2000), maker.file("one.x", 1000)});
+    maker.add(folder, {maker.file("a.x", 700), maker.file("b.x", 700), maker.file("c.x", 600)});
+    treemap.setTree(maker.take());
+    QTest::keyClick(&treemap, Qt::Key_Home);
+    EXPECT_EQ(treemap.selectedPath(), "C:\\one.x");
+}
+
 TEST_F(TreemapTest, selectionFollowsTheItem) {
     treemap.setTree(sample());
     click("C:\\small.x");

@@ -243,6 +243,9 @@ void ViewTabs::updateGraph() {
 }
 
 void ViewTabs::setTreemap(bool shown) {
+    if (shown) {
+        XTab_.setCurrentWidget(&chartPage_);
+    }
     if (shown == showsTreemap_) {
         return;
     }
