@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+#include <vector>
+
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
 #include "platform/locale.h"
@@ -47,17 +50,24 @@ TEST_F(ExcludesTest, keepEveryNameAsItIs) {
     for (const char* name : {"[x]", "a[b", "plain", " blanks ", "'quoted'", "\xC3\xA9"}) {
         names.emplace_back(name);
     }
+    const modExcludes::Drive drive = modExcludes::driveOf(folder.internal());
+    std::vector<std::pair<std::string, std::string>> paths; // internal and native
     for (const std::string& name : names) {
-        const std::string path = folder.internal() + "\\" + platform::internalName(name);
-        store.DeleteSetting("Excludes", "", stpIni);
+        paths.emplace_back(folder.internal() + "\\" + platform::internalName(name), "");
+        modExcludes::appendNativePath(paths.back().second, paths.back().first, drive);
+    }
+    for (const auto& [path, native] : paths) {
         modExcludes::save(store, modExcludes::patternOf(path));
-        const Excludes excludes = modExcludes::load(store);
-        for (const std::string& other : names) {
-            std::string native;
-            const std::string otherPath = folder.internal() + "\\" + platform::internalName(other);
-            modExcludes::appendNativePath(native, otherPath, modExcludes::driveOf(otherPath));
-            const bool isSame = platform::sameName(path, otherPath);
-            EXPECT_EQ(excludes.take(native), isSame) << path << "  " << otherPath;
+    }
+    const std::vector<std::string> patterns = modExcludes::load(store).texts();
+    ASSERT_EQ(patterns.size(), paths.size());
+    for (std::size_t i = 0; i < paths.size(); ++i) {
+        Excludes excludes;
+        excludes.add(patterns[i]);
+        for (const auto& [other, otherNative] : paths) {
+            std::string compared = otherNative;
+            EXPECT_EQ(excludes.take(compared), platform::sameName(paths[i].first, other))
+                << patterns[i] << "  " << other;
         }
     }
 }

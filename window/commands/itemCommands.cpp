@@ -221,9 +221,9 @@ void ItemCommands::exclude(const Items& items) {
         }
         if (!excluded.empty()) {
             dependencies_.userInterface.status(
-                StatusPanel::folder,
-                "Excluded from scans: " + (excluded.size() == 1 ? shown(excluded.front())
-                                                                : std::to_string(excluded.size()) + " items"));
+                StatusPanel::folder, "Excluded from scans: " +
+                                         (excluded.size() == 1 ? shown(excluded.front())
+                                                               : std::to_string(excluded.size()) + " items"));
         }
         if (!failures.empty()) {
             dependencies_.userInterface.message("Not excluded:" + failures);
