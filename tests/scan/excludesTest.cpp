@@ -9,8 +9,6 @@
 
 namespace {
 
-using testing::ElementsAre;
-
 class ExcludesScan : public testing::Test, protected ScanFixture {
 protected:
     ExcludesScan() {
