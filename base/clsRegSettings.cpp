@@ -92,6 +92,14 @@ bool clsRegSettings::isCut(std::string_view section, std::string_view Key) const
     }
 }
 
+std::vector<std::string> clsRegSettings::keys(std::string_view section) const {
+    try {
+        return platform::profileKeys(section, iniPath_);
+    } catch (...) {
+        return {};
+    }
+}
+
 bool clsRegSettings::SaveSetting(std::string_view section, std::string_view Key, std::string_view Setting,
                                  std::int32_t stp) const {
     try {

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 class Registry;
@@ -48,6 +49,9 @@ public:
     // True if the value in the INI file has more than those 254 characters, so that GetSetting returns a
     // part.
     [[nodiscard]] bool isCut(std::string_view section, std::string_view Key) const noexcept;
+
+    // The keys of a section of the INI file that have a value, in their order.
+    [[nodiscard]] std::vector<std::string> keys(std::string_view section) const;
 
     // Writes one value, creating the section if needed. True if the registry stored it. Odd on purpose: the
     // INI store returns False whether it was written or not.

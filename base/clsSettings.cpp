@@ -1,10 +1,12 @@
 #include "base/clsSettings.h"
 
 #include <algorithm>
+#include <utility>
 #include <variant>
 
 #include "base/clsRegSettings.h"
 #include "base/errorTrap.h"
+#include "base/excludes.h"
 #include "base/modGlobal.h"
 #include "base/settingValues.h"
 #include "base/settingsTable.h"
@@ -66,6 +68,12 @@ constexpr std::array<clsSettings::Property, 14> clsSettings::properties{{
     {"readers", &clsSettings::readers_},
 }};
 
+clsSettings::clsSettings() : excludes_(std::make_shared<const Excludes>()) {}
+
+void clsSettings::setExcludes(Excludes excludes) {
+    excludes_ = std::make_shared<const Excludes>(std::move(excludes));
+}
+
 void clsSettings::assign(const Property& property, std::string_view text) {
     try {
         std::visit([&](auto member) { convert(text, this->*member); }, property.member);
@@ -95,6 +103,7 @@ void clsSettings::setText(std::string_view name, std::string_view text) {
 
 void clsSettings::load(clsRegSettings& store, std::string_view applicationFolder) {
     store.setINIPath(modGlobal::addBackslash(applicationFolder) + "settings.ini");
+    setExcludes(modExcludes::load(store));
     for (const Property& property : properties) {
         const modSettings::Key& key = modSettings::keyNamed(property.name);
         const std::string defaultText = modSettings::defaultOf(key, applicationFolder);

@@ -2,16 +2,20 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 class clsRegSettings;
+class Excludes;
 
 // The user's settings and the sort order of the three lists (U owners, F files and folders, T file types).
 // One shared object: loaded from settings.ini when the program starts, and partly written back when it ends.
 // Until it is loaded, every property is zero, empty or False. Setters neither check nor convert.
 class clsSettings {
 public:
+    clsSettings();
+
     // The working database: an internal path, or any path that a user may type.
     [[nodiscard]] const std::string& databasePath() const noexcept { return databasePath_; }
     void setDatabasePath(std::string_view path) { databasePath_ = path; }
@@ -63,14 +67,19 @@ public:
     [[nodiscard]] std::int16_t readers() const noexcept { return readers_; }
     void setReaders(std::int16_t readers) noexcept { readers_ = readers; }
 
+    // What scans leave out; never null. Whoever keeps the object has the patterns of that moment.
+    [[nodiscard]] const std::shared_ptr<const Excludes>& excludes() const noexcept { return excludes_; }
+    void setExcludes(Excludes excludes);
+
     // Odd on purpose: texts that nothing reads or writes, kept in the class's interface.
     std::string elTUnknownOwner, elTNoExtension, elFileType, elTAllFiles, elTLastScanFormat, elOwner,
         elDetails, elErrorName, elError, elFileSize, elFileCount, elOwnerName, elExtName, elExtension,
         elLastScanStop, elLastScan, elLocation, elRoot, elPath;
 
     // Points the store at settings.ini in the application folder (an internal path, with or without a
-    // trailing "\") and reads every property. If a text cannot be converted, the property takes its default,
-    // and an error naming the key and the text is logged for the main window's load handler.
+    // trailing "\") and reads every property, and what is excluded. If a text cannot be converted, the
+    // property takes its default, and an error naming the key and the text is logged for the main window's
+    // load handler.
     void load(clsRegSettings& store, std::string_view applicationFolder);
 
     // A property by the name of its key: the text that it is written as, empty if no property has that key;
@@ -92,6 +101,7 @@ private:
     [[nodiscard]] static const Property* propertyNamed(std::string_view name) noexcept;
     void assign(const Property& property, std::string_view text);
 
+    std::shared_ptr<const Excludes> excludes_;
     std::string databasePath_;
     std::int16_t lvwUSortColumn_ = 0;
     std::int16_t lvwUSortOrder_ = 0;

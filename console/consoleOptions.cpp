@@ -44,6 +44,25 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
         ->check(requireRealFile);
 }
 
+void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
+    constexpr int oneEach = 1;
+    app.add_option("--exclude", options.excludes,
+                   "Leave out what fits this pattern: a name or the end of a path, with *, ? and [...]")
+        ->option_text("PATTERN")
+        ->expected(oneEach)
+        ->take_all()
+        ->allow_extra_args(false)
+        ->excludes(load);
+    app.add_option("--exclude-from", options.excludeFiles,
+                   "Leave out what fits a pattern in FILE, one a line")
+        ->type_name("FILE")
+        ->expected(oneEach)
+        ->take_all()
+        ->allow_extra_args(false)
+        ->check(requireName)
+        ->excludes(load);
+}
+
 std::string requireSize(const std::string& text) {
     return modFind::parseSize(text) ? ""
                                     : "'" + text + "' is not a size; say it as 500, 10M or 1.5G, for example";
@@ -157,6 +176,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                    "Threads that read folders ahead of the scan, 0 for none (default: as many as help)")
         ->option_text("N")
         ->check(CLI::Range(0, clsSettings::mostReaders));
+    addExcludes(app, options, load);
     app.add_option("--app-folder", options.applicationFolder,
                    "Application folder, with settings.ini, main.dat and errorLog.txt")
         ->type_name("DIR");

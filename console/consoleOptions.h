@@ -18,8 +18,10 @@ struct ConsoleOptions {
     std::string databaseFile;
     std::string loadFile;
     std::string applicationFolder;
-    std::optional<bool> owners;          // overrides the setting
-    std::optional<std::int16_t> readers; // likewise
+    std::vector<std::string> excludes;     // patterns
+    std::vector<std::string> excludeFiles; // files with one pattern a line
+    std::optional<bool> owners;            // overrides the setting
+    std::optional<std::int16_t> readers;   // likewise
     bool summary = false;
     bool fullSizes = false;
     bool exact = false;

@@ -6,6 +6,7 @@
 #include "base/errorLog.h"
 #include "base/errorLogFiles.h"
 #include "base/errorTrap.h"
+#include "base/excludes.h"
 #include "base/modGlobal.h"
 #include "base/terminalText.h"
 #include "console/figureTables.h"
@@ -70,6 +71,7 @@ bool ConsoleRun::start() {
         if (options_.owners) {
             settings_.setGetOwnerInfo(*options_.owners);
         }
+        takeExcludes();
         if (options_.readers) {
             settings_.setReaders(*options_.readers);
         }
@@ -91,6 +93,19 @@ bool ConsoleRun::start() {
         fail({}, error.what());
         return false;
     }
+}
+
+// Beside those of the settings.
+void ConsoleRun::takeExcludes() {
+    constexpr std::uint64_t largestFile = 16U << 20;
+    Excludes excludes = *settings_.excludes();
+    for (const std::string& pattern : options_.excludes) {
+        excludes.add(pattern);
+    }
+    for (const std::string& file : options_.excludeFiles) {
+        excludes.addLines(platform::readFile(file, largestFile));
+    }
+    settings_.setExcludes(std::move(excludes));
 }
 
 void ConsoleRun::scanPaths() {
@@ -178,6 +193,9 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
     } else if (const Unreadable unreadable = search.gaps.unreadableIn(path); unreadable.isAny()) {
         userInterface_.message(unreadableText(unreadable) +
                                (options_.unreadable ? "" : " To list them, use --unreadable."));
+    }
+    if (result.excluded > 0) {
+        userInterface_.message(modExcludes::leftOutText(result.excluded));
     }
     if (result.wrappedFiles > 0) {
         userInterface_.message(modProcessFiles::wrappedText(result.wrappedFiles) +

@@ -24,6 +24,7 @@ public:
 
 private:
     bool start();
+    void takeExcludes();
     void scanPaths();
     void scanPath(clsSearch& search, const std::string& typed);
     void makeIndexes(clsSearch& search);

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 // Profile files (INI files), read and written by the calls of Windows or in the same way. They are UTF-8 on
 // every system, with or without a byte order mark, or UTF-16LE with one.
@@ -22,6 +23,10 @@ inline constexpr std::size_t longestProfileValue = 254;
 // True if the value in the file is longer than that, so that readProfileValue returns only part of it.
 [[nodiscard]] bool profileValueIsCut(std::string_view section, std::string_view key,
                                      std::string_view filePath);
+
+// The names of the section's keys that have a value, in their order. None if there is no such file or
+// section.
+[[nodiscard]] std::vector<std::string> profileKeys(std::string_view section, std::string_view filePath);
 
 // Writes one value. A missing file or section is created; all other sections, keys and comments stay. Files
 // that are not text or larger than 1 MB are left alone, and the old content stays if the new one cannot be

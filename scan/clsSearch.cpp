@@ -279,6 +279,17 @@ void clsSearch::removeFileCalled(std::string_view path) {
     }
 }
 
+// For the folders above, it is complete.
+void clsSearch::leaveOutStart(std::string_view path) {
+    lastIsThere_ = false;
+    storing([&] {
+        modFolderRows::removeWhole(database_.database(), path);
+        gaps.forgetWhole(path);
+    });
+    stamp_ = currentDate_.of(platform::now());
+    changed_ = true;
+}
+
 // If it cannot be read or removed, it must not be recorded a second time.
 void clsSearch::storing(const std::function<void()>& body) {
     try {

@@ -108,6 +108,9 @@ public:
     // The folder with which the scan begins may have been a file when the folder above it was scanned.
     void removeFileCalled(std::string_view path);
 
+    // The folder with which the scan begins shall not be counted: nothing of it stays.
+    void leaveOutStart(std::string_view path);
+
     // Appends a folder's own row (a drive's root has none), with a stamp unless the scan was cancelled.
     // `size` is the total of the items in it that the scan has recorded or found; if that is not all, the
     // size is summed up from the rows. `isNew`: nothing was recorded for the folder before. Returns the size,

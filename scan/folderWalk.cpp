@@ -33,20 +33,20 @@ FolderWalk::FolderWalk(clsSearch& search, const clsSettings& settings, clsUserIn
                        std::function<std::int64_t()> elapsed)
     : search_(search), userInterface_(userInterface), withOwners_(settings.getOwnerInfo()),
       wholeSizes_(settings.fullFileSizes() || settings.exact()), readers_(settings.readers()),
-      elapsed_(std::move(elapsed)) {}
+      patterns_(settings.excludes()), elapsed_(std::move(elapsed)) {}
 
 void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
     path_ = path;
+    if (!patterns_->isEmpty()) {
+        excludes_ = std::make_shared<const ExcludedEntries>(patterns_, path);
+    }
+    if (isExcluded()) {
+        ++excluded_;
+        search_.leaveOutStart(path_);
+        return;
+    }
     mountPoints_ = std::make_shared<const platform::PathSet>(platform::mountPointsBelow(path));
-    ahead_ = std::make_unique<ReadAhead>(ReadAhead::Walk{
-        readers_, withOwners_,
-        [mountPoints = mountPoints_](std::string_view folder, std::string_view name) {
-            return mountPoints->empty() || !mountPoints->contains(std::string(folder).append(name));
-        },
-        [this] {
-            userInterface_.yieldToEvents();
-            return !search_.CancelScan;
-        }});
+    readAhead();
     trapped([&] { enterFolder(facts); });
     while (depth_ > 0) {
         path_.resize(levels_[depth_ - 1]->pathLength);
@@ -60,6 +60,19 @@ void FolderWalk::run(std::string_view path, const platform::EntryFacts& facts) {
             }
         });
     }
+}
+
+void FolderWalk::readAhead() {
+    ahead_ = std::make_unique<ReadAhead>(ReadAhead::Walk{
+        readers_, withOwners_,
+        [mountPoints = mountPoints_, excludes = excludes_](std::string_view folder, std::string_view name) {
+            return (mountPoints->empty() || !mountPoints->contains(std::string(folder).append(name))) &&
+                   !(excludes && excludes->contain(folder, name));
+        },
+        [this] {
+            userInterface_.yieldToEvents();
+            return !search_.CancelScan;
+        }});
 }
 
 // Begins the folder named by path_, unless it has to be skipped.
@@ -141,7 +154,7 @@ void FolderWalk::replaceRecorded(Level& level, const modFolderRows::RecordedFold
     for (std::size_t i = 0; i < entries.size() && !level.subfolders.empty(); ++i) {
         const platform::FolderEntry entry = entries[i];
         path_.append(entry.name);
-        if (isWalked(entry)) {
+        if (isWalked(entry) && !isExcluded()) {
             walked.emplace(entry.name);
         }
         path_.resize(level.pathLength);
@@ -206,6 +219,10 @@ void FolderWalk::recordEntry(Level& level) {
     }
     const platform::FolderEntry entry = level.folder->entries[level.next++];
     path_.append(entry.name);
+    if (isExcluded()) {
+        ++excluded_;
+        return;
+    }
     if (isWalked(entry)) {
         path_ += '\\';
         enterFolder(entry);

@@ -15,6 +15,7 @@
 #include "platform/owners.h"
 #include "scan/clsSearch.h"
 #include "scan/dateTexts.h"
+#include "scan/excludedEntries.h"
 #include "scan/readAhead.h"
 
 // A depth-first walk below a starting folder. It keeps its own stack of folders, so that only the length of
@@ -31,6 +32,8 @@ public:
 
     [[nodiscard]] std::int64_t unreadableFolders() const noexcept { return unreadableFolders_; }
     [[nodiscard]] std::int64_t unreadableFiles() const noexcept { return unreadableFiles_; }
+    // Entries that were left out, and the start if it was.
+    [[nodiscard]] std::int64_t excluded() const noexcept { return excluded_; }
     [[nodiscard]] std::int64_t wrappedFiles() const noexcept { return wrappedFiles_; }
 
 private:
@@ -45,11 +48,13 @@ private:
         modFolderRows::RecordedFolders subfolders; // its subfolders that had rows
     };
 
+    void readAhead();
     void enterFolder(const platform::EntryFacts& facts);
     void beginFolder(const platform::EntryFacts& facts, const modFolderRows::RecordedFolder& recorded);
     void replaceRecorded(Level& level, const modFolderRows::RecordedFolder& recorded);
     [[nodiscard]] modFolderRows::RecordedFolder recordedFolder();
     [[nodiscard]] ReadAhead::FolderPtr read(bool isNew);
+    [[nodiscard]] bool isExcluded() const { return excludes_ && excludes_->contain(path_); }
     [[nodiscard]] bool isWalked(const platform::FolderEntry& entry) const;
     [[nodiscard]] bool isOtherVolume(const platform::FolderEntry& entry) const;
     [[nodiscard]] bool isRecordable();
@@ -67,6 +72,7 @@ private:
     const bool withOwners_; // fixed when the scan begins, even if the setting changes
     const bool wholeSizes_;
     const int readers_;
+    const std::shared_ptr<const Excludes> patterns_;
     const std::function<std::int64_t()> elapsed_;
 
     std::string path_;                           // of the current folder, or of its entry being recorded
@@ -78,9 +84,11 @@ private:
     DateTexts accessed_;
     DateTexts modified_;
     std::shared_ptr<const platform::PathSet> mountPoints_; // also kept by the readers
+    std::shared_ptr<const ExcludedEntries> excludes_;      // likewise; null if nothing is excluded
     std::string status_;
     int visits_ = 0; // folders since the throughput was last shown
     std::int64_t unreadableFolders_ = 0;
     std::int64_t unreadableFiles_ = 0;
     std::int64_t wrappedFiles_ = 0;
+    std::int64_t excluded_ = 0;
 };

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "base/errorTrap.h"
+#include "base/excludes.h"
 #include "base/modGlobal.h"
 #include "base/numberFormat.h"
 #include "platform/folders.h"
@@ -41,6 +42,7 @@ ScanResult scan(const std::string& path, const Dependencies& dependencies, std::
     result.unreadableFolders = walk.unreadableFolders();
     result.unreadableFiles = walk.unreadableFiles();
     result.wrappedFiles = walk.wrappedFiles();
+    result.excluded = walk.excluded();
     result.stored = true;
     return result;
 }
@@ -50,6 +52,9 @@ std::string remarks(const clsSearch& search, const ScanResult& result) {
     std::string text = result.cancelled ? "The scan was cancelled." : "";
     if (const Unreadable unreadable = search.gaps.unreadableIn(search.rootPath); unreadable.isAny()) {
         text.append(text.empty() ? "" : " ").append(unreadableText(unreadable));
+    }
+    if (result.excluded > 0) {
+        text.append(text.empty() ? "" : " ").append(modExcludes::leftOutText(result.excluded));
     }
     return text;
 }

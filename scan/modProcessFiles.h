@@ -33,6 +33,7 @@ struct ScanResult {
     bool stored = false;                // false if the database could not store it; the error has been logged
     std::int64_t unreadableFolders = 0; // of those that this scan tried to read
     std::int64_t unreadableFiles = 0;   // recorded with their names alone
+    std::int64_t excluded = 0;          // entries that were left out, with all that is in them
     std::int64_t wrappedFiles = 0;      // files whose size was recorded as its low 32 bits
 };
 

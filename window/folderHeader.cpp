@@ -1,7 +1,10 @@
 #include "window/folderHeader.h"
 
+#include <algorithm>
+
 #include "base/clsFile.h"
 #include "base/errorTrap.h"
+#include "base/excludes.h"
 #include "platform/drives.h"
 #include "widgets/qtText.h"
 
@@ -29,14 +32,16 @@ FolderHeader::FolderHeader(const Dependencies& dependencies, QWidget* parent)
     rows_.addWidget(&crumbs_);
     figures_.setContentsMargins(margin, 0, margin, 0);
     figures_.addWidget(&lblFigures_, 1);
+    figures_.addWidget(&lblExcludes_);
     figures_.addWidget(&lblDrive_);
     rows_.addLayout(&figures_);
     rows_.addWidget(&lblSavedScan_);
     lblFigures_.setObjectName(QStringLiteral("lblFigures"));
+    lblExcludes_.setObjectName(QStringLiteral("lblExcludes"));
     lblDrive_.setObjectName(QStringLiteral("lblDrive"));
     lblSavedScan_.setObjectName(QStringLiteral("lblSavedScan"));
     lblSavedScan_.setIndent(margin);
-    for (CutLabel* label : {&lblFigures_, &lblDrive_, &lblSavedScan_}) {
+    for (CutLabel* label : {&lblFigures_, &lblExcludes_, &lblDrive_, &lblSavedScan_}) {
         label->setTextFormat(Qt::PlainText);
         label->setCutAt(label == &lblSavedScan_ ? Qt::ElideMiddle : Qt::ElideRight);
     }
@@ -57,6 +62,7 @@ void FolderHeader::showFolder(const std::string& key) {
                                                       "folder here.")
                                      : QString());
     present(lblDrive_, {});
+    lblExcludes_.hide();
 }
 
 void FolderHeader::pointAt(const std::string& key) {
@@ -71,7 +77,23 @@ void FolderHeader::refresh() {
     }
 }
 
+// Nobody knows what was excluded from a loaded scan.
+void FolderHeader::showExcludes() {
+    constexpr std::size_t mostShown = 20;
+    const std::vector<std::string>& patterns = dependencies_.settings.excludes()->texts();
+    lblExcludes_.setVisible(!patterns.empty() && !dependencies_.selection.isLoaded(key_));
+    QString tip = QStringLiteral("Not scanned, and not counted, is what fits:");
+    for (std::size_t i = 0; i < std::min(patterns.size(), mostShown); ++i) {
+        tip += u'\n' + modQt::shownText(patterns[i]);
+    }
+    present(lblExcludes_,
+            patterns.size() == 1 ? QStringLiteral("1 exclude")
+                                 : QStringLiteral("%1 excludes").arg(patterns.size()),
+            patterns.size() > mostShown ? tip + QStringLiteral("\n…") : tip);
+}
+
 void FolderHeader::readFigures() {
+    showExcludes();
     const modFigures::FolderSummary summary = summaryOfKey();
     const bool isCut = isIncomplete(summary);
     const QString text = summary.isRecorded ? QString::fromStdString(modFigures::summaryText(summary)) +

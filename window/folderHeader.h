@@ -12,7 +12,7 @@
 #include "window/statusPanels.h"
 
 // What stands above the tabs: the path of the shown folder, its figures and its share of the drive, and the
-// name of a saved scan. Without a folder, it says how to choose one.
+// name of a saved scan; also whether patterns exclude something. Without a folder, it says how to choose one.
 class FolderHeader final : public QWidget {
     Q_OBJECT
 
@@ -22,6 +22,7 @@ public:
         const WorkingDatabase& database;
         const clsSearch& search;
         const FolderSelection& selection;
+        const clsSettings& settings;
     };
 
     explicit FolderHeader(const Dependencies& dependencies, QWidget* parent = nullptr);
@@ -47,6 +48,7 @@ protected:
 
 private:
     void readFigures();
+    void showExcludes();
     [[nodiscard]] modFigures::FolderSummary summaryOfKey() const;
     [[nodiscard]] bool isIncomplete(const modFigures::FolderSummary& summary) const;
 
@@ -56,6 +58,7 @@ private:
     Breadcrumbs crumbs_;
     QBoxLayout figures_{QBoxLayout::LeftToRight}; // or, in a narrow window, one below the other
     CutLabel lblFigures_;
+    CutLabel lblExcludes_;
     CutLabel lblDrive_;
     CutLabel lblSavedScan_;
 };

@@ -54,7 +54,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
                   .userInterface = userInterface_,
                   .views = views_,
                   .openFile = [this](std::string_view path) { return opening_.takeFile(path); }}),
-      header_({working_, search_, selection_}),
+      header_({working_, search_, selection_, settings_}),
       navigation_({*this, cP_, selection_, [this] { return views_.goUp(); }}),
       treeSizes_({tvw_, cP_, working_, search_, selection_}),
       reports_({working_, settings_, userInterface_, dialogs, [this] { return newWorkbook(); },
@@ -63,7 +63,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       charts_({views_, working_, userInterface_, dialogs}),
       listMenu_(
           {tvw_, views_, settings_, working_, userInterface_, clipboard_, [this] { return newWorkbook(); }}),
-      items_({selection_, search_, settings_, working_, userInterface_, dialogs, clipboard_}),
+      items_({selection_, search_, settings_, store_, working_, userInterface_, dialogs, clipboard_}),
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
       changeSettings_({cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),

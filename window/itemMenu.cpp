@@ -20,13 +20,14 @@ struct Command {
     void (ItemCommands::*run)(const ItemCommands::Items&);
 };
 
-constexpr std::array<Command, 6> commands{{
+constexpr std::array<Command, 7> commands{{
     {"ItemOpen", &Offer::open, &ItemCommands::open},
     {"ItemShow", &Offer::show, &ItemCommands::showInFileManager},
     {"ItemCopyPath", &Offer::copyPath, &ItemCommands::copyPath},
     {"ItemProperties", &Offer::properties, &ItemCommands::showProperties},
     {"ItemScanAgain", &Offer::scanAgain, &ItemCommands::scanAgain},
     {"ItemTrash", &Offer::trash, &ItemCommands::moveToTrash},
+    {"ItemExclude", &Offer::exclude, &ItemCommands::exclude},
 }};
 
 const Command* commandOf(std::string_view key) {

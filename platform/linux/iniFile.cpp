@@ -244,6 +244,19 @@ std::optional<std::string> IniText::value(std::string_view section, std::string_
     return {};
 }
 
+std::vector<std::string> IniText::keys(std::string_view section) const {
+    std::vector<std::string> result;
+    if (const auto found = findSection(section)) {
+        for (std::size_t i = found->header + 1; i < found->end; ++i) {
+            const Line line = parsed(lines_[i]);
+            if (line.kind == Line::Kind::key && line.value) {
+                result.push_back(asUtf8(line.name));
+            }
+        }
+    }
+    return result;
+}
+
 void IniText::insertLine(std::size_t position, std::string content) {
     if (position > 0 && !lines_[position - 1].ends_with('\n')) {
         std::string& last = lines_[position - 1];

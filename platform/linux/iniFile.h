@@ -21,6 +21,9 @@ public:
     // missing or its line has no "=". Bytes that are not valid UTF-8 are read as Latin-1.
     [[nodiscard]] std::optional<std::string> value(std::string_view section, std::string_view key) const;
 
+    // The names of the section's keys that have a value, in their order.
+    [[nodiscard]] std::vector<std::string> keys(std::string_view section) const;
+
     // False if an INI line cannot hold the names or the value.
     [[nodiscard]] bool setValue(std::string_view section, std::string_view key, std::string_view value);
 

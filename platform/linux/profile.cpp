@@ -27,6 +27,11 @@ bool profileValueIsCut(std::string_view section, std::string_view key, std::stri
     return characterCount(wholeValue(section, key, filePath).value_or("")) > longestProfileValue;
 }
 
+std::vector<std::string> profileKeys(std::string_view section, std::string_view filePath) {
+    const auto text = readIniFile(filePath);
+    return text ? text->keys(section) : std::vector<std::string>();
+}
+
 bool writeProfileValue(std::string_view section, std::string_view key, std::string_view value,
                        std::string_view filePath) noexcept {
     return editIniFile(filePath, [=](IniText& text) { return text.setValue(section, key, value); });

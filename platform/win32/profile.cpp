@@ -93,6 +93,32 @@ bool profileValueIsCut(std::string_view section, std::string_view key, std::stri
     return value && value->size() > longestProfileValue;
 }
 
+// The system lists lines without "=", too; they have no value to read.
+std::vector<std::string> profileKeys(std::string_view section, std::string_view filePath) {
+    if (filePath.empty()) {
+        return {};
+    }
+    const std::wstring file = widePath(toInternal(filePath));
+    constexpr std::size_t cutAtEnd = 2; // what the system leaves of a buffer that is too small
+    std::wstring names;
+    DWORD length = 0;
+    do {
+        names.assign(names.empty() ? 4096 : 2 * names.size(), L'\0');
+        length = ::GetPrivateProfileStringW(wide(section).c_str(), nullptr, L"", names.data(),
+                                            static_cast<DWORD>(names.size()), file.c_str());
+    } while (length + cutAtEnd >= names.size() && names.size() <= largestFile);
+    std::vector<std::string> keys;
+    for (std::size_t start = 0; start < length;) {
+        const std::size_t end = names.find(L'\0', start);
+        const std::string key = narrow(names.substr(start, end - start));
+        if (!key.empty() && valueUpTo(1, section, key, filePath)) {
+            keys.push_back(key);
+        }
+        start = end + 1;
+    }
+    return keys;
+}
+
 bool writeProfileValue(std::string_view section, std::string_view key, std::string_view value,
                        std::string_view filePath) noexcept {
     return edit(filePath, [=](const wchar_t* file) {

@@ -44,6 +44,26 @@ TEST_F(Console, saysWhatTheFiguresLack) {
     EXPECT_EQ(run("--quiet --load " + saved).output, "");
 }
 
+TEST_F(Console, leavesOutWhatIsExcluded) {
+    folder.write("app/settings.ini", "[Excludes]\n1=direct.*\n");
+    folder.write("patterns", "\r\nnone\r\ntwo.txt\r\n");
+    const std::string others = "%F/patterns --exclude b/c --exclude none";
+    const struct {
+        std::string arguments;
+        std::string summary;
+        std::string leftOut;
+    } cases[] = {
+        {"", "6.0 Kb, 3 files, 3 folders\n", "1 item was left out by excludes.\n"},
+        {"--exclude-from " + others, "2.0 Kb, 1 file, 2 folders\n", "3 items were left out by excludes.\n"},
+    };
+    for (const auto& each : cases) {
+        const Outcome outcome = run(each.arguments + " %T");
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(holds(outcome.output, each.summary)) << outcome.output;
+        EXPECT_EQ(outcome.errors, "spannory-scan: " + folder.typed("tree") + ": " + each.leftOut);
+    }
+}
+
 TEST_F(Console, writesAnOverviewOfEachPath) {
     EXPECT_EQ(run("--quiet --overview %F/o.html --database %F/saved.mdb %T/b %T/a").status, 0);
     const std::string page = folder.read("o.html");
@@ -80,6 +100,10 @@ TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
         {"--red\x1b[31m %T", 2, "--red\\033[31m"},
         {"--owners --no-owners %T", 2, "excludes"},
         {"--unreadable --load %F/exists.html", 2, "excludes"},
+        {"--exclude x --load %F/exists.html", 2, "excludes"},
+        {"--exclude %T --exclude", 2, "exclude"},
+        {"--exclude-from '' %T", 2, "exclude-from"},
+        {"--exclude-from %F/missing %T", 1, "missing was not read"},
         {"--top many %T", 2, "top"},
         {"--top -1 %T", 2, "top"},
         {"--text '' %T", 2, "text"},

@@ -44,6 +44,20 @@ TEST(Profile, readsAsWindowsDoes) {
         << "the default is not cut";
 }
 
+TEST(Profile, listsTheKeysOfASection) {
+    const TemporaryFolder folder;
+    const std::string file = folder.typed("x.ini");
+    EXPECT_TRUE(platform::profileKeys("a", file).empty());
+    std::string many;
+    for (int i = 0; i < 2000; ++i) {
+        many += "key" + std::to_string(i) + "=\n";
+    }
+    folder.write("x.ini", "k=0\n[b]\nno=1\n[ A ]\n;c=1\n two words = 2\nalone\n\n\xC3\xBC=3\n[c]\n" + many);
+    EXPECT_EQ(platform::profileKeys("a", file), (std::vector<std::string>{"two words", "\xC3\xBC"}));
+    EXPECT_EQ(platform::profileKeys("c", file).size(), 2000U);
+    EXPECT_EQ(platform::profileKeys("c", file).back(), "key1999");
+}
+
 using Edit = std::function<bool(const std::string&)>;
 
 Edit writing(const std::string& section, const std::string& key, const std::string& value) {

@@ -5,10 +5,12 @@
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QGuiApplication>
+#include <QLabel>
 #include <QMenu>
 #include <QTest>
 
 #include "platform/paths.h"
+#include "support/testSystem.h"
 #include "window/windowFixture.h"
 
 namespace {
@@ -82,7 +84,7 @@ TEST_F(ItemMenuTest, standsForTheItemThatWasClicked) {
     openOnTree();
     rightClickNode(key("b"));
     EXPECT_EQ(selected(), key()) << "the right button selects nothing";
-    EXPECT_EQ(offered(), "Open Show CopyPath Properties ScanAgain Trash ");
+    EXPECT_EQ(offered(), "Open Show CopyPath Properties ScanAgain Trash Exclude ");
     choose("ItemCopyPath");
     EXPECT_EQ(clipboardText(), tree.typed("b"));
 
@@ -97,7 +99,7 @@ TEST_F(ItemMenuTest, standsForTheItemThatWasClicked) {
     selectRows({"a", "own.txt"});
     QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
     QApplication::sendEvent(&control<ListView>("lvwF"), &byKey);
-    EXPECT_EQ(offered(), "CopyPath Properties ScanAgain Trash ");
+    EXPECT_EQ(offered(), "CopyPath Properties ScanAgain Trash Exclude ");
     choose("ItemCopyPath");
     EXPECT_EQ(clipboardText(), tree.typed("a") + "\n" + tree.typed("own.txt"));
 
@@ -179,6 +181,8 @@ TEST_F(ItemMenuTest, offersOnlyWhatMakesSenseForALoadedScan) {
     QTest::qWait(0);
     command("ItemTrash");
     EXPECT_THAT(dialogs.questions, IsEmpty());
+    command("ItemExclude");
+    EXPECT_THAT(settingsFile(), testing::Not(HasSubstr("Excludes")));
 }
 
 TEST_F(ItemMenuTest, hasNoTrashWhenNothingMayBeChanged) {
@@ -188,9 +192,58 @@ TEST_F(ItemMenuTest, hasNoTrashWhenNothingMayBeChanged) {
     QTest::keyClick(&filesTab(), Qt::Key_Delete);
     command("ItemTrash");
     EXPECT_THAT(dialogs.questions, IsEmpty());
+    command("ItemExclude");
+    EXPECT_THAT(rows("lvwF"), Contains(HasSubstr("own.txt")));
     rightClickNode(key("b"));
     EXPECT_EQ(offered(), "Open Show CopyPath Properties ScanAgain ");
     openMenu()->close();
+}
+
+TEST_F(ItemMenuTest, excludesFromThisAndLaterScans) {
+    openOnTree();
+    auto& excludes = control<QLabel>("lblExcludes");
+    EXPECT_FALSE(excludes.isVisibleTo(window.get()));
+    tree.write("a/deep/[x] 1", std::string(400, 'x'));
+    selectRows({"a"});
+    command("ItemScanAgain");
+    selectRows({"own.txt", "b"});
+    command("ItemExclude");
+    EXPECT_EQ(panel(3), "Excluded from scans: 2 items");
+    EXPECT_THAT(rows("lvwF"), ElementsAre(HasSubstr("a|3.3 Kb|")));
+    EXPECT_EQ(query("select size from details where fileName=\"" + tree.path().filename().string() + "\\\""),
+              std::vector<std::string>{"3410"});
+    EXPECT_FALSE(control<FolderTree>("tvw").findNode(key("b")));
+
+    window->openPath(tree.typed("a/deep"));
+    selectRows({"[x] 1"});
+    command("ItemExclude");
+    EXPECT_EQ(panel(3), "Excluded from scans: " + platform::displayPath(tree.internal("a/deep/[x] 1")));
+    EXPECT_THAT(rows("lvwF"), ElementsAre(HasSubstr("x.txt|")));
+    EXPECT_THAT(dialogs.questions, IsEmpty());
+    EXPECT_TRUE(excludes.isVisibleTo(window.get()));
+    EXPECT_EQ(excludes.text().toStdString(), "3 excludes");
+    EXPECT_THAT(excludes.toolTip().toStdString(), HasSubstr("own.txt"));
+
+    window->openPath(tree.typed("b"));
+    EXPECT_THAT(query("select idx from details where fileName=\"note.txt\""), IsEmpty());
+    EXPECT_EQ(panel(4), "1 item was left out by excludes.");
+    close();
+    open().openPath(tree.typed());
+    EXPECT_EQ(query("select sum(size) from details where isFolder=0"), std::vector<std::string>{"3010"});
+    EXPECT_EQ(panel(4), "3 items were left out by excludes.");
+}
+
+TEST_F(ItemMenuTest, excludesNothingThatCannotBeStored) {
+    openOnTree();
+    const testSystem::ReadOnlyFile settings(application / "settings.ini");
+    if (!settings.isReadOnly()) {
+        GTEST_SKIP() << "the file can be written anyway";
+    }
+    selectRows({"own.txt"});
+    command("ItemExclude");
+    ASSERT_EQ(dialogs.messages.size(), 1U);
+    EXPECT_THAT(dialogs.messages[0], HasSubstr("own.txt: It cannot be stored"));
+    EXPECT_THAT(rows("lvwF"), Contains(HasSubstr("own.txt")));
 }
 
 } // namespace

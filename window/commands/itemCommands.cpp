@@ -6,6 +6,7 @@
 
 #include "base/clsFile.h"
 #include "base/errorTrap.h"
+#include "base/excludes.h"
 #include "base/formatSize.h"
 #include "db/folderRows.h"
 #include "platform/fileManager.h"
@@ -71,6 +72,7 @@ ItemCommands::Offer ItemCommands::offerFor(const Items& items) const {
     offer.scanAgain = isFree && std::any_of(items.begin(), items.end(), isFolder);
     offer.trash =
         isFree && !dependencies_.settings.readOnly() && std::none_of(items.begin(), items.end(), isRoot);
+    offer.exclude = offer.trash;
     return offer;
 }
 
@@ -194,4 +196,49 @@ void ItemCommands::moveToTrash(const Items& items) {
             dependencies_.userInterface.message("Not moved to the trash:" + failures);
         }
     });
+}
+
+void ItemCommands::exclude(const Items& items) {
+    modGlobal::trapped(moduleName, "exclude", [&] {
+        if (!offerFor(items).exclude) {
+            return;
+        }
+        Items excluded;
+        std::string failures;
+        {
+            const BusyPointer busy(dependencies_.userInterface);
+            Excludes excludes = *dependencies_.settings.excludes();
+            for (const std::string& item : items) {
+                const std::string failure = keepExcluded(item, excludes);
+                if (failure.empty()) {
+                    excluded.push_back(item);
+                } else {
+                    failures.append("\n").append(shown(item)).append(": ").append(failure);
+                }
+            }
+            dependencies_.settings.setExcludes(std::move(excludes));
+            dependencies_.selection.entriesRemoved(excluded);
+        }
+        if (!excluded.empty()) {
+            dependencies_.userInterface.status(
+                StatusPanel::folder, "Excluded from scans: " +
+                                         (excluded.size() == 1 ? shown(excluded.front())
+                                                               : std::to_string(excluded.size()) + " items"));
+        }
+        if (!failures.empty()) {
+            dependencies_.userInterface.message("Not excluded:" + failures);
+        }
+    });
+}
+
+// Why it could not be stored; empty if it was.
+std::string ItemCommands::keepExcluded(const std::string& item, Excludes& excludes) const {
+    try {
+        const std::string pattern = modExcludes::patternOf(item);
+        modExcludes::save(dependencies_.store, pattern);
+        excludes.add(pattern);
+        return {};
+    } catch (const RuntimeError& error) {
+        return error.what();
+    }
 }

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
 #include "base/clsUserInterface.h"
 #include "db/workingDatabase.h"
@@ -20,7 +21,8 @@ public:
     struct Dependencies {
         FolderSelection& selection;
         const clsSearch& search;
-        const clsSettings& settings;
+        clsSettings& settings;
+        const clsRegSettings& store;
         const WorkingDatabase& database;
         clsUserInterface& userInterface;
         clsDialogs& dialogs;
@@ -38,6 +40,7 @@ public:
         bool properties = false;
         bool scanAgain = false;
         bool trash = false;
+        bool exclude = false;
     };
     [[nodiscard]] Offer offerFor(const Items& items) const;
 
@@ -51,10 +54,13 @@ public:
     void scanAgain(const Items& items);
     // Asks first. What could not be moved is named in a message.
     void moveToTrash(const Items& items);
+    // From this and later scans: their paths become patterns of the settings, and their rows go.
+    void exclude(const Items& items);
 
 private:
     [[nodiscard]] bool isLoaded(const std::string& item) const;
     [[nodiscard]] double sizeOf(const std::string& item) const;
+    [[nodiscard]] std::string keepExcluded(const std::string& item, Excludes& excludes) const;
     [[nodiscard]] std::string question(const Items& items) const;
 
     Dependencies dependencies_;

@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 49> mainMenu{{
+constexpr std::array<MenuItem, 50> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -74,6 +74,7 @@ constexpr std::array<MenuItem, 49> mainMenu{{
     {1, "ItemScanAgain", "Scan &Again"},
     {1, "ItemTrashSpacer", "-"},
     {1, "ItemTrash", "&Move to Trash...", PopMenu::noIcon, Mark::none, "Del"},
+    {1, "ItemExclude", "E&xclude from Scans"},
     {0, "", "&Help"},
     {1, "HelpContents", "&Contents", 16, Mark::none, "F1"},
     {1, "HelpSpacer0", "-"},

@@ -134,7 +134,7 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
         QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
                        "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList Item ItemOpen ItemShow "
                        "ItemCopyPath ItemProperties "
-                       "ItemScanAgain ItemTrash HelpContents HelpAbout"));
+                       "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
