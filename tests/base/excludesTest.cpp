@@ -50,6 +50,10 @@ TEST_F(ExcludesTest, keepEveryNameAsItIs) {
     for (const char* name : {"[x]", "a[b", "plain", " blanks ", "'quoted'", "\xC3\xA9"}) {
         names.emplace_back(name);
     }
+    std::erase_if(names, [](const std::string& name) { // Windows' files of settings hold no lone surrogates
+        return platform::internalName(name).find("\xED\xA0\x80") != std::string::npos ||
+               platform::internalName(name).find("\xED\xBF\xBF") != std::string::npos;
+    });
     const modExcludes::Drive drive = modExcludes::driveOf(folder.internal());
     std::vector<std::pair<std::string, std::string>> paths; // internal and native
     for (const std::string& name : names) {
