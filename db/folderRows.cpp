@@ -86,7 +86,7 @@ bool modFolderRows::holdsAll(Database& database, std::string_view folder, const 
            !hasRows(database, apart + further);
 }
 
-std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view folder) {
+std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view folder, Form form) {
     constexpr double costOfIndex =
         3; // of a row found by the index, in rows of the table read one after the other
     constexpr const char* file = " and isFolder=0";
@@ -96,9 +96,12 @@ std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view 
     const auto last =
         database.OpenRecordset("select max(idx) from details"); // at least as many as there are rows
     const auto found = static_cast<double>(countOf(database, " where " + anywhereIn(folder)));
-    return found * costOfIndex < last->Fields(0).number()
-               ? anywhereIn(folder) + file
-               : "parentFolder Like " + quoted(jetLiteral(folder) + "*") + file;
+    if (found * costOfIndex < last->Fields(0).number()) {
+        return anywhereIn(folder) + file;
+    }
+    return (form == Form::range ? anywhereInOfTable(folder)
+                                : "parentFolder Like " + quoted(jetLiteral(folder) + "*")) +
+           file;
 }
 
 modFolderRows::RecordedFolder modFolderRows::find(Database& database, std::string_view folder) {

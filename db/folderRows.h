@@ -28,8 +28,9 @@ inline constexpr std::string_view otherVolume = "File Folder (other volume)";
 // The same, for statements that read the table and not its index of parent folders.
 [[nodiscard]] std::string anywhereInOfTable(std::string_view folder);
 // The files in it, at any depth, in the form with which the fewest rows are read: by the index of parent
-// folders, if they are a small part of the table.
-[[nodiscard]] std::string filesAnywhereIn(Database& database, std::string_view folder);
+// folders, if they are a small part of the table; else by comparing each row in the given form.
+enum class Form { range, pattern };
+[[nodiscard]] std::string filesAnywhereIn(Database& database, std::string_view folder, Form form);
 
 // --- What is recorded of a folder -------------------------------------------------------------------------
 

@@ -96,9 +96,8 @@ std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std
                   "Count(details.extension) AS totalCount "
                   "From details "
                   "WHERE " +
-                      modFolderRows::anywhereIn(key) +
-                      " AND isFolder=0 "
-                      "GROUP BY details.extension, details.description;",
+                      modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::range) +
+                      " GROUP BY details.extension, details.description;",
                   "extension");
 }
 
@@ -108,7 +107,8 @@ std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::s
         "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
         "From details "
         "WHERE " +
-            modFolderRows::filesAnywhereIn(database, key) + " GROUP BY details.owner;",
+            modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern) +
+            " GROUP BY details.owner;",
         "owner");
 }
 

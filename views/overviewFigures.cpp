@@ -134,7 +134,7 @@ void Reader::enter(std::string_view parent) {
 void Reader::readFiles() {
     const auto rows = database_.OpenRecordset(
         "select idx,size,extension,owner,dateModified,parentFolder from details where " +
-        modFolderRows::filesAnywhereIn(database_, key_));
+        modFolderRows::filesAnywhereIn(database_, key_, modFolderRows::Form::pattern));
     const Field& number = rows->Fields("idx");
     const Field& size = rows->Fields("size");
     const Field& extension = rows->Fields("extension");

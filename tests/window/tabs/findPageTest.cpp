@@ -202,7 +202,7 @@ TEST_F(FindInWindow, sortsByValueAndRemembersIt) {
 }
 
 TEST_F(FindInWindow, showsWhatAScanHasRecordedSoFar) {
-    constexpr std::size_t all = 3000; // so many that the scan cannot be over before somebody looks
+    constexpr std::size_t all = 1000; // so many that the scan cannot be over before somebody looks
     for (std::size_t i = 0; i < all; ++i) {
         tree.write("many/" + std::to_string(i) + "/file", "x");
     }
