@@ -23,8 +23,8 @@ int seeRegular(sqlite3_vfs* /*services*/, const char* path, int flags, int* resu
     return system->xAccess(system, path, flags, result);
 }
 
-// Nobody asks how much memory the engine takes, and to count it takes a lock for each piece. Without effect if
-// another library has used the engine before.
+// Nobody asks how much memory the engine takes, and to count it takes a lock for each piece. Without effect
+// if another library has used the engine before.
 bool startEngine() {
     return sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK && sqlite3_initialize() == SQLITE_OK;
 }

@@ -128,7 +128,8 @@ TEST_F(Find, matchesNamesAsTyped) {
         {"nothing", {}},
     };
     for (const auto& each : table) {
-        std::vector<std::string> shown; // a system without such names shows the characters that stand for them
+        std::vector<std::string>
+            shown; // a system without such names shows the characters that stand for them
         for (const std::string& name : each.found) {
             shown.push_back(platform::displayName(platform::internalName(name)));
         }

@@ -114,7 +114,8 @@ TEST_F(TreemapTest, keysGoToNeighboursAndThroughFolders) {
 
 TEST_F(TreemapTest, homeGoesToTheLargestItemInWhateverFolder) {
     TreemapMaker maker;
-    const std::uint32_t folder = maker.add(0, {TreemapMaker::folder("many", 2000), maker.file("one.x", 1000)});
+    const std::uint32_t folder =
+        maker.add(0, {TreemapMaker::folder("many", 2000), maker.file("one.x", 1000)});
     maker.add(folder, {maker.file("a.x", 700), maker.file("b.x", 700), maker.file("c.x", 600)});
     treemap.setTree(maker.take());
     QTest::keyClick(&treemap, Qt::Key_Home);
