@@ -54,8 +54,9 @@ std::string digitsOf(double number) {
 std::string modFolderRows::itself(std::string_view folder) {
     const clsFile file(folder);
     const std::string_view parent = file.parentFolder();
-    return "parentFolder=" + quoted(parent) + " and fileName=" + quoted(folder.substr(parent.size())) +
-           ofFolder;
+    // A loaded name that is no path has a parent folder longer than itself.
+    const std::string_view name = folder.substr(std::min(parent.size(), folder.size()));
+    return "parentFolder=" + quoted(parent) + " and fileName=" + quoted(name) + ofFolder;
 }
 
 std::string modFolderRows::directlyIn(std::string_view folder) {
