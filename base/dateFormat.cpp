@@ -101,3 +101,13 @@ void appendReformattedDate(std::string& result, std::string_view stored, std::st
 }
 
 } // namespace modFormat
+
+double modFormat::momentKey(const platform::LocalTime& time) noexcept {
+    constexpr double mostMonths = 13;
+    constexpr double mostDaysOfMonth = 32;
+    constexpr double hours = 24;
+    constexpr double sixty = 60;
+    const double day =
+        (static_cast<double>(time.year) * mostMonths + time.month) * mostDaysOfMonth + time.day;
+    return ((day * hours + time.hour) * sixty + time.minute) * sixty + time.second;
+}

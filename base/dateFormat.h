@@ -25,6 +25,9 @@ void appendFormattedDate(std::string& result, const platform::LocalTime& time, s
 // the calendar.
 [[nodiscard]] std::optional<platform::LocalTime> parseDate(std::string_view text);
 
+// A number that grows with the moment.
+[[nodiscard]] double momentKey(const platform::LocalTime& time) noexcept;
+
 // Appends a stored date in another form. A text that is not a date is appended unchanged.
 void appendReformattedDate(std::string& result, std::string_view stored, std::string_view picture);
 

@@ -153,4 +153,12 @@ std::string formatNumber(double number, std::string_view picture) {
     return result;
 }
 
+std::string countText(double count) {
+    return formatNumber(count, "#,##0");
+}
+
+std::string countedText(double count, std::string_view one, std::string_view several) {
+    return countText(count).append(" ").append(count == 1 ? one : several);
+}
+
 } // namespace modFormat

@@ -18,4 +18,9 @@ void appendNumber(std::string& result, double number);
 void appendFormattedNumber(std::string& result, double number, std::string_view picture);
 [[nodiscard]] std::string formatNumber(double number, std::string_view picture);
 
+// "1,234".
+[[nodiscard]] std::string countText(double count);
+// "1 folder", "1,234 folders".
+[[nodiscard]] std::string countedText(double count, std::string_view one, std::string_view several);
+
 } // namespace modFormat

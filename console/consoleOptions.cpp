@@ -45,22 +45,20 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
 }
 
 void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
-    constexpr int oneEach = 1;
-    app.add_option("--exclude", options.excludes,
-                   "Leave out what fits this pattern: a name or the end of a path, with *, ? and [...]")
-        ->option_text("PATTERN")
-        ->expected(oneEach)
-        ->take_all()
-        ->allow_extra_args(false)
-        ->excludes(load);
-    app.add_option("--exclude-from", options.excludeFiles,
-                   "Leave out what fits a pattern in FILE, one a line")
+    const auto addRepeatable = [&](const char* name, std::vector<std::string>& values, const char* text) {
+        constexpr int oneEach = 1;
+        return app.add_option(name, values, text)
+            ->expected(oneEach)
+            ->take_all()
+            ->allow_extra_args(false)
+            ->excludes(load);
+    };
+    addRepeatable("--exclude", options.excludes,
+                  "Leave out what fits this pattern: a name or the end of a path, with *, ? and [...]")
+        ->option_text("PATTERN");
+    addRepeatable("--exclude-from", options.excludeFiles, "Leave out what fits a pattern in FILE, one a line")
         ->type_name("FILE")
-        ->expected(oneEach)
-        ->take_all()
-        ->allow_extra_args(false)
-        ->check(requireName)
-        ->excludes(load);
+        ->check(requireName);
 }
 
 std::string requireSize(const std::string& text) {

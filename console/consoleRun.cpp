@@ -341,7 +341,8 @@ void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& 
 // Of a saved scan without a path, what was scanned.
 void ConsoleRun::writeOverview(const std::string& file) {
     const bool written = modGlobal::trapped("spannory-scan", "writeOverview", [&] {
-        modExport::OverviewContext context{working_.database(), userInterface_, gaps_, shown_};
+        modExport::OverviewContext context{working_.database(), userInterface_, gaps_, *settings_.excludes(),
+                                           shown_};
         if (options_.paths.empty()) {
             context.folders =
                 modSavedScan::scannedFolders(working_.database(), modExport::mostOverviewFolders + 1);

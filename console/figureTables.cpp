@@ -113,14 +113,15 @@ std::string groupTable(const std::string& nameHeader, std::vector<modFigures::Fi
 }
 
 std::string foundTable(const modFind::FindQuery& found) {
+    constexpr std::size_t columns = 6;
     constexpr std::size_t sizeColumn = 2;
-    std::vector<std::array<std::string, 6>> rows{{"Name", "Folder", "Size", "Owner", "Modified", "Accessed"}};
-    for (const modFind::Item& item : found.items()) {
-        auto cells = foundCells(item);
-        for (std::string& cell : cells) {
-            cell = forTerminal(cell);
+    const FoundTable items(found.items(), false);
+    std::vector<std::array<std::string, columns>> rows(1 + items.rowCount());
+    for (std::size_t column = 0; column < columns; ++column) {
+        rows.front().at(column) = items.columns()[column].header;
+        for (std::size_t row = 0; row < items.rowCount(); ++row) {
+            rows[row + 1].at(column) = forTerminal(items.text(row, column));
         }
-        rows.push_back(std::move(cells));
     }
     return table(rows, sizeColumn, sizeColumn + 1) +
            moreLine(static_cast<std::size_t>(found.count()), found.items().size()) + "\n" +

@@ -44,8 +44,3 @@ std::string_view FoundTable::text(std::size_t row, std::size_t column) const {
 std::optional<double> FoundTable::number(std::size_t row, std::size_t column) const {
     return columns_[column].kind == Kind::bytes ? std::optional(items_[row].size) : std::nullopt;
 }
-
-std::array<std::string, 6> foundCells(const modFind::Item& item) {
-    return {cellOf(item, "Name"),  cellOf(item, "Folder"),   cellOf(item, sizeHeader),
-            cellOf(item, "Owner"), cellOf(item, "Modified"), cellOf(item, "Accessed")};
-}

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <array>
 #include <span>
 #include <string>
 #include <vector>
@@ -8,8 +7,8 @@
 #include "export/listTable.h"
 #include "views/findQuery.h"
 
-// What was found, for a file: as the window's list, and with the bytes of each item in a column of their own
-// unless the size is a number anyway, as in a workbook.
+// What was found, with the columns of the window's list and names as on the disk. For a file, with the bytes
+// of each item in a column of their own, unless the size is a number anyway, as in a workbook.
 class FoundTable final : public modExport::ListTable {
 public:
     // The items must outlive this.
@@ -25,7 +24,3 @@ private:
     std::vector<Column> columns_;
     mutable std::string text_; // the last one requested
 };
-
-// The cells of an item in the list's order: Name, Folder, Size, Owner, Modified, Accessed; with names as on
-// the disk.
-[[nodiscard]] std::array<std::string, 6> foundCells(const modFind::Item& item);

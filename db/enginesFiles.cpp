@@ -23,17 +23,13 @@ int seeRegular(sqlite3_vfs* /*services*/, const char* path, int flags, int* resu
     return system->xAccess(system, path, flags, result);
 }
 
-// Nobody asks how much memory the engine takes, and to count it takes a lock for each piece. Without effect
-// if another library has used the engine before.
-bool startEngine() {
-    return sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0) == SQLITE_OK && sqlite3_initialize() == SQLITE_OK;
-}
-
 // The system's own services but for that answer. Lives as long as the program, as the engine wants.
 struct Services {
     Services(const char* name, Access access) {
-        static const bool isStarted = startEngine();
-        static_cast<void>(isStarted);
+        // Nobody asks how much memory the engine takes, and to count it takes a lock for each piece. Without
+        // effect if somebody has used the engine before.
+        sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+        sqlite3_initialize();
         vfs = *sqlite3_vfs_find(nullptr);
         vfs.zName = name;
         vfs.pNext = nullptr;

@@ -71,6 +71,10 @@ std::string modFolderRows::anywhereIn(std::string_view folder) {
     return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
 }
 
+std::string modFolderRows::foldersAnywhereIn(std::string_view folder) {
+    return anywhereIn(folder) + ofFolder;
+}
+
 // The signs keep the engine from the index.
 std::string modFolderRows::anywhereInOfTable(std::string_view folder) {
     return "+parentFolder>=" + quoted(folder) + " and +parentFolder<" + quoted(behind(folder));
@@ -147,9 +151,9 @@ modFolderRows::RecordedFolders modFolderRows::subfolders(Database& database, std
 
 // Without a condition, the database need not compare paths.
 modFolderRows::ItemCounts modFolderRows::count(Database& database, std::string_view folder) {
-    const std::string range = " where " + anywhereIn(folder);
-    const std::int64_t items = countOf(database, holdsAll(database, folder) ? std::string() : range);
-    const std::int64_t folders = countOf(database, range + ofFolder);
+    const std::int64_t items =
+        countOf(database, holdsAll(database, folder) ? "" : " where " + anywhereIn(folder));
+    const std::int64_t folders = countOf(database, " where " + foldersAnywhereIn(folder));
     return {items - folders, folders};
 }
 

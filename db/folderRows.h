@@ -25,7 +25,9 @@ inline constexpr std::string_view otherVolume = "File Folder (other volume)";
 [[nodiscard]] std::string fileIn(std::string_view folder, std::string_view name);
 // The items in it, at any depth.
 [[nodiscard]] std::string anywhereIn(std::string_view folder);
-// The same, for statements that read the table and not its index of parent folders.
+// The folders among them.
+[[nodiscard]] std::string foldersAnywhereIn(std::string_view folder);
+// The items again, for statements that read the table and not its index of parent folders.
 [[nodiscard]] std::string anywhereInOfTable(std::string_view folder);
 // The files in it, at any depth, in the form with which the fewest rows are read: by the index of parent
 // folders, if they are a small part of the table; else by comparing each row in the given form.

@@ -70,7 +70,8 @@ std::vector<Row> Folders::rowsOf(const OverviewFolder& folder, std::size_t level
     }
     if (folder.ownFiles > 0) {
         Row files{nullptr,
-                  countedText(static_cast<double>(folder.ownFiles), "file", "files") + " directly in it",
+                  modFormat::countedText(static_cast<double>(folder.ownFiles), "file", "files") +
+                      " directly in it",
                   folder.ownFilesSize};
         const auto place =
             std::find_if(rows.begin(), rows.end(), [&](const Row& row) { return row.size < files.size; });
@@ -78,7 +79,7 @@ std::vector<Row> Folders::rowsOf(const OverviewFolder& folder, std::size_t level
     }
     if (shown < folder.subfolders) {
         const auto others = static_cast<double>(folder.subfolders - shown);
-        rows.push_back({nullptr, countedText(others, "more folder", "more folders"), left});
+        rows.push_back({nullptr, modFormat::countedText(others, "more folder", "more folders"), left});
     }
     return rows;
 }

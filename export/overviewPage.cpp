@@ -61,6 +61,7 @@ OverviewSection readSection(const OverviewContext& context, const std::string& k
         [&](std::string_view folder) { return context.gaps.find(folder) != nullptr; },
         [&] { context.userInterface.progressStep(); });
     if (!section.isLoaded) {
+        section.excludes = context.excludes.texts();
         section.drive = platform::driveSpace(clsFile(key).drive());
     }
     return section;

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/excludes.h"
 #include "db/dao.h"
 #include "scan/figureGaps.h"
 
@@ -23,6 +24,7 @@ struct OverviewContext {
     Database& database;
     clsUserInterface& userInterface;
     const FigureGaps& gaps;
+    const Excludes& excludes;         // of the scans
     std::vector<std::string> folders; // keys; the page is about the first ones (mostOverviewFolders)
 };
 

@@ -42,7 +42,7 @@ void appendFact(std::string& html, std::string_view name, std::string_view text)
 
 std::string sizesText(const OverviewSection& section) {
     if (section.wrapped > 0) {
-        return "Not exact: " + countedText(static_cast<double>(section.wrapped), "file", "files") +
+        return "Not exact: " + modFormat::countedText(static_cast<double>(section.wrapped), "file", "files") +
                " of 2 GB or more " + (section.wrapped == 1 ? "is" : "are") + " counted with wrapped sizes";
     }
     if (section.figures.hasNegativeSizes) {
@@ -57,6 +57,14 @@ std::string unreadText(const OverviewSection& section) {
         return unreadableText(section.unreadable) + " The figures lack what is in there.";
     }
     return section.isLoaded ? "A saved scan does not tell what could not be read" : "Nothing: all was read";
+}
+
+std::string leftOutText(const std::vector<std::string>& patterns) {
+    std::string text = "What fits ";
+    for (const std::string& pattern : patterns) {
+        text.append(&pattern == &patterns.front() ? "" : ", ").append(pattern);
+    }
+    return text;
 }
 
 void appendGaps(std::string& html, const OverviewSection& section, const OverviewDetail& detail) {
@@ -85,8 +93,8 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
     const modFigures::Overview& figures = section.figures;
     html.append("<dl class=\"cards\">\n");
     appendCard(html, "Total size", modLvw::formatSize(figures.folder.size));
-    appendCard(html, "Files", countText(static_cast<double>(figures.files)));
-    appendCard(html, "Folders", countText(static_cast<double>(figures.folders)));
+    appendCard(html, "Files", modFormat::countText(static_cast<double>(figures.files)));
+    appendCard(html, "Folders", modFormat::countText(static_cast<double>(figures.folders)));
     if (section.drive) {
         appendCard(html, "Free on the drive", modLvw::formatSize(section.drive->free));
     }
@@ -104,10 +112,14 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
     appendFact(html, "Host", section.isLoaded ? "Not known: loaded from a saved scan" : platform::hostName());
     appendFact(html, "Sizes", sizesText(section));
     appendFact(html, "Not read", unreadText(section));
+    if (!section.excludes.empty()) {
+        appendFact(html, "Left out", leftOutText(section.excludes));
+    }
     if (figures.otherVolumes > 0) {
-        appendFact(html, "Other volumes",
-                   countedText(static_cast<double>(figures.otherVolumes), "folder is", "folders are") +
-                       " the root of another volume, which is not counted here");
+        appendFact(
+            html, "Other volumes",
+            modFormat::countedText(static_cast<double>(figures.otherVolumes), "folder is", "folders are") +
+                " the root of another volume, which is not counted here");
     }
     html.append("</dl>\n");
     appendGaps(html, section, detail);

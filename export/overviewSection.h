@@ -27,6 +27,7 @@ struct OverviewSection {
     Unreadable unreadable;      // how much could not be read, as far as it is known
     std::int64_t wrapped = 0;   // files whose size was recorded as its low 32 bits, likewise
     std::vector<Gap> firstGaps; // some of them
+    std::vector<std::string> excludes;         // patterns of what was left out, likewise
     std::optional<platform::DriveSpace> drive; // nothing if it is not known, or not that of the scan
 };
 

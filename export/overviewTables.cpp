@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "base/formatSize.h"
+#include "base/numberFormat.h"
 #include "export/overviewSection.h"
 #include "export/pageText.h"
 #include "platform/locale.h"
@@ -34,7 +35,8 @@ void appendGroups(std::string& html, const Groups& groups, double whole, const O
                        detail.longestName);
             table.size(group.size);
             table.number(percentText(group.size, whole), group.size);
-            table.number(countText(static_cast<double>(group.files)), static_cast<double>(group.files));
+            table.number(modFormat::countText(static_cast<double>(group.files)),
+                         static_cast<double>(group.files));
         }
     }
     appendShownOf(html, shown, groups.all, groups.several);
@@ -52,7 +54,8 @@ void appendFiles(std::string& html, const std::vector<OverviewFile>& files, cons
 
 void appendOldest(std::string& html, const Overview& figures, const OverviewDetail& detail) {
     html.append("<h3>Old Large Files</h3>\n<p class=\"note\">Of the ");
-    html.append(countedText(static_cast<double>(figures.consideredFiles), "largest file", "largest files"));
+    html.append(modFormat::countedText(static_cast<double>(figures.consideredFiles), "largest file",
+                                       "largest files"));
     html.append(" (").append(modLvw::formatSize(figures.leastConsidered));
     html.append(" or more), those that were modified longest ago.</p>\n");
     appendFiles(html, figures.oldestFiles, detail);

@@ -16,30 +16,6 @@ namespace {
 
 constexpr std::size_t longestDate = 30;
 
-void appendEscaped(std::string& html, std::string_view text) {
-    for (const char c : text) {
-        switch (c) {
-        case '&':
-            html.append("&amp;");
-            break;
-        case '<':
-            html.append("&lt;");
-            break;
-        case '>':
-            html.append("&gt;");
-            break;
-        case '"':
-            html.append("&#34;");
-            break;
-        case '\'':
-            html.append("&#39;");
-            break;
-        default:
-            html.push_back(c);
-        }
-    }
-}
-
 // The last `count` characters.
 std::string_view lastCharacters(std::string_view text, std::size_t count) {
     std::size_t start = text.size();
@@ -51,31 +27,19 @@ std::string_view lastCharacters(std::string_view text, std::size_t count) {
     return text.substr(start);
 }
 
-// A number that orders dates; below all of them for what is none.
-double dateOrder(std::string_view stored) {
-    const auto time = modFormat::parseDate(stored);
-    return !time ? -1
-                 : (((((static_cast<double>(time->year) * 100 + time->month) * 100 + time->day) * 100 +
-                      time->hour) *
-                         100 +
-                     time->minute) *
-                        100 +
-                    time->second);
-}
-
 } // namespace
 
 void appendShown(std::string& html, std::string_view text, std::size_t most) {
     std::string shown = forTerminal(text);
     moveForbiddenCharacters(shown, Document::html5);
     if (platform::characterCount(shown) <= most) {
-        appendEscaped(html, shown);
+        appendHtmlEntities(html, shown);
         return;
     }
     const std::size_t first = most * 2 / 5; // the end tells more
-    appendEscaped(html, platform::firstCharacters(shown, first));
+    appendHtmlEntities(html, platform::firstCharacters(shown, first));
     html.append("\u2026");
-    appendEscaped(html, lastCharacters(shown, most - std::min(most, first + 1)));
+    appendHtmlEntities(html, lastCharacters(shown, most - std::min(most, first + 1)));
 }
 
 void appendName(std::string& html, std::string_view text, std::size_t most) {
@@ -105,18 +69,15 @@ std::string percentText(double part, double whole) {
     return text;
 }
 
-std::string countText(double count) {
-    return modFormat::formatNumber(count, "#,##0");
-}
-
-std::string countedText(double count, std::string_view one, std::string_view several) {
-    return countText(count).append(" ").append(count == 1 ? one : several);
-}
-
 void appendShownOf(std::string& html, std::size_t shown, std::size_t all, std::string_view what) {
     if (shown < all) {
-        html.append("<p class=\"note\">").append(countText(static_cast<double>(shown))).append(" of ");
-        html.append(countText(static_cast<double>(all))).append(" ").append(what).append(" shown.</p>\n");
+        html.append("<p class=\"note\">")
+            .append(modFormat::countText(static_cast<double>(shown)))
+            .append(" of ");
+        html.append(modFormat::countText(static_cast<double>(all)))
+            .append(" ")
+            .append(what)
+            .append(" shown.</p>\n");
     }
 }
 
@@ -164,7 +125,8 @@ void PageTable::size(double bytes) {
 
 void PageTable::date(std::string_view stored) {
     html_.append("<td class=\"r d\" data-v=\"");
-    modFormat::appendNumber(html_, dateOrder(stored));
+    const auto time = modFormat::parseDate(stored);
+    modFormat::appendNumber(html_, time ? modFormat::momentKey(*time) : -1); // what is no date comes first
     html_.append("\">");
     appendShown(html_, stored, longestDate);
     html_.append("</td>");

@@ -9,7 +9,7 @@
 namespace modExport {
 
 // Appends the text with what would disturb the page in a visible form: control characters, invalid bytes and
-// what turns the direction of text as codes ("\012", see forTerminal), and &, <, > and quotes escaped. Of
+// what turns the direction of text as codes ("\012", see forTerminal), and &, <, > and " escaped. Of
 // more than `most` characters, some in the middle are left out. At most 6 bytes are appended for each of
 // `most`.
 void appendShown(std::string& html, std::string_view text, std::size_t most);
@@ -22,12 +22,6 @@ void appendName(std::string& html, std::string_view text, std::size_t most);
 
 // "12.3%", "&lt;0.1%"; empty if there is no such share.
 [[nodiscard]] std::string percentText(double part, double whole);
-
-// "1,234".
-[[nodiscard]] std::string countText(double count);
-
-// "1 folder", "1,234 folders".
-[[nodiscard]] std::string countedText(double count, std::string_view one, std::string_view several);
 
 // "50 of 1,234 files shown." as a paragraph; nothing if all are.
 void appendShownOf(std::string& html, std::size_t shown, std::size_t all, std::string_view what);

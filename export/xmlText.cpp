@@ -89,6 +89,10 @@ void appendXmlEscaped(std::string& result, std::string_view text) {
 
 void appendHtmlEscaped(std::string& result, std::string text) {
     moveForbiddenCharacters(text, Document::html5);
+    appendHtmlEntities(result, text);
+}
+
+void appendHtmlEntities(std::string& result, std::string_view text) {
     for (const char c : text) {
         switch (c) {
         case '&':

@@ -21,7 +21,9 @@ void moveForbiddenCharacters(std::string& text, Document document);
 void appendXmlEscaped(std::string& result, std::string_view text);
 
 // The same for HTML 5, in contents and in quoted values. Line breaks and tabs become codes, because an editor
-// might change them.
+// might change them. What the document cannot contain is replaced first.
 void appendHtmlEscaped(std::string& result, std::string text);
+// The same of a text that has nothing of that kind.
+void appendHtmlEntities(std::string& result, std::string_view text);
 
 } // namespace modExport

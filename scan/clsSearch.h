@@ -81,7 +81,7 @@ public:
     // Without effect if there are indexes. Without them all figures can be read, but each takes a pass over
     // the table. If it throws after a scan, the rows are gone (see abandonScan).
     void makeIndexes();
-    // Call it after one of the two first, or storing, has failed: without a journal, nothing in the file is
+    // Call it after one of the first two, or storing, has failed: without a journal, nothing in the file is
     // reliable, so it is replaced by an empty one. Throws if even this fails.
     void abandonScan();
 

@@ -183,7 +183,7 @@ void Readers::follow(Load& load, Clock::duration busy) {
     constexpr std::chrono::milliseconds span{5};
     constexpr int mostlyWaiting = 4; // times as long as the processor was used
     constexpr double oftenWaiting = 1.4;
-    constexpr int isNoChance = 4; // spans behind each other
+    constexpr int spansInARow = 4; // after which it is no accident
     load.busy += busy;
     if (!mayBecomeMore_ || load.busy < span) {
         return;
@@ -191,7 +191,9 @@ void Readers::follow(Load& load, Clock::duration busy) {
     const std::chrono::microseconds processor = platform::threadProcessorTime();
     const std::chrono::microseconds used = processor - load.processor;
     const int often = used * oftenWaiting < load.busy ? load.often + 1 : 0;
-    const int most = used * mostlyWaiting < load.busy ? mostReaders : often >= isNoChance ? readersOfDisk : 0;
+    const int most = used * mostlyWaiting < load.busy ? mostReaders
+                     : often >= spansInARow           ? readersOfDisk
+                                                      : 0;
     if (running_ == limit_ && limit_ < most) {
         limit_ = std::min(limit_ * 2, most);
     }

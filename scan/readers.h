@@ -64,7 +64,7 @@ private:
     struct Load {
         Clock::duration busy{};
         std::chrono::microseconds processor{};
-        int often = 0; // so many times in a row it had waited often
+        int often = 0; // the number of spans in a row in which it waited often
     };
 
     void run();

@@ -126,14 +126,19 @@ void FolderSelection::clickNode(const std::string& key) {
         queue(key);
     }
     if (!suppressed_ && dependencies_.database.isOpen()) {
-        showItems();
         const BusyPointer busy(dependencies_.userInterface);
-        dependencies_.views.refreshActiveView();
-        if (!dependencies_.search.processing) {
-            makeIndexes(); // those of a first scan; the view did not need to wait for them
-        }
-        Q_EMIT figuresChanged();
+        showFigures();
     }
+}
+
+// The view need not wait for the indexes of what was scanned into an empty table.
+void FolderSelection::showFigures() {
+    showItems();
+    dependencies_.views.refreshActiveView();
+    if (!dependencies_.search.processing) {
+        makeIndexes();
+    }
+    Q_EMIT figuresChanged();
 }
 
 void FolderSelection::makeIndexes() {

@@ -154,6 +154,7 @@ private:
     bool scan(const std::string& key); // false if it was not completed
     void handleQueued(const std::string& key);
     void showItems();
+    void showFigures();
     void makeIndexes();
     [[nodiscard]] std::int64_t lastRow() const;
     [[nodiscard]] bool isOnlyLoaded(const std::string& key) const;

@@ -93,9 +93,7 @@ void FolderSelection::entriesRemoved(const std::vector<std::string>& entries) {
 void FolderSelection::refreshViews() {
     if (!suppressed_) {
         dependencies_.views.updateGraph();
-        showItems();
-        dependencies_.views.refreshActiveView();
-        Q_EMIT figuresChanged();
+        showFigures();
     }
 }
 
@@ -115,9 +113,7 @@ bool FolderSelection::scanAgain() {
         if (isComplete && !suppressed_ && !selected.empty()) {
             tvw_NodeClick(selected);
         } else if (!suppressed_) {
-            showItems();
-            dependencies_.views.refreshActiveView();
-            Q_EMIT figuresChanged();
+            showFigures();
         }
         return isComplete;
     });

@@ -104,16 +104,6 @@ std::optional<LocalTime> modFind::parseMoment(std::string_view text, platform::S
     return {};
 }
 
-double modFind::momentKey(const LocalTime& time) noexcept {
-    constexpr double mostMonths = 13;
-    constexpr double mostDaysOfMonth = 32;
-    constexpr double hours = 24;
-    constexpr double sixty = 60;
-    const double day =
-        (static_cast<double>(time.year) * mostMonths + time.month) * mostDaysOfMonth + time.day;
-    return ((day * hours + time.hour) * sixty + time.minute) * sixty + time.second;
-}
-
 bool modFind::isPattern(std::string_view typed) noexcept {
     return typed.find_first_of(wildcards) != std::string_view::npos;
 }

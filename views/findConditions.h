@@ -42,9 +42,6 @@ struct Conditions {
 // The moment so many days before `now`; nothing if the calendar has none.
 [[nodiscard]] std::optional<platform::LocalTime> daysBefore(double days, platform::Seconds now);
 
-// A number that grows with the moment.
-[[nodiscard]] double momentKey(const platform::LocalTime& time) noexcept;
-
 // --- For whoever looks ------------------------------------------------------------------------------------
 
 [[nodiscard]] bool isPattern(std::string_view typed) noexcept;

@@ -40,11 +40,11 @@ const char* columnOf(Date date) {
 
 std::optional<double> keyOf(const Field& date) {
     const auto time = modFormat::parseDate(date.text());
-    return time ? std::optional(momentKey(*time)) : std::nullopt;
+    return time ? std::optional(modFormat::momentKey(*time)) : std::nullopt;
 }
 
 std::optional<double> keyOf(const std::optional<platform::LocalTime>& time) {
-    return time ? std::optional(momentKey(*time)) : std::nullopt;
+    return time ? std::optional(modFormat::momentKey(*time)) : std::nullopt;
 }
 
 // The longest part of the pattern that a name must have as it is.
@@ -72,11 +72,10 @@ std::string_view Item::nameAlone() const noexcept {
 }
 
 std::string foundText(Kind kind, std::int64_t count, double size) {
-    const std::string_view noun = kind == Kind::files ? " file" : " folder";
-    return modFormat::formatNumber(static_cast<double>(count), "###,###,###,##0")
-        .append(noun)
-        .append(count == 1 ? ", " : "s, ")
-        .append(modLvw::formatSize(size));
+    const bool isFile = kind == Kind::files;
+    return modFormat::countedText(static_cast<double>(count), isFile ? "file" : "folder",
+                                  isFile ? "files" : "folders") +
+           ", " + modLvw::formatSize(size);
 }
 
 // The current row of a slice. Columns that no condition needs are not read.
@@ -131,10 +130,10 @@ void FindQuery::run(Database& database) {
     }
 }
 
-bool FindQuery::advance(Database& database, std::chrono::milliseconds time, bool indexed) {
+bool FindQuery::advance(Database& database, std::chrono::milliseconds time) {
     const Clock::time_point end = Clock::now() + time;
     if (stage_ == Stage::begin) {
-        begin(database, indexed);
+        begin(database);
     }
     if (stage_ == Stage::read) {
         read(database, end);
@@ -147,7 +146,7 @@ bool FindQuery::advance(Database& database, std::chrono::milliseconds time, bool
 
 // --- Where to look ----------------------------------------------------------------------------------------
 
-void FindQuery::begin(Database& database, bool indexed) {
+void FindQuery::begin(Database& database) {
     const auto first = database.OpenRecordset("select min(idx) from details");
     const auto last = database.OpenRecordset("select max(idx) from details");
     row_ = first->Fields(0).number() - 1;
@@ -155,11 +154,12 @@ void FindQuery::begin(Database& database, bool indexed) {
     step_ = firstStep;
     stage_ = Stage::read;
     writeStatement();
-    if (folder_.empty() || (indexed && modFolderRows::holdsAll(database, folder_))) {
+    const bool hasIndexes = database.hasIndexes();
+    if (folder_.empty() || (hasIndexes && modFolderRows::holdsAll(database, folder_))) {
         return;
     }
     condition_ += " and " + modFolderRows::anywhereInOfTable(folder_);
-    if (indexed) {
+    if (hasIndexes) {
         narrow(database);
     }
 }

@@ -49,9 +49,8 @@ public:
     // `folder` is the key of the one below which to look; empty for all rows. `most` items are kept.
     FindQuery(const Conditions& conditions, const Order& order, std::string_view folder, std::size_t most);
 
-    // Works for about that long; true when all is found. Without indexes (while a scan fills an empty table)
-    // `indexed` must be false. Database errors are thrown.
-    [[nodiscard]] bool advance(Database& database, std::chrono::milliseconds time, bool indexed = true);
+    // Works for about that long; true when all is found. Database errors are thrown.
+    [[nodiscard]] bool advance(Database& database, std::chrono::milliseconds time);
     // Works until all is found.
     void run(Database& database);
 
@@ -74,7 +73,7 @@ private:
     };
     class Row;
 
-    void begin(Database& database, bool indexed);
+    void begin(Database& database);
     void narrow(Database& database);
     void writeStatement();
     void read(Database& database, Clock::time_point end);

@@ -9,11 +9,6 @@
 
 namespace {
 
-std::string counted(std::int64_t number, std::string_view one, std::string_view several) {
-    std::string text = modFormat::formatNumber(static_cast<double>(number), "#,##0");
-    return text.append(" ").append(number == 1 ? one : several);
-}
-
 bool isRoot(std::string_view key) {
     return clsFile(key).fullPathNoDrive().empty();
 }
@@ -35,7 +30,8 @@ std::string modFigures::summaryText(const FolderSummary& summary) {
 }
 
 std::string modFigures::contentText(const FolderSummary& summary) {
-    return counted(summary.files, "file", "files") + ", " + counted(summary.folders, "folder", "folders");
+    return modFormat::countedText(static_cast<double>(summary.files), "file", "files") + ", " +
+           modFormat::countedText(static_cast<double>(summary.folders), "folder", "folders");
 }
 
 double modFigures::fileSize(Database& database, std::string_view path) {

@@ -1,7 +1,6 @@
 #include "views/overviewFigures.h"
 
 #include <algorithm>
-#include <array>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -163,7 +162,7 @@ void Reader::readFiles() {
 void Reader::readFolders(const std::function<bool(std::string_view)>& isUnread) {
     const auto rows = database_.OpenRecordset(
         "select idx,size,parentFolder,fileName,description,scanCompleteTime from details where " +
-        modFolderRows::anywhereIn(key_) + " and isFolder+0=1");
+        modFolderRows::foldersAnywhereIn(key_));
     const Field& number = rows->Fields("idx");
     const Field& size = rows->Fields("size");
     const Field& parent = rows->Fields("parentFolder");
@@ -238,17 +237,14 @@ OverviewFolder Reader::folderOf(const std::string& path, double size, std::size_
 
 // Files without a date are not looked at.
 void Reader::takeOldest() {
-    using Moment = std::array<long long, 6>;
     const std::vector<LargestFiles::Entry>& files = largest_.largestFirst();
     constexpr std::int64_t fewest = 50;
     overview_.consideredFiles =
         std::min(files.size(), static_cast<std::size_t>(std::max(fewest, (overview_.files + 9) / 10)));
-    std::vector<std::pair<Moment, const LargestFiles::Entry*>> dated;
+    std::vector<std::pair<double, const LargestFiles::Entry*>> dated;
     for (std::size_t i = 0; i < overview_.consideredFiles; ++i) {
         if (const auto time = modFormat::parseDate(files[i].modified)) {
-            dated.emplace_back(
-                Moment{time->year, time->month, time->day, time->hour, time->minute, time->second},
-                &files[i]);
+            dated.emplace_back(modFormat::momentKey(*time), &files[i]);
         }
         overview_.leastConsidered = modLvw::soundSize(files[i].size);
     }

@@ -159,10 +159,18 @@ std::uint32_t TreemapLayout::neighbour(std::uint32_t tile, Direction direction) 
     const double way = direction == Direction::left || direction == Direction::up ? -step : step;
     double x = !flat ? area.left + area.width / 2 : way < 0 ? area.left - step / 2 : area.right() + step / 2;
     double y = flat ? area.top + area.height / 2 : way < 0 ? area.top - step / 2 : area.bottom() + step / 2;
-    while (all.contains(x, y)) { // frames and titles are passed over
+    while (all.contains(x, y)) {
         const std::uint32_t found = at(x, y);
         if (tiles_[found].count == 0) {
             return found;
+        }
+        // A frame is passed over, but its title must not lead past all that is in it.
+        const TreemapRect& inside = tiles_[found].inside;
+        if (!tiles_[found].area.contains(area.left + area.width / 2, area.top + area.height / 2)) {
+            double& across = flat ? y : x;
+            const double from = flat ? inside.top : inside.left;
+            const double to = flat ? inside.bottom() : inside.right();
+            across = std::clamp(across, from + step / 2, std::max(from, to - step) + step / 2);
         }
         (flat ? x : y) += way;
     }

@@ -43,7 +43,7 @@ bool TreemapReader::readFolder(Database& database, modTreemap::Time end) {
     const auto rows = database.OpenRecordset(
         std::string("select idx,isFolder,extension,fileName,").append(modTreemap::sizeColumn) +
         " from details where " + modFolderRows::directlyIn(folder) +
-        (lastRow_ == 0 ? std::string() : " and idx>" + std::to_string(lastRow_)) + " order by idx");
+        (lastRow_ ? " and idx>" + std::to_string(*lastRow_) : std::string()) + " order by idx");
     const Field& idx = rows->Fields(0);
     const Field& isFolder = rows->Fields(1);
     const Field& extension = rows->Fields(2);
@@ -74,7 +74,7 @@ bool TreemapReader::readFolder(Database& database, modTreemap::Time end) {
             }
         }
     }
-    lastRow_ = 0;
+    lastRow_.reset();
     return true;
 }
 

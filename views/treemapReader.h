@@ -52,7 +52,7 @@ private:
     std::size_t next_ = 0;       // of them
     // Of the folder that is being read.
     std::optional<TreemapGathering> contents_;
-    std::int64_t lastRow_ = 0; // its number; 0 at the beginning
+    std::optional<std::int64_t> lastRow_; // its number; none at the beginning
     // By their paths, folders that a running scan has not come to the end of.
     std::unordered_map<std::string, double> unfinished_;
     bool looksForUnfinished_;

@@ -101,7 +101,7 @@ QString TreemapScene::nameOf(std::uint32_t tile) const {
     if (shown.kind != Kind::gathered) {
         return modQt::shownName(tree.nodes()[shown.node].name);
     }
-    const QString count = QString::fromStdString(modFormat::formatNumber(shown.items, "#,##0"));
+    const QString count = QString::fromStdString(modFormat::countText(shown.items));
     const bool one = shown.items == 1;
     if (shown.type == TreemapTree::mixed) {
         return count + (one ? QStringLiteral(" item") : QStringLiteral(" items"));

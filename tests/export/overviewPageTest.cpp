@@ -74,7 +74,8 @@ public:
 
 protected:
     std::string page(std::vector<std::string> folders) {
-        return modExport::overviewPage({working.database(), userInterface, search.gaps, std::move(folders)});
+        return modExport::overviewPage(
+            {working.database(), userInterface, search.gaps, *settings.excludes(), std::move(folders)});
     }
 
     // A row as a saved scan could hold it.
@@ -151,6 +152,12 @@ TEST_F(OverviewPage, tellsOfAScan) {
     search.gaps.addWrapped(key("a"));
     EXPECT_THAT(page({key()}), HasSubstr("Not exact: 1 file of 2 GB or more is counted with wrapped sizes"));
     EXPECT_THAT(page({key("empty")}), HasSubstr("Exact: "));
+    EXPECT_THAT(text, Not(HasSubstr("Left out")));
+    Excludes excludes;
+    excludes.add("*.tmp");
+    excludes.add("<b>");
+    settings.setExcludes(std::move(excludes));
+    EXPECT_THAT(page({key()}), HasSubstr("<dt>Left out</dt><dd>What fits *.tmp, &lt;b&gt;</dd>"));
 }
 
 TEST_F(OverviewPage, namesNoOtherPlace) {
@@ -236,15 +243,17 @@ TEST_F(OverviewPage, staysSmall) {
 }
 
 TEST_F(OverviewPage, isWrittenOrReplacesNothing) {
-    EXPECT_FALSE(modExport::exportOverview({working.database(), userInterface, search.gaps, {}},
-                                           application.typed("page.html")));
+    EXPECT_FALSE(
+        modExport::exportOverview({working.database(), userInterface, search.gaps, *settings.excludes(), {}},
+                                  application.typed("page.html")));
     EXPECT_THAT(userInterface.messages, ElementsAre("No data to export."));
     tree.write("file", "x");
     scan();
     application.write("page.html", "old");
     working.database().Execute("delete * from nodes");
-    EXPECT_TRUE(modExport::exportOverview({working.database(), userInterface, search.gaps, {key()}},
-                                          application.typed("page.html")));
+    EXPECT_TRUE(modExport::exportOverview(
+        {working.database(), userInterface, search.gaps, *settings.excludes(), {key()}},
+        application.typed("page.html")));
     EXPECT_THAT(application.read("page.html"), HasSubstr("</html>\n"));
     EXPECT_THAT(userInterface.opened, ElementsAre(application.typed("page.html")));
     EXPECT_FALSE(userInterface.progressVisible);

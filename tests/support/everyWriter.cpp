@@ -50,7 +50,8 @@ std::vector<EveryWriter::Writer> EveryWriter::writers() {
             {"Excel", report(ReportFormat::excel)},
             {"overview",
              [this](const std::string& file) {
-                 modExport::exportOverview({working.database(), userInterface, search.gaps, {key()}}, file);
+                 modExport::exportOverview(
+                     {working.database(), userInterface, search.gaps, *settings.excludes(), {key()}}, file);
              }},
             {"list",
              [this](const std::string& file) {

@@ -56,6 +56,24 @@ protected:
     int scans = 0;
 };
 
+// Also where everything recorded goes first.
+TEST_F(FolderSelectionTest, leavesNoTableWithoutIndexes) {
+    const std::vector<std::function<void()>> ways{
+        [this] { click("b"); }, [this] { selection.refreshScreen(); },
+        [this] { selection.scanFolderAgain(key("b")); }, [this] { selection.scanAgain(); },
+        [this] {
+            settings.setExact(true);
+            selection.scanFolderAgain(key("b"));
+        }};
+    for (const auto& scan : ways) {
+        scan();
+        EXPECT_EQ(count(), "2");
+        EXPECT_FALSE(search.isBulkLoad());
+        EXPECT_TRUE(working.database().hasIndexes());
+        EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
+    }
+}
+
 TEST_F(FolderSelectionTest, heldItRemembersTheLastClickOnly) {
     selection.cmdGo_Click(tree.typed("b"));
     const std::string rowsBefore = count();

@@ -127,6 +127,31 @@ TEST(TreemapLayout, neighboursAreBeyondTheEdges) {
     EXPECT_EQ(beside("C:\\", Direction::down), "");
 }
 
+// Where the straight way runs along a folder's title, too.
+TEST(TreemapLayout, neighboursAreFoundBesideTitles) {
+    TreemapMaker maker;
+    std::vector<TreemapNode> children{TreemapMaker::folder("a", 8000)};
+    for (int i = 0; i < 100; ++i) {
+        children.push_back(maker.file(name(i), 20));
+    }
+    maker.add(0, std::move(children));
+    maker.add(1, {TreemapMaker::folder("b", 8000)});
+    maker.add(102, {maker.file("1", 4000), maker.file("2", 4000)});
+    const TreemapLayout layout(maker.take(), room, look);
+    const TreemapRect& folder = layout.tiles()[layout.find("C:\\a\\")].area;
+    int beside = 0;
+    for (std::uint32_t i = 0; i < layout.tiles().size(); ++i) {
+        const TreemapRect& area = layout.tiles()[i].area;
+        if (area.left == folder.right()) {
+            ++beside;
+            const std::uint32_t found = layout.neighbour(i, Direction::left);
+            ASSERT_NE(found, TreemapTile::none);
+            EXPECT_EQ(layout.folderOf(found), "C:\\a\\b\\") << area.top;
+        }
+    }
+    EXPECT_GT(beside, 10);
+}
+
 TEST(TreemapLayout, bearsExtremes) {
     TreemapMaker giant;
     giant.add(0, {giant.file("giant", 0x1p96), giant.file("one", 1), giant.file("least", 5e-324)});

@@ -32,8 +32,12 @@ void ReportCommands::exportOverview(const FigureGaps& gaps) {
     const std::string file = choice_.toWrite(modExport::saveDialogFilter(ReportFormat::html),
                                              modExport::fileExtension(ReportFormat::html));
     if (!file.empty()) {
-        modExport::exportOverview(
-            {dependencies_.database.database(), dependencies_.userInterface, gaps, {folder}}, file);
+        modExport::exportOverview({dependencies_.database.database(),
+                                   dependencies_.userInterface,
+                                   gaps,
+                                   *dependencies_.settings.excludes(),
+                                   {folder}},
+                                  file);
     }
 }
 

@@ -10,10 +10,6 @@ namespace {
 
 constexpr int millisecondsAfterTyping = 150;
 
-std::string counted(int number) {
-    return modFormat::formatNumber(number, "###,###,###,##0");
-}
-
 } // namespace
 
 FilterBar::FilterBar(QWidget* parent) : QWidget(parent) {
@@ -105,9 +101,10 @@ void FilterBar::apply() {
 
 void FilterBar::showCount() {
     const bool isNarrowed = list_ != nullptr && !list_->rows().filter().empty();
-    lblFilter_.setText(isNarrowed ? QString::fromStdString(counted(list_->rows().rowCount()) + " of " +
-                                                           counted(list_->rows().allRowCount()))
-                                  : QString());
+    lblFilter_.setText(isNarrowed
+                           ? QString::fromStdString(modFormat::countText(list_->rows().rowCount()) + " of " +
+                                                    modFormat::countText(list_->rows().allRowCount()))
+                           : QString());
 }
 
 // Escape is this box's own while it has the focus, also where it otherwise would cancel a scan. Enter and

@@ -217,7 +217,7 @@ void FindPage::work() {
     }
     const std::int64_t start = platform::tickCount();
     const bool done = modGlobal::trapped(moduleName, "find", [&] {
-        if (!query_->advance(dependencies_.database.database(), piece, !scanning_)) {
+        if (!query_->advance(dependencies_.database.database(), piece)) {
             tmrFind_.start(0);
             return false;
         }
@@ -284,8 +284,7 @@ QString FindPage::answerText() const {
         const bool isBySize = order.by == modFind::Order::By::size;
         text += isBySize ? (order.descending ? "; the largest " : "; the smallest ")
                          : (order.descending ? "; the newest " : "; the oldest ");
-        modFormat::appendFormattedNumber(text, static_cast<double>(query_->items().size()), "###,###,##0");
-        text += " are shown";
+        text += modFormat::countText(static_cast<double>(query_->items().size())) + " are shown";
     }
     return QString::fromStdString(text + ".");
 }

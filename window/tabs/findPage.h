@@ -46,7 +46,6 @@ public:
     // is selected kept.
     void refresh();
     void follow();
-    void setScanning(bool scanning) noexcept { scanning_ = scanning; }
     // Empties the list.
     void clear();
 
@@ -90,7 +89,6 @@ private:
     bool descending_ = true;
     bool selectFirst_ = true;
     bool isCut_ = false; // more was found than is shown
-    bool scanning_ = false;
-    qint64 cost_ = 0;  // of the last answer, in milliseconds
-    qint64 ended_ = 0; // when it was there
+    qint64 cost_ = 0;    // of the last answer, in milliseconds
+    qint64 ended_ = 0;   // when it was there
 };

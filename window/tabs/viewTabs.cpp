@@ -335,7 +335,6 @@ void ViewTabs::forget() {
 
 void ViewTabs::followScan(bool running) {
     scanning_ = running;
-    find_.setScanning(running);
     const QString hint = running
                              ? QStringLiteral("Scanning...")
                              : QStringLiteral("Nothing to show: the folder is empty or could not be read.");
