@@ -81,12 +81,16 @@ bool ConsoleRun::start() {
         if (options_.exact) {
             settings_.setExact(true);
         }
+        if (options_.onDisk) {
+            settings_.setOnDisk(true);
+        }
         if (options_.find) {
             options_.find->tellsCaseOfExtensions = settings_.caseSensitiveExt();
         }
         const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
         working_ =
             modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_, keep);
+        working_.setOnDisk(settings_.onDisk());
         return true;
     } catch (const RuntimeError& error) {
         modGlobal::logCurrentException("spannory-scan", "start", true);
@@ -206,6 +210,9 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
 bool ConsoleRun::loadSaved() {
     try {
         modExport::loadDatabase(working_, options_.loadFile, userInterface_);
+        if (settings_.onDisk() && working_.lacksSizesOnDisk()) {
+            userInterface_.message(modFigures::lackingText);
+        }
         return true;
     } catch (const RuntimeError& error) {
         modGlobal::logCurrentException("spannory-scan", "load", true);

@@ -37,9 +37,12 @@ struct NumberColumn {
     const char* kind;
 };
 
-constexpr std::array<NumberColumn, 2> numberColumns{{
+constexpr std::array<NumberColumn, 5> numberColumns{{
     {"size", 0x1p63, false, "a number of bytes"},
     {"idx", 0x1p53, true, "a number of a row"}, // later rows have greater ones
+    {"sizeOnDisk", 0x1p63, false, "a number of bytes"},
+    {"fileCount", 0x1p53, true, "a number of files"},
+    {"folderCount", 0x1p53, true, "a number of folders"},
 }};
 
 // The source and target of a value.

@@ -160,6 +160,15 @@ public:
     [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; }
     void setHoldsLoadedRows(bool holds) noexcept { holdsLoadedRows_ = holds; }
 
+    // The column of table "details" that figures count as the size of an item (WorkingDatabase).
+    [[nodiscard]] bool countsSizeOnDisk() const noexcept { return countsSizeOnDisk_; }
+    [[nodiscard]] std::string sizeColumn() const { return countsSizeOnDisk_ ? "sizeOnDisk" : "size"; }
+    // As the column "size" of a query's rows.
+    [[nodiscard]] std::string selectedSize() const {
+        return countsSizeOnDisk_ ? "sizeOnDisk as size" : "size";
+    }
+    void setCountsSizeOnDisk(bool counts) noexcept { countsSizeOnDisk_ = counts; }
+
     void Close() noexcept;
 
 private:
@@ -172,6 +181,7 @@ private:
 
     std::unique_ptr<Implementation> implementation_;
     bool holdsLoadedRows_ = false;
+    bool countsSizeOnDisk_ = false;
 };
 
 // Makes a few changes, all or none: they are undone at the end of the scope unless committed. The replaced

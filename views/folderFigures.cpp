@@ -43,9 +43,9 @@ void addUnfinished(Database& database, std::string_view key, std::vector<ChartEn
         return;
     }
     const std::string folder = std::string(key) + name + "\\";
-    const auto files =
-        database.OpenRecordset("select sum(details.size) as total from details where isFolder=0 and " +
-                               modFolderRows::anywhereIn(folder));
+    const auto files = database.OpenRecordset("select sum(details." + database.sizeColumn() +
+                                              ") as total from details where isFolder=0 and " +
+                                              modFolderRows::anywhereIn(folder));
     const double size =
         files->EndOfFile() || files->Fields("Total").isNull() ? 0 : files->Fields("Total").number();
     entries.push_back({name, modLvw::soundSize(size), true});
@@ -65,15 +65,17 @@ std::string modFigures::lastFolder(Database& database) {
 
 std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string_view key, ScanState state) {
     std::vector<ChartEntry> entries;
-    const auto files = database.OpenRecordset("select sum(details.size) as total from details "
+    const auto files = database.OpenRecordset("select sum(details." + database.sizeColumn() +
+                                              ") as total from details "
                                               " where isFolder=0 and parentfolder=" +
                                               modGlobal::quoted(key));
     if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
         entries.push_back(
             {std::string(modFigures::filesLabel), modLvw::soundSize(files->Fields("Total").number())});
     }
-    const auto folders = database.OpenRecordset("select distinct fileName,size from details where " +
-                                                modFolderRows::directlyIn(key) + " and isFolder=1");
+    const auto folders =
+        database.OpenRecordset("select distinct fileName," + database.selectedSize() +
+                               " from details where " + modFolderRows::directlyIn(key) + " and isFolder=1");
     const Field& name = folders->Fields("fileName");
     const Field& size = folders->Fields("size");
     for (; !folders->EndOfFile(); folders->MoveNext()) {
@@ -92,24 +94,25 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
 
 std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std::string_view key) {
     return groups(database,
-                  "SELECT details.extension, details.description, Sum(details.size) AS totalSize, "
-                  "Count(details.extension) AS totalCount "
-                  "From details "
-                  "WHERE " +
+                  "SELECT details.extension, details.description, Sum(details." + database.sizeColumn() +
+                      ") AS totalSize, "
+                      "Count(details.extension) AS totalCount "
+                      "From details "
+                      "WHERE " +
                       modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::range) +
                       " GROUP BY details.extension, details.description;",
                   "extension");
 }
 
 std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::string_view key) {
-    return groups(
-        database,
-        "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
-        "From details "
-        "WHERE " +
-            modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern) +
-            " GROUP BY details.owner;",
-        "owner");
+    return groups(database,
+                  "SELECT details.owner, Sum(details." + database.sizeColumn() +
+                      ") AS totalSize, Count(details.extension) AS totalCount "
+                      "From details "
+                      "WHERE " +
+                      modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern) +
+                      " GROUP BY details.owner;",
+                  "owner");
 }
 
 std::string modFigures::itemsText(Database& database) {

@@ -20,13 +20,13 @@ modFigures::FolderSummary modFigures::summary(Database& database, std::string_vi
     const modFolderRows::RecordedFolder recorded = modFolderRows::find(database, key);
     const modFolderRows::ItemCounts counts =
         recorded.hasContent ? modFolderRows::count(database, key) : modFolderRows::ItemCounts();
-    const double size = recorded.hasOwnRow ? recorded.size : modFolderRows::sum(database, key);
-    return {modLvw::soundSize(size), counts.files, counts.folders, recorded.isThere(),
-            !recorded.stamp.empty()};
+    const double size = modFolderRows::countedSize(database, key, recorded);
+    return {modLvw::soundSize(size),     counts.files,           counts.folders, recorded.isThere(),
+            database.countsSizeOnDisk(), !recorded.stamp.empty()};
 }
 
 std::string modFigures::summaryText(const FolderSummary& summary) {
-    return modLvw::formatSize(summary.size) + ", " + contentText(summary);
+    return modLvw::formatSize(summary.size) + (summary.onDisk ? " on disk, " : ", ") + contentText(summary);
 }
 
 std::string modFigures::contentText(const FolderSummary& summary) {
@@ -36,19 +36,21 @@ std::string modFigures::contentText(const FolderSummary& summary) {
 
 double modFigures::fileSize(Database& database, std::string_view path) {
     const clsFile file(path);
-    const auto rows = database.OpenRecordset("select size from details where " +
+    const auto rows = database.OpenRecordset("select " + database.selectedSize() + " from details where " +
                                              modFolderRows::fileIn(file.parentFolder(), file.lastFolder()));
     return rows->EndOfFile() ? 0 : modLvw::soundSize(rows->Fields(0).number());
 }
 
 std::optional<double> modFigures::scannedSize(Database& database, std::string_view key) {
-    const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
+    const auto own = database.OpenRecordset("select " + database.selectedSize() + " from details where " +
+                                            modFolderRows::itself(key));
     if (!own->EndOfFile()) {
         return modLvw::soundSize(own->Fields(0).number());
     }
     // A drive's root has no row; below one that was not scanned itself, there are only deeper rows.
-    const auto direct = database.OpenRecordset("select sum(size) as total from details where " +
-                                               modFolderRows::directlyIn(key));
+    const auto direct =
+        database.OpenRecordset("select sum(" + database.sizeColumn() + ") as total from details where " +
+                               modFolderRows::directlyIn(key));
     const bool isScanned = isRoot(key) && !direct->EndOfFile() && !direct->Fields(0).isNull();
     return isScanned ? std::optional(modLvw::soundSize(direct->Fields(0).number())) : std::nullopt;
 }

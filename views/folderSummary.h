@@ -17,12 +17,17 @@ struct FolderSummary {
     std::int64_t files = 0;   // at any depth
     std::int64_t folders = 0; // the same, without the folder itself
     bool isRecorded = false;  // there are rows of it
+    bool onDisk = false;      // the size is what it takes on the disk
     bool isStamped = false;   // all of it was scanned; never so for a drive's root, which has no row
 };
 
 [[nodiscard]] FolderSummary summary(Database& database, std::string_view key);
 
-// "3.2 Kb, 4 files, 1 folder".
+// What to say if sizes on disk were asked for and the rows lack them.
+inline constexpr const char* lackingText =
+    "This saved scan does not tell what files take on the disk, so their sizes are counted.";
+
+// "3.2 Kb, 4 files, 1 folder" or "3.2 Kb on disk, 4 files, 1 folder".
 [[nodiscard]] std::string summaryText(const FolderSummary& summary);
 
 // "4 files, 1 folder".
