@@ -23,7 +23,7 @@ constexpr std::array<Key, 18> table{{
      "Counts every file with its real size, scans everything below a folder when you refresh it, sorts dates "
      "by time, and writes reports in the forms that today's programs expect. Without it, figures and "
      "reports can be compared with those of earlier versions. The same as View > Exact Figures."},
-    {application, "onDisk", "0", Kind::flag, Topic::scanning, Effect::atOnce, true, "Sizes on &disk",
+    {application, "onDisk", "0", Kind::flag, Topic::scanning, Effect::atOnce, true, "Sizes on dis&k",
      "Counts what files and folders take on the disk instead of their sizes, in all views and reports. A "
      "file with several names is counted once, and a sparse one with what is stored of it. The same as "
      "View > Size on Disk."},
