@@ -71,10 +71,11 @@ private:
 
     // Of a field being appended. What the engine holds stays with it from row to row; a text that lies where
     // the last one lay need not be handed to it again, as it is read when the row is stored.
-    enum class Held { nothing, text, integer, other };
+    enum class Held { nothing, text, integer, number, other };
     Held held_ = Held::nothing;
     std::string_view heldText_;
     std::int64_t heldInteger_ = 0;
+    double heldNumber_ = 0;
     bool isSet_ = false;
 };
 

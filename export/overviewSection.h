@@ -23,6 +23,7 @@ struct OverviewSection {
     std::size_t number = 1; // of the folder on the page
     std::string key;
     modFigures::Overview figures;
+    bool isOnDisk = false;      // figures are what is taken on the disk
     bool isLoaded = false;      // rows came from a saved scan, which does not say what could not be read
     Unreadable unreadable;      // how much could not be read, as far as it is known
     std::int64_t wrapped = 0;   // files whose size was recorded as its low 32 bits, likewise

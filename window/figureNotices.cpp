@@ -41,7 +41,7 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
 
 void FigureNotices::showWrapped() {
     const std::int64_t wrapped = dependencies_.search.gaps.wrappedIn({});
-    if (wrapped == 0) {
+    if (wrapped == 0 || dependencies_.settings.onDisk()) { // what is taken on the disk is counted in full
         dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
         return;
     }
@@ -106,6 +106,7 @@ void FigureNotices::setOnDisk(bool onDisk) {
         dependencies_.views.forget();
         Q_EMIT dependencies_.selection.figuresChanged();
         showLacking();
+        showWrapped();
         dependencies_.settings.saveOnDisk(dependencies_.store);
     });
 }
