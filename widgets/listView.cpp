@@ -34,7 +34,9 @@ public:
         QStyledItemDelegate::paint(painter, option, index);
         const auto column = static_cast<std::size_t>(index.column());
         if (list_.rows().columns()[column].tag == shareTag) {
-            paintBar(*painter, option.rect, option.palette,
+            const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+            paintBar(*painter, option.rect,
+                     option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight),
                      numberOf(list_.rows().row(index.row()).cell(index.column()).tag).value_or(0));
         }
     }
@@ -58,10 +60,9 @@ protected:
 
 private:
     // Over the text, which can be read through it.
-    static void paintBar(QPainter& painter, const QRect& cell, const QPalette& palette, double share) {
+    static void paintBar(QPainter& painter, const QRect& cell, QColor colour, double share) {
         constexpr int margin = 3;
         constexpr int opacity = 70;
-        QColor colour = palette.color(QPalette::Highlight);
         colour.setAlpha(opacity);
         QRect bar = cell.adjusted(margin, margin, -margin, -margin);
         bar.setWidth(static_cast<int>(std::lround(bar.width() * std::clamp(share, 0.0, 1.0))));

@@ -234,7 +234,8 @@ void ViewTabs::updateGraph() {
             updateTreemap(key);
             return;
         }
-        tc_.setFolder(modQt::shownPath(key));
+        const bool onDisk = dependencies_.database.database().countsSizeOnDisk();
+        tc_.setFolder(modQt::shownPath(key) + (onDisk ? QStringLiteral(" (on disk)") : QString()));
         tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key,
                                                 scanning_ ? modFigures::ScanState::running
                                                           : modFigures::ScanState::ended),
