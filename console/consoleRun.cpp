@@ -201,7 +201,7 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
     if (result.excluded > 0) {
         userInterface_.message(modExcludes::leftOutText(result.excluded));
     }
-    if (result.wrappedFiles > 0 && !settings_.onDisk()) {
+    if (result.wrappedFiles > 0 && (!settings_.onDisk() || !options_.databaseFile.empty())) {
         userInterface_.message(modProcessFiles::wrappedText(result.wrappedFiles) +
                                " To count them in full, use --exact.");
     }

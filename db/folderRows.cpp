@@ -43,11 +43,18 @@ std::int64_t countOf(Database& database, const std::string& condition) {
 
 const std::string recordedColumns = "size,sizeOnDisk,fileCount,folderCount,scanCompleteTime";
 
+// Loaded counts may be of any size.
+std::int64_t wholeNumber(const Field& field) {
+    constexpr double most = 0x1p53;
+    return static_cast<std::int64_t>(std::clamp(field.number(), -most, most));
+}
+
 // From the row of a query for these columns first.
 modFolderRows::RecordedFolder recordedIn(Recordset& row) {
     const modFolderRows::Totals totals{row.Fields(0).number(), row.Fields(1).number(),
-                                       static_cast<std::int64_t>(row.Fields(2).number()),
-                                       static_cast<std::int64_t>(row.Fields(3).number())};
+                                       wholeNumber(row.Fields(2)), wholeNumber(row.Fields(3)),
+                                       !row.Fields(1).isNull() && !row.Fields(2).isNull() &&
+                                           !row.Fields(3).isNull()};
     return {true, false, totals, std::string(row.Fields(4).text())};
 }
 
@@ -179,17 +186,19 @@ double modFolderRows::countedSize(Database& database, std::string_view folder,
     return database.countsSizeOnDisk() ? counted.sizeOnDisk : counted.size;
 }
 
-// Counts are added up as real numbers, because loaded ones may be of any size.
+// Numbers are added up as real ones, because loaded ones may be of any size.
 modFolderRows::Totals modFolderRows::totals(Database& database, std::string_view folder) {
     const auto rows = database.OpenRecordset(
-        "select sum(sizeOnDisk) as onDisk,sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,"
-        "count(*) as items,sum(isFolder) as subfolders from details where " +
+        "select sum(sizeOnDisk+0.0) as onDisk,sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,"
+        "count(*) as items,count(sizeOnDisk) as known,sum((isFolder=1)+0.0) as subfolders,"
+        "count(fileCount) as withFiles,count(folderCount) as withFolders from details where " +
         directlyIn(folder));
-    const auto whole = [&](const char* column) {
-        return static_cast<std::int64_t>(rows->Fields(column).number());
-    };
+    const auto whole = [&](const char* column) { return wholeNumber(rows->Fields(column)); };
+    const std::int64_t subfolders = whole("subfolders");
+    const bool isKnown = whole("known") == whole("items") && whole("withFiles") >= subfolders &&
+                         whole("withFolders") >= subfolders;
     return {sum(database, folder), rows->Fields("onDisk").number(),
-            whole("files") + whole("items") - whole("subfolders"), whole("folders") + whole("subfolders")};
+            whole("files") + whole("items") - subfolders, whole("folders") + subfolders, isKnown};
 }
 
 void modFolderRows::Totals::addFile(double fileSize, double fileSizeOnDisk) noexcept {
@@ -203,6 +212,7 @@ void modFolderRows::Totals::addFolder(const Totals& folder) noexcept {
     sizeOnDisk += folder.sizeOnDisk;
     files += folder.files;
     folders += folder.folders + 1;
+    isKnown = isKnown && folder.isKnown;
 }
 
 void modFolderRows::remove(Database& database, const std::string& condition) {
@@ -217,9 +227,21 @@ void modFolderRows::removeWhole(Database& database, std::string_view folder) {
 }
 
 void modFolderRows::setTotals(Database& database, std::string_view folder, const Totals& totals) {
-    database.Execute("update details set size=" + digitsOf(totals.size) + ",sizeOnDisk=" +
-                     digitsOf(totals.sizeOnDisk) + ",fileCount=" + std::to_string(totals.files) +
-                     ",folderCount=" + std::to_string(totals.folders) + " where " + itself(folder));
+    const auto known = [&](const std::string& text) { return totals.isKnown ? text : "null"; };
+    database.Execute("update details set size=" + digitsOf(totals.size) +
+                     ",sizeOnDisk=" + known(digitsOf(totals.sizeOnDisk)) +
+                     ",fileCount=" + known(std::to_string(totals.files)) +
+                     ",folderCount=" + known(std::to_string(totals.folders)) + " where " + itself(folder));
+}
+
+bool modFolderRows::addSizeOnDisk(Database& database, std::string_view folder, double bytes) {
+    return database.Execute("update details set sizeOnDisk=sizeOnDisk+" + digitsOf(bytes) + " where " +
+                            itself(folder)) > 0;
+}
+
+void modFolderRows::setSizeOnDisk(Database& database, std::int64_t row, double bytes) {
+    database.Execute("update details set sizeOnDisk=" + digitsOf(bytes) +
+                     " where idx=" + std::to_string(row));
 }
 
 void modFolderRows::setStamp(Database& database, std::string_view folder, std::string_view stamp) {

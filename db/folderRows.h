@@ -42,6 +42,7 @@ struct Totals {
     double sizeOnDisk = 0;    // bytes allocated, with the folder's own
     std::int64_t files = 0;   // at any depth
     std::int64_t folders = 0; // at any depth, without the folder itself
+    bool isKnown = true;      // but for the size; not known of what an earlier version has recorded
 
     void addFile(double fileSize, double fileSizeOnDisk) noexcept;
     void addFolder(const Totals& folder) noexcept;
@@ -96,6 +97,9 @@ void remove(Database& database, const std::string& condition);
 void removeWhole(Database& database, std::string_view folder);
 
 void setTotals(Database& database, std::string_view folder, const Totals& totals);
+// False if the folder has no row of its own.
+bool addSizeOnDisk(Database& database, std::string_view folder, double bytes);
+void setSizeOnDisk(Database& database, std::int64_t row, double bytes); // of the row with that number
 void setStamp(Database& database, std::string_view folder, std::string_view stamp); // empty for none
 
 } // namespace modFolderRows

@@ -102,11 +102,17 @@ void WorkingDatabase::replaceBy(std::unique_ptr<Successor> successor) {
     }
     holdsLoadedRows_ = true;
     reopen();
-    // An item of which nothing is known has 0 there.
-    lacksSizesOnDisk_ =
-        database_->OpenRecordset("select idx from details where sizeOnDisk is not null")->EndOfFile() &&
-        !database_->OpenRecordset("select idx from details")->EndOfFile();
-    applyOnDisk();
+    lacksSizesOnDisk_ = true;
+    lookForSizesOnDisk();
+}
+
+// An item of which nothing is known has 0 there.
+void WorkingDatabase::lookForSizesOnDisk() {
+    if (lacksSizesOnDisk_) {
+        lacksSizesOnDisk_ =
+            !database().OpenRecordset("select idx from details where sizeOnDisk is null")->EndOfFile();
+        applyOnDisk();
+    }
 }
 
 void WorkingDatabase::setOnDisk(bool onDisk) noexcept {

@@ -38,6 +38,8 @@ public:
     // that; then sizes count.
     void setOnDisk(bool onDisk) noexcept;
     [[nodiscard]] bool lacksSizesOnDisk() const noexcept { return lacksSizesOnDisk_; }
+    // Call it when rows may have got what loaded ones lacked. Throws if the file cannot be read.
+    void lookForSizesOnDisk();
     [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
 
     // Both throw 3420 if the file is not open.

@@ -127,8 +127,10 @@ private:
 // An entry's own facts, without following links; `known` is false if there is no such entry.
 [[nodiscard]] EntryFacts entryFacts(std::string_view internalPath);
 
-// Whether a file whose facts have a number does have further names. Asks the system only where the facts do
-// not tell.
+// Whether both paths are names of one file (hard links).
+[[nodiscard]] bool areNamesOfOneFile(std::string_view left, std::string_view right);
+
+// Whether a file whose facts have a number does have several names.
 [[nodiscard]] bool hasFurtherNames(std::string_view internalPath);
 
 // The folder's own facts, with links followed; nothing if there is no such folder.

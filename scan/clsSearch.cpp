@@ -40,24 +40,22 @@ bool clsSearch::updateDetail(std::string_view path, std::string_view description
 std::optional<clsSearch::FileSizes>
 clsSearch::recordFile(std::string_view path, double size, const platform::EntryFacts& facts,
                       std::string_view dateAccessed, std::string_view dateModified, std::string_view owner) {
-    const auto onDisk = static_cast<double>(links_.sizeOnDisk(
-        path, facts, lastNumber_ + 1, [this](std::int64_t row) { return isRowThere(row); }));
+    std::int64_t onDiskBytes = facts.sizeOnDisk;
+    if (facts.number != 0) {
+        storing([&] { onDiskBytes = links_.record(database_.database(), path, facts, lastNumber_ + 1); });
+    }
+    const auto onDisk = static_cast<double>(onDiskBytes);
     if (!appendRow(path, {}, size, dateAccessed, dateModified, owner, {.sizeOnDisk = onDisk})) {
         return {};
     }
     return FileSizes{size, onDisk};
 }
 
-bool clsSearch::isRowThere(std::int64_t number) {
-    bool isThere = number >= firstNumber_;
-    if (!isThere) {
-        storing([&] {
-            isThere = !database_.database()
-                           .OpenRecordset("select idx from details where idx=" + std::to_string(number))
-                           ->EndOfFile();
-        });
-    }
-    return isThere;
+bool clsSearch::recordOtherVolume(std::string_view path, std::string_view dateAccessed,
+                                  std::string_view dateModified, std::string_view owner) {
+    const modFolderRows::Totals nothing;
+    return appendRow(path, modFolderRows::otherVolume, 0, dateAccessed, dateModified, owner,
+                     {.totals = &nothing});
 }
 
 bool clsSearch::appendRow(std::string_view path, std::string_view description, double size,
@@ -84,8 +82,10 @@ bool clsSearch::appendRow(std::string_view path, std::string_view description, d
         setText(row.parentFolder, rowPath_.parent());
         row.isFolder.setInteger(rowPath_.isFolder() ? 1 : 0);
         setText(row.scanCompleteTime, further.stamp);
-        row.sizeOnDisk.setNumber(further.sizeOnDisk);
-        if (further.totals != nullptr) {
+        if (further.totals == nullptr || further.totals->isKnown) {
+            row.sizeOnDisk.setNumber(further.sizeOnDisk);
+        }
+        if (further.totals != nullptr && further.totals->isKnown) {
             row.fileCount.setInteger(further.totals->files);
             row.folderCount.setInteger(further.totals->folders);
         }
@@ -154,14 +154,14 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
     beginReset(path);
     modFolderRows::remove(database_.database(),
                           "(" + modFolderRows::itself(path) + ") or " + modFolderRows::directlyIn(path));
-    above_.follow(database_.database(), path, false);
+    endReset(path, false);
     gaps.forgetWithSubfolders(path);
 }
 
 void clsSearch::resetWholeFolder(std::string_view path) {
     beginReset(path);
     modFolderRows::removeWhole(database_.database(), path);
-    above_.follow(database_.database(), path, false);
+    endReset(path, false);
     gaps.forgetWhole(path);
 }
 
@@ -176,7 +176,7 @@ void clsSearch::removeEntry(std::string_view path) {
         modFolderRows::remove(database_.database(),
                               modFolderRows::fileIn(file_.parentFolder(), file_.lastFolder()));
     }
-    above_.follow(database_.database(), folder, true);
+    endReset(folder, true);
     gaps.forgetWhole(folder);
 }
 
@@ -197,6 +197,11 @@ void clsSearch::beginReset(std::string_view folder) {
         disturbed_ = true;
         CancelScan = true;
     }
+}
+
+void clsSearch::endReset(std::string_view folder, bool isComplete) {
+    above_.follow(database_.database(), folder, isComplete);
+    links_.settle(database_.database());
 }
 
 void clsSearch::noteLastNumber() {
@@ -226,7 +231,7 @@ void clsSearch::beginScan(std::string_view path) {
     Database& database = database_.database();
     database.BeginTrans();
     noteLastNumber();
-    firstNumber_ = lastNumber_ + 1;
+    links_.beginScan(lastNumber_ + 1);
     scanned_ = path;
     bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
     if (bulkLoad_) {
@@ -259,7 +264,9 @@ void clsSearch::endScan() {
         above_.forget(); // there was no row for it
     } else if (changed_) {
         above_.follow(database_.database(), scanned_, !stamp_.empty());
+        links_.settle(database_.database());
     }
+    database_.lookForSizesOnDisk();
     database_.database().CommitTrans();
     scanned_.clear();
 }
@@ -359,7 +366,7 @@ std::optional<modFolderRows::Totals> clsSearch::recordFolder(std::string_view pa
     const bool isPart = disturbed_ || (CancelScan && !left.isNew);
     modFolderRows::Totals totals = isPart ? modFolderRows::totals(database_.database(), path) : left.items;
     totals.sizeOnDisk += left.ownSizeOnDisk;
-    progress_.sizeOnDisk += left.ownSizeOnDisk;
+    progress_.sizeOnDisk += isRoot ? 0 : left.ownSizeOnDisk;
     if (isRoot || !appendRow(path, description, totals.size, left.dateAccessed, left.dateModified, left.owner,
                              {.stamp = stamp_, .sizeOnDisk = totals.sizeOnDisk, .totals = &totals})) {
         return {};

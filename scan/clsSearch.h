@@ -53,6 +53,10 @@ public:
                                         std::string_view dateAccessed, std::string_view dateModified,
                                         std::string_view owner);
 
+    // The same for a folder that is the root of another volume.
+    bool recordOtherVolume(std::string_view path, std::string_view dateAccessed,
+                           std::string_view dateModified, std::string_view owner);
+
     // Odd on purpose: another way to append a row, as one statement with fewer columns, which nothing uses.
     // It throws its errors: with a quote in a value, the engine refuses the statement.
     void updateDetailSQLMETHOD(std::string_view path, std::string_view description, double size,
@@ -153,11 +157,11 @@ private:
     bool appendRow(std::string_view path, std::string_view description, double size,
                    std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
                    const FurtherColumns& further);
-    [[nodiscard]] bool isRowThere(std::int64_t number);
     void numberRow(DetailsTable& row);
     [[nodiscard]] std::string_view storedExtension();
     void storing(const std::function<void()>& body);
     void beginReset(std::string_view folder);
+    void endReset(std::string_view folder, bool isComplete);
     void beginChange();
     void noteLastNumber();
 
@@ -171,7 +175,6 @@ private:
 
     FoldersAbove above_;
     HardLinks links_;
-    std::int64_t firstNumber_ = 0; // that the running scan gives
     Progress progress_;
     std::string scanned_; // the folder of the running scan; empty if there is none
     bool bulkLoad_ = false;

@@ -255,8 +255,7 @@ void FolderWalk::recordEntry(Level& level) {
 // A folder without contents here: the volume has its own drive.
 void FolderWalk::recordOtherVolume(Level& level, const platform::EntryFacts& facts) {
     search_.gaps.add(path_, FigureGaps::Kind::otherVolume, "Another volume is mounted here");
-    if (search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
-                             ownerOf(facts))) {
+    if (search_.recordOtherVolume(path_, accessedText(facts), modifiedText(facts), ownerOf(facts))) {
         level.items.addFolder({});
     }
 }

@@ -24,8 +24,9 @@ void FoldersAbove::prepare(Database& database, std::string_view folder) {
             continue;
         }
         const modFolderRows::RecordedFolder row = modFolderRows::find(database, above);
-        if (row.hasOwnRow) {
-            ownSizes_[above] = row.totals.sizeOnDisk - modFolderRows::totals(database, above).sizeOnDisk;
+        const modFolderRows::Totals items = modFolderRows::totals(database, above);
+        if (row.hasOwnRow && row.totals.isKnown && items.isKnown) {
+            ownSizes_[above] = row.totals.sizeOnDisk - items.sizeOnDisk;
         }
     }
 }
@@ -43,7 +44,9 @@ void FoldersAbove::follow(Database& database, std::string_view folder, bool isCo
             continue;
         }
         modFolderRows::Totals totals = modFolderRows::totals(database, above);
-        totals.sizeOnDisk += ownSizes_[above];
+        const auto own = ownSizes_.find(above);
+        totals.isKnown = totals.isKnown && own != ownSizes_.end();
+        totals.sizeOnDisk += own == ownSizes_.end() ? 0 : own->second;
         if (totals != row.totals) {
             modFolderRows::setTotals(database, above, totals);
         }

@@ -5,21 +5,29 @@
 #include <functional>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
+#include "db/dao.h"
 #include "platform/folders.h"
 
-// The files with several names (hard links) that have been recorded, each with the row of the name that
-// counts on the disk. The other names of the file count 0 there as long as that row exists.
+// The files with several names (hard links) that have been recorded. One name of each counts on the disk, the
+// others count 0 there, whatever is scanned and removed. Errors of the database are thrown.
 class HardLinks {
 public:
-    // What the name takes on the disk, in bytes. `row` is the number that it will be recorded by; `isThere`
-    // tells whether there is a row with a number. `path` is an internal path.
-    [[nodiscard]] std::int64_t sizeOnDisk(std::string_view path, const platform::EntryFacts& facts,
-                                          std::int64_t row,
-                                          const std::function<bool(std::int64_t row)>& isThere);
+    // A scan begins that gives its rows this number and higher ones.
+    void beginScan(std::int64_t firstRow) noexcept { firstRow_ = firstRow; }
+
+    // What the name counts on the disk, in bytes. `path` is an internal path, `row` the number of its row,
+    // which is stored next.
+    [[nodiscard]] std::int64_t record(Database& database, std::string_view path,
+                                      const platform::EntryFacts& facts, std::int64_t row);
+
+    // Call it when rows may have gone, and the totals of folders are right: where the name that counts is
+    // among them, another one counts from now on, in its own row and in the folders above.
+    void settle(Database& database);
 
     // Call it after all rows have been replaced by others.
-    void forget() noexcept { counted_.clear(); }
+    void forget() noexcept;
 
 private:
     struct File {
@@ -32,5 +40,18 @@ private:
             return std::hash<std::uint64_t>()(file.number ^ (file.volume << 40U));
         }
     };
-    std::unordered_map<File, std::int64_t, Hash> counted_;
+    struct Counted {
+        std::int64_t row;
+        std::int64_t bytes;
+    };
+    struct Further {
+        File file;
+        std::int64_t row;
+    };
+
+    [[nodiscard]] bool countsElsewhere(Database& database, std::int64_t row, std::string_view path) const;
+
+    std::int64_t firstRow_ = 0;
+    std::unordered_map<File, Counted, Hash> counted_;
+    std::vector<Further> further_;
 };

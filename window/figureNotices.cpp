@@ -25,6 +25,7 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (result.wrappedFiles > 0 || dependencies_.bar.holds(MessageBar::Topic::wrappedSizes)) {
         showWrapped();
     }
+    showLacking();
     const Unreadable unreadable = dependencies_.search.gaps.unreadableIn({});
     if (!unreadable.isAny()) {
         dependencies_.bar.dismiss(MessageBar::Topic::unreadable);

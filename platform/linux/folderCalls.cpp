@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 #include "platform/linux/mountTable.h"
@@ -22,6 +23,7 @@ namespace {
 // Kept well below PATH_MAX, so that the last names of a path always fit after it.
 constexpr std::size_t pathPieceLength = 3000;
 
+constexpr std::int64_t mostBlocks = std::numeric_limits<std::int64_t>::max() / 512; // a server may claim more
 constexpr std::int64_t statusBlock = 512; // of st_blocks, whatever the file system's blocks are
 
 // The kernel's record of one entry. glibc offers the same as dirent64, but not the call itself.
@@ -366,7 +368,7 @@ EntryFacts factsOf(const struct stat& status) {
     facts.accessed = status.st_atim.tv_sec;
     facts.modified = status.st_mtim.tv_sec;
     facts.owner = status.st_uid;
-    facts.sizeOnDisk = static_cast<std::int64_t>(status.st_blocks) * statusBlock;
+    facts.sizeOnDisk = std::clamp<std::int64_t>(status.st_blocks, 0, mostBlocks) * statusBlock;
     if (status.st_nlink > 1 && !facts.isFolder) {
         facts.volume = status.st_dev;
         facts.number = status.st_ino;

@@ -261,8 +261,15 @@ EntryFacts entryFacts(std::string_view internalPath) {
     return error == 0 ? facts : EntryFacts();
 }
 
+// A file with a single name has no number.
+bool areNamesOfOneFile(std::string_view left, std::string_view right) {
+    const EntryFacts one = entryFacts(left);
+    const EntryFacts other = entryFacts(right);
+    return one.number != 0 && one.number == other.number && one.volume == other.volume;
+}
+
 bool hasFurtherNames(std::string_view /*internalPath*/) {
-    return true; // only such a file has a number
+    return true;
 }
 
 std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {

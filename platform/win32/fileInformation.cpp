@@ -1,5 +1,7 @@
 #include "platform/win32/fileInformation.h"
 
+#include <algorithm>
+
 #include "platform/win32/fileTime.h"
 #include "platform/win32/handle.h"
 
@@ -40,7 +42,7 @@ EntryFacts factsOfListed(const Record& entry) {
     facts.size = entry.EndOfFile.QuadPart;
     facts.accessed = secondsOf(entry.LastAccessTime);
     facts.modified = secondsOf(entry.LastWriteTime);
-    facts.sizeOnDisk = facts.isFolder ? 0 : entry.AllocationSize.QuadPart;
+    facts.sizeOnDisk = facts.isFolder ? 0 : std::max<std::int64_t>(entry.AllocationSize.QuadPart, 0);
     return facts;
 }
 
@@ -109,7 +111,9 @@ EntryFacts factsOf(const FILE_FULL_DIR_INFO& entry) {
 
 EntryFacts factsOf(const FILE_ID_BOTH_DIR_INFO& entry) {
     EntryFacts facts = factsOfListed(entry);
-    facts.number = facts.isFolder ? 0 : static_cast<std::uint64_t>(entry.FileId.QuadPart);
+    constexpr LONGLONG noNumber = -1; // of file systems that cannot tell it in so many bits
+    const bool isNumbered = !facts.isFolder && entry.FileId.QuadPart != noNumber;
+    facts.number = isNumbered ? static_cast<std::uint64_t>(entry.FileId.QuadPart) : 0;
     return facts;
 }
 

@@ -99,6 +99,7 @@ struct FolderReader::Implementation {
             appendNarrow(name, wideName);
             EntryFacts facts = factsOf(entry);
             facts.volume = startPlace ? startPlace->volume : 0;
+            facts.number = facts.volume != 0 ? facts.number : 0; // it says nothing by itself
             listing.append(facts, name);
             const bool ends = ++entryCount % entriesPerLook == 0 && goesOn && !goesOn();
             return ends ? DWORD{ERROR_CANCELLED} : DWORD{ERROR_SUCCESS};
@@ -237,6 +238,12 @@ std::string recordedPath(std::string_view internalFolder) {
 
 EntryFacts entryFacts(std::string_view internalPath) {
     return ownFacts(widePath(internalPath)).value_or(EntryFacts());
+}
+
+bool areNamesOfOneFile(std::string_view left, std::string_view right) {
+    const std::optional<FileInformation> one = informationOf(widePath(left));
+    const std::optional<FileInformation> other = informationOf(widePath(right));
+    return one && other && one->number != 0 && one->number == other->number && one->volume == other->volume;
 }
 
 bool hasFurtherNames(std::string_view internalPath) {

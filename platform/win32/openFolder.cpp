@@ -32,21 +32,24 @@ DWORD OpenFolder::fill(FILE_INFO_BY_HANDLE_CLASS kind, std::span<std::byte> buff
     if (hasMore) {
         return ERROR_SUCCESS;
     }
-    switch (const DWORD error = ::GetLastError()) {
+    const DWORD error = ::GetLastError();
+    switch (error) {
     case ERROR_NO_MORE_FILES:
         return ERROR_SUCCESS;
     case ERROR_FILE_NOT_FOUND: // the root of an empty drive contains nothing, not even itself
         return isFirst ? DWORD{ERROR_SUCCESS} : error;
-    case ERROR_INVALID_PARAMETER: // it is a file, or a file system without numbers of files
-    case ERROR_INVALID_LEVEL:
-    case ERROR_NOT_SUPPORTED:
-        if (!isFirst) {
-            return error;
-        }
-        return kind == FileIdBothDirectoryInfo ? DWORD{ERROR_NOT_SUPPORTED} : DWORD{ERROR_DIRECTORY};
-    default:
+    case ERROR_ACCESS_DENIED:
         return error;
+    default:
+        break;
     }
+    if (!isFirst) {
+        return error == ERROR_NOT_SUPPORTED ? DWORD{ERROR_READ_FAULT} : error;
+    }
+    if (kind == FileIdBothDirectoryInfo) { // a file system without numbers of files, or it is a file
+        return ERROR_NOT_SUPPORTED;
+    }
+    return error == ERROR_INVALID_PARAMETER ? DWORD{ERROR_DIRECTORY} : error;
 }
 
 } // namespace platform

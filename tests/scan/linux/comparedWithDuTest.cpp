@@ -232,6 +232,9 @@ TEST_F(ComparedWithDu, sizesOnDiskAreThoseOfDu) {
         EXPECT_EQ(recorded(), expected) << pattern;
         // In whatever order it is scanned, each file counts once.
         for (const char* folder : {"links/inner", "first", "links", "many"}) {
+            if (!modFolderRows::find(working.database(), key(folder)).hasOwnRow) {
+                continue; // it is left out
+            }
             search.resetScanCompleteTime(key(folder));
             scan(folder);
             search.resetWholeFolder(key(folder));
