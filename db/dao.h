@@ -131,6 +131,9 @@ public:
     // Runs a statement that returns no rows; returns the number of rows affected.
     std::int64_t Execute(std::string_view statement);
 
+    // Makes a table or an index, from the engine's own text, which must hold nothing of other people.
+    void Define(const std::string& definition);
+
     // Opens a table by name for appending, or the rows of a SELECT.
     [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(std::string_view tableOrStatement);
 

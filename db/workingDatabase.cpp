@@ -75,11 +75,19 @@ void WorkingDatabase::startAnew() {
     }
 }
 
-// A killed program may leave the file, which then is overwritten.
 std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareSuccessor() const {
+    return prepareBeside(1);
+}
+
+std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareCompanion() const {
+    return prepareBeside(2);
+}
+
+// A killed program may leave the file, which then is overwritten.
+std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareBeside(int number) const {
     const std::size_t nameStart = path_.find_last_of('\\') + 1;
     const std::string path =
-        path_.substr(0, nameStart) + platform::replacementName(path_.substr(nameStart), 1);
+        path_.substr(0, nameStart) + platform::replacementName(path_.substr(nameStart), number);
     return std::unique_ptr<Successor>(new Successor(path, templatePath_));
 }
 

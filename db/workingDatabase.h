@@ -63,6 +63,9 @@ public:
     };
     [[nodiscard]] std::unique_ptr<Successor> prepareSuccessor() const;
 
+    // Another such database, which lives beside the working one for as long as it is needed.
+    [[nodiscard]] std::unique_ptr<Successor> prepareCompanion() const;
+
     // The database then holds loaded rows until it is started anew. If this fails, it is as before.
     void replaceBy(std::unique_ptr<Successor> successor);
 
@@ -71,6 +74,8 @@ public:
     void reopen();
 
 private:
+    [[nodiscard]] std::unique_ptr<Successor> prepareBeside(int number) const;
+
     // In this order, so that the file is closed, then deleted, then unlocked.
     std::unique_ptr<platform::FileLock> lock_;
     std::unique_ptr<FileRemoval> removal_;

@@ -23,7 +23,7 @@ class ModDatabase : public testing::Test {
 protected:
     ModDatabase() { platform::copyFile(templateFile(), folder.typed("001.dat")); }
 
-    WorkingDatabase prepare(std::string_view keep = {}) {
+    WorkingDatabase prepare(const std::vector<std::string>& keep = {}) {
         return modDatabase::prepareDatabase(folder.internal(), folder.internal("main.dat"), userInterface,
                                             keep);
     }
