@@ -21,7 +21,7 @@ bool goesOn() {
 
 } // namespace
 
-ConsoleComparison::ConsoleComparison(const ConsoleOptions& options, const WorkingDatabase& working,
+ConsoleComparison::ConsoleComparison(const ConsoleOptions& options, WorkingDatabase& working,
                                      ConsoleInterface& userInterface)
     : options_(options), working_(working), userInterface_(userInterface) {
     const platform::InterruptionWatch watch;

@@ -16,7 +16,7 @@
 class ConsoleComparison {
 public:
     // Reads the saved scan that the options name. Throws as EarlierScan does. Nothing is owned.
-    ConsoleComparison(const ConsoleOptions& options, const WorkingDatabase& working,
+    ConsoleComparison(const ConsoleOptions& options, WorkingDatabase& working,
                       ConsoleInterface& userInterface);
 
     // Ctrl-C was pressed; nothing else is to be called then.
@@ -38,7 +38,7 @@ private:
     void tellWhatDiffers(const std::string& key, const std::string& before, bool foldersOnly);
 
     const ConsoleOptions& options_;
-    const WorkingDatabase& working_;
+    WorkingDatabase& working_;
     ConsoleInterface& userInterface_;
     std::string savedScan_; // its name and date
     std::unique_ptr<EarlierScan> earlier_;

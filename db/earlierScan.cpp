@@ -15,8 +15,8 @@ constexpr std::array<std::string_view, 8> columns{"drive", "parentFolder", "file
 
 } // namespace
 
-EarlierScan::EarlierScan(const WorkingDatabase& working, std::string_view file,
-                         clsUserInterface& userInterface, const std::function<bool()>& goesOn) {
+EarlierScan::EarlierScan(WorkingDatabase& working, std::string_view file, clsUserInterface& userInterface,
+                         const std::function<bool()>& goesOn) {
     const std::string path = platform::toInternal(file);
     if (platform::isSameFile(path, working.path())) {
         throw platform::fileError(databaseError::inUse, "This is the working database", path,

@@ -19,7 +19,7 @@ public:
     // The file is a path as typed, and not trusted. Its columns that are not compared stay NULL. Throws as
     // loading a saved scan does (copyRows), with the file's displayed path. `goesOn` is asked now and then;
     // after a no, `isComplete` is false, and the object is of no use.
-    EarlierScan(const WorkingDatabase& working, std::string_view file, clsUserInterface& userInterface,
+    EarlierScan(WorkingDatabase& working, std::string_view file, clsUserInterface& userInterface,
                 const std::function<bool()>& goesOn);
 
     [[nodiscard]] bool isComplete() const noexcept { return complete_; }

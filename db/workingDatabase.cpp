@@ -79,8 +79,8 @@ std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareSuccessor() 
     return prepareBeside(1);
 }
 
-std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareCompanion() const {
-    return prepareBeside(2);
+std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareCompanion() {
+    return prepareBeside(2 + companions_++);
 }
 
 // A killed program may leave the file, which then is overwritten.

@@ -63,8 +63,8 @@ public:
     };
     [[nodiscard]] std::unique_ptr<Successor> prepareSuccessor() const;
 
-    // Another such database, which lives beside the working one for as long as it is needed.
-    [[nodiscard]] std::unique_ptr<Successor> prepareCompanion() const;
+    // Another such database for each call, which lives beside the working one for as long as it is needed.
+    [[nodiscard]] std::unique_ptr<Successor> prepareCompanion();
 
     // The database then holds loaded rows until it is started anew. If this fails, it is as before.
     void replaceBy(std::unique_ptr<Successor> successor);
@@ -84,4 +84,5 @@ private:
     std::unique_ptr<Database> database_;
     std::unique_ptr<DetailsTable> details_;
     bool holdsLoadedRows_ = false;
+    int companions_ = 0; // so far
 };

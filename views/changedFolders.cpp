@@ -201,6 +201,8 @@ void ChangedFolders::record(const Level& level, std::size_t parentEnd) {
         parent.foldersBefore += change_.before.value_or(0);
         parent.foldersNow += change_.now.value_or(0);
         parent.differences += level.differences + (differs ? 1 : 0);
+        parent.folder.before.isThere = parent.folder.before.isThere || folder.before.isThere;
+        parent.folder.now.isThere = parent.folder.now.isThere || folder.now.isThere;
         ++result_.folders.at(indexOf(change_.state));
     }
     const bool hasRow = levels_.empty() || folder.before.ownSize || folder.now.ownSize;

@@ -25,15 +25,29 @@ constexpr std::size_t longestFolder = 4 * 32767;
 constexpr std::string_view columns =
     "select parentFolder,fileName,isFolder,size,dateModified,owner,extension from details where ";
 
-Entry entryOf(Recordset& rows, std::string_view folder) {
-    return {folder,
-            rows.Fields(1).text(),
-            rows.Fields(2).number() == 1,
-            modLvw::soundSize(rows.Fields(3).number()),
-            rows.Fields(4).text(),
-            rows.Fields(5).text(),
-            rows.Fields(6).text()};
-}
+// The columns of a query that begins so.
+class EntryFields {
+public:
+    explicit EntryFields(Recordset& rows) {
+        for (std::size_t i = 0; i < fields_.size(); ++i) {
+            fields_.at(i) = &rows.Fields(static_cast<int>(i));
+        }
+    }
+
+    [[nodiscard]] std::string_view folder() const { return fields_[0]->text(); }
+    [[nodiscard]] Entry entry(std::string_view folder) const {
+        return {folder,
+                fields_[1]->text(),
+                fields_[2]->number() == 1,
+                modLvw::soundSize(fields_[3]->number()),
+                fields_[4]->text(),
+                fields_[5]->text(),
+                fields_[6]->text()};
+    }
+
+private:
+    std::array<Field*, 7> fields_{};
+};
 
 // The rows below a folder in one of the two scans, in the order of their paths.
 class Entries {
@@ -43,7 +57,7 @@ public:
               std::string(columns) +
               (foldersOnly ? modFolderRows::foldersAnywhereIn(folder) : modFolderRows::anywhereIn(folder)) +
               " order by parentFolder,fileName")),
-          bytes_(folder.size()), characters_(platform::characterCount(folder)) {
+          fields_(*rows_), bytes_(folder.size()), characters_(platform::characterCount(folder)) {
         read();
     }
 
@@ -59,9 +73,9 @@ private:
     // What lies in a folder whose path is too long is of no scan.
     void read() {
         for (; !rows_->EndOfFile(); rows_->MoveNext()) {
-            const std::string_view folder = rows_->Fields(0).text();
+            const std::string_view folder = fields_.folder();
             if (folder.size() <= longestFolder) {
-                entry_ = entryOf(*rows_, behindStart(folder));
+                entry_ = fields_.entry(behindStart(folder));
                 return;
             }
         }
@@ -74,6 +88,7 @@ private:
     }
 
     std::unique_ptr<Recordset> rows_;
+    EntryFields fields_;
     std::size_t bytes_;
     std::size_t characters_;
     Entry entry_;
@@ -84,7 +99,7 @@ struct OwnRow {
     OwnRow(Database& database, std::string_view folder)
         : rows(database.OpenRecordset(std::string(columns) + modFolderRows::itself(folder))) {
         if (!rows->EndOfFile()) {
-            entry = entryOf(*rows, {});
+            entry = EntryFields(*rows).entry({});
         }
     }
 

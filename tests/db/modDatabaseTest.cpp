@@ -165,11 +165,11 @@ TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
     ASSERT_EQ(userInterface.messages.size(), 1U);
     EXPECT_NE(userInterface.messages[0].find("main-2.dat"), std::string::npos);
     EXPECT_EQ(first.details().rows->RecordCount(), 0);
-    EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-3.dat"));
+    EXPECT_EQ(prepare({folder.internal("main-3.dat")}).path(), folder.internal("main-3.dat"));
     EXPECT_FALSE(fs::exists(folder / "main-3.dat")) << "it was deleted with its program";
     EXPECT_FALSE(fs::exists(folder / "main-3.dat.lock"));
     fs::copy_file(folder / "001.dat", folder / "main-3.dat");
-    EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-4.dat"))
+    EXPECT_EQ(prepare({folder.internal("main-3.dat")}).path(), folder.internal("main-4.dat"))
         << "the file to keep is not overwritten";
 }
 
