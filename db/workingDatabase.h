@@ -75,6 +75,8 @@ public:
 
 private:
     [[nodiscard]] std::unique_ptr<Successor> prepareBeside(int number) const;
+    [[nodiscard]] std::string pathBeside(int number) const;
+    void removeWhatWasLeftBeside() const;
 
     // In this order, so that the file is closed, then deleted, then unlocked.
     std::unique_ptr<platform::FileLock> lock_;

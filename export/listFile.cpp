@@ -70,7 +70,9 @@ void exportListFile(ReportFormat format, const ListTable& list, std::string_view
         } else if (format == ReportFormat::xml) {
             writeListXml(list, caption, progress, file);
         } else {
-            file.write(listText(list, progress, true, areLoaded) + "\r\n");
+            writeListText(list, progress, true, areLoaded,
+                          [&](std::string_view piece) { file.write(piece); });
+            file.write("\r\n");
         }
         file.commit();
     });

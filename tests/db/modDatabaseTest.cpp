@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export/databaseFile.h"
+#include "platform/openFiles.h"
 #include "platform/runtimeError.h"
 #include "support/errorNumberOf.h"
 #include "support/expected.h"
@@ -156,6 +157,21 @@ TEST_F(ModDatabase, isNotDisturbedByWhatTheEngineLeft) {
             << "no journal is not the engine's";
     }
     EXPECT_TRUE(userInterface.messages.empty());
+}
+
+TEST_F(ModDatabase, removesWhatAKilledProgramHasLeftBesideIt) {
+    const auto beside = [&](int number) { return platform::replacementName("main.dat", number); };
+    for (const int number : {1, 2}) {
+        folder.write(beside(number), "left behind");
+    }
+    folder.write(platform::replacementName("other.dat", 1), "another's");
+    WorkingDatabase working = prepare();
+    EXPECT_FALSE(fs::exists(folder / beside(1)));
+    EXPECT_FALSE(fs::exists(folder / beside(2)));
+    EXPECT_TRUE(fs::exists(folder / platform::replacementName("other.dat", 1)));
+    const auto companion = working.prepareCompanion();
+    working.startAnew();
+    EXPECT_TRUE(fs::exists(folder / beside(2))) << "this one is in use";
 }
 
 TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
