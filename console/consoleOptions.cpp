@@ -61,7 +61,7 @@ void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
         ->check(requireName);
 }
 
-void addComparison(CLI::App& app, ConsoleOptions& options, bool& changedOnly) {
+void addComparison(CLI::App& app, ConsoleOptions& options) {
     CLI::Option* compare = app.add_option("--compare", options.compareFile,
                                           "Print and write what has changed since this saved scan")
                                ->type_name("FILE")
@@ -73,7 +73,8 @@ void addComparison(CLI::App& app, ConsoleOptions& options, bool& changedOnly) {
         ->needs(compare);
     CLI::Option* all =
         app.add_flag("--all", options.keepsSame, "List what has not changed too")->needs(compare);
-    app.add_flag("--changed-only", changedOnly, "List only what has changed (the default)")
+    app.add_flag("--changed-only")
+        ->description("List only what has changed (the default)")
         ->needs(compare)
         ->excludes(all);
 }
@@ -157,8 +158,11 @@ void takeConditions(const std::vector<CLI::Option*>& given, const TypedCondition
     }
 }
 
-// What a comparison cannot be asked for.
-void requireOneMeaning(const ConsoleOptions& options) {
+// What the parser cannot check.
+void requireSense(const ConsoleOptions& options) {
+    if (options.paths.empty() && options.loadFile.empty()) {
+        throw CLI::RequiredError("PATH");
+    }
     if (options.find && !options.compareFile.empty()) {
         throw CLI::ValidationError("--compare", "does not go together with options that find files");
     }
@@ -185,8 +189,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                        "Load a saved scan instead of scanning; PATH then only selects what is shown")
             ->type_name("FILE")
             ->check(requireName);
-    bool changedOnly = false;
-    addComparison(app, options, changedOnly);
+    addComparison(app, options);
     app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
     bool withOwners = false;
     bool withoutOwners = false;
@@ -217,14 +220,11 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
 
     try {
         app.parse(argumentCount, arguments);
-        if (options.paths.empty() && options.loadFile.empty()) {
-            throw CLI::RequiredError("PATH");
-        }
         if (withOwners || withoutOwners) {
             options.owners = withOwners;
         }
         takeConditions(conditions, typed, options);
-        requireOneMeaning(options);
+        requireSense(options);
     } catch (const CLI::ParseError& error) {
         std::ostringstream answer;
         parsed.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;

@@ -82,7 +82,7 @@ Table::Table(Database& database, std::int64_t comparison)
 
 void Table::append(const Change& change) {
     rows_->AddNew();
-    auto field = fields_.begin();
+    const auto* field = fields_.data();
     const auto next = [&]() -> Field& { return **field++; };
     const auto setSize = [&](const std::optional<double>& size) {
         Field& place = next();
@@ -126,7 +126,7 @@ const Change& Reader::row() {
     if (std::exchange(isRead_, true)) {
         return row_;
     }
-    auto field = fields_.begin();
+    const auto* field = fields_.data();
     const auto next = [&]() -> const Field& { return **field++; };
     row_.folder = next().text();
     row_.name = next().text();

@@ -20,7 +20,7 @@ namespace modChanges {
 namespace {
 
 // Of a folder, in bytes: four for each character that a path may have.
-constexpr std::size_t longestFolder = 4 * 32767;
+constexpr std::size_t longestFolder = std::size_t{4} * 32767;
 
 constexpr std::string_view columns =
     "select parentFolder,fileName,isFolder,size,dateModified,owner,extension from details where ";

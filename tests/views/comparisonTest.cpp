@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 
 #include "db/earlierScan.h"
@@ -63,21 +64,22 @@ std::string stateOf(const Item* before, const Item* now, bool holdsDifferences) 
 // "a\b|grown|10|20|10|0", by path, and for a folder the number of differences in it. In the order of paths, a
 // folder comes before what is in it; so what is read backwards is known before it is needed.
 std::vector<std::string> expected(const Items& before, const Items& now, bool keepsSame) {
-    Items all = now;
+    std::map<std::string, Item, std::greater<>> all(now.begin(), now.end());
     all.insert(before.begin(), before.end());
     std::map<std::string, int> differences;
     std::vector<std::string> result;
-    for (auto each = all.rbegin(); each != all.rend(); ++each) {
+    for (const auto& each : all) {
+        const std::string& path = each.first;
         const auto find = [&](const Items& items) {
-            const auto found = items.find(each->first);
+            const auto found = items.find(path);
             return found == items.end() ? nullptr : &found->second;
         };
         const Item* const was = find(before);
         const Item* const is = find(now);
-        const int inside = differences[each->first];
+        const int inside = differences[path];
         const std::string state = stateOf(was, is, inside > 0);
-        const std::size_t end = each->first.find_last_of('\\', each->first.size() - 2);
-        differences[end == std::string::npos ? "" : each->first.substr(0, end + 1)] +=
+        const std::size_t end = path.find_last_of('\\', path.size() - 2);
+        differences[end == std::string::npos ? "" : path.substr(0, end + 1)] +=
             inside + (state == "same" ? 0 : 1);
         if (keepsSame || state != "same") {
             const auto sizeOf = [](const Item* item) {
