@@ -5,6 +5,7 @@
 
 #include "base/terminalText.h"
 #include "console/changeTables.h"
+#include "db/folderRows.h"
 #include "export/changesReport.h"
 #include "export/databaseFile.h"
 #include "platform/paths.h"
@@ -49,16 +50,18 @@ std::optional<std::string> ConsoleComparison::compare(std::string_view key, std:
     return text + changeTables(earlier_->database(), request, result, static_cast<std::size_t>(options_.top));
 }
 
-// A folder has the same key as before, unless the drives are others or a saved scan is from another machine.
+// A folder has the same key as before, unless the drives are others or the saved scan is from another
+// machine.
 std::string ConsoleComparison::folderBefore(std::string_view key, std::string_view typed) const {
+    Database& database = earlier_->database();
     const bool isAnother = !options_.compareFolder.empty();
+    if (!isAnother && modFolderRows::find(database, key).isThere()) {
+        return std::string(key);
+    }
     const std::string path = isAnother       ? options_.compareFolder
                              : typed.empty() ? platform::displayPath(key)
                                              : std::string(typed);
-    std::string found = isAnother ? std::string() : modSavedScan::findFolder(earlier_->database(), key);
-    if (found.empty()) {
-        found = modSavedScan::findFolder(earlier_->database(), path);
-    }
+    std::string found = modSavedScan::findFolder(database, path);
     if (found.empty()) {
         throw RuntimeError(errorNumber::pathNotFound,
                            (isAnother ? "Folder " + path + " not found in " : "Folder not found in ") +
