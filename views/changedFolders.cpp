@@ -23,6 +23,12 @@ State stateOf(const std::optional<double>& before, const std::optional<double>& 
     return isTouched ? State::touched : State::same;
 }
 
+// A date that the system did not tell is none.
+bool haveOtherDates(const Entry* before, const Entry* now) {
+    return before != nullptr && now != nullptr && before->modified != now->modified &&
+           !before->modified.empty() && !now->modified.empty();
+}
+
 std::size_t indexOf(State state) {
     return static_cast<std::size_t>(state);
 }
@@ -53,7 +59,7 @@ ChangedFolders::Folder ChangedFolders::folderOf(const Entry* before, const Entry
     if (now != nullptr) {
         folder.now = {true, now->size};
     }
-    folder.otherDate = before != nullptr && now != nullptr && before->modified != now->modified;
+    folder.otherDate = haveOtherDates(before, now);
     return folder;
 }
 
@@ -93,8 +99,7 @@ void ChangedFolders::addFile(const Entry* before, const Entry* now) {
         sizeNow = now->size;
         level.filesNow += now->size;
     }
-    const bool isTouched = before != nullptr && now != nullptr && before->modified != now->modified;
-    const State state = stateOf(sizeBefore, sizeNow, isTouched);
+    const State state = stateOf(sizeBefore, sizeNow, haveOtherDates(before, now));
     ++result_.files.at(indexOf(state));
     level.differences += state == State::same ? 0 : 1;
     if (state != State::same || keepsSame_) {

@@ -475,6 +475,7 @@ TEST_F(Comparison, standsRowsThatNoScanRecords) {
         return result.files.at(static_cast<std::size_t>(state));
     };
     EXPECT_EQ(count(forth, State::gone), 8);
+    EXPECT_EQ(count(forth, State::touched), 0) << "by a date that is unknown";
     EXPECT_EQ(count(forth, State::appeared), 0);
     EXPECT_LT(rowsAndWrongSums().first, 5000) << "folders that are only claimed";
     EXPECT_LT(fs::file_size(testSystem::pathOf(platform::toNative(earlier->database().Name()))), 64U << 20);
