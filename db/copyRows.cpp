@@ -128,6 +128,12 @@ std::int64_t copy(Database& from, Database& to, std::string_view table,
         ++bytes;
         target->AddNew();
         for (const auto& [field, place, number] : pairs) {
+            if (number == nullptr && field->isText()) {
+                const std::string_view text = field->text(); // which lives until the source's next row
+                bytes += text.size();
+                place->setText(text);
+                continue;
+            }
             const Value value = field->value();
             if (std::holds_alternative<std::monostate>(value)) {
                 continue;
@@ -135,7 +141,7 @@ std::int64_t copy(Database& from, Database& to, std::string_view table,
             if (number != nullptr) {
                 requireNumber(value, *number, file);
             }
-            const auto* text = std::get_if<std::string>(&value);
+            const auto* text = std::get_if<std::string>(&value); // of a number
             bytes += text == nullptr ? 1 : text->size();
             place->set(value);
         }

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] std::string_view text() const; // valid until the next move; "" if NULL
     [[nodiscard]] double number() const;         // 0 if NULL
     [[nodiscard]] Value value() const;
+    // Whether it is stored as text or bytes, so that `text` is all that there is to it.
+    [[nodiscard]] bool isText() const;
 
     // --- filling the row begun with AddNew -------------------------------------------------------------
     void set(const Value& value);
