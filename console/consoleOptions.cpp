@@ -61,6 +61,24 @@ void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
         ->check(requireName);
 }
 
+void addComparison(CLI::App& app, ConsoleOptions& options) {
+    CLI::Option* compare = app.add_option("--compare", options.compareFile,
+                                          "Print and write what has changed since this saved scan")
+                               ->type_name("FILE")
+                               ->check(requireName);
+    app.add_option("--compare-folder", options.compareFolder,
+                   "The folder in that saved scan to compare PATH with, if it is another one")
+        ->type_name("FOLDER")
+        ->check(requireName)
+        ->needs(compare);
+    CLI::Option* all =
+        app.add_flag("--all", options.keepsSame, "List what has not changed too")->needs(compare);
+    app.add_flag("--changed-only")
+        ->description("List only what has changed (the default)")
+        ->needs(compare)
+        ->excludes(all);
+}
+
 std::string requireSize(const std::string& text) {
     return modFind::parseSize(text) ? ""
                                     : "'" + text + "' is not a size; say it as 500, 10M or 1.5G, for example";
@@ -140,6 +158,19 @@ void takeConditions(const std::vector<CLI::Option*>& given, const TypedCondition
     }
 }
 
+// What the parser cannot check.
+void requireSense(const ConsoleOptions& options) {
+    if (options.paths.empty() && options.loadFile.empty()) {
+        throw CLI::RequiredError("PATH");
+    }
+    if (options.find && !options.compareFile.empty()) {
+        throw CLI::ValidationError("--compare", "does not go together with options that find files");
+    }
+    if (!options.compareFolder.empty() && options.paths.size() > 1) {
+        throw CLI::ValidationError("--compare-folder", "needs a single PATH");
+    }
+}
+
 } // namespace
 
 ParsedCommandLine parseCommandLine(int argumentCount, const char* const* arguments) {
@@ -158,6 +189,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                        "Load a saved scan instead of scanning; PATH then only selects what is shown")
             ->type_name("FILE")
             ->check(requireName);
+    addComparison(app, options);
     app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
     bool withOwners = false;
     bool withoutOwners = false;
@@ -190,13 +222,11 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
 
     try {
         app.parse(argumentCount, arguments);
-        if (options.paths.empty() && options.loadFile.empty()) {
-            throw CLI::RequiredError("PATH");
-        }
         if (withOwners || withoutOwners) {
             options.owners = withOwners;
         }
         takeConditions(conditions, typed, options);
+        requireSense(options);
     } catch (const CLI::ParseError& error) {
         std::ostringstream answer;
         parsed.exitStatus = app.exit(error, answer, answer) == 0 ? 0 : wrongUsage;

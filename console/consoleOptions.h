@@ -17,6 +17,8 @@ struct ConsoleOptions {
     std::string overviewFile;
     std::string databaseFile;
     std::string loadFile;
+    std::string compareFile;   // the saved scan to compare with
+    std::string compareFolder; // the folder there, if it is another one
     std::string applicationFolder;
     std::vector<std::string> excludes;     // patterns
     std::vector<std::string> excludeFiles; // files with one pattern a line
@@ -27,6 +29,7 @@ struct ConsoleOptions {
     bool exact = false;
     bool onDisk = false;
     bool unreadable = false;
+    bool keepsSame = false; // of a comparison, print and write what has not changed too
     bool force = false;
     bool quiet = false;
     std::int64_t top = 20;                   // rows per printed table, 0 for all

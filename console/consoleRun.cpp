@@ -48,6 +48,9 @@ int ConsoleRun::run() {
     if (nothingToDo) {
         return statusFailed;
     }
+    if (!options_.compareFile.empty() && !openComparison()) {
+        return cancelled_ ? statusCancelled : statusFailed;
+    }
     if (options_.loadFile.empty()) {
         scanPaths();
         writeOutputs();
@@ -87,7 +90,12 @@ bool ConsoleRun::start() {
         if (options_.find) {
             options_.find->tellsCaseOfExtensions = settings_.caseSensitiveExt();
         }
-        const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
+        std::vector<std::string> keep;
+        for (const std::string& file : {options_.loadFile, options_.compareFile}) {
+            if (!file.empty()) {
+                keep.push_back(platform::toInternal(file));
+            }
+        }
         working_ =
             modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_, keep);
         working_.setOnDisk(settings_.onDisk());
@@ -167,7 +175,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
     scanned_ = true;
     shown_.push_back(path);
     tellWhatIsMissing(search, path, result);
-    showFolder(path, modProcessFiles::finishedText(result.seconds));
+    showFolder(path, typed, modProcessFiles::finishedText(result.seconds));
     if (options_.unreadable) {
         print(gapTable(search.gaps, path) + "\n");
     }
@@ -226,9 +234,9 @@ void ConsoleRun::showLoaded() {
         if (!options_.quiet) {
             print(forTerminal(modExport::savedScanText(options_.loadFile)) + "\n\n");
         }
-        if (options_.paths.empty() && !options_.quiet) {
+        if (options_.paths.empty() && (!options_.quiet || comparison_)) {
             for (const std::string& key : modSavedScan::topFolders(working_.database())) {
-                showFolder(key, {});
+                showFolder(key, {}, {});
             }
         }
         for (const std::string& typed : options_.paths) {
@@ -237,7 +245,7 @@ void ConsoleRun::showLoaded() {
                 fail(typed, "Folder not found in " + options_.loadFile);
             } else {
                 shown_.push_back(key);
-                showFolder(key, {});
+                showFolder(key, typed, {});
             }
         }
         return true;
@@ -245,8 +253,40 @@ void ConsoleRun::showLoaded() {
     failed_ = failed_ || !shown;
 }
 
-void ConsoleRun::showFolder(std::string_view key, std::string_view finished) {
-    if (options_.quiet) {
+// Before the scan, so that nobody waits for one that cannot be compared.
+bool ConsoleRun::openComparison() {
+    try {
+        userInterface_.setSubject(options_.compareFile);
+        comparison_ = std::make_unique<ConsoleComparison>(options_, working_, userInterface_);
+        cancelled_ = comparison_->isCancelled();
+        return !cancelled_;
+    } catch (const RuntimeError& error) {
+        modGlobal::logCurrentException("spannory-scan", "compare", true);
+        fail({}, error.what());
+        return false;
+    }
+}
+
+void ConsoleRun::compareFolder(std::string_view key, const std::string& typed, std::string_view finished) {
+    userInterface_.setSubject(typed);
+    try {
+        const auto text = comparison_->compare(key, typed);
+        cancelled_ = !text;
+        if (!options_.quiet && text) {
+            print(*text + std::string(finished) + (finished.empty() ? "\n" : "\n\n"));
+        }
+    } catch (const RuntimeError& error) {
+        modGlobal::logCurrentException("spannory-scan", "compare", true);
+        fail(typed, error.what());
+    }
+}
+
+void ConsoleRun::showFolder(std::string_view key, const std::string& typed, std::string_view finished) {
+    if (comparison_ && !cancelled_ && (!options_.quiet || !outputs_.empty())) {
+        compareFolder(key, typed, finished);
+        return;
+    }
+    if (options_.quiet || comparison_) {
         return;
     }
     const bool shown = modGlobal::trapped("spannory-scan", "showFolder", [&] {
@@ -319,6 +359,8 @@ bool ConsoleRun::mayWrite(const Output& output) {
         reason = "not written, because the scan could not be stored";
     } else if (!scanned_) {
         reason = "not written, because nothing was scanned";
+    } else if (output.format && comparison_ && !comparison_->hasCompared()) {
+        reason = "not written, because nothing was compared";
     } else if (cancelled_ && replaces && !options_.force) {
         reason = "not replaced, because the scan was cancelled (use --force)";
     }
@@ -332,6 +374,12 @@ bool ConsoleRun::mayWrite(const Output& output) {
 }
 
 void ConsoleRun::writeReport(modExport::ReportFormat format, const std::string& file) {
+    if (comparison_) {
+        const std::int64_t messagesBefore = userInterface_.messageCount();
+        comparison_->write(format, file);
+        failed_ = failed_ || userInterface_.messageCount() != messagesBefore;
+        return;
+    }
     if (options_.find && format != modExport::ReportFormat::xml) {
         writeFound(format, file);
         return;

@@ -1,11 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
+#include "console/consoleComparison.h"
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
 #include "console/outputs.h"
@@ -30,10 +32,12 @@ private:
     void makeIndexes(clsSearch& search);
     [[nodiscard]] std::string findFolder(const std::string& typed);
     bool loadSaved();
+    bool openComparison();
+    void compareFolder(std::string_view key, const std::string& typed, std::string_view finished);
     void showLoaded();
     void tellWhatIsMissing(const clsSearch& search, std::string_view path,
                            const modProcessFiles::ScanResult& result);
-    void showFolder(std::string_view key, std::string_view finished);
+    void showFolder(std::string_view key, const std::string& typed, std::string_view finished);
     [[nodiscard]] std::string figuresOf(std::string_view key) const;
     void checkOutputs();
     void writeOutputs();
@@ -51,6 +55,7 @@ private:
     clsSettings settings_;
     std::string applicationFolder_;
     WorkingDatabase working_;
+    std::unique_ptr<ConsoleComparison> comparison_; // null unless there is something to compare with
     std::vector<Output> outputs_;
     bool failed_ = false;
     bool cancelled_ = false;

@@ -7,6 +7,7 @@
 #include "base/formatSize.h"
 #include "base/terminalText.h"
 #include "console/foundTable.h"
+#include "console/textTable.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
 #include "platform/terminal.h"
@@ -14,53 +15,13 @@
 
 namespace {
 
-constexpr std::size_t widestName = 40;
-
-// An internal name in the form for terminals, cut to the width of a table's first column.
-std::string shown(std::string_view internalName) {
-    const std::string name = forTerminal(platform::displayName(internalName));
-    const std::string_view cut = platform::firstCharacters(name, widestName);
-    return cut.size() == name.size() ? name
-                                     : std::string(platform::firstCharacters(name, widestName - 3)) + "...";
-}
-
-std::string padded(const std::string& text, std::size_t width, bool toTheRight = false) {
-    const std::size_t length = platform::characterCount(text);
-    const std::string blanks(width > length ? width - length : 0, ' ');
-    return toTheRight ? blanks + text : text + blanks;
-}
-
-std::size_t shownRows(std::size_t rows, std::size_t top) {
-    return top == 0 ? rows : std::min(rows, top);
-}
-
-std::string moreLine(std::size_t rows, std::size_t top) {
-    const std::size_t left = rows - shownRows(rows, top);
-    return left == 0 ? std::string() : "  (" + std::to_string(left) + " more)\n";
-}
+using textTable::moreLine;
+using textTable::padded;
+using textTable::shown;
+using textTable::shownRows;
+using textTable::table;
 
 using Row = std::array<std::string, 3>;
-
-// Each column is as wide as its widest cell; those from `number` to before `numbersEnd` are right-aligned.
-template <std::size_t columns>
-std::string table(const std::vector<std::array<std::string, columns>>& rows, std::size_t number = 1,
-                  std::size_t numbersEnd = columns) {
-    std::array<std::size_t, columns> widths{};
-    for (const auto& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            widths[i] = std::max(widths[i], platform::characterCount(row[i]));
-        }
-    }
-    std::string result;
-    for (const auto& row : rows) {
-        for (std::size_t i = 0; i < row.size(); ++i) {
-            const bool isLastText = i + 1 == row.size() && i >= numbersEnd;
-            result += "  " + padded(row[i], isLastText ? 0 : widths[i], i >= number && i < numbersEnd);
-        }
-        result += '\n';
-    }
-    return result;
-}
 
 std::string bar(double share, std::size_t width, std::string_view block) {
     std::string result;

@@ -234,6 +234,11 @@ bool Statement::isReal(int column) const {
     return sqlite3_column_type(handle_, column) == SQLITE_FLOAT;
 }
 
+bool Statement::isText(int column) const {
+    const int type = sqlite3_column_type(handle_, column);
+    return type == SQLITE_TEXT || type == SQLITE_BLOB;
+}
+
 std::string_view Statement::text(int column) const {
     const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(handle_, column)); // NOLINT
     return text == nullptr

@@ -43,6 +43,7 @@ public:
     [[nodiscard]] const char* columnName(int column) const;
     [[nodiscard]] bool isNull(int column) const;
     [[nodiscard]] bool isReal(int column) const;
+    [[nodiscard]] bool isText(int column) const; // or bytes
     [[nodiscard]] std::string_view text(int column) const;
     [[nodiscard]] double number(int column) const;
     [[nodiscard]] Value value(int column) const;

@@ -1,5 +1,6 @@
 #include "db/copyRows.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -63,10 +64,18 @@ const NumberColumn* numberColumn(std::string_view name) {
     return nullptr;
 }
 
-FieldPairs pairByName(Recordset& source, Recordset& target, const std::string& file) {
+// Without columns, all of them.
+FieldPairs pairByName(Recordset& source, Recordset& target, const std::string& file,
+                      std::span<const std::string_view> columns) {
     FieldPairs pairs;
     for (int i = 0; i < source.FieldCount(); ++i) {
         Field& field = source.Fields(i);
+        const auto isNamed = [&](std::string_view column) {
+            return platform::equalIgnoringAsciiCase(column, field.name());
+        };
+        if (!columns.empty() && std::none_of(columns.begin(), columns.end(), isNamed)) {
+            continue;
+        }
         try {
             pairs.push_back({&field, &target.Fields(field.name()), numberColumn(field.name())});
         } catch (const RuntimeError&) {
@@ -104,21 +113,30 @@ void append(Recordset& target, const std::string& file) {
     }
 }
 
-} // namespace
-
-std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
+std::int64_t copy(Database& from, Database& to, std::string_view table,
+                  std::span<const std::string_view> columns, const std::function<bool()>& goesOn) {
+    constexpr std::int64_t rowsPerLook = 4096;
     const std::string file(from.Name());
     const auto source = from.OpenStored(table);
     const auto target = to.OpenRecordset(table);
-    const FieldPairs pairs = pairByName(*source, *target, file);
+    const FieldPairs pairs = pairByName(*source, *target, file, columns);
     const std::uint64_t most =
         mostBytesPerByte * (platform::fileSize(from.Name()) + platform::fileSize(from.Name() + "-wal"));
     std::uint64_t bytes = 0; // a row and a number are counted as one
     std::int64_t count = 0;
     for (; !source->EndOfFile(); source->MoveNext(), ++count) {
+        if (goesOn && count % rowsPerLook == 0 && !goesOn()) {
+            break;
+        }
         ++bytes;
         target->AddNew();
         for (const auto& [field, place, number] : pairs) {
+            if (number == nullptr && field->isText()) {
+                const std::string_view text = field->text(); // which lives until the source's next row
+                bytes += text.size();
+                place->setText(text);
+                continue;
+            }
             const Value value = field->value();
             if (std::holds_alternative<std::monostate>(value)) {
                 continue;
@@ -126,7 +144,7 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
             if (number != nullptr) {
                 requireNumber(value, *number, file);
             }
-            const auto* text = std::get_if<std::string>(&value);
+            const auto* text = std::get_if<std::string>(&value); // of a number
             bytes += text == nullptr ? 1 : text->size();
             place->set(value);
         }
@@ -136,4 +154,15 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
         append(*target, file);
     }
     return count;
+}
+
+} // namespace
+
+std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
+    return copy(from, to, table, {}, {});
+}
+
+std::int64_t copyColumns(Database& from, Database& to, std::string_view table,
+                         std::span<const std::string_view> columns, const std::function<bool()>& goesOn) {
+    return copy(from, to, table, columns, goesOn);
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <span>
 #include <string_view>
 
 #include "db/dao.h"
@@ -14,3 +16,9 @@
 // than twice the file's bytes comes from values that the file does not hold, such as a column's default, or
 // holds once for many rows.
 std::int64_t copyRows(Database& from, Database& to, std::string_view table);
+
+// The same with these columns only, for a copy that is soon thrown away: the others stay NULL, are not looked
+// at, and need not be in the target. Of these, those that the source lacks are NULL too. Ends early if
+// `goesOn`, asked now and then, says so.
+std::int64_t copyColumns(Database& from, Database& to, std::string_view table,
+                         std::span<const std::string_view> columns, const std::function<bool()>& goesOn);

@@ -50,6 +50,8 @@ public:
     [[nodiscard]] std::string_view text() const; // valid until the next move; "" if NULL
     [[nodiscard]] double number() const;         // 0 if NULL
     [[nodiscard]] Value value() const;
+    // Whether it is stored as text or bytes, so that `text` is all that there is to it.
+    [[nodiscard]] bool isText() const;
 
     // --- filling the row begun with AddNew -------------------------------------------------------------
     void set(const Value& value);
@@ -131,6 +133,9 @@ public:
 
     // Runs a statement that returns no rows; returns the number of rows affected.
     std::int64_t Execute(std::string_view statement);
+
+    // Makes a table or an index, from the engine's own text, which must hold nothing of other people.
+    void Define(const std::string& definition);
 
     // Opens a table by name for appending, or the rows of a SELECT.
     [[nodiscard]] std::unique_ptr<Recordset> OpenRecordset(std::string_view tableOrStatement);

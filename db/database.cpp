@@ -93,6 +93,10 @@ std::int64_t Database::Execute(std::string_view statement) {
     return self.connection.changedRows();
 }
 
+void Database::Define(const std::string& definition) {
+    open().connection.run(definition);
+}
+
 std::unique_ptr<Recordset> Database::OpenRecordset(std::string_view tableOrStatement) {
     Implementation& self = open();
     if (!isTableName(tableOrStatement)) {

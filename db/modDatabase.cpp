@@ -1,5 +1,6 @@
 #include "db/modDatabase.h"
 
+#include <algorithm>
 #include <memory>
 #include <optional>
 #include <string>
@@ -90,7 +91,7 @@ Candidate examined(const std::string& path, const std::string& templatePath) {
 
 struct Request {
     std::string templatePath;
-    std::string_view keep;
+    const std::vector<std::string>& keep;
     clsUserInterface& userInterface;
 };
 
@@ -105,7 +106,8 @@ Prepared tryPrepare(const std::string& wanted, const Request& request) {
     bool inUse = false; // else it is the file to keep
     for (int number = 1; number <= mostProgramsAtOnce; ++number) {
         const std::string path = numberedPath(wanted, number);
-        if (!request.keep.empty() && platform::isSameFile(path, request.keep)) {
+        if (std::any_of(request.keep.begin(), request.keep.end(),
+                        [&](const std::string& file) { return platform::isSameFile(path, file); })) {
             continue;
         }
         Candidate candidate = examined(path, request.templatePath);
@@ -138,7 +140,7 @@ Prepared tryPrepare(const std::string& wanted, const Request& request) {
 
 WorkingDatabase modDatabase::prepareDatabase(std::string_view applicationFolder,
                                              std::string_view databasePath, clsUserInterface& userInterface,
-                                             std::string_view keep) {
+                                             const std::vector<std::string>& keep) {
     if (databasePath.empty()) {
         throw RuntimeError(errorNumber::pathFileAccess,
                            "The setting databasePath is empty: no working database was opened.");

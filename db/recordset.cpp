@@ -36,6 +36,10 @@ Value Field::value() const {
     return recordset_->current().value(index_);
 }
 
+bool Field::isText() const {
+    return recordset_->current().isText(index_);
+}
+
 void Field::set(const Value& value) {
     recordset_->fresh().bindValue(index_ + 1, value);
     held_ = Held::other;

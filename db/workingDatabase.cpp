@@ -8,6 +8,10 @@
 
 namespace {
 
+// Of the names of files beside the database.
+constexpr int successorNumber = 1;
+constexpr int firstCompanion = 2;
+
 template <class Part>
 Part& opened(const std::unique_ptr<Part>& part) {
     if (!part) {
@@ -59,6 +63,7 @@ void WorkingDatabase::startAnew() {
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { modDatabase::removeEngineFiles(path_); },
         modGlobal::Logging::quiet);
+    removeWhatWasLeftBeside();
     // If the copy fails, opening the file shows it; the reason then stands before that message.
     std::string copyFailure;
     try {
@@ -76,12 +81,30 @@ void WorkingDatabase::startAnew() {
     }
 }
 
-// A killed program may leave the file, which then is overwritten.
 std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareSuccessor() const {
+    return prepareBeside(successorNumber);
+}
+
+std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareCompanion() {
+    return prepareBeside(firstCompanion + companions_++);
+}
+
+std::unique_ptr<WorkingDatabase::Successor> WorkingDatabase::prepareBeside(int number) const {
+    return std::unique_ptr<Successor>(new Successor(pathBeside(number), templatePath_));
+}
+
+std::string WorkingDatabase::pathBeside(int number) const {
     const std::size_t nameStart = path_.find_last_of('\\') + 1;
-    const std::string path =
-        path_.substr(0, nameStart) + platform::replacementName(path_.substr(nameStart), 1);
-    return std::unique_ptr<Successor>(new Successor(path, templatePath_));
+    return path_.substr(0, nameStart) + platform::replacementName(path_.substr(nameStart), number);
+}
+
+// By a program that was killed. No other one uses these, because this one holds the lock.
+void WorkingDatabase::removeWhatWasLeftBeside() const {
+    for (int number = successorNumber; companions_ == 0 && number <= firstCompanion; ++number) {
+        if (const std::string path = pathBeside(number); platform::somethingExists(path)) {
+            const FileRemoval rest(path);
+        }
+    }
 }
 
 WorkingDatabase::Successor::Successor(const std::string& path, const std::string& templatePath)

@@ -69,6 +69,9 @@ public:
     };
     [[nodiscard]] std::unique_ptr<Successor> prepareSuccessor() const;
 
+    // Another such database for each call, which lives beside the working one for as long as it is needed.
+    [[nodiscard]] std::unique_ptr<Successor> prepareCompanion();
+
     // The database then holds loaded rows until it is started anew. If this fails, it is as before.
     void replaceBy(std::unique_ptr<Successor> successor);
 
@@ -78,6 +81,9 @@ public:
 
 private:
     void applyOnDisk() const noexcept;
+    [[nodiscard]] std::unique_ptr<Successor> prepareBeside(int number) const;
+    [[nodiscard]] std::string pathBeside(int number) const;
+    void removeWhatWasLeftBeside() const;
 
     // In this order, so that the file is closed, then deleted, then unlocked.
     std::unique_ptr<platform::FileLock> lock_;
@@ -89,4 +95,5 @@ private:
     bool holdsLoadedRows_ = false;
     bool onDisk_ = false;
     bool lacksSizesOnDisk_ = false;
+    int companions_ = 0; // so far
 };

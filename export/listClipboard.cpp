@@ -23,39 +23,40 @@ bool needsQuotes(std::string_view cell, bool exact) {
            cell.find_first_of("\r\n") != std::string_view::npos;
 }
 
-void appendCell(clsConcat& text, std::string_view cell, bool exact) {
+using Write = std::function<void(std::string_view)>;
+
+void writeCell(const Write& write, std::string_view cell, bool exact) {
     if (!needsQuotes(cell, exact)) {
-        text.SConcat(cell);
+        write(cell);
         return;
     }
     std::string quoted = "\"";
     modExport::appendQuotesDoubled(quoted, cell, "\"");
-    text.SConcat(quoted.append("\""));
+    write(quoted.append("\""));
 }
 
 } // namespace
 
-std::string modExport::listText(const ListTable& list, ShownProgress& progress, bool exact, bool areLoaded) {
-    clsConcat text;
+void modExport::writeListText(const ListTable& list, ShownProgress& progress, bool exact, bool areLoaded,
+                              const Write& write) {
     const std::size_t columns = list.columns().size();
     for (std::size_t column = 0; column < columns; ++column) {
-        text.SConcat(column == 0 ? "" : ",");
-        text.SConcat(list.columns()[column].header);
+        write(column == 0 ? "" : ",");
+        write(list.columns()[column].header);
     }
     for (std::size_t row = 0; row < list.rowCount(); ++row) {
         for (std::size_t column = 0; column < columns; ++column) {
-            text.SConcat(column == 0 ? "\r\n" : ",");
+            write(column == 0 ? "\r\n" : ",");
             const ListTable::Kind kind = list.columns()[column].kind;
             const bool isStored = kind == ListTable::Kind::text || kind == ListTable::Kind::date;
             if (areLoaded && isStored) {
-                appendCell(text, modExport::withoutFormula(list.text(row, column)), true);
+                writeCell(write, modExport::withoutFormula(list.text(row, column)), true);
             } else {
-                appendCell(text, list.text(row, column), exact);
+                writeCell(write, list.text(row, column), exact);
             }
         }
         progress.step();
     }
-    return text.GetString();
 }
 
 void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userInterface,
@@ -68,6 +69,9 @@ void modGlobal::copyClipboardLvw(const ListTable& list, clsUserInterface& userIn
         const BusyPointer busy(userInterface);
         ShownProgress progress(userInterface, static_cast<std::int64_t>(list.rowCount()));
         clipboard.clear();
-        clipboard.setText(modExport::listText(list, progress, exact, areLoaded));
+        clsConcat text;
+        modExport::writeListText(list, progress, exact, areLoaded,
+                                 [&](std::string_view piece) { text.SConcat(piece); });
+        clipboard.setText(text.GetString());
     });
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string>
+#include <functional>
+#include <string_view>
 
 class clsUserInterface;
 class ShownProgress;
@@ -10,9 +11,9 @@ namespace modExport {
 class Clipboard;
 class ListTable;
 
-// The list as that text.
-[[nodiscard]] std::string listText(const ListTable& list, ShownProgress& progress, bool exact,
-                                   bool areLoaded);
+// Passes on that text, piece by piece.
+void writeListText(const ListTable& list, ShownProgress& progress, bool exact, bool areLoaded,
+                   const std::function<void(std::string_view)>& write);
 
 } // namespace modExport
 

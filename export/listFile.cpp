@@ -7,6 +7,7 @@
 #include "export/listClipboard.h"
 #include "export/listTable.h"
 #include "export/listWorkbook.h"
+#include "export/listXml.h"
 #include "export/xmlText.h"
 #include "platform/files.h"
 
@@ -58,7 +59,7 @@ void exportListFile(ReportFormat format, const ListTable& list, std::string_view
         return;
     }
     modGlobal::trapped("modExport", "exportListFile", [&] {
-        if (list.rowCount() == 0) {
+        if (list.rowCount() == 0 && !list.mayBeEmpty()) {
             userInterface.message(emptyListMessage);
             return;
         }
@@ -66,8 +67,12 @@ void exportListFile(ReportFormat format, const ListTable& list, std::string_view
         platform::Replacement file(fileName);
         if (format == ReportFormat::html) {
             writePage(list, caption, progress, file);
+        } else if (format == ReportFormat::xml) {
+            writeListXml(list, caption, progress, file);
         } else {
-            file.write(listText(list, progress, true, areLoaded) + "\r\n");
+            writeListText(list, progress, true, areLoaded,
+                          [&](std::string_view piece) { file.write(piece); });
+            file.write("\r\n");
         }
         file.commit();
     });

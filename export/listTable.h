@@ -11,7 +11,8 @@ namespace modExport {
 inline constexpr std::string_view emptyListMessage = "The list is empty.";
 
 // A report list for copying and exporting: columns in logical order, rows in the order shown, both counted
-// from 0. It reads the list itself, so whoever passes it on must keep the list's rows unchanged meanwhile.
+// from 0. Whoever reads it begins with the first row and does not go back. It reads the list itself, so
+// whoever passes it on must keep the list's rows unchanged meanwhile.
 class ListTable {
 public:
     enum class Kind { text, bytes, count, date };
@@ -29,6 +30,10 @@ public:
     [[nodiscard]] virtual std::string_view text(std::size_t row, std::size_t column) const = 0;
     // The bytes or the count shown in the cell; nothing for other cells.
     [[nodiscard]] virtual std::optional<double> number(std::size_t row, std::size_t column) const = 0;
+
+    // Whether the sums of its numbers mean anything, and whether a file without rows does.
+    [[nodiscard]] virtual bool hasTotals() const { return true; }
+    [[nodiscard]] virtual bool mayBeEmpty() const { return false; }
 };
 
 } // namespace modExport

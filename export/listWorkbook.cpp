@@ -69,7 +69,9 @@ void writeWorkbook(const ListTable& list, std::string_view caption, ShownProgres
         writeRow(sheet, list, row, totals);
         progress.step();
     }
-    writeTotals(sheet, list, row, totals);
+    if (list.hasTotals()) {
+        writeTotals(sheet, list, row, totals);
+    }
     sheet.finish(sink);
 }
 
@@ -79,7 +81,7 @@ void modGlobal::printToExcel(const ListTable& list, std::string_view caption, cl
                              std::string_view fileName) {
     trapped("modGlobal", "printToExcel", [&] {
         const std::size_t rows = list.rowCount();
-        if (rows == 0) {
+        if (rows == 0 && !list.mayBeEmpty()) {
             userInterface.message(modExport::emptyListMessage);
             return;
         }

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """hostileScans.py PROGRAM FOLDER [--seconds 1] [--mebibytes 100]: loads every file of a folder of saved scans that
-somebody made to do harm, with each report, plain and exact. Each is refused with one line or loaded, within the limits;
-nothing in a report runs: no script in HTML, no formula in text or workbook. With a program built under a sanitizer, give
-larger limits."""
+somebody made to do harm, with each report, plain, exact, and compared with itself. Each is refused with one line or
+loaded, within the limits; nothing in a report runs: no script in HTML, no formula in text or workbook. With a program
+built under a sanitizer, give larger limits."""
 
 import argparse
 import csv
@@ -94,14 +94,22 @@ def officeFormulas(files, folder):
     return found - {control.name}
 
 
-def load(program, saved, folder, reports, exact):
+def options(mode, saved):
+    return {"plain": [], "exact": ["--exact"], "compared": ["--compare", saved, "--all"]}[mode]
+
+
+def reportFile(saved, folder, mode, report):
+    return folder / f"{saved.stem}-{mode}.{ENDINGS[report]}"
+
+
+def load(program, saved, folder, reports, mode):
     """The status, the errors, the seconds and the mebibytes of a run."""
-    arguments = [program, "--force", "--app-folder", folder / "app", "--load", saved]
+    arguments = [program, "--force", "--app-folder", folder / "app", "--load", saved] + options(mode, saved)
     for report in reports:
-        arguments += [f"--{report}", folder / f"{saved.stem}{'-exact' if exact else ''}.{ENDINGS[report]}"]
+        arguments += [f"--{report}", reportFile(saved, folder, mode, report)]
     with open(folder / "errors", "w+b") as errors:
         begin = time.monotonic()
-        child = subprocess.Popen(arguments + (["--exact"] if exact else []), stdin=subprocess.DEVNULL,
+        child = subprocess.Popen(arguments, stdin=subprocess.DEVNULL,
                                  stdout=subprocess.DEVNULL, stderr=errors)
         while True:
             done, status, usage = os.wait4(child.pid, os.WNOHANG)
@@ -122,25 +130,25 @@ def main():
     parser.add_argument("folder", type=Path)
     parser.add_argument("--seconds", type=float, default=1)
     parser.add_argument("--mebibytes", type=float, default=100)
-    options = parser.parse_args()
+    given = parser.parse_args()
     faults = 0
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name).resolve()
         (folder / "app").mkdir()
-        for saved in sorted(file for file in options.folder.iterdir() if file.suffix not in (".md", ".txt")):
-            for exact in (False, True):
-                status, errors, seconds, mebibytes = load(options.program, saved, folder, REPORTS, exact)
+        for saved in sorted(file for file in given.folder.iterdir() if file.suffix not in (".md", ".txt")):
+            for mode in ("plain", "exact", "compared"):
+                status, errors, seconds, mebibytes = load(given.program, saved, folder, REPORTS, mode)
                 found = {}
                 for report in REPORTS:
-                    file = folder / f"{saved.stem}{'-exact' if exact else ''}.{ENDINGS[report]}"
+                    file = reportFile(saved, folder, mode, report)
                     if file.exists():
                         found[report] = READERS[report](file.read_bytes())
                 odd = {report: what for report, what in found.items() if what}
                 lines = len(errors.strip().splitlines())
-                isFault = (status not in (0, 1) or lines != status or odd or seconds > options.seconds or
-                           mebibytes > options.mebibytes or (status == 0 and len(found) < len(REPORTS)))
+                isFault = (status not in (0, 1) or lines != status or odd or seconds > given.seconds or
+                           mebibytes > given.mebibytes or (status == 0 and len(found) < len(REPORTS)))
                 faults += bool(isFault)
-                print(f"{saved.name}{' exact' if exact else ''}: status {status}, {seconds:.2f} s, {mebibytes:.0f} MiB,",
+                print(f"{saved.name} {mode}: status {status}, {seconds:.2f} s, {mebibytes:.0f} MiB,",
                       f"{len(found)} reports", odd or "", errors.strip()[:200], "FAULT" if isFault else "", flush=True)
         formulas = set()
         if shutil.which("soffice"):

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "export/databaseFile.h"
+#include "platform/openFiles.h"
 #include "platform/runtimeError.h"
 #include "support/errorNumberOf.h"
 #include "support/expected.h"
@@ -23,7 +24,7 @@ class ModDatabase : public testing::Test {
 protected:
     ModDatabase() { platform::copyFile(templateFile(), folder.typed("001.dat")); }
 
-    WorkingDatabase prepare(std::string_view keep = {}) {
+    WorkingDatabase prepare(const std::vector<std::string>& keep = {}) {
         return modDatabase::prepareDatabase(folder.internal(), folder.internal("main.dat"), userInterface,
                                             keep);
     }
@@ -158,6 +159,21 @@ TEST_F(ModDatabase, isNotDisturbedByWhatTheEngineLeft) {
     EXPECT_TRUE(userInterface.messages.empty());
 }
 
+TEST_F(ModDatabase, removesWhatAKilledProgramHasLeftBesideIt) {
+    const auto beside = [&](int number) { return platform::replacementName("main.dat", number); };
+    for (const int number : {1, 2}) {
+        folder.write(beside(number), "left behind");
+    }
+    folder.write(platform::replacementName("other.dat", 1), "another's");
+    WorkingDatabase working = prepare();
+    EXPECT_FALSE(fs::exists(folder / beside(1)));
+    EXPECT_FALSE(fs::exists(folder / beside(2)));
+    EXPECT_TRUE(fs::exists(folder / platform::replacementName("other.dat", 1)));
+    const auto companion = working.prepareCompanion();
+    working.startAnew();
+    EXPECT_TRUE(fs::exists(folder / beside(2))) << "this one is in use";
+}
+
 TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
     const WorkingDatabase first = prepare();
     const WorkingDatabase second = prepare();
@@ -165,11 +181,11 @@ TEST_F(ModDatabase, leavesAFileThatIsInUseAlone) {
     ASSERT_EQ(userInterface.messages.size(), 1U);
     EXPECT_NE(userInterface.messages[0].find("main-2.dat"), std::string::npos);
     EXPECT_EQ(first.details().rows->RecordCount(), 0);
-    EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-3.dat"));
+    EXPECT_EQ(prepare({folder.internal("main-3.dat")}).path(), folder.internal("main-3.dat"));
     EXPECT_FALSE(fs::exists(folder / "main-3.dat")) << "it was deleted with its program";
     EXPECT_FALSE(fs::exists(folder / "main-3.dat.lock"));
     fs::copy_file(folder / "001.dat", folder / "main-3.dat");
-    EXPECT_EQ(prepare(folder.internal("main-3.dat")).path(), folder.internal("main-4.dat"))
+    EXPECT_EQ(prepare({folder.internal("main-3.dat")}).path(), folder.internal("main-4.dat"))
         << "the file to keep is not overwritten";
 }
 

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Lets one call of the system fail at a time, the first, the second and so on, until a run has passed without: over a
-scan, each report, a copy of the database and a load. Whatever fails, the program ends with a status and a line that says
-why, older files are whole, nothing is left beside them, and the next start works."""
+scan, each report, a copy of the database, a load and a comparison. Whatever fails, the program ends with a status and a
+line that says why, older files are whole, nothing is left beside them, and the next start works."""
 
 import os
 import shutil
@@ -113,6 +113,9 @@ with tempfile.TemporaryDirectory() as name:
     saved = folder / "saved.mdb"
     subprocess.run([PROGRAM, "--quiet", "--app-folder", folder / "first", "--database", saved, folder / "tree"],
                    check=True)
-    cases = [Case(folder, "scan", [folder / "tree"], None), Case(folder, "load", ["--load", saved], None)]
+    (folder / "tree/a/one.txt").write_bytes(b"y" * 3000)
+    (folder / "tree/new").write_bytes(b"new")
+    cases = [Case(folder, "scan", [folder / "tree"], None), Case(folder, "load", ["--load", saved], None),
+             Case(folder, "compare", ["--compare", saved, folder / "tree"], None)]
     cases += [Case(folder, report, ["--quiet", folder / "tree"], "out") for report in REPORTS]
     sys.exit(1 if sum([tryAll(case) for case in cases]) else 0)

@@ -53,5 +53,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     require(rowsOf(scan, "details") + rowsOf(scan, "nodes") <= 2 * static_cast<double>(size),
             "no more rows than the file can hold");
     scan.requireSoundOutputs({size % 2 == 0, true});
+    try {
+        scan.requireSoundComparison(rootPath(scan.folder, "saved.dat"));
+    } catch (const RuntimeError& error) { // what a load does not look at is no table of scans
+        require(std::string_view(error.what()).find("saved.dat") != std::string_view::npos,
+                "a reason names the file", error.what());
+    }
     return 0;
 }

@@ -91,17 +91,24 @@ def xml_names(data, exact):
     return names
 
 
-def excel_names(data, exact):
+def excel_cells(data):
     book = zipfile.ZipFile(io.BytesIO(data))
     sheet = ElementTree.fromstring(book.read('xl/worksheets/sheet1.xml'))
     space = {'m': sheet.tag[1:sheet.tag.index('}')]}
-    cells = [c for c in sheet.iterfind('.//m:c', space) if re.match('A[0-9]', c.get('r'))]
-    texts = [cell.findtext('m:is/m:t', None, space) for cell in cells]
+    return {c.get('r'): c.findtext('m:is/m:t', None, space) for c in sheet.iterfind('.//m:c', space)}
+
+
+def unescaped(text):
+    """A code such as _x000D_ is one character, and _x005F_ the underscore that begins such a text."""
+    return re.sub('_x([0-9A-F]{4})_', lambda m: chr(int(m[1], 16)), text)
+
+
+def excel_names(data, exact):
+    texts = [text for place, text in excel_cells(data).items() if re.match('A[0-9]', place)]
     check(texts[0 if exact else 1] == 'Path', 'the headers')
-    check(not exact or b'Spannory - Detail Report' in book.read('docProps/core.xml'), 'the title')
-    # A code such as _x000D_ is one character, and _x005F_ the underscore that begins such a text.
-    texts = [re.sub('_x([0-9A-F]{4})_', lambda m: chr(int(m[1], 16)), text) for text in texts]
-    return [on_disk(text) for text in texts[1 if exact else 2:]]
+    title = zipfile.ZipFile(io.BytesIO(data)).read('docProps/core.xml')
+    check(not exact or b'Spannory - Detail Report' in title, 'the title')
+    return [on_disk(unescaped(text)) for text in texts[1 if exact else 2:]]
 
 
 READERS = {'html': html_names, 'text': csv_names, 'xml': xml_names, 'excel': excel_names}
@@ -146,6 +153,45 @@ def try_reports(program, folder, exact):
     if exact and shutil.which('tidy'):
         tidy = subprocess.run(['tidy', '-e', '-q', '-utf8', files['html']], capture_output=True)
         check(tidy.returncode == 0, f'tidy: {tidy.stderr.decode()[:2000]}')
+
+
+def try_comparison(program, folder):
+    """Reports of what has changed: each path once, in every form."""
+    tree = os.path.join(folder, b'tree')
+    command = [program, '--quiet', '--force', '--app-folder', os.path.join(folder, b'app'), tree]
+    saved = os.path.join(folder, b'before.mdb')
+    subprocess.run(command + ['--database', saved], check=True)
+    wanted = {tree: b'grown'}
+    for name in NAMES:
+        below = os.path.join(tree, b'd' + name)
+        wanted[below] = b'grown'
+        wanted[os.path.join(below, b'+' + name)] = b'new'
+        with open(os.path.join(below, b'+' + name), 'wb') as file:
+            file.write(b'xyz')
+    files = {kind: os.path.join(folder, b'changes.' + kind.encode()) for kind in READERS}
+    for kind, file in files.items():
+        command += ['--' + kind, file]
+    subprocess.run(command + ['--compare', saved], check=True)
+    for kind, file in files.items():
+        with open(file, 'rb') as opened:
+            data = opened.read()
+        if kind == 'html':
+            page = Cells()
+            page.feed(data.decode())
+            page.close()
+            rows = [(on_disk(row[0]), row[2]) for row in page.rows if row]
+        elif kind == 'text':
+            rows = [(os.fsencode(row[0]), row[2]) for row in
+                    list(csv.reader(io.StringIO(data.decode('utf-8', 'surrogateescape'), newline=''), strict=True))[1:]]
+        elif kind == 'xml':
+            rows = [(on_disk(row.findtext('path')), row.findtext('state')) for row in
+                    ElementTree.fromstring(data).findall('row')]
+        else:
+            cells = excel_cells(data)
+            rows = [(on_disk(unescaped(cells[f'A{row}'])), cells[f'C{row}']) for row in range(4, 4 + len(wanted))]
+            check(cells['A3'] == 'Path' and f'A{4 + len(wanted)}' not in cells, 'the rows of the workbook')
+        check(len(rows) == len(wanted), f'changes as {kind}: {len(rows)} rows')
+        check({path.rstrip(b'/'): state.encode() for path, state in rows} == wanted, f'changes as {kind}')
 
 
 SORTED = """(function (table, column) {
@@ -200,4 +246,5 @@ with tempfile.TemporaryDirectory(prefix='spannory-readers-') as scratch:
     for exact in (False, True):
         try_reports(sys.argv[1], scratch, exact)
     try_overview(sys.argv[1], scratch)
+    try_comparison(sys.argv[1], scratch)
 sys.exit(1 if failures else 0)

@@ -7,7 +7,9 @@
 #include <vector>
 
 #include "base/terminalText.h"
+#include "console/changeTables.h"
 #include "console/figureTables.h"
+#include "db/earlierScan.h"
 #include "export/clipboard.h"
 #include "export/clsExport.h"
 #include "export/excelReport.h"
@@ -24,6 +26,7 @@
 #include "platform/paths.h"
 #include "scan/savedScan.h"
 #include "support/expected.h"
+#include "views/comparison.h"
 #include "views/folderFigures.h"
 
 namespace {
@@ -126,6 +129,29 @@ void LoadedScan::requireSoundFigures() const {
     require(modSavedScan::scannedFolders(database, mostFolders).size() <= mostFolders,
             "no more than asked for");
     requireSafeLines(modFigures::itemsText(database), 0);
+}
+
+void LoadedScan::requireSoundComparison(const std::string& file) {
+    constexpr std::size_t top = 3;
+    constexpr std::size_t mostFolders = 5;
+    constexpr std::size_t mostLines = 4 * (top + 3) + 3;
+    const EarlierScan earlier(working, file, userInterface, {});
+    modChanges::makeTable(earlier.database());
+    std::vector<std::string> keys = modSavedScan::topFolders(working.database());
+    keys.resize(std::min(keys.size(), mostFolders));
+    std::int64_t number = 0;
+    for (const std::string& key : keys) {
+        const modChanges::Request request{key, key, ++number, number % 2 == 0};
+        const auto result =
+            modChanges::compare({working.database(), earlier.database(), userInterface}, request);
+        const auto count = [&](const auto& counts, modChanges::State state) {
+            return counts.at(static_cast<std::size_t>(state));
+        };
+        using enum modChanges::State;
+        require(result.complete && count(result.files, gone) == count(result.files, appeared),
+                "a scan has the files that it has");
+        requireSafeLines(changeTables(earlier.database(), request, result, top), mostLines);
+    }
 }
 
 void LoadedScan::requireSoundReports(std::int32_t detail, bool withWorkbook) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "base/clsSettings.h"
 #include "db/modDatabase.h"
 #include "support/recordingInterface.h"
@@ -17,6 +19,8 @@ public:
     };
     // Computes the figures and writes every report to memory, with properties of each that hold for any rows.
     void requireSoundOutputs(const Outputs& outputs);
+    // Compares the rows with those of the file that they were loaded from, a path as typed.
+    void requireSoundComparison(const std::string& file);
 
     TemporaryFolder folder;
     RecordingInterface userInterface;

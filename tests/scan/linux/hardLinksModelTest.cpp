@@ -148,7 +148,7 @@ private:
         }
         std::set<std::string> there;
         std::set<ino_t> seen;
-        double expected = static_cast<double>(allocated(tree.path()));
+        auto expected = static_cast<double>(allocated(tree.path()));
         for (const auto& entry : fs::recursive_directory_iterator(tree.path())) {
             struct stat status {};
             ::lstat(entry.path().c_str(), &status);

@@ -1,0 +1,132 @@
+#include "db/earlierScan.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "export/databaseFile.h"
+#include "support/errorNumberOf.h"
+#include "support/scanFixture.h"
+#include "support/sqliteScript.h"
+#include "support/testSystem.h"
+
+namespace {
+
+class EarlierScanTest : public testing::Test, protected ScanFixture {
+protected:
+    std::string make(const char* name, const std::string& script) {
+        std::string file = application.typed(name);
+        runSqliteScript(file, script);
+        return file;
+    }
+    int open(const std::string& file) {
+        try {
+            const EarlierScan scan(working, file, userInterface, {});
+        } catch (const RuntimeError& error) {
+            EXPECT_NE(std::string(error.what()).find(file), std::string::npos) << error.what();
+            return error.number();
+        }
+        return 0;
+    }
+};
+
+TEST_F(EarlierScanTest, isRefusedWhenItsFileIsNotToBeTrusted) {
+    tree.write("file", "123");
+    scan();
+    const auto before = rows("select * from details");
+    application.write("garbage", std::string(5000, 'x'));
+    const std::string details = "create table details (idx integer primary key, size, owner);";
+    const std::string scans = "insert into details values (1, 5, 'me');";
+    const std::pair<std::string, int> refused[] = {
+        {application.typed("missing"), databaseError::fileMissing},
+        {application.typed("garbage"), databaseError::notADatabase},
+        {application.typed("main.dat"), databaseError::inUse},
+        {make("none", "create table other (x);"), databaseError::noSuchTable},
+        {make("view", "create view details as select 1 as size;"), databaseError::damaged},
+        {make("generated", "create table details (size, owner as (hex(zeroblob(400000))));"),
+         databaseError::damaged},
+        {make("trigger", details + "create trigger t after insert on details begin select 1; end;"),
+         databaseError::damaged},
+        {make("default", "create table details (size); with recursive r(x) as (select 1 union all select x+1 "
+                         "from r where x<2000) insert into details select x from r;"
+                         "alter table details add column owner default '" +
+                             std::string(1000, 'x') + "';"),
+         databaseError::damaged},
+        {make("infinite", details + "insert into details values (1, 9e999, '');"), databaseError::damaged},
+        {make("word", details + "insert into details values (1, 'big', '');"), databaseError::damaged},
+        {make("scans", details + scans + "create view scans as select 1 as path;"), databaseError::damaged},
+    };
+    for (const auto& [file, number] : refused) {
+        EXPECT_EQ(open(file), number) << file;
+        EXPECT_EQ(rows("select * from details"), before) << file;
+    }
+    EXPECT_EQ(open(make("good", details + scans)), 0);
+    for (const auto& entry : std::filesystem::directory_iterator(application.path())) {
+        EXPECT_NE(entry.path().extension(), ".tmp") << "left behind";
+    }
+}
+
+// A load, which makes a file beside the working database too, does not disturb one that is kept.
+TEST_F(EarlierScanTest, isKeptWhileAnotherIsLoaded) {
+    tree.write("file", "123");
+    scan();
+    const std::string file = application.typed("saved.mdb");
+    ASSERT_FALSE(modExport::copyDatabase(working, file, userInterface));
+    EarlierScan earlier(working, file, userInterface, {});
+    const auto count = [&] {
+        const auto found =
+            earlier.database().OpenRecordset("select count(*) as total from details where size=3");
+        return found->Fields(0).number();
+    };
+    const double before = count();
+    EXPECT_EQ(before, 2);
+    modExport::loadDatabase(working, file, userInterface);
+    EXPECT_EQ(count(), before);
+    EXPECT_TRUE(earlier.database().holdsLoadedRows());
+    EXPECT_EQ(earlier.facts().size(), 0U) << "the file has none";
+}
+
+TEST_F(EarlierScanTest, tellsWhyScansDoNotGoTogether) {
+    const std::string start = key();
+    const std::string table = "create table details (size); create table scans (scanId integer primary key, "
+                              "path text, cancelled smallint, exact smallint, withOwners smallint, "
+                              "excludes text);";
+    const auto facts = [&](const char* values, const std::string& path) {
+        return "insert into scans (path, cancelled, exact, withOwners, excludes) values ('" + path + "'," +
+               values + ");";
+    };
+    const struct {
+        const char* before;
+        const char* now;
+        const char* expected;
+    } cases[] = {
+        {"0, 0, 1, NULL", "0, 0, 1, NULL", ""},
+        {"0, 0, 1, ''", "0, 0, 1, NULL", ""},
+        {"1, 0, 1, NULL", "0, 0, 1, NULL", "the saved scan was cancelled"},
+        {"0, 0, 1, NULL", "1, 1, 1, NULL",
+         "the later scan was cancelled, only one of the two has exact sizes"},
+        {"0, 1, 1, '*.o'", "0, 1, 0, '*.tmp'",
+         "owners were looked up in only one of the two, they left out different items"},
+        {"NULL, NULL, 1, '*.o'", "0, 1, NULL, '*.o'", ""},
+    };
+    int number = 0;
+    for (const auto& [before, now, expected] : cases) {
+        SCOPED_TRACE(before);
+        const auto read = [&](const std::string& script) {
+            const std::string file = make(("f" + std::to_string(++number)).c_str(), script);
+            return EarlierScan(working, file, userInterface, {}).facts();
+        };
+        // The scan that counts is the last that the folder was part of.
+        const auto ofBefore = read(table + facts("1, 1, 0, 'x'", start) + facts(before, start) +
+                                   facts("1, 1, 0, 'x'", start + "other\\"));
+        const auto ofNow = read(table + facts(now, start + "folder\\inner\\"));
+        EXPECT_EQ(ofBefore.size(), 3U);
+        EXPECT_EQ(modScanFacts::differences(modScanFacts::of(ofBefore, start + "folder\\"),
+                                            modScanFacts::of(ofNow, start + "folder\\")),
+                  expected);
+        EXPECT_EQ(modScanFacts::of(ofNow, start + "elsewhere\\"), nullptr);
+    }
+    EXPECT_EQ(modScanFacts::differences(nullptr, nullptr), "");
+}
+
+} // namespace
