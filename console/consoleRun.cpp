@@ -217,7 +217,7 @@ bool ConsoleRun::loadSaved() {
 void ConsoleRun::showLoaded() {
     const bool shown = modGlobal::trapped("spannory-scan", "showLoaded", [&] {
         if (!options_.quiet) {
-            print(forTerminal(modExport::savedScanText(options_.loadFile)) + "\n\n");
+            print(forTerminal(modExport::savedScanText(options_.loadFile, working_.database())) + "\n\n");
         }
         if (options_.paths.empty() && !options_.quiet) {
             for (const std::string& key : modSavedScan::topFolders(working_.database())) {

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr std::uint64_t mostBytesPerByte = 2;
+constexpr const char* flag = "0 or 1";
 
 // The number that the value is or, as a text, stands for.
 std::optional<double> numberOf(const Value& value) {
@@ -29,7 +30,7 @@ std::optional<double> numberOf(const Value& value) {
     return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-// The figures of a scan are computed from these columns.
+// The figures of a scan are computed from these columns, or are these.
 struct NumberColumn {
     std::string_view name;
     double greatest;
@@ -37,9 +38,16 @@ struct NumberColumn {
     const char* kind;
 };
 
-constexpr std::array<NumberColumn, 2> numberColumns{{
+constexpr std::array<NumberColumn, 9> numberColumns{{
     {"size", 0x1p63, false, "a number of bytes"},
     {"idx", 0x1p53, true, "a number of a row"}, // later rows have greater ones
+    {"scanId", 0x1p53, true, "a number of a scan"},
+    {"cancelled", 1, true, flag},
+    {"exact", 1, true, flag},
+    {"withOwners", 1, true, flag},
+    {"onDisk", 1, true, flag},
+    {"unreadableFolders", 0x1p53, true, "a number of folders"},
+    {"unreadableFiles", 0x1p53, true, "a number of files"},
 }};
 
 // The source and target of a value.

@@ -9,6 +9,7 @@
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
 #include "db/ownDatabase.h"
+#include "db/scanRecords.h"
 #include "platform/fileError.h"
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -16,11 +17,28 @@
 
 namespace {
 
+// Every scan has recorded a folder, but for those of empty drives. Only earlier versions have no such table.
+void copyScans(Database& source, Database& target, std::int64_t rows) {
+    constexpr std::int64_t mostEmptyDrives = 100;
+    std::int64_t scans = 0;
+    try {
+        scans = copyRows(source, target, "scans");
+    } catch (const RuntimeError& error) {
+        if (error.number() != databaseError::noSuchTable) {
+            throw;
+        }
+    }
+    if (scans > rows + mostEmptyDrives) {
+        throw platform::fileError(databaseError::damaged, "The database is damaged; it names too many scans",
+                                  source.Name(), platform::NotDone::loaded);
+    }
+}
+
 // The rows and tree nodes of the source, and the tree nodes at hand.
 void fill(Database& target, Database& source, const WorkingDatabase& working) {
     target.BeginTrans();
     const std::vector<std::string> indexes = target.TakeIndexes("details");
-    copyRows(source, target, "details");
+    copyScans(source, target, copyRows(source, target, "details"));
     copyRows(working.database(), target, "nodes");
     copyRows(source, target, "nodes");
     target.RestoreIndexes(indexes);
@@ -102,10 +120,11 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
     working.replaceBy(std::move(successor));
 }
 
-std::string modExport::savedScanText(std::string_view path) {
+std::string modExport::savedScanText(std::string_view path, Database& loaded) {
     const std::string file = platform::toInternal(path);
     const platform::EntryFacts facts =
         platform::entryFacts(platform::toInternal(platform::resolveLinks(path)));
+    const platform::Seconds moment = modScans::lastFinished(modScans::all(loaded)).value_or(facts.modified);
     return "Saved scan: " + platform::displayPath(file) + " (" +
-           modFormat::formatDate(platform::localTime(facts.modified), modFormat::storedDatePicture) + ")";
+           modFormat::formatDate(platform::localTime(moment), modFormat::storedDatePicture) + ")";
 }

@@ -26,7 +26,8 @@ namespace modExport {
 // path; the working database is then as before.
 void loadDatabase(WorkingDatabase& working, std::string_view path, clsUserInterface& userInterface);
 
-// "Saved scan: FILE (11/22/2026 09:05:00 AM)", with the time of the file; the path as typed.
-[[nodiscard]] std::string savedScanText(std::string_view path);
+// "Saved scan: FILE (11/22/2026 09:05:00 AM)", the path as typed: when the last of the scans ended that are
+// now in the database, into which it was loaded; or, if that is not known, the time of the file.
+[[nodiscard]] std::string savedScanText(std::string_view path, Database& loaded);
 
 } // namespace modExport

@@ -132,6 +132,7 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
 void clsSearch::resetWholeFolder(std::string_view path) {
     beginReset();
     modFolderRows::removeWhole(database_.database(), path);
+    modScans::forget(database_.database(), path);
     above_.follow(database_.database(), path, false);
     gaps.forgetWhole(path);
 }
@@ -141,6 +142,7 @@ void clsSearch::removeEntry(std::string_view path) {
     beginReset();
     if (isFolder) {
         modFolderRows::removeWhole(database_.database(), path);
+        modScans::forget(database_.database(), path);
     } else {
         file_.setFullPath(path);
         modFolderRows::remove(database_.database(),
@@ -154,6 +156,7 @@ void clsSearch::removeEntry(std::string_view path) {
 void clsSearch::resetAll() {
     beginReset();
     database_.database().Execute("delete * from details");
+    modScans::forgetAll(database_.database());
     rowsReplaced();
 }
 
@@ -189,10 +192,12 @@ void clsSearch::beginScan(std::string_view path) {
     filesSeen = 0;
     progress_ = {};
     changed_ = false;
+    recorded_ = false;
     disturbed_ = false;
     Database& database = database_.database();
     database.BeginTrans();
     noteLastNumber();
+    lastBefore_ = lastNumber_;
     scanned_ = path;
     bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
     if (bulkLoad_) {
@@ -218,6 +223,16 @@ void clsSearch::makeIndexes() {
         abandonScan();
         throw;
     }
+}
+
+void clsSearch::recordScan(const modScans::Scan& scan) {
+    if (!recorded_) {
+        return;
+    }
+    if (bulkLoad_) {
+        modScans::forgetAll(database_.database()); // there was no row of any
+    }
+    modScans::record(database_.database(), scan, lastBefore_);
 }
 
 void clsSearch::endScan() {
@@ -284,6 +299,7 @@ void clsSearch::leaveOutStart(std::string_view path) {
     lastIsThere_ = false;
     storing([&] {
         modFolderRows::removeWhole(database_.database(), path);
+        modScans::forget(database_.database(), path);
         gaps.forgetWhole(path);
     });
     stamp_ = currentDate_.of(platform::now());
@@ -310,6 +326,7 @@ std::optional<double> clsSearch::recordFolder(std::string_view path, double size
     const bool isRoot = file_.fullPathNoDrive().empty();
     stamp_ = CancelScan ? std::string_view() : currentDate_.of(platform::now());
     changed_ = true;
+    recorded_ = recorded_ || path == scanned_;
     above_.scannedAnew(path);
     // A cancelled scan has not reached all recorded items of the folder.
     const double total = disturbed_ || (CancelScan && !isNew) ? folderSum(path) : size;

@@ -80,10 +80,23 @@ TEST_F(Console, writesAnOverviewOfEachPath) {
             ++found;
         }
         EXPECT_EQ(found, sections) << path;
-        EXPECT_TRUE(holds(loaded, "A saved scan does not tell what could not be read"));
+        EXPECT_TRUE(holds(loaded, "Nothing: all was read"));
         EXPECT_FALSE(holds(loaded, "Free on the drive")) << "it may be another machine's";
     }
     EXPECT_TRUE(holds(run("--overview - %T").output, "<!DOCTYPE html>"));
+
+    runSqliteScript(folder.typed("saved.mdb"),
+                    "update scans set host='elsewhere', system='OS <9>', unreadableFolders=2, "
+                    "excludes='*.o' || char(10) || 'x&y', finished='2020-02-29 12:00:00';");
+    EXPECT_EQ(run(load + "%T/a").status, 0);
+    EXPECT_TRUE(holds(folder.read("o.html"), "<dt>Host</dt><dd>elsewhere (OS &lt;9&gt;)</dd>"));
+    EXPECT_TRUE(holds(folder.read("o.html"), ": 2 folders could not be read."));
+    EXPECT_TRUE(holds(folder.read("o.html"), "What fits *.o, x&amp;y</dd>"));
+    EXPECT_TRUE(
+        holds(run("--load %F/saved.mdb", {{"TZ", "UTC"}}).output, "saved.mdb (02/29/2020 12:00:00 PM)\n"));
+    runSqliteScript(folder.typed("saved.mdb"), "drop table scans;");
+    EXPECT_EQ(run(load + "%T/a").status, 0) << "as earlier versions saved it";
+    EXPECT_TRUE(holds(folder.read("o.html"), "A saved scan does not tell what could not be read"));
 }
 
 TEST_F(Console, endsWithAStatusAndALineForEachFailure) {

@@ -36,6 +36,8 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     scan();
     working.database().Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");
     const auto before = rows("select * from details");
+    const auto scans = rows("select * from scans");
+    EXPECT_EQ(scans.size(), 1U);
     const std::string copy = application.typed("copy.mdb");
     application.write("copy.mdb-wal",
                       "\x37\x7f\x06\x82 of another database, which would be applied to this one");
@@ -47,6 +49,7 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     EXPECT_EQ(rows("select * from details"), before);
     EXPECT_EQ(cell("select count(*) from nodes"), "2") << "saved nodes are appended to the existing ones";
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
+    EXPECT_EQ(rows("select * from scans"), scans);
 
     const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"), userInterface);
     ASSERT_TRUE(failure);
@@ -122,6 +125,30 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
         {application.typed("later"), databaseError::engine},
         {make("huge", details + nodes + "insert into details values (1, -1e19);"), databaseError::damaged},
         {make("text", details + nodes + "insert into details values (1, 5), (2, '9e999');"),
+         databaseError::damaged},
+        {make("scansView", details + nodes + "create view scans as select 1 as scanId;"),
+         databaseError::damaged},
+        {make("scansTrigger", details + nodes +
+                                  "create table scans (path); create trigger t after insert on "
+                                  "Scans begin select 1; end;"),
+         databaseError::damaged},
+        {make("scansGenerated", details + nodes + "create table scans (scanId, path as (zeroblob(9)));"),
+         databaseError::damaged},
+        {make("scansColumn", details + nodes + "create table scans (hostile); insert into scans values (1);"),
+         databaseError::unknownTargetField},
+        {make("scansValue", details + nodes +
+                                "create table scans (path); insert into scans values "
+                                "(zeroblob(2000000));"),
+         databaseError::damaged},
+        {make("scansFlag", details + nodes + "create table scans (cancelled); insert into scans values (2);"),
+         databaseError::damaged},
+        {make("scansCount", details + nodes +
+                                "create table scans (unreadableFiles); insert into scans values "
+                                "('many');"),
+         databaseError::damaged},
+        {make("scansMany", details + nodes +
+                               "create table scans (scanId); with recursive r(x) as (select 1 union all "
+                               "select x+1 from r where x<200) insert into scans select x from r;"),
          databaseError::damaged},
         {make("word", details + nodes + "insert into details values (1, 'big');"), databaseError::damaged},
         {make("last", details + nodes + "insert into details values (9223372036854775807, 1);"),

@@ -1,0 +1,124 @@
+#include "scan/scanFile.h"
+
+#include "base/clsFile.h"
+#include "base/formatSize.h"
+#include "db/folderRows.h"
+#include "db/values.h"
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
+#include "platform/text.h"
+#include "scan/savedScan.h"
+
+namespace {
+
+constexpr std::string_view table = "details";
+
+bool hasColumn(Recordset& rows, std::string_view name) {
+    for (int i = 0; i < rows.FieldCount(); ++i) {
+        if (platform::equalIgnoringAsciiCase(rows.Fields(i).name(), name)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+std::optional<std::int64_t> wholeOf(const Field& field) {
+    constexpr double most = 1e15;
+    const bool isSound = !field.isNull() && field.number() >= 0 && field.number() < most;
+    return isSound ? std::optional(static_cast<std::int64_t>(field.number())) : std::nullopt;
+}
+
+// The number of rows that meet the condition; nothing if there are more than a few.
+std::optional<std::int64_t> fewRows(Database& database, const std::string& condition) {
+    constexpr std::int64_t few = 1000;
+    std::int64_t count = 0;
+    const auto rows = database.OpenRecordset("select idx from details where " + condition);
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        if (++count > few) {
+            return {};
+        }
+    }
+    return count;
+}
+
+std::int64_t countOf(Database& database, const std::string& condition) {
+    const auto rows = database.OpenRecordset("select count(*) as total from details" + condition);
+    return static_cast<std::int64_t>(rows->Fields(0).number());
+}
+
+// The engine counts the whole table much faster than part of it.
+std::int64_t itemsIn(Database& database, std::string_view key) {
+    std::string behind(key);
+    behind.back() = ']'; // follows "\"
+    std::int64_t outside = 0;
+    for (const std::string& condition :
+         {"parentFolder<" + modGlobal::quoted(key), "parentFolder>=" + modGlobal::quoted(behind),
+          std::string("parentFolder is null")}) {
+        const auto few = fewRows(database, condition);
+        if (!few) {
+            return countOf(database, " where " + modFolderRows::anywhereIn(key));
+        }
+        outside += *few;
+    }
+    return countOf(database, "") - outside;
+}
+
+} // namespace
+
+ScanFile::ScanFile(std::string_view path)
+    : database_(DBEngine::OpenDatabase(platform::toInternal(path), OpenMode::inPlace)) {
+    database_->requireStored(table);
+    scans_ = modScans::stored(*database_);
+    const std::string file = platform::toInternal(platform::resolveLinks(path));
+    changed_ = platform::entryFacts(file).modified;
+    const auto none = database_->OpenRecordset("select * from details where idx is null");
+    storesCounts_ = hasColumn(*none, "fileCount") && hasColumn(*none, "folderCount");
+}
+
+platform::Seconds ScanFile::finished(std::string_view key) const {
+    const modScans::Scan* const scan = modScans::ofFolder(scans_, key);
+    const auto moment = scan == nullptr ? modScans::lastFinished(scans_) : scan->finished;
+    return moment.value_or(changed_);
+}
+
+std::string ScanFile::find(std::string_view typedPath) const {
+    return modSavedScan::findFolder(*database_, typedPath);
+}
+
+std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key) const {
+    const std::string itself = modFolderRows::itself(key);
+    std::optional<double> size;
+    Counts counts;
+    const auto own = database_->OpenRecordset("select size from details where " + itself);
+    if (!own->EndOfFile()) {
+        size = own->Fields(0).number();
+        counts = storedCounts(itself);
+    } else if (clsFile(key).fullPathNoDrive().empty()) { // a drive's root has no row
+        const auto direct = database_->OpenRecordset("select sum(size) as total from details where " +
+                                                     modFolderRows::directlyIn(key));
+        size = direct->Fields(0).isNull() ? size : std::optional(direct->Fields(0).number());
+    }
+    if (!size) {
+        return {};
+    }
+    if (!counts.files || !counts.folders) {
+        counts = counted(key);
+    }
+    const bool hasNoFiles = counts.files == 0 && *size != 0;
+    return Folder{modLvw::soundSize(*size), hasNoFiles ? std::nullopt : counts.files, counts.folders};
+}
+
+ScanFile::Counts ScanFile::storedCounts(const std::string& condition) const {
+    if (!storesCounts_) {
+        return {};
+    }
+    const auto own =
+        database_->OpenRecordset("select fileCount, folderCount from details where " + condition);
+    return {wholeOf(own->Fields(0)), wholeOf(own->Fields(1))};
+}
+
+ScanFile::Counts ScanFile::counted(std::string_view key) const {
+    const std::int64_t folders = countOf(*database_, " where " + modFolderRows::foldersAnywhereIn(key));
+    return {itemsIn(*database_, key) - folders, folders};
+}
