@@ -1,6 +1,7 @@
 #include "scan/savedScan.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <unordered_set>
@@ -17,25 +18,24 @@ namespace {
 
 constexpr std::size_t longestPath = 32767;
 
-// The keys that a path may have, the one with the longest drive first: where the drive ends cannot be told
-// from the text. Both separators may stand between names, and "/" in the path of a drive.
-std::vector<std::string> possibleKeys(std::string_view typedPath) {
+// The one with the longest drive first. Both separators may stand between names, and "/" in the path of a
+// drive.
+void appendKeys(std::vector<std::string>& result, std::string_view typedPath) {
     constexpr std::size_t deepestDrive = 64;
     std::string path(typedPath.substr(typedPath.starts_with("/\\") ? 1 : 0));
     std::replace(path.begin(), path.end(), '/', '\\');
     path = modGlobal::addBackslash(path);
-    std::vector<std::string> result;
+    std::vector<std::string> keys;
     if (path.starts_with("\\\\")) {
-        result.push_back(path); // of a share
+        keys.push_back(path); // of a share
     }
     std::string key = path;
-    for (std::size_t end = path.find('\\'); end != std::string::npos && result.size() < deepestDrive;
+    for (std::size_t end = path.find('\\'); end != std::string::npos && keys.size() < deepestDrive;
          end = path.find('\\', end + 1)) {
-        result.push_back(end == 0 ? "/" + path : key);
+        keys.push_back(end == 0 ? "/" + path : key);
         key[end] = '/';
     }
-    std::reverse(result.begin(), result.end());
-    return result;
+    std::move(keys.rbegin(), keys.rend(), std::back_inserter(result));
 }
 
 bool holdsRows(Database& database, const std::string& key) {
@@ -47,19 +47,23 @@ bool holdsRows(Database& database, const std::string& key) {
 
 } // namespace
 
+std::vector<std::string> modSavedScan::possibleKeys(std::string_view typedPath) {
+    std::vector<std::string> keys;
+    if (!typedPath.empty()) {
+        appendKeys(keys, platform::toInternal(typedPath));
+        appendKeys(keys, typedPath); // the scanned machine may have had another system
+    }
+    return keys;
+}
+
+std::string modSavedScan::findFolder(Database& database, const std::vector<std::string>& keys) {
+    const auto found = std::find_if(keys.begin(), keys.end(),
+                                    [&](const std::string& key) { return holdsRows(database, key); });
+    return found == keys.end() ? std::string() : *found;
+}
+
 std::string modSavedScan::findFolder(Database& database, std::string_view typedPath) {
-    if (typedPath.empty()) {
-        return {};
-    }
-    // The text as typed may be a path on the scanned machine, which may have had another system.
-    for (const std::string& path : {platform::toInternal(typedPath), std::string(typedPath)}) {
-        for (std::string& key : possibleKeys(path)) {
-            if (holdsRows(database, key)) {
-                return std::move(key);
-            }
-        }
-    }
-    return {};
+    return findFolder(database, possibleKeys(typedPath));
 }
 
 std::vector<std::string> modSavedScan::topFolders(Database& database) {

@@ -82,11 +82,14 @@ platform::Seconds ScanFile::finished(std::string_view key) const {
     return moment.value_or(changed_);
 }
 
-std::string ScanFile::find(std::string_view typedPath) const {
-    return modSavedScan::findFolder(*database_, typedPath);
+std::string ScanFile::find(const std::vector<std::string>& keys) const {
+    return modSavedScan::findFolder(*database_, keys);
 }
 
 std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key) const {
+    if (key.empty()) {
+        return {};
+    }
     const std::string itself = modFolderRows::itself(key);
     std::optional<double> size;
     Counts counts;

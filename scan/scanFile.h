@@ -25,8 +25,8 @@ public:
     // say so, when it was last changed.
     [[nodiscard]] platform::Seconds finished(std::string_view key) const;
 
-    // The key of a typed folder (see modSavedScan::findFolder); empty if the file does not hold it.
-    [[nodiscard]] std::string find(std::string_view typedPath) const;
+    // The first of the keys (of modSavedScan::possibleKeys) that the file holds; empty if there is none.
+    [[nodiscard]] std::string find(const std::vector<std::string>& keys) const;
 
     struct Folder {
         double size = 0; // bytes
@@ -34,7 +34,7 @@ public:
         std::optional<std::int64_t> files;
         std::optional<std::int64_t> folders;
     };
-    // Nothing if the folder itself was not scanned.
+    // Nothing if the folder itself was not scanned, or if the key is empty.
     [[nodiscard]] std::optional<Folder> folder(std::string_view key) const;
 
     // For statements about table `details` and nothing else.
