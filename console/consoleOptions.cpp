@@ -158,7 +158,8 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                        "Load a saved scan instead of scanning; PATH then only selects what is shown")
             ->type_name("FILE")
             ->check(requireName);
-    app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
+    app.add_flag("--summary", options.summary,
+                 "Only folders in HTML, text and Excel reports, and in a saved scan");
     bool withOwners = false;
     bool withoutOwners = false;
     CLI::Option* owners = app.add_flag("--owners", withOwners, "Look up owners, whatever the settings say");

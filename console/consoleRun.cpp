@@ -369,7 +369,9 @@ void ConsoleRun::writeFound(modExport::ReportFormat format, const std::string& f
 
 void ConsoleRun::writeDatabase(const std::string& file) {
     try {
-        if (const auto failure = modExport::copyDatabase(working_, file, userInterface_)) {
+        const auto failure = options_.summary ? modExport::copyFolders(working_, file, userInterface_)
+                                              : modExport::copyDatabase(working_, file, userInterface_);
+        if (failure) {
             fail({}, failure->what());
         }
     } catch (const RuntimeError& error) {

@@ -142,3 +142,18 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
     }
     return count;
 }
+
+void copyFolderRows(Database& from, Database& to) {
+    const auto source = from.OpenRecordset("select * from details where isFolder=1");
+    const auto target = to.OpenRecordset("details");
+    const FieldPairs pairs = pairByName(*source, *target, from.Name());
+    for (; !source->EndOfFile(); source->MoveNext()) {
+        target->AddNew();
+        for (const auto& [field, place, number] : pairs) {
+            if (!field->isNull()) {
+                place->set(field->value());
+            }
+        }
+        target->Update();
+    }
+}

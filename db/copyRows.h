@@ -14,3 +14,6 @@
 // than twice the file's bytes comes from values that the file does not hold, such as a column's default, or
 // holds once for many rows.
 std::int64_t copyRows(Database& from, Database& to, std::string_view table);
+
+// Appends the rows of folders in table `details` of a database of the program's own to that of another.
+void copyFolderRows(Database& from, Database& to);

@@ -74,6 +74,24 @@ void copyMarked(std::string_view working, std::string_view path) {
     file.commit();
 }
 
+// Of a closed database.
+void save(std::string_view database, std::string_view path, clsUserInterface& userInterface) {
+    const std::string target = platform::resolveLinks(path);
+    static_cast<void>(modDatabase::engineFilesBeside(target)); // none of other people
+    runInBackground(userInterface, [&] { copyMarked(database, path); });
+    modDatabase::removeEngineFiles(target);
+}
+
+void fillWithFolders(Database& target, Database& source) {
+    target.BeginTrans();
+    const std::vector<std::string> indexes = target.TakeIndexes("details");
+    copyFolderRows(source, target);
+    copyRows(source, target, "scans");
+    copyRows(source, target, "nodes");
+    target.RestoreIndexes(indexes);
+    target.CommitTrans();
+}
+
 } // namespace
 
 std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, std::string_view path,
@@ -82,10 +100,7 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     std::optional<RuntimeError> failure;
     working.close();
     try {
-        static_cast<void>(
-            modDatabase::engineFilesBeside(platform::resolveLinks(path))); // none of other people
-        runInBackground(userInterface, [&] { copyMarked(working.path(), path); });
-        modDatabase::removeEngineFiles(platform::resolveLinks(path));
+        save(working.path(), path, userInterface);
     } catch (const RuntimeError& error) {
         failure = error;
     }
@@ -96,6 +111,20 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
         throw;
     }
     return failure;
+}
+
+std::optional<RuntimeError> modExport::copyFolders(const WorkingDatabase& working, std::string_view path,
+                                                   clsUserInterface& userInterface) {
+    try {
+        const ShownProgress progress(userInterface, 0);
+        const auto folders = working.prepareSuccessor();
+        const LongWork reading(working.database(), [&] { userInterface.yieldToEvents(); });
+        fillWithFolders(folders->database(), working.database());
+        save(folders->finish(), path, userInterface);
+        return {};
+    } catch (const RuntimeError& error) {
+        return error;
+    }
 }
 
 void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,

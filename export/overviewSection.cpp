@@ -115,7 +115,10 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
     const modFigures::Overview& figures = section.figures;
     html.append("<dl class=\"cards\">\n");
     appendCard(html, "Total size", modLvw::formatSize(figures.folder.size));
-    appendCard(html, "Files", modFormat::countText(static_cast<double>(figures.files)));
+    const bool hasUnkept =
+        figures.files == 0 && figures.folder.size > 0; // a saved scan may keep folders only
+    appendCard(html, "Files",
+               hasUnkept ? "Not kept" : modFormat::countText(static_cast<double>(figures.files)));
     appendCard(html, "Folders", modFormat::countText(static_cast<double>(figures.folders)));
     if (section.drive) {
         appendCard(html, "Free on the drive", modLvw::formatSize(section.drive->free));

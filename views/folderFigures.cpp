@@ -30,6 +30,18 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
     return result;
 }
 
+// A saved scan may keep folders only; their sizes tell what the files took.
+void addUnkeptFiles(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
+    const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
+    double rest = own->EndOfFile() ? 0 : modLvw::soundSize(own->Fields(0).number());
+    for (const ChartEntry& entry : entries) {
+        rest -= entry.size;
+    }
+    if (rest > 0) {
+        entries.push_back({std::string(modFigures::filesLabel), rest});
+    }
+}
+
 // A walk goes depth first, so only one subfolder can have contents and no row of its own yet: that of the
 // last row.
 void addUnfinished(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
@@ -68,7 +80,8 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
     const auto files = database.OpenRecordset("select sum(details.size) as total from details "
                                               " where isFolder=0 and parentfolder=" +
                                               modGlobal::quoted(key));
-    if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
+    const bool hasFiles = !files->EndOfFile() && !files->Fields("Total").isNull();
+    if (hasFiles) {
         entries.push_back(
             {std::string(modFigures::filesLabel), modLvw::soundSize(files->Fields("Total").number())});
     }
@@ -80,6 +93,9 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
         std::string_view label = name.text();
         label.remove_suffix(label.ends_with('\\') ? 1 : 0);
         entries.push_back({std::string(label), modLvw::soundSize(size.number())});
+    }
+    if (!hasFiles) {
+        addUnkeptFiles(database, key, entries);
     }
     if (state == ScanState::running) {
         addUnfinished(database, key, entries);

@@ -30,8 +30,10 @@ std::string modFigures::summaryText(const FolderSummary& summary) {
 }
 
 std::string modFigures::contentText(const FolderSummary& summary) {
-    return modFormat::countedText(static_cast<double>(summary.files), "file", "files") + ", " +
-           modFormat::countedText(static_cast<double>(summary.folders), "folder", "folders");
+    const bool hasUnkept = summary.files == 0 && summary.size > 0;
+    return (hasUnkept ? "files not kept"
+                      : modFormat::countedText(static_cast<double>(summary.files), "file", "files")) +
+           ", " + modFormat::countedText(static_cast<double>(summary.folders), "folder", "folders");
 }
 
 double modFigures::fileSize(Database& database, std::string_view path) {

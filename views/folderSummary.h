@@ -25,7 +25,7 @@ struct FolderSummary {
 // "3.2 Kb, 4 files, 1 folder".
 [[nodiscard]] std::string summaryText(const FolderSummary& summary);
 
-// "4 files, 1 folder".
+// "4 files, 1 folder"; "files not kept, 1 folder" of a saved scan that keeps folders only.
 [[nodiscard]] std::string contentText(const FolderSummary& summary);
 
 // The recorded size of a file, given by its internal path; 0 if it was not scanned.

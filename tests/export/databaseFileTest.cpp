@@ -8,6 +8,8 @@
 #include "support/scanFixture.h"
 #include "support/sqliteScript.h"
 #include "support/testSystem.h"
+#include "views/folderFigures.h"
+#include "views/folderSummary.h"
 
 namespace {
 
@@ -66,6 +68,41 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     EXPECT_EQ(count(), "0") << "or uses a new one if someone has removed it";
     EXPECT_EQ(load(copy), 0);
     EXPECT_EQ(rows("select * from details"), before);
+}
+
+TEST_F(DatabaseFile, mayKeepFoldersOnly) {
+    for (const char* file : {"a/one/x", "a/y", "b/x"}) {
+        tree.write(file, "12345");
+    }
+    tree.write("c", "1234567");
+    tree.write("b/empty/none", "");
+    scan();
+    const std::string folders = "select * from details where isFolder=1";
+    const auto before = rows(folders);
+    const auto scans = rows("select * from scans");
+    const std::string copy = application.typed("folders.mdb");
+    EXPECT_FALSE(modExport::copyFolders(working, copy, userInterface));
+    EXPECT_EQ(count(), "10") << "the program keeps its rows";
+    EXPECT_TRUE(modExport::copyFolders(working, application.typed("no/where"), userInterface));
+    for (const auto& entry : std::filesystem::directory_iterator(application.path())) {
+        EXPECT_NE(entry.path().extension(), ".tmp") << "left by a copy";
+    }
+    EXPECT_EQ(load(copy), 0);
+    EXPECT_EQ(rows("select * from details"), before);
+    EXPECT_EQ(rows("select * from scans"), scans);
+    EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
+
+    const auto text = [this](const char* name) {
+        std::string result =
+            modFigures::summaryText(modFigures::summary(working.database(), key(name))) + ":";
+        for (const ChartEntry& entry : modFigures::chartEntries(working.database(), key(name))) {
+            result.append(" ").append(entry.label).append(" ").append(valueText(entry.size));
+        }
+        return result;
+    };
+    EXPECT_EQ(text(""), "22 bytes, files not kept, 4 folders: b 5 |Files| 7 a 10");
+    EXPECT_EQ(text("a/one"), "5 bytes, files not kept, 0 folders: |Files| 5");
+    EXPECT_EQ(text("b/empty"), "0 bytes, 0 files, 0 folders:");
 }
 
 TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
