@@ -44,6 +44,19 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
         ->check(requireRealFile);
 }
 
+void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
+    CLI::Option* keep =
+        app.add_option("--keep", options.keepFolder,
+                       "Save the scan of each PATH in this folder, as a new file with the time in its name")
+            ->type_name("DIR")
+            ->check(requireName)
+            ->excludes(load);
+    app.add_option("--keep-last", options.keepLast, "Then remove all but the last N scans of PATH kept there")
+        ->option_text("N")
+        ->check(CLI::Range(std::int64_t{1}, mostRows))
+        ->needs(keep);
+}
+
 void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
     const auto addRepeatable = [&](const char* name, std::vector<std::string>& values, const char* text) {
         constexpr int oneEach = 1;
@@ -158,6 +171,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
                        "Load a saved scan instead of scanning; PATH then only selects what is shown")
             ->type_name("FILE")
             ->check(requireName);
+    addKeep(app, options, load);
     app.add_flag("--summary", options.summary,
                  "Only folders in HTML, text and Excel reports, and in a saved scan");
     bool withOwners = false;

@@ -17,6 +17,8 @@ struct ConsoleOptions {
     std::string overviewFile;
     std::string databaseFile;
     std::string loadFile;
+    std::string keepFolder;
+    std::optional<std::int64_t> keepLast;
     std::string applicationFolder;
     std::vector<std::string> excludes;     // patterns
     std::vector<std::string> excludeFiles; // files with one pattern a line

@@ -44,13 +44,15 @@ int ConsoleRun::run() {
         return statusFailed;
     }
     checkOutputs();
-    const bool nothingToDo = options_.quiet && failed_ && outputs_.empty();
+    failed_ = !keeping_.check() || failed_;
+    const bool nothingToDo = options_.quiet && failed_ && outputs_.empty() && !keeping_.isWanted();
     if (nothingToDo) {
         return statusFailed;
     }
     if (options_.loadFile.empty()) {
         scanPaths();
         writeOutputs();
+        keepScans();
     } else if (loadSaved()) {
         scanned_ = true;
         showLoaded();
@@ -171,7 +173,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
 
 // If nothing is going to be read, nobody needs them.
 void ConsoleRun::makeIndexes(clsSearch& search) {
-    if (!options_.quiet || !outputs_.empty()) {
+    if (!options_.quiet || !outputs_.empty() || keeping_.isWanted()) {
         lost_ = !modGlobal::trapped("spannory-scan", "makeIndexes", [&] {
             search.makeIndexes();
             return true;
@@ -369,13 +371,32 @@ void ConsoleRun::writeFound(modExport::ReportFormat format, const std::string& f
 
 void ConsoleRun::writeDatabase(const std::string& file) {
     try {
-        const auto failure = options_.summary ? modExport::copyFolders(working_, file, userInterface_)
-                                              : modExport::copyDatabase(working_, file, userInterface_);
+        const auto failure = options_.summary
+                                 ? modExport::copyPart(working_, {{}, true}, file, userInterface_)
+                                 : modExport::copyDatabase(working_, file, userInterface_);
         if (failure) {
             fail({}, failure->what());
         }
     } catch (const RuntimeError& error) {
         fail({}, error.what());
+    }
+}
+
+// An incomplete scan would look like a small one, and push out another.
+void ConsoleRun::keepScans() {
+    if (!keeping_.isWanted() || shown_.empty()) {
+        return;
+    }
+    if (lost_ || cancelled_) {
+        failed_ = true;
+        keeping_.refuse(lost_ ? "no scan was kept, because it could not be stored"
+                              : "no scan was kept, because it was cancelled");
+        return;
+    }
+    std::string lines;
+    failed_ = !keeping_.keep(working_, shown_, lines) || failed_;
+    if (!options_.quiet) {
+        print(lines);
     }
 }
 

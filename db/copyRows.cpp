@@ -143,8 +143,8 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
     return count;
 }
 
-void copyFolderRows(Database& from, Database& to) {
-    const auto source = from.OpenRecordset("select * from details where isFolder=1");
+void copyOwnRows(Database& from, Database& to, std::string_view condition) {
+    const auto source = from.OpenRecordset("select * from details where " + std::string(condition));
     const auto target = to.OpenRecordset("details");
     const FieldPairs pairs = pairByName(*source, *target, from.Name());
     for (; !source->EndOfFile(); source->MoveNext()) {

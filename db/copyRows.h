@@ -15,5 +15,6 @@
 // holds once for many rows.
 std::int64_t copyRows(Database& from, Database& to, std::string_view table);
 
-// Appends the rows of folders in table `details` of a database of the program's own to that of another.
-void copyFolderRows(Database& from, Database& to);
+// Appends rows of table `details` of a database of the program's own, those that meet the condition, to that
+// of another one.
+void copyOwnRows(Database& from, Database& to, std::string_view condition);

@@ -80,10 +80,6 @@ std::vector<Scan> read(Recordset& rows) {
     return {std::make_move_iterator(last.begin()), std::make_move_iterator(last.end())};
 }
 
-bool isAtOrBelow(std::string_view path, std::string_view folder) {
-    return path.size() >= folder.size() && platform::sameName(path.substr(0, folder.size()), folder);
-}
-
 std::string atOrBelow(std::string_view folder) {
     std::string behind(folder);
     behind.back() = ']'; // follows "\"
@@ -126,25 +122,6 @@ void setMoment(Recordset& row, std::string_view name, const std::optional<platfo
     }
 }
 
-void append(Database& database, const Scan& scan) {
-    const auto row = database.OpenRecordset("scans");
-    row->AddNew();
-    setText(*row, "host", scan.host);
-    setText(*row, "system", scan.system);
-    setText(*row, "path", scan.path);
-    setMoment(*row, "started", scan.started);
-    setMoment(*row, "finished", scan.finished);
-    row->Fields("cancelled").setInteger(scan.cancelled ? 1 : 0);
-    row->Fields("exact").setInteger(scan.exact ? 1 : 0);
-    row->Fields("withOwners").setInteger(scan.withOwners ? 1 : 0);
-    row->Fields("onDisk").setInteger(scan.onDisk ? 1 : 0);
-    setText(*row, "excludes", scan.excludes);
-    row->Fields("unreadableFolders").setInteger(scan.unreadableFolders);
-    row->Fields("unreadableFiles").setInteger(scan.unreadableFiles);
-    setText(*row, "programVersion", scan.programVersion);
-    row->Update();
-}
-
 } // namespace
 
 std::vector<Scan> modScans::all(Database& database) {
@@ -160,6 +137,10 @@ std::vector<Scan> modScans::stored(Database& file) {
         }
         return {};
     }
+}
+
+bool modScans::isAtOrBelow(std::string_view path, std::string_view folder) {
+    return path.size() >= folder.size() && platform::sameName(path.substr(0, folder.size()), folder);
 }
 
 const Scan* modScans::ofFolder(const std::vector<Scan>& scans, std::string_view key) {
@@ -179,6 +160,25 @@ std::optional<platform::Seconds> modScans::lastFinished(const std::vector<Scan>&
         last = std::max(last, scan.finished); // nothing is before any moment
     }
     return last;
+}
+
+void modScans::append(Database& database, const Scan& scan) {
+    const auto row = database.OpenRecordset("scans");
+    row->AddNew();
+    setText(*row, "host", scan.host);
+    setText(*row, "system", scan.system);
+    setText(*row, "path", scan.path);
+    setMoment(*row, "started", scan.started);
+    setMoment(*row, "finished", scan.finished);
+    row->Fields("cancelled").setInteger(scan.cancelled ? 1 : 0);
+    row->Fields("exact").setInteger(scan.exact ? 1 : 0);
+    row->Fields("withOwners").setInteger(scan.withOwners ? 1 : 0);
+    row->Fields("onDisk").setInteger(scan.onDisk ? 1 : 0);
+    setText(*row, "excludes", scan.excludes);
+    row->Fields("unreadableFolders").setInteger(scan.unreadableFolders);
+    row->Fields("unreadableFiles").setInteger(scan.unreadableFiles);
+    setText(*row, "programVersion", scan.programVersion);
+    row->Update();
 }
 
 void modScans::record(Database& database, const Scan& scan, std::int64_t lastRowBefore) {

@@ -43,9 +43,14 @@ inline constexpr std::size_t mostRead = 1000;
 // When the last of them ended; nothing if none says so.
 [[nodiscard]] std::optional<platform::Seconds> lastFinished(const std::vector<Scan>& scans);
 
+void append(Database& database, const Scan& scan);
+
 // Appends a scan that has recorded its folder. It replaces those of the same folder and of the folders below
 // that it has recorded anew: with rows numbered higher than `lastRowBefore`.
 void record(Database& database, const Scan& scan, std::int64_t lastRowBefore);
+
+// Whether the path is the folder's or that of a folder below it.
+[[nodiscard]] bool isAtOrBelow(std::string_view path, std::string_view folder);
 
 // Removes the scans of the folder and of those below it, or all.
 void forget(Database& database, std::string_view folder);

@@ -8,6 +8,7 @@
 #include "base/dateFormat.h"
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
+#include "db/folderRows.h"
 #include "db/ownDatabase.h"
 #include "db/scanRecords.h"
 #include "platform/fileError.h"
@@ -82,12 +83,42 @@ void save(std::string_view database, std::string_view path, clsUserInterface& us
     modDatabase::removeEngineFiles(target);
 }
 
-void fillWithFolders(Database& target, Database& source) {
+// In the order of the table, not of an index.
+std::string conditionOf(const modExport::SavedPart& part) {
+    std::string condition = part.foldersOnly ? "isFolder=1" : "";
+    if (!part.folder.empty()) {
+        condition.append(condition.empty() ? "" : " and ").append("((");
+        condition.append(modFolderRows::itself(part.folder)).append(") or (");
+        condition.append(modFolderRows::anywhereInOfTable(part.folder)).append("))");
+    }
+    return condition;
+}
+
+// Those of the folder and below. If only one above was scanned, as it has come to the folder.
+void copyScansOf(Database& source, Database& target, std::string_view folder) {
+    const std::vector<modScans::Scan> scans = modScans::all(source);
+    const modScans::Scan* const covering = modScans::ofFolder(scans, folder);
+    if (covering != nullptr && !modScans::isAtOrBelow(covering->path, folder)) {
+        modScans::Scan scan = *covering;
+        scan.path = folder;
+        modScans::append(target, scan);
+    }
+    for (const modScans::Scan& scan : scans) {
+        if (modScans::isAtOrBelow(scan.path, folder)) {
+            modScans::append(target, scan);
+        }
+    }
+}
+
+void fillWithPart(Database& target, Database& source, const modExport::SavedPart& part) {
     target.BeginTrans();
     const std::vector<std::string> indexes = target.TakeIndexes("details");
-    copyFolderRows(source, target);
-    copyRows(source, target, "scans");
-    copyRows(source, target, "nodes");
+    copyOwnRows(source, target, conditionOf(part));
+    if (part.folder.empty()) {
+        copyRows(source, target, "scans");
+    } else {
+        copyScansOf(source, target, part.folder);
+    }
     target.RestoreIndexes(indexes);
     target.CommitTrans();
 }
@@ -113,14 +144,14 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     return failure;
 }
 
-std::optional<RuntimeError> modExport::copyFolders(const WorkingDatabase& working, std::string_view path,
-                                                   clsUserInterface& userInterface) {
+std::optional<RuntimeError> modExport::copyPart(const WorkingDatabase& working, const SavedPart& part,
+                                                std::string_view path, clsUserInterface& userInterface) {
     try {
         const ShownProgress progress(userInterface, 0);
-        const auto folders = working.prepareSuccessor();
+        const auto copy = working.prepareSuccessor();
         const LongWork reading(working.database(), [&] { userInterface.yieldToEvents(); });
-        fillWithFolders(folders->database(), working.database());
-        save(folders->finish(), path, userInterface);
+        fillWithPart(copy->database(), working.database(), part);
+        save(copy->finish(), path, userInterface);
         return {};
     } catch (const RuntimeError& error) {
         return error;

@@ -20,9 +20,14 @@ namespace modExport {
 [[nodiscard]] std::optional<RuntimeError> copyDatabase(WorkingDatabase& working, std::string_view path,
                                                        clsUserInterface& userInterface);
 
-// The same without the rows of files, which takes a small part of the room. The database stays open.
-[[nodiscard]] std::optional<RuntimeError> copyFolders(const WorkingDatabase& working, std::string_view path,
-                                                      clsUserInterface& userInterface);
+// What to copy of it.
+struct SavedPart {
+    std::string_view folder = {}; // a key: its row and what is below it; empty for all
+    bool foldersOnly = false;     // without the rows of files, which takes a small part of the room
+};
+// The same with a part of the rows. The database stays open.
+[[nodiscard]] std::optional<RuntimeError> copyPart(const WorkingDatabase& working, const SavedPart& part,
+                                                   std::string_view path, clsUserInterface& userInterface);
 
 // Replaces the rows of the working database by those of a saved scan (a path as typed), and appends its saved
 // tree nodes. The file is not trusted: it is only read, and refused unless it is another file, has both

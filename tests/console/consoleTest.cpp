@@ -99,6 +99,33 @@ TEST_F(Console, writesAnOverviewOfEachPath) {
     EXPECT_TRUE(holds(folder.read("o.html"), "A saved scan does not tell what could not be read"));
 }
 
+TEST_F(Console, keepsScansAndTheLastOfThem) {
+    const auto kept = [this] {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder / "kept")) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    };
+    EXPECT_TRUE(holds(run("--keep %F/kept %T").output, "\nKept as " + folder.typed("kept/")));
+    EXPECT_EQ(kept().size(), 1U);
+    for (int i = 0; i < 2; ++i) {
+        const Outcome outcome = run("--quiet --keep %F/kept --keep-last 2 --summary %T/a %T");
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.output + outcome.errors, "");
+    }
+    EXPECT_EQ(kept().size(), 4U) << "two of each path";
+    for (const std::string& name : kept()) {
+        EXPECT_TRUE(holds(run("--load %F/kept/" + name).output, "files not kept")) << name;
+    }
+    EXPECT_EQ(run("--keep %F/kept --load %F/kept/x").status, 2);
+    EXPECT_EQ(run("--keep-last 2 %T").status, 2);
+    EXPECT_EQ(run("--keep %F/kept --keep-last 0 %T").status, 2);
+    const Outcome failed = run("--quiet --keep %T/direct.txt %T");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(std::count(failed.errors.begin(), failed.errors.end(), '\n'), 1) << failed.errors;
+}
+
 TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     folder.write("garbage.dat", "this is no database");
     folder.write("exists.html", "precious");

@@ -81,9 +81,9 @@ TEST_F(DatabaseFile, mayKeepFoldersOnly) {
     const auto before = rows(folders);
     const auto scans = rows("select * from scans");
     const std::string copy = application.typed("folders.mdb");
-    EXPECT_FALSE(modExport::copyFolders(working, copy, userInterface));
+    EXPECT_FALSE(modExport::copyPart(working, {{}, true}, copy, userInterface));
     EXPECT_EQ(count(), "10") << "the program keeps its rows";
-    EXPECT_TRUE(modExport::copyFolders(working, application.typed("no/where"), userInterface));
+    EXPECT_TRUE(modExport::copyPart(working, {{}, true}, application.typed("no/where"), userInterface));
     for (const auto& entry : std::filesystem::directory_iterator(application.path())) {
         EXPECT_NE(entry.path().extension(), ".tmp") << "left by a copy";
     }
