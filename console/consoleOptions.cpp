@@ -57,6 +57,36 @@ void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
         ->needs(keep);
 }
 
+CLI::Option* addHistory(CLI::App& app, ConsoleOptions& options) {
+    constexpr int oneEach = 1;
+    return app
+        .add_option(
+            "--history", options.history,
+            "Tell what became of PATH from this saved scan, or from all in this folder; can be repeated")
+        ->type_name("FILE|DIR")
+        ->check(requireName)
+        ->expected(oneEach)
+        ->take_all()
+        ->allow_extra_args(false);
+}
+
+// Nothing is scanned, loaded or looked for then, and one folder is told of.
+void requireHistoryAlone(CLI::App& app, const ConsoleOptions& options, CLI::Option* history) {
+    if (history->empty()) {
+        return;
+    }
+    for (const char* name : {"--load", "--xml", "--overview", "--database", "--keep", "--exclude",
+                             "--exclude-from", "--unreadable", "--find", "--larger", "--smaller", "--older",
+                             "--newer", "--extension", "--owner"}) {
+        if (!app.get_option(name)->empty()) {
+            throw CLI::ExcludesError("--history", name);
+        }
+    }
+    if (options.paths.size() != 1) {
+        throw CLI::ArgumentMismatch("--history needs one PATH");
+    }
+}
+
 void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
     const auto addRepeatable = [&](const char* name, std::vector<std::string>& values, const char* text) {
         constexpr int oneEach = 1;
@@ -172,6 +202,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
             ->type_name("FILE")
             ->check(requireName);
     addKeep(app, options, load);
+    CLI::Option* history = addHistory(app, options);
     app.add_flag("--summary", options.summary,
                  "Only folders in HTML, text and Excel reports, and in a saved scan");
     bool withOwners = false;
@@ -203,6 +234,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
 
     try {
         app.parse(argumentCount, arguments);
+        requireHistoryAlone(app, options, history);
         if (options.paths.empty() && options.loadFile.empty()) {
             throw CLI::RequiredError("PATH");
         }

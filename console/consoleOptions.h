@@ -17,6 +17,7 @@ struct ConsoleOptions {
     std::string overviewFile;
     std::string databaseFile;
     std::string loadFile;
+    std::vector<std::string> history; // files and folders; then nothing is scanned
     std::string keepFolder;
     std::optional<std::int64_t> keepLast;
     std::string applicationFolder;

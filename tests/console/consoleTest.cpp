@@ -126,6 +126,46 @@ TEST_F(Console, keepsScansAndTheLastOfThem) {
     EXPECT_EQ(std::count(failed.errors.begin(), failed.errors.end(), '\n'), 1) << failed.errors;
 }
 
+TEST_F(Console, tellsTheHistoryOfAFolder) {
+    const auto keep = [&] { EXPECT_EQ(run("--quiet --keep %F/kept %T").status, 0); };
+    keep();
+    folder.write("tree/a/more", std::string(8192, 'x'));
+    keep();
+    EXPECT_EQ(run("--quiet --keep %F/kept %T/b").status, 0);
+    const Outcome outcome =
+        run("--history %F/kept --history %F/kept --text %F/h.txt %T/a", {{"LC_ALL", "C"}, {"COLUMNS", "80"}});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    const std::string& out = outcome.output;
+    EXPECT_TRUE(out.starts_with(folder.typed("tree/a"))) << out;
+    const std::size_t first = out.find("   4.0 Kb      2             ####");
+    const std::size_t second = out.find("  12.0 Kb      3  +8.0 Kb  ########");
+    EXPECT_TRUE(first < second && second != std::string::npos) << out;
+    EXPECT_TRUE(holds(out, "\n1 saved scan is of other folders.\n")) << out;
+    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 7) << "each file once";
+    EXPECT_TRUE(holds(folder.read("h.txt"), ",12288,8192,3,"));
+    EXPECT_TRUE(holds(run("--history %F/kept --html - %T/a").output, "<svg "));
+
+    folder.write("kept/damaged.mdb", "x");
+    const Outcome damaged = run("--history %F/kept %T/a");
+    EXPECT_EQ(damaged.status, 1);
+    EXPECT_TRUE(holds(damaged.output, "12.0 Kb")) << "the rest is told";
+    EXPECT_EQ(std::count(damaged.errors.begin(), damaged.errors.end(), '\n'), 1) << damaged.errors;
+    const std::string saved = folder.read("kept/damaged.mdb");
+    EXPECT_EQ(run("--force --history %F/kept/damaged.mdb --text %F/kept/damaged.mdb %T").status, 1);
+    EXPECT_EQ(folder.read("kept/damaged.mdb"), saved);
+    for (const char* wrong :
+         {"--history %F/kept", "--history %F/kept %T %T/a", "--history %F/kept --xml %F/x %T",
+          "--history %F/kept --find x %T", "--history '' %T"}) {
+        EXPECT_EQ(run(wrong).status, 2) << wrong;
+    }
+    for (const char* failing : {"--history %F/kept %T/none", "--history %F/none %T", "--history %T %T"}) {
+        const Outcome none = run(failing);
+        EXPECT_EQ(none.status, 1) << failing;
+        EXPECT_NE(none.errors, "") << failing;
+    }
+}
+
 TEST_F(Console, endsWithAStatusAndALineForEachFailure) {
     folder.write("garbage.dat", "this is no database");
     folder.write("exists.html", "precious");
