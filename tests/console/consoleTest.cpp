@@ -138,8 +138,8 @@ TEST_F(Console, tellsTheHistoryOfAFolder) {
     EXPECT_EQ(outcome.errors, "");
     const std::string& out = outcome.output;
     EXPECT_TRUE(out.starts_with(folder.typed("tree/a"))) << out;
-    const std::size_t first = out.find("   4.0 Kb      2             ####");
-    const std::size_t second = out.find("  12.0 Kb      3  +8.0 Kb  ########");
+    const std::size_t first = out.find("   4.0 Kb      2           ########\n");
+    const std::size_t second = out.find("  12.0 Kb      3  +8.0 Kb  #########################\n");
     EXPECT_TRUE(first < second && second != std::string::npos) << out;
     EXPECT_TRUE(holds(out, "\n1 saved scan is of other folders.\n")) << out;
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 7) << "each file once";
