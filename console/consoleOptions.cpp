@@ -44,6 +44,20 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
         ->check(requireRealFile);
 }
 
+CLI::Option* addLoad(CLI::App& app, ConsoleOptions& options) {
+    return app
+        .add_option("--load", options.loadFile,
+                    "Load a saved scan instead of scanning; PATH then only selects what is shown")
+        ->type_name("FILE")
+        ->check(requireName);
+}
+
+void addExactness(CLI::App& app, ConsoleOptions& options) {
+    app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
+    app.add_flag("--exact", options.exact,
+                 "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
+}
+
 void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
     CLI::Option* keep =
         app.add_option("--keep", options.keepFolder,
@@ -196,11 +210,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_option("PATH", options.paths, "Folders to scan; paths in the form used in the database work too")
         ->type_name("");
     addOutputs(app, options);
-    CLI::Option* load =
-        app.add_option("--load", options.loadFile,
-                       "Load a saved scan instead of scanning; PATH then only selects what is shown")
-            ->type_name("FILE")
-            ->check(requireName);
+    CLI::Option* load = addLoad(app, options);
     addKeep(app, options, load);
     CLI::Option* history = addHistory(app, options);
     app.add_flag("--summary", options.summary,
@@ -210,9 +220,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     CLI::Option* owners = app.add_flag("--owners", withOwners, "Look up owners, whatever the settings say");
     CLI::Option* noOwners =
         app.add_flag("--no-owners", withoutOwners, "Do not look up owners")->excludes(owners);
-    app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
-    app.add_flag("--exact", options.exact,
-                 "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
+    addExactness(app, options);
     app.add_flag("--unreadable", options.unreadable,
                  "List the folders and files that could not be read, and other volumes")
         ->excludes(load);

@@ -172,13 +172,18 @@ std::string historyTable(const modExport::FolderHistory& history, std::size_t wi
     for (std::size_t i = 0; i < history.points.size(); ++i) {
         const auto& folder = history.points[i].folder;
         const double share = folder && largest > 0 ? std::max(folder->size, 0.0) / largest : 0;
-        std::string& cell = rows[i + 1].at(numbersEnd);
-        cell = folder ? bar(share, barWidth, block) + (cell.empty() ? "" : "  " + cell) : cell;
+        std::string& remark = rows[i + 1].at(numbersEnd);
+        if (folder) {
+            remark.insert(0, bar(share, barWidth, block) + (remark.empty() ? "" : "  "));
+        }
     }
     const std::string others =
         modFormat::countedText(static_cast<double>(history.others), "saved scan is", "saved scans are");
-    return withoutTrailingBlanks(table(rows, firstNumber, numbersEnd)) +
-           (history.others == 0 ? "" : "\n" + others + " of other folders.\n");
+    std::string text = withoutTrailingBlanks(table(rows, firstNumber, numbersEnd));
+    if (history.others > 0) {
+        text.append("\n").append(others).append(" of other folders.\n");
+    }
+    return text;
 }
 
 std::string gapTable(const FigureGaps& gaps, std::string_view folder) {
