@@ -157,7 +157,7 @@ std::string historyCurve(const FolderHistory& history) {
     const double largest = history.largest();
     std::string points;
     for (const HistoryPoint& point : history.points) {
-        const double elapsed = static_cast<double>(point.moment - first);
+        const auto elapsed = static_cast<double>(point.moment - first);
         const double x = last > first ? elapsed / static_cast<double>(last - first) * width : 0;
         const double size = point.folder ? std::max(point.folder->size, 0.0) : 0;
         const double share = largest > 0 ? size / largest : 0;

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <memory>
 #include <optional>
+#include <tuple>
 #include <utility>
 
 #include "base/dateFormat.h"
@@ -105,7 +106,9 @@ struct Kept {
     std::size_t length = 0;
     std::string path;
 
-    auto operator<=>(const Kept&) const = default;
+    bool operator<(const Kept& other) const {
+        return std::tie(moment, length, path) < std::tie(other.moment, other.length, other.path);
+    }
 };
 
 // Of the scan of the folder by this machine that the file says it is; nothing if it says otherwise.
