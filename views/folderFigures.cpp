@@ -32,6 +32,11 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
 
 // A saved scan may keep folders only; their sizes tell what the files took.
 void addUnkeptFiles(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
+    const auto files = database.OpenRecordset("select idx from details where isFolder=0 and " +
+                                              modFolderRows::anywhereIn(key));
+    if (!files->EndOfFile()) {
+        return;
+    }
     const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
     double rest = own->EndOfFile() ? 0 : modLvw::soundSize(own->Fields(0).number());
     for (const ChartEntry& entry : entries) {
@@ -94,7 +99,7 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
         label.remove_suffix(label.ends_with('\\') ? 1 : 0);
         entries.push_back({std::string(label), modLvw::soundSize(size.number())});
     }
-    if (!hasFiles) {
+    if (!hasFiles && state != ScanState::running) {
         addUnkeptFiles(database, key, entries);
     }
     if (state == ScanState::running) {
