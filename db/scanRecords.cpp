@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <deque>
+#include <limits>
 
 #include "base/dateFormat.h"
 #include "db/folderRows.h"
 #include "db/values.h"
+#include "platform/fileError.h"
+#include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
@@ -68,10 +71,27 @@ Scan scanOf(const Reader& row) {
             .programVersion = row.text("programVersion")};
 }
 
-std::vector<Scan> read(Recordset& rows) {
+// A text is counted with its length, any other value as one.
+std::uint64_t bytesOf(Recordset& row) {
+    std::uint64_t bytes = 1;
+    for (int i = 0; i < row.FieldCount(); ++i) {
+        bytes += std::max<std::uint64_t>(row.Fields(i).text().size(), 1);
+    }
+    return bytes;
+}
+
+// Throws 3049 if there is more than so many bytes.
+std::vector<Scan> read(Recordset& rows, std::uint64_t mostBytes, const std::string& file) {
     std::deque<Scan> last;
+    std::uint64_t bytes = 0;
     const Reader row(rows);
     for (; !rows.EndOfFile(); rows.MoveNext()) {
+        bytes += bytesOf(rows);
+        if (bytes > mostBytes) {
+            throw platform::fileError(databaseError::damaged,
+                                      "The database is damaged; it claims more than can fit in it", file,
+                                      platform::NotDone::loaded);
+        }
         last.push_back(scanOf(row));
         if (last.size() > modScans::mostRead) {
             last.pop_front();
@@ -125,12 +145,15 @@ void setMoment(Recordset& row, std::string_view name, const std::optional<platfo
 } // namespace
 
 std::vector<Scan> modScans::all(Database& database) {
-    return read(*database.OpenRecordset("select * from scans order by scanId"));
+    return read(*database.OpenRecordset("select * from scans order by scanId"),
+                std::numeric_limits<std::uint64_t>::max(), database.Name());
 }
 
 std::vector<Scan> modScans::stored(Database& file) {
     try {
-        return read(*file.OpenStored("scans"));
+        constexpr std::uint64_t bytesPerByte = 2; // as of the rows (db/copyRows.h)
+        const std::uint64_t size = platform::fileSize(file.Name()) + platform::fileSize(file.Name() + "-wal");
+        return read(*file.OpenStored("scans"), bytesPerByte * size, file.Name());
     } catch (const RuntimeError& error) {
         if (error.number() != databaseError::noSuchTable) {
             throw;

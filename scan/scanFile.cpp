@@ -29,39 +29,11 @@ std::optional<std::int64_t> wholeOf(const Field& field) {
     return isSound ? std::optional(static_cast<std::int64_t>(field.number())) : std::nullopt;
 }
 
-// The number of rows that meet the condition; nothing if there are more than a few.
-std::optional<std::int64_t> fewRows(Database& database, const std::string& condition) {
-    constexpr std::int64_t few = 1000;
-    std::int64_t count = 0;
-    const auto rows = database.OpenRecordset("select idx from details where " + condition);
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
-        if (++count > few) {
-            return {};
-        }
-    }
-    return count;
-}
-
+// Always with a condition: what counts a whole table goes through its pages without taking steps, and those
+// may be linked so that there is no end.
 std::int64_t countOf(Database& database, const std::string& condition) {
-    const auto rows = database.OpenRecordset("select count(*) as total from details" + condition);
+    const auto rows = database.OpenRecordset("select count(*) as total from details where " + condition);
     return static_cast<std::int64_t>(rows->Fields(0).number());
-}
-
-// The engine counts the whole table much faster than part of it.
-std::int64_t itemsIn(Database& database, std::string_view key) {
-    std::string behind(key);
-    behind.back() = ']'; // follows "\"
-    std::int64_t outside = 0;
-    for (const std::string& condition :
-         {"parentFolder<" + modGlobal::quoted(key), "parentFolder>=" + modGlobal::quoted(behind),
-          std::string("parentFolder is null")}) {
-        const auto few = fewRows(database, condition);
-        if (!few) {
-            return countOf(database, " where " + modFolderRows::anywhereIn(key));
-        }
-        outside += *few;
-    }
-    return countOf(database, "") - outside;
 }
 
 } // namespace
@@ -122,6 +94,6 @@ ScanFile::Counts ScanFile::storedCounts(const std::string& condition) const {
 }
 
 ScanFile::Counts ScanFile::counted(std::string_view key) const {
-    const std::int64_t folders = countOf(*database_, " where " + modFolderRows::foldersAnywhereIn(key));
-    return {itemsIn(*database_, key) - folders, folders};
+    const std::int64_t folders = countOf(*database_, modFolderRows::foldersAnywhereIn(key));
+    return {countOf(*database_, modFolderRows::anywhereIn(key)) - folders, folders};
 }

@@ -122,6 +122,55 @@ TEST_F(SavedFile, isRefusedWhereItWouldRunWhatItsAuthorWrote) {
     }
 }
 
+// A tree of pages, each of which has the next one many times below it: more rows than could ever be read.
+std::string endlessRows(const TemporaryFolder& folder, const std::string& table) {
+    constexpr std::size_t pageSize = 512;
+    constexpr std::size_t children = 70;
+    constexpr std::size_t depth = 12;
+    const std::string file = folder.typed(table);
+    runSqliteScript(
+        file, "pragma page_size=512; create table details (idx integer primary key, parentFolder, fileName, "
+              "isFolder, size); create table scans (scanId integer primary key, path);"
+              "insert into details values (1, 'Q:\\', 'f', 0, 7); insert into scans values (1, 'Q:\\');");
+    std::string bytes = folder.read(table);
+    const std::size_t pages = bytes.size() / pageSize;
+    const std::string root = std::to_string(pages + 1);
+    const char leaf = table == "details" ? '\2' : '\3';
+    runSqliteScript(file, "pragma writable_schema=on; update sqlite_master set rootpage=" + root +
+                              " where name='" + table + "';");
+    bytes = folder.read(table);
+    for (std::size_t level = 1; level <= depth; ++level) {
+        const char next = level == depth ? leaf : static_cast<char>(pages + level + 1);
+        std::string page = std::string("\5\0\0\0", 4) + static_cast<char>(children);
+        const std::size_t content = pageSize - children * 5;
+        page.append({static_cast<char>(content >> 8U), static_cast<char>(content & 0xFFU), '\0', '\0', '\0',
+                     '\0', next});
+        std::string cells;
+        for (std::size_t i = 0; i < children; ++i) {
+            const std::size_t at = content + i * 5;
+            page.append({static_cast<char>(at >> 8U), static_cast<char>(at & 0xFFU)});
+            cells.append({'\0', '\0', '\0', next, static_cast<char>(i + 1)});
+        }
+        bytes.append(page).append(content - page.size(), '\0').append(cells);
+    }
+    bytes[31] = static_cast<char>(pages + depth); // the number of pages
+    folder.write(table, bytes);
+    return file;
+}
+
+TEST_F(SavedFile, ofMoreRowsThanItsBytesIsRefusedInTime) {
+    for (const char* table : {"details", "scans"}) {
+        std::string reason;
+        try {
+            const ScanFile file(endlessRows(application, table));
+            static_cast<void>(file.folder("Q:\\"));
+        } catch (const RuntimeError& error) {
+            reason = error.what();
+        }
+        EXPECT_NE(reason.find("The database is damaged"), std::string::npos) << table << ": " << reason;
+    }
+}
+
 // What the rows hold may be anything; figures stay figures.
 TEST_F(SavedFile, bearsAnyValue) {
     scan();
