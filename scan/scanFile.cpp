@@ -23,10 +23,14 @@ bool hasColumn(Recordset& rows, std::string_view name) {
     return false;
 }
 
-std::optional<std::int64_t> wholeOf(const Field& field) {
+std::optional<std::int64_t> wholeOf(double number) {
     constexpr double most = 1e15;
-    const bool isSound = !field.isNull() && field.number() >= 0 && field.number() < most;
-    return isSound ? std::optional(static_cast<std::int64_t>(field.number())) : std::nullopt;
+    const bool isSound = number >= 0 && number < most;
+    return isSound ? std::optional(static_cast<std::int64_t>(number)) : std::nullopt;
+}
+
+std::optional<std::int64_t> wholeOf(const Field& field) {
+    return field.isNull() ? std::nullopt : wholeOf(field.number());
 }
 
 // Always with a condition: what counts a whole table goes through its pages without taking steps, and those
@@ -73,6 +77,7 @@ std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key) const {
         const auto direct = database_->OpenRecordset("select sum(size) as total from details where " +
                                                      modFolderRows::directlyIn(key));
         size = direct->Fields(0).isNull() ? size : std::optional(direct->Fields(0).number());
+        counts = storedCountsOfRoot(key);
     }
     if (!size) {
         return {};
@@ -84,13 +89,31 @@ std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key) const {
     return Folder{modLvw::soundSize(*size), hasNoFiles ? std::nullopt : counts.files, counts.folders};
 }
 
-ScanFile::Counts ScanFile::storedCounts(const std::string& condition) const {
+ScanFile::Counts ScanFile::storedCounts(const std::string& itself) const {
     if (!storesCounts_) {
         return {};
     }
-    const auto own =
-        database_->OpenRecordset("select fileCount, folderCount from details where " + condition);
+    const auto own = database_->OpenRecordset("select fileCount, folderCount from details where " + itself);
     return {wholeOf(own->Fields(0)), wholeOf(own->Fields(1))};
+}
+
+// Those of the folders directly in it, if all have them, and what lies there.
+ScanFile::Counts ScanFile::storedCountsOfRoot(std::string_view key) const {
+    if (!storesCounts_) {
+        return {};
+    }
+    const auto rows = database_->OpenRecordset(
+        "select sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,count(*) as items,"
+        "sum(isFolder+0.0) as subfolders,count(fileCount) as withFiles,count(folderCount) as withFolders "
+        "from details where " +
+        modFolderRows::directlyIn(key));
+    const double subfolders = rows->Fields("subfolders").number();
+    if (rows->Fields("withFiles").number() < subfolders ||
+        rows->Fields("withFolders").number() < subfolders) {
+        return {};
+    }
+    return {wholeOf(rows->Fields("files").number() + rows->Fields("items").number() - subfolders),
+            wholeOf(rows->Fields("folders").number() + subfolders)};
 }
 
 ScanFile::Counts ScanFile::counted(std::string_view key) const {

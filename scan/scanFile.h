@@ -45,7 +45,8 @@ private:
         std::optional<std::int64_t> files;
         std::optional<std::int64_t> folders;
     };
-    [[nodiscard]] Counts storedCounts(const std::string& condition) const;
+    [[nodiscard]] Counts storedCounts(const std::string& itself) const;
+    [[nodiscard]] Counts storedCountsOfRoot(std::string_view key) const;
     [[nodiscard]] Counts counted(std::string_view key) const;
 
     std::unique_ptr<Database> database_;

@@ -69,6 +69,14 @@ TEST_F(SavedFile, tellsOfFoldersWithoutBeingLoaded) {
         save("delete from details; insert into details (parentFolder, fileName, isFolder, size) "
              "values ('Q:\\', 'f', 0, 7), ('Q:\\', 'g\\', 1, 2), ('R:\\x\\', 'y', 0, 1);"));
     EXPECT_EQ(told(above, "Q:\\"), "9, 1 files, 1 folders") << "a drive's root has no row";
+    const std::string root =
+        "delete from details; insert into details (parentFolder, fileName, isFolder, size, "
+        "fileCount, folderCount) values ('Q:\\', 'f', 0, 7, null, null), ('Q:\\', 'g\\', 1, 2, 3, "
+        "4), ('Q:\\', 'h\\', 1, 2, 5, 6);";
+    EXPECT_EQ(told(ScanFile(save(counts + root)), "Q:\\"), "11, 9 files, 12 folders");
+    EXPECT_EQ(told(ScanFile(save(counts + root + "update details set fileCount=null where fileName='g\\';")),
+                   "Q:\\"),
+              "11, 1 files, 2 folders");
     EXPECT_EQ(told(above, "R:\\"), "not scanned") << "but something in it";
 }
 
