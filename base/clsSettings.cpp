@@ -51,7 +51,7 @@ struct clsSettings::Property {
 };
 
 // In the order in which they are read. The lists' numbers are saved in the same order.
-constexpr std::array<clsSettings::Property, 14> clsSettings::properties{{
+constexpr std::array<clsSettings::Property, 15> clsSettings::properties{{
     {"caseSensitiveExtensions", &clsSettings::caseSensitiveExt_},
     {ownerKey, &clsSettings::getOwnerInfo_},
     {"getExtensionInfo", &clsSettings::getExtensionInfo_},
@@ -64,6 +64,7 @@ constexpr std::array<clsSettings::Property, 14> clsSettings::properties{{
     {"UserListSortOrder", &clsSettings::lvwUSortOrder_},
     {"fullFileSizes", &clsSettings::fullFileSizes_},
     {exactKey, &clsSettings::exact_},
+    {"onDisk", &clsSettings::onDisk_},
     {"readOnly", &clsSettings::readOnly_},
     {"readers", &clsSettings::readers_},
 }};
@@ -136,11 +137,11 @@ bool clsSettings::isExactChosen(const clsRegSettings& store) {
     return !store.GetSetting(modSettings::keyNamed(exactKey).section, exactKey, "", stpIni).empty();
 }
 
-void clsSettings::saveExact(const clsRegSettings& store) const {
-    const std::string wanted = written(exact_);
-    const std::string_view section = modSettings::keyNamed(exactKey).section;
-    store.SaveSetting(section, exactKey, wanted, stpIni);
-    if (store.GetSetting(section, exactKey, "", stpIni) != wanted) {
+void clsSettings::saveChoice(const clsRegSettings& store, std::string_view key, bool choice) {
+    const std::string wanted = written(choice);
+    const std::string_view section = modSettings::keyNamed(key).section;
+    store.SaveSetting(section, key, wanted, stpIni);
+    if (store.GetSetting(section, key, "", stpIni) != wanted) {
         throw RuntimeError(errorNumber::permissionDenied,
                            "The choice cannot be stored in settings.ini and is forgotten at the end");
     }

@@ -54,6 +54,10 @@ public:
     [[nodiscard]] bool exact() const noexcept { return exact_; }
     void setExact(bool value) noexcept { exact_ = value; }
 
+    // Whether figures count what files and folders take on the disk, instead of their sizes.
+    [[nodiscard]] bool onDisk() const noexcept { return onDisk_; }
+    void setOnDisk(bool value) noexcept { onDisk_ = value; }
+
     // Whether nothing on the disk may be changed from the window, so that nothing can be moved to the trash.
     [[nodiscard]] bool readOnly() const noexcept { return readOnly_ || readOnlyForced_; }
     void setReadOnly(bool value) noexcept { readOnly_ = value; }
@@ -90,15 +94,17 @@ public:
     // Writes the sort order and getOwnerInfo, which the window changes without writing them.
     void save(const clsRegSettings& store) const;
 
-    // Whether the user has said if figures are to be exact, and writing down what they said, which throws if
-    // it cannot be done.
+    // Whether the user has said if figures are to be exact.
     [[nodiscard]] static bool isExactChosen(const clsRegSettings& store);
-    void saveExact(const clsRegSettings& store) const;
+    // Write down what the user has chosen; throw if it cannot be done.
+    void saveExact(const clsRegSettings& store) const { saveChoice(store, "exact", exact_); }
+    void saveOnDisk(const clsRegSettings& store) const { saveChoice(store, "onDisk", onDisk_); }
 
 private:
     struct Property;
-    static const std::array<Property, 14> properties;
+    static const std::array<Property, 15> properties;
     [[nodiscard]] static const Property* propertyNamed(std::string_view name) noexcept;
+    static void saveChoice(const clsRegSettings& store, std::string_view key, bool choice);
     void assign(const Property& property, std::string_view text);
 
     std::shared_ptr<const Excludes> excludes_;
@@ -115,6 +121,7 @@ private:
     bool caseSensitiveExt_ = false;
     bool fullFileSizes_ = false;
     bool exact_ = false;
+    bool onDisk_ = false;
     bool readOnly_ = false;
     bool readOnlyForced_ = false;
 };

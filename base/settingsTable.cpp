@@ -18,11 +18,15 @@ constexpr std::string_view columnText =
     "The column by which the list is sorted. A click on its header does the same.";
 constexpr std::string_view orderText = "Which end comes first. A second click on the header turns it round.";
 
-constexpr std::array<Key, 17> table{{
+constexpr std::array<Key, 18> table{{
     {application, "exact", "0", Kind::flag, Topic::scanning, Effect::atOnce, true, "&Exact figures",
      "Counts every file with its real size, scans everything below a folder when you refresh it, sorts dates "
      "by time, and writes reports in the forms that today's programs expect. Without it, figures and "
      "reports can be compared with those of earlier versions. The same as View > Exact Figures."},
+    {application, "onDisk", "0", Kind::flag, Topic::scanning, Effect::atOnce, true, "Sizes on dis&k",
+     "Counts what files and folders take on the disk instead of their sizes, in all views and reports. A "
+     "file with several names is counted once, and a sparse one with what is stored of it. The same as "
+     "View > Size on Disk."},
     {application, "fullFileSizes", "0", Kind::flag, Topic::scanning, Effect::nextScan, false,
      "&Real sizes of large files",
      "Records the real size of files of 2 GiB or more. Without it, 3 GiB count as -1 GiB, and 4 GiB as 0. "

@@ -28,6 +28,7 @@ struct ConsoleOptions {
     bool summary = false;
     bool fullSizes = false;
     bool exact = false;
+    bool onDisk = false;
     bool unreadable = false;
     bool force = false;
     bool quiet = false;

@@ -83,12 +83,16 @@ bool ConsoleRun::start() {
         if (options_.exact) {
             settings_.setExact(true);
         }
+        if (options_.onDisk) {
+            settings_.setOnDisk(true);
+        }
         if (options_.find) {
             options_.find->tellsCaseOfExtensions = settings_.caseSensitiveExt();
         }
         const std::string keep = options_.loadFile.empty() ? "" : platform::toInternal(options_.loadFile);
         working_ =
             modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_, keep);
+        working_.setOnDisk(settings_.onDisk());
         return true;
     } catch (const RuntimeError& error) {
         modGlobal::logCurrentException("spannory-scan", "start", true);
@@ -199,7 +203,7 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
     if (result.excluded > 0) {
         userInterface_.message(modExcludes::leftOutText(result.excluded));
     }
-    if (result.wrappedFiles > 0) {
+    if (result.wrappedFiles > 0 && !settings_.onDisk()) {
         userInterface_.message(modProcessFiles::wrappedText(result.wrappedFiles) +
                                " To count them in full, use --exact.");
     }
@@ -208,6 +212,9 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
 bool ConsoleRun::loadSaved() {
     try {
         modExport::loadDatabase(working_, options_.loadFile, userInterface_);
+        if (settings_.onDisk() && working_.lacksSizesOnDisk()) {
+            userInterface_.message(modFigures::lackingText);
+        }
         return true;
     } catch (const RuntimeError& error) {
         modGlobal::logCurrentException("spannory-scan", "load", true);

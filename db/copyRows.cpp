@@ -38,9 +38,12 @@ struct NumberColumn {
     const char* kind;
 };
 
-constexpr std::array<NumberColumn, 9> numberColumns{{
+constexpr std::array<NumberColumn, 12> numberColumns{{
     {"size", 0x1p63, false, "a number of bytes"},
     {"idx", 0x1p53, true, "a number of a row"}, // later rows have greater ones
+    {"sizeOnDisk", 0x1p63, false, "a number of bytes"},
+    {"fileCount", 0x1p53, true, "a number of files"},
+    {"folderCount", 0x1p53, true, "a number of folders"},
     {"scanId", 0x1p53, true, "a number of a scan"},
     {"cancelled", 1, true, flag},
     {"exact", 1, true, flag},

@@ -71,10 +71,11 @@ private:
 
     // Of a field being appended. What the engine holds stays with it from row to row; a text that lies where
     // the last one lay need not be handed to it again, as it is read when the row is stored.
-    enum class Held { nothing, text, integer, other };
+    enum class Held { nothing, text, integer, number, other };
     Held held_ = Held::nothing;
     std::string_view heldText_;
     std::int64_t heldInteger_ = 0;
+    double heldNumber_ = 0;
     bool isSet_ = false;
 };
 
@@ -165,6 +166,15 @@ public:
     [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; }
     void setHoldsLoadedRows(bool holds) noexcept { holdsLoadedRows_ = holds; }
 
+    // The column of table "details" that figures count as the size of an item (WorkingDatabase).
+    [[nodiscard]] bool countsSizeOnDisk() const noexcept { return countsSizeOnDisk_; }
+    [[nodiscard]] std::string sizeColumn() const { return countsSizeOnDisk_ ? "sizeOnDisk" : "size"; }
+    // As the column "size" of a query's rows.
+    [[nodiscard]] std::string selectedSize() const {
+        return countsSizeOnDisk_ ? "sizeOnDisk as size" : "size";
+    }
+    void setCountsSizeOnDisk(bool counts) noexcept { countsSizeOnDisk_ = counts; }
+
     void Close() noexcept;
 
 private:
@@ -177,6 +187,7 @@ private:
 
     std::unique_ptr<Implementation> implementation_;
     bool holdsLoadedRows_ = false;
+    bool countsSizeOnDisk_ = false;
 };
 
 // Makes a few changes, all or none: they are undone at the end of the scope unless committed. The replaced

@@ -25,4 +25,7 @@ public:
     Field& parentFolder = rows->Fields("parentFolder");
     Field& isFolder = rows->Fields("isFolder");
     Field& scanCompleteTime = rows->Fields("scanCompleteTime");
+    Field& sizeOnDisk = rows->Fields("sizeOnDisk");
+    Field& fileCount = rows->Fields("fileCount");
+    Field& folderCount = rows->Fields("folderCount");
 };

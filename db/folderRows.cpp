@@ -41,6 +41,16 @@ std::int64_t countOf(Database& database, const std::string& condition) {
     return static_cast<std::int64_t>(rows->Fields(0).number());
 }
 
+const std::string recordedColumns = "size,sizeOnDisk,fileCount,folderCount,scanCompleteTime";
+
+// From the row of a query for these columns first.
+modFolderRows::RecordedFolder recordedIn(Recordset& row) {
+    const modFolderRows::Totals totals{row.Fields(0).number(), row.Fields(1).number(),
+                                       static_cast<std::int64_t>(row.Fields(2).number()),
+                                       static_cast<std::int64_t>(row.Fields(3).number())};
+    return {true, false, totals, std::string(row.Fields(4).text())};
+}
+
 // In plain digits, the form of numbers in statements.
 std::string digitsOf(double number) {
     std::array<char, std::numeric_limits<double>::max_exponent10 + 32> digits{};
@@ -112,9 +122,9 @@ std::string modFolderRows::filesAnywhereIn(Database& database, std::string_view 
 modFolderRows::RecordedFolder modFolderRows::find(Database& database, std::string_view folder) {
     RecordedFolder found;
     const auto own =
-        database.OpenRecordset("select size,scanCompleteTime from details where " + itself(folder));
+        database.OpenRecordset("select " + recordedColumns + " from details where " + itself(folder));
     if (!own->EndOfFile()) {
-        found = {true, false, own->Fields(0).number(), std::string(own->Fields(1).text())};
+        found = recordedIn(*own);
     }
     found.hasContent =
         !database.OpenRecordset("select idx from details where " + anywhereIn(folder))->EndOfFile();
@@ -123,13 +133,12 @@ modFolderRows::RecordedFolder modFolderRows::find(Database& database, std::strin
 
 modFolderRows::RecordedFolders modFolderRows::subfolders(Database& database, std::string_view folder) {
     RecordedFolders result;
-    const auto rows = database.OpenRecordset("select fileName,size,scanCompleteTime from details where " +
+    const auto rows = database.OpenRecordset("select " + recordedColumns + ",fileName from details where " +
                                              directlyIn(folder) + ofFolder);
     for (; !rows->EndOfFile(); rows->MoveNext()) {
-        std::string_view name = rows->Fields(0).text();
+        std::string_view name = rows->Fields("fileName").text();
         name.remove_suffix(name.ends_with('\\') ? 1 : 0);
-        result[std::string(name)] = {true, false, rows->Fields(1).number(),
-                                     std::string(rows->Fields(2).text())};
+        result[std::string(name)] = recordedIn(*rows);
     }
     // Goes from one subfolder to the next, skipping everything below it. The subfolder's name starts after as
     // many characters as the folder's path has: when case is ignored, the stored path may have another length
@@ -164,6 +173,38 @@ double modFolderRows::sum(Database& database, std::string_view folder) {
     return rows->EndOfFile() ? 0 : rows->Fields("sumofsize").number();
 }
 
+double modFolderRows::countedSize(Database& database, std::string_view folder,
+                                  const RecordedFolder& recorded) {
+    const Totals counted = recorded.hasOwnRow ? recorded.totals : totals(database, folder);
+    return database.countsSizeOnDisk() ? counted.sizeOnDisk : counted.size;
+}
+
+// Counts are added up as real numbers, because loaded ones may be of any size.
+modFolderRows::Totals modFolderRows::totals(Database& database, std::string_view folder) {
+    const auto rows = database.OpenRecordset(
+        "select sum(sizeOnDisk) as onDisk,sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,"
+        "count(*) as items,sum(isFolder) as subfolders from details where " +
+        directlyIn(folder));
+    const auto whole = [&](const char* column) {
+        return static_cast<std::int64_t>(rows->Fields(column).number());
+    };
+    return {sum(database, folder), rows->Fields("onDisk").number(),
+            whole("files") + whole("items") - whole("subfolders"), whole("folders") + whole("subfolders")};
+}
+
+void modFolderRows::Totals::addFile(double fileSize, double fileSizeOnDisk) noexcept {
+    size += fileSize;
+    sizeOnDisk += fileSizeOnDisk;
+    ++files;
+}
+
+void modFolderRows::Totals::addFolder(const Totals& folder) noexcept {
+    size += folder.size;
+    sizeOnDisk += folder.sizeOnDisk;
+    files += folder.files;
+    folders += folder.folders + 1;
+}
+
 void modFolderRows::remove(Database& database, const std::string& condition) {
     database.Execute("delete * from details where " + condition);
 }
@@ -175,8 +216,10 @@ void modFolderRows::removeWhole(Database& database, std::string_view folder) {
                                                 : "delete * from details where " + anywhereIn(folder));
 }
 
-void modFolderRows::setSize(Database& database, std::string_view folder, double size) {
-    database.Execute("update details set size=" + digitsOf(size) + " where " + itself(folder));
+void modFolderRows::setTotals(Database& database, std::string_view folder, const Totals& totals) {
+    database.Execute("update details set size=" + digitsOf(totals.size) + ",sizeOnDisk=" +
+                     digitsOf(totals.sizeOnDisk) + ",fileCount=" + std::to_string(totals.files) +
+                     ",folderCount=" + std::to_string(totals.folders) + " where " + itself(folder));
 }
 
 void modFolderRows::setStamp(Database& database, std::string_view folder, std::string_view stamp) {

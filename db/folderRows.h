@@ -36,10 +36,22 @@ enum class Form { range, pattern };
 
 // --- What is recorded of a folder -------------------------------------------------------------------------
 
+// What a folder's row sums up.
+struct Totals {
+    double size = 0;          // bytes
+    double sizeOnDisk = 0;    // bytes allocated, with the folder's own
+    std::int64_t files = 0;   // at any depth
+    std::int64_t folders = 0; // at any depth, without the folder itself
+
+    void addFile(double fileSize, double fileSizeOnDisk) noexcept;
+    void addFolder(const Totals& folder) noexcept;
+    [[nodiscard]] bool operator==(const Totals&) const = default;
+};
+
 struct RecordedFolder {
     bool hasOwnRow = false;
     bool hasContent = false; // it has rows at any depth
-    double size = 0;         // from its own row
+    Totals totals;           // from its own row
     std::string stamp;       // from its own row; empty until it has been scanned completely
 
     [[nodiscard]] bool isThere() const noexcept { return hasOwnRow || hasContent; }
@@ -69,6 +81,13 @@ struct ItemCounts {
 // The total size of the items directly in the folder; 0 if there are none.
 [[nodiscard]] double sum(Database& database, std::string_view folder);
 
+// What counts as the folder's size (Database::sizeColumn): by its own row or, without one, by the items
+// directly in it.
+[[nodiscard]] double countedSize(Database& database, std::string_view folder, const RecordedFolder& recorded);
+
+// The totals of the items directly in the folder, thus without what the folder itself takes on the disk.
+[[nodiscard]] Totals totals(Database& database, std::string_view folder);
+
 // --- Changes ----------------------------------------------------------------------------------------------
 
 void remove(Database& database, const std::string& condition);
@@ -76,7 +95,7 @@ void remove(Database& database, const std::string& condition);
 // The folder's own row, and the items in it at any depth.
 void removeWhole(Database& database, std::string_view folder);
 
-void setSize(Database& database, std::string_view folder, double size);
+void setTotals(Database& database, std::string_view folder, const Totals& totals);
 void setStamp(Database& database, std::string_view folder, std::string_view stamp); // empty for none
 
 } // namespace modFolderRows

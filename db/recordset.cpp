@@ -43,8 +43,11 @@ void Field::set(const Value& value) {
 }
 
 void Field::setNumber(double number) {
-    recordset_->fresh().bindNumber(index_ + 1, number);
-    held_ = Held::other;
+    if (held_ != Held::number || heldNumber_ != number) {
+        recordset_->fresh().bindNumber(index_ + 1, number);
+        held_ = Held::number;
+        heldNumber_ = number;
+    }
     isSet_ = true;
 }
 

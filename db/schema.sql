@@ -18,7 +18,10 @@ create table details (
     dateInserted datetime,        -- in the same form
     parentFolder varchar(255),    -- with its drive, whole
     isFolder smallint,            -- 1 or 0
-    scanCompleteTime varchar(255)
+    scanCompleteTime varchar(255),
+    sizeOnDisk double,            -- bytes allocated; a folder's with its own; 0 for a further name of a file
+    fileCount integer,            -- of a folder: files in it, at any depth
+    folderCount integer           -- likewise folders
 );
 
 -- What lies in a folder, and, for parents begin with their own parents, what lies anywhere below it.

@@ -52,6 +52,7 @@ DetailsTable& WorkingDatabase::details() const {
 void WorkingDatabase::startAnew() {
     close();
     holdsLoadedRows_ = false;
+    lacksSizesOnDisk_ = false;
     // At the very first start there is no file to delete; this is logged, but nobody needs to see it.
     modGlobal::trapped(
         "modDatabase", "prepareDatabase", [&] { platform::deleteFile(path_); }, modGlobal::Logging::quiet);
@@ -101,6 +102,22 @@ void WorkingDatabase::replaceBy(std::unique_ptr<Successor> successor) {
     }
     holdsLoadedRows_ = true;
     reopen();
+    // An item of which nothing is known has 0 there.
+    lacksSizesOnDisk_ =
+        database_->OpenRecordset("select idx from details where sizeOnDisk is not null")->EndOfFile() &&
+        !database_->OpenRecordset("select idx from details")->EndOfFile();
+    applyOnDisk();
+}
+
+void WorkingDatabase::setOnDisk(bool onDisk) noexcept {
+    onDisk_ = onDisk;
+    applyOnDisk();
+}
+
+void WorkingDatabase::applyOnDisk() const noexcept {
+    if (database_) {
+        database_->setCountsSizeOnDisk(onDisk_ && !lacksSizesOnDisk_);
+    }
 }
 
 void WorkingDatabase::close() noexcept {
@@ -111,5 +128,6 @@ void WorkingDatabase::close() noexcept {
 void WorkingDatabase::reopen() {
     database_ = DBEngine::OpenDatabase(path_);
     database_->setHoldsLoadedRows(holdsLoadedRows_);
+    applyOnDisk();
     details_ = std::make_unique<DetailsTable>(*database_);
 }

@@ -34,6 +34,10 @@ public:
     void removeAtEnd();
 
     [[nodiscard]] bool holdsLoadedRows() const noexcept { return holdsLoadedRows_; } // see Database
+    // Whether figures shall count what items take on the disk, instead of their sizes. Loaded rows may lack
+    // that; then sizes count.
+    void setOnDisk(bool onDisk) noexcept;
+    [[nodiscard]] bool lacksSizesOnDisk() const noexcept { return lacksSizesOnDisk_; }
     [[nodiscard]] bool isOpen() const noexcept { return database_ != nullptr; }
 
     // Both throw 3420 if the file is not open.
@@ -77,6 +81,8 @@ public:
     void reopen();
 
 private:
+    void applyOnDisk() const noexcept;
+
     // In this order, so that the file is closed, then deleted, then unlocked.
     std::unique_ptr<platform::FileLock> lock_;
     std::unique_ptr<FileRemoval> removal_;
@@ -85,4 +91,6 @@ private:
     std::unique_ptr<Database> database_;
     std::unique_ptr<DetailsTable> details_;
     bool holdsLoadedRows_ = false;
+    bool onDisk_ = false;
+    bool lacksSizesOnDisk_ = false;
 };

@@ -68,6 +68,7 @@ void addScan(OverviewSection& section, Database& database) {
 OverviewSection readSection(const OverviewContext& context, const std::string& key) {
     OverviewSection section;
     section.key = key;
+    section.isOnDisk = context.database.countsSizeOnDisk();
     section.isLoaded = context.database.holdsLoadedRows();
     if (section.isLoaded) {
         addScan(section, context.database);
@@ -148,8 +149,11 @@ std::string overviewPage(const OverviewContext& context) {
         section.number = ++number;
         html.append(sectionText(section, (largestOverview - frameSize) / keys.size()));
     }
-    html.append("<footer><p>1 Kb is 1,024 bytes, 1 Mb is 1,024 Kb, 1 Gb is 1,024 Mb. Sizes are those of the "
-                "files' contents, not the room that they take on the disk.</p></footer>\n<script>");
+    html.append("<footer><p>1 Kb is 1,024 bytes, 1 Mb is 1,024 Kb, 1 Gb is 1,024 Mb. ")
+        .append(context.database.countsSizeOnDisk()
+                    ? "Sizes are the room that files and folders take on the disk."
+                    : "Sizes are those of the files' contents, not the room that they take on the disk.")
+        .append("</p></footer>\n<script>");
     return html.append(overviewScript).append("</script>\n</body>\n</html>\n");
 }
 

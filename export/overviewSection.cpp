@@ -41,6 +41,9 @@ void appendFact(std::string& html, std::string_view name, std::string_view text)
 }
 
 std::string sizesText(const OverviewSection& section) {
+    if (section.isOnDisk) {
+        return "On the disk: what is allocated to files and folders; a file with several names counts once";
+    }
     if (section.wrapped > 0) {
         return "Not exact: " + modFormat::countedText(static_cast<double>(section.wrapped), "file", "files") +
                " of 2 GB or more " + (section.wrapped == 1 ? "is" : "are") + " counted with wrapped sizes";
@@ -114,9 +117,10 @@ void appendGaps(std::string& html, const OverviewSection& section, const Overvie
 void appendFacts(std::string& html, const OverviewSection& section, const OverviewDetail& detail) {
     const modFigures::Overview& figures = section.figures;
     html.append("<dl class=\"cards\">\n");
-    appendCard(html, "Total size", modLvw::formatSize(figures.folder.size));
-    const bool hasUnkept =
-        figures.files == 0 && figures.folder.size > 0; // a saved scan may keep folders only
+    appendCard(html, section.isOnDisk ? "Total size on disk" : "Total size",
+               modLvw::formatSize(figures.folder.size));
+    const bool hasUnkept = figures.files == 0 && figures.folder.size > 0 &&
+                           !section.isOnDisk; // a saved scan may keep folders only
     appendCard(html, "Files",
                hasUnkept ? "Not kept" : modFormat::countText(static_cast<double>(figures.files)));
     appendCard(html, "Folders", modFormat::countText(static_cast<double>(figures.folders)));

@@ -24,6 +24,7 @@ struct OverviewSection {
     std::size_t number = 1; // of the folder on the page
     std::string key;
     modFigures::Overview figures;
+    bool isOnDisk = false;                     // figures are what is taken on the disk
     bool isLoaded = false;                     // rows came from a saved scan
     std::optional<modScans::Scan> scan;        // which that was, if it says so
     Unreadable unreadable;                     // how much could not be read, as far as it is known

@@ -14,11 +14,10 @@ namespace modExport {
 
 namespace {
 
-// The whole path is parentFolder plus fileName; fullpath is cut.
-constexpr std::string_view selectRows =
-    "SELECT [drive],[fullpath], size, dateAccessed, dateModified, owner,isfolder,parentFolder,fileName ";
-constexpr std::string_view largestFirst = "ORDER BY details.size DESC;";
-constexpr std::string_view byParentFolder = "ORDER BY parentFolder;";
+// The whole path is parentFolder plus fileName; fullpath is cut. Behind it comes the column that counts as
+// size.
+constexpr std::string_view selectPath = "SELECT [drive],[fullpath], ";
+constexpr std::string_view selectRest = ", dateAccessed, dateModified, owner,isfolder,parentFolder,fileName ";
 
 bool exportCommaSeparated(const ReportContext& context, std::string_view query, std::string_view fileName) {
     return modGlobal::exportTextSizeReport(context, query, fileName, ",", "\"");
@@ -27,23 +26,21 @@ bool exportCommaSeparated(const ReportContext& context, std::string_view query, 
 struct Row {
     std::string_view extension;
     std::string_view description;
-    std::string_view selectAll;
-    std::string_view selectFolders;
-    std::string_view order;
+    std::string_view selectAllPaths;
+    std::string_view selectFolderPaths;
+    bool largestFirst; // else by parent folder
     bool summaryOnly;
     bool (*write)(const ReportContext& context, std::string_view query, std::string_view fileName);
 };
 
 // In the order of ReportFormat.
 constexpr std::array<Row, 4> formats{{
-    {".html", "HTML Files", selectRows, selectRows, largestFirst, false, modGlobal::exportHTMLSizeReport},
-    {".csv", "Text Files", selectRows, selectRows, largestFirst, false, exportCommaSeparated},
-    {".xml", "XML Files", selectRows, selectRows, byParentFolder, true, modGlobal::exportXMLSizeReport},
+    {".html", "HTML Files", selectPath, selectPath, true, false, modGlobal::exportHTMLSizeReport},
+    {".csv", "Text Files", selectPath, selectPath, true, false, exportCommaSeparated},
+    {".xml", "XML Files", selectPath, selectPath, false, true, modGlobal::exportXMLSizeReport},
     // Odd on purpose: a blank before the comma in the query for all rows.
-    {".xlsx", "Excel Files",
-     "SELECT [drive] , [fullpath], size, dateAccessed, dateModified, owner,isfolder,parentFolder,fileName ",
-     "SELECT [drive], [fullpath], size, dateAccessed, dateModified, owner,isfolder,parentFolder,fileName ",
-     largestFirst, false, modGlobal::exportXLSSizeReport},
+    {".xlsx", "Excel Files", "SELECT [drive] , [fullpath], ", "SELECT [drive], [fullpath], ", true, false,
+     modGlobal::exportXLSSizeReport},
 }};
 
 const Row& rowOf(ReportFormat format) {
@@ -66,11 +63,11 @@ bool isSummaryOnly(ReportFormat format) {
     return rowOf(format).summaryOnly;
 }
 
-std::string reportQuery(ReportFormat format, std::int32_t detail, std::string_view onlyFolder) {
+std::string reportQuery(ReportFormat format, std::int32_t detail, std::string_view onlyFolder, bool onDisk) {
     const Row& row = rowOf(format);
     const bool foldersOnly = detail == clsExport::summary;
-    std::string query(foldersOnly ? row.selectFolders : row.selectAll);
-    query.append("From details ");
+    std::string query(foldersOnly ? row.selectFolderPaths : row.selectAllPaths);
+    query.append(onDisk ? "sizeOnDisk as size" : "size").append(selectRest).append("From details ");
     if (foldersOnly) {
         query.append(" where isFolder=1 ");
     }
@@ -78,15 +75,18 @@ std::string reportQuery(ReportFormat format, std::int32_t detail, std::string_vi
         query.append(foldersOnly ? "and ((" : "where ((").append(modFolderRows::itself(onlyFolder));
         query.append(") or (").append(modFolderRows::anywhereIn(onlyFolder)).append(")) ");
     }
-    query.append(row.order);
-    return query;
+    const std::string_view largest =
+        onDisk ? "ORDER BY details.sizeOnDisk DESC;" : "ORDER BY details.size DESC;";
+    return query.append(row.largestFirst ? largest : "ORDER BY parentFolder;");
 }
 
 bool exportReportFile(ReportFormat format, const ReportContext& context, std::string_view fileName) {
     const clsExport& options = context.options;
     ReportContext limited = context;
     limited.onlyFolder = options.onlyFolder && !isSummaryOnly(format) ? options.folder : std::string_view();
-    return rowOf(format).write(limited, reportQuery(format, options.detail, limited.onlyFolder), fileName);
+    return rowOf(format).write(
+        limited, reportQuery(format, options.detail, limited.onlyFolder, context.database.countsSizeOnDisk()),
+        fileName);
 }
 
 } // namespace modExport

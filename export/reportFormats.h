@@ -21,9 +21,10 @@ enum class ReportFormat { html, text, xml, excel };
 [[nodiscard]] bool isSummaryOnly(ReportFormat format);
 
 // The statement that returns the report's rows; for `detail`, see clsExport. `onlyFolder` is the key of the
-// folder to which they are limited, with its own row; empty for all rows.
+// folder to which they are limited, with its own row; empty for all rows. `onDisk`: what items take on the
+// disk counts as their size.
 [[nodiscard]] std::string reportQuery(ReportFormat format, std::int32_t detail,
-                                      std::string_view onlyFolder = {});
+                                      std::string_view onlyFolder = {}, bool onDisk = false);
 
 // Exports a report: passes the rows that the options select to the format's writer. True if it was written;
 // any problem has been shown or logged. A format without options covers everything.

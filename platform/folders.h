@@ -19,13 +19,17 @@ namespace platform {
 
 // The system's facts about one entry itself; links are not followed.
 struct EntryFacts {
-    bool isFolder = false;   // false for a link to a folder
-    bool known = false;      // false if only the name is known; the other facts are then 0
-    std::int64_t size = 0;   // bytes
-    Seconds accessed = 0;    // last access
-    Seconds modified = 0;    // last write
-    std::uint32_t owner = 0; // the system's number for the owning account, if it has one (owners.h)
-    std::int32_t error = 0;  // the system's code for why a listed entry is not known
+    bool isFolder = false;       // false for a link to a folder
+    bool known = false;          // false if only the name is known; the other facts are then 0
+    std::int64_t size = 0;       // bytes
+    Seconds accessed = 0;        // last access
+    Seconds modified = 0;        // last write
+    std::uint32_t owner = 0;     // the system's number for the owning account, if it has one (owners.h)
+    std::int32_t error = 0;      // the system's code for why a listed entry is not known
+    std::int64_t sizeOnDisk = 0; // bytes allocated; on Windows 0 for a folder
+    // Identify a file that may have further names (hard links); else the number is 0.
+    std::uint64_t volume = 0;
+    std::uint64_t number = 0;
 };
 
 // The same in the system's words ("Permission denied").
@@ -122,6 +126,10 @@ private:
 
 // An entry's own facts, without following links; `known` is false if there is no such entry.
 [[nodiscard]] EntryFacts entryFacts(std::string_view internalPath);
+
+// Whether a file whose facts have a number does have further names. Asks the system only where the facts do
+// not tell.
+[[nodiscard]] bool hasFurtherNames(std::string_view internalPath);
 
 // The folder's own facts, with links followed; nothing if there is no such folder.
 [[nodiscard]] std::optional<EntryFacts> folderFacts(std::string_view internalFolder);

@@ -13,9 +13,8 @@ namespace platform {
 struct Properties : EntryFacts {
     enum class Kind { file, folder, link, other };
     Kind kind = Kind::file;
-    std::int64_t sizeOnDisk = 0; // bytes allocated
-    std::string linkTarget;      // as it stands in the link, in the system's form
-    std::string mode;            // "drwxr-xr-x"; on Windows the attributes: "read-only, hidden", often none
+    std::string linkTarget; // as it stands in the link, in the system's form
+    std::string mode;       // "drwxr-xr-x"; on Windows the attributes: "read-only, hidden", often none
 };
 
 // What people call the mode.

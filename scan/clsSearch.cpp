@@ -37,9 +37,32 @@ bool clsSearch::updateDetail(std::string_view path, std::string_view description
     return appendRow(path, description, size, dateAccessed, dateModified, owner, {});
 }
 
+std::optional<clsSearch::FileSizes>
+clsSearch::recordFile(std::string_view path, double size, const platform::EntryFacts& facts,
+                      std::string_view dateAccessed, std::string_view dateModified, std::string_view owner) {
+    const auto onDisk = static_cast<double>(links_.sizeOnDisk(
+        path, facts, lastNumber_ + 1, [this](std::int64_t row) { return isRowThere(row); }));
+    if (!appendRow(path, {}, size, dateAccessed, dateModified, owner, {.sizeOnDisk = onDisk})) {
+        return {};
+    }
+    return FileSizes{size, onDisk};
+}
+
+bool clsSearch::isRowThere(std::int64_t number) {
+    bool isThere = number >= firstNumber_;
+    if (!isThere) {
+        storing([&] {
+            isThere = !database_.database()
+                           .OpenRecordset("select idx from details where idx=" + std::to_string(number))
+                           ->EndOfFile();
+        });
+    }
+    return isThere;
+}
+
 bool clsSearch::appendRow(std::string_view path, std::string_view description, double size,
                           std::string_view dateAccessed, std::string_view dateModified,
-                          std::string_view owner, std::string_view stamp) {
+                          std::string_view owner, const FurtherColumns& further) {
     try {
         DetailsTable& row = database_.details();
         rowPath_.set(path);
@@ -60,11 +83,17 @@ bool clsSearch::appendRow(std::string_view path, std::string_view description, d
         setText(row.dateInserted, currentDate_.of(platform::now()));
         setText(row.parentFolder, rowPath_.parent());
         row.isFolder.setInteger(rowPath_.isFolder() ? 1 : 0);
-        setText(row.scanCompleteTime, stamp);
+        setText(row.scanCompleteTime, further.stamp);
+        row.sizeOnDisk.setNumber(further.sizeOnDisk);
+        if (further.totals != nullptr) {
+            row.fileCount.setInteger(further.totals->files);
+            row.folderCount.setInteger(further.totals->folders);
+        }
         row.rows->Update();
         lastIsThere_ = !scanned_.empty();
         rowPath_.isFolder() ? ++progress_.folders : ++progress_.files;
         progress_.size += rowPath_.isFolder() ? 0 : size;
+        progress_.sizeOnDisk += rowPath_.isFolder() ? 0 : further.sizeOnDisk;
         return true;
     } catch (const RuntimeError& error) {
         lastIsThere_ = false;
@@ -122,7 +151,7 @@ double clsSearch::folderSum(std::string_view path) const {
 // --- Resets -----------------------------------------------------------------------------------------------
 
 void clsSearch::resetScanCompleteTime(std::string_view path) {
-    beginReset();
+    beginReset(path);
     modFolderRows::remove(database_.database(),
                           "(" + modFolderRows::itself(path) + ") or " + modFolderRows::directlyIn(path));
     above_.follow(database_.database(), path, false);
@@ -130,7 +159,7 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
 }
 
 void clsSearch::resetWholeFolder(std::string_view path) {
-    beginReset();
+    beginReset(path);
     modFolderRows::removeWhole(database_.database(), path);
     modScans::forget(database_.database(), path);
     above_.follow(database_.database(), path, false);
@@ -139,7 +168,8 @@ void clsSearch::resetWholeFolder(std::string_view path) {
 
 void clsSearch::removeEntry(std::string_view path) {
     const bool isFolder = path.ends_with('\\');
-    beginReset();
+    const std::string folder = isFolder ? std::string(path) : std::string(path) + "\\";
+    beginReset(folder);
     if (isFolder) {
         modFolderRows::removeWhole(database_.database(), path);
         modScans::forget(database_.database(), path);
@@ -148,22 +178,24 @@ void clsSearch::removeEntry(std::string_view path) {
         modFolderRows::remove(database_.database(),
                               modFolderRows::fileIn(file_.parentFolder(), file_.lastFolder()));
     }
-    const std::string folder = isFolder ? std::string(path) : std::string(path) + "\\";
     above_.follow(database_.database(), folder, true);
     gaps.forgetWhole(folder);
 }
 
 void clsSearch::resetAll() {
-    beginReset();
+    beginReset({});
     database_.database().Execute("delete * from details");
     modScans::forgetAll(database_.database());
     rowsReplaced();
 }
 
-// The user may refresh a folder during a scan.
-void clsSearch::beginReset() {
+// The user may refresh a folder during a scan. The folder may be empty, for none.
+void clsSearch::beginReset(std::string_view folder) {
     noteLastNumber();
     makeIndexes();
+    if (!folder.empty()) {
+        above_.prepare(database_.database(), folder);
+    }
     if (!scanned_.empty()) {
         disturbed_ = true;
         CancelScan = true;
@@ -179,6 +211,7 @@ void clsSearch::noteLastNumber() {
 void clsSearch::rowsReplaced() noexcept {
     bulkLoad_ = false; // their indexes have come with them
     above_.forget();
+    links_.forget();
     gaps.clear();
 }
 
@@ -197,7 +230,7 @@ void clsSearch::beginScan(std::string_view path) {
     Database& database = database_.database();
     database.BeginTrans();
     noteLastNumber();
-    lastBefore_ = lastNumber_;
+    firstNumber_ = lastNumber_ + 1;
     scanned_ = path;
     bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
     if (bulkLoad_) {
@@ -232,7 +265,7 @@ void clsSearch::recordScan(const modScans::Scan& scan) {
     if (bulkLoad_) {
         modScans::forgetAll(database_.database()); // there was no row of any
     }
-    modScans::record(database_.database(), scan, lastBefore_);
+    modScans::record(database_.database(), scan, firstNumber_ - 1);
 }
 
 void clsSearch::endScan() {
@@ -271,6 +304,7 @@ void clsSearch::replaceFolder(std::string_view path, const modFolderRows::Record
     lastIsThere_ = false;
     storing([&] {
         Database& database = database_.database();
+        beginChange();
         if (recorded.hasOwnRow) {
             modFolderRows::remove(database, modFolderRows::itself(path));
         }
@@ -282,7 +316,6 @@ void clsSearch::replaceFolder(std::string_view path, const modFolderRows::Record
             modFolderRows::removeWhole(database, folder);
             gaps.forgetWhole(folder);
         }
-        changed_ = true;
     });
 }
 
@@ -290,7 +323,10 @@ void clsSearch::removeFileCalled(std::string_view path) {
     if (!bulkLoad_) {
         file_.setFullPath(path);
         const std::string file = modFolderRows::fileIn(file_.parentFolder(), file_.lastFolder());
-        storing([&] { modFolderRows::remove(database_.database(), file); });
+        storing([&] {
+            beginChange();
+            modFolderRows::remove(database_.database(), file);
+        });
     }
 }
 
@@ -298,12 +334,19 @@ void clsSearch::removeFileCalled(std::string_view path) {
 void clsSearch::leaveOutStart(std::string_view path) {
     lastIsThere_ = false;
     storing([&] {
+        beginChange();
         modFolderRows::removeWhole(database_.database(), path);
         modScans::forget(database_.database(), path);
         gaps.forgetWhole(path);
     });
     stamp_ = currentDate_.of(platform::now());
-    changed_ = true;
+}
+
+// Before the first change of what the folders above have been summed up from.
+void clsSearch::beginChange() {
+    if (!std::exchange(changed_, true) && !bulkLoad_) {
+        above_.prepare(database_.database(), scanned_);
+    }
 }
 
 // If it cannot be read or removed, it must not be recorded a second time.
@@ -318,20 +361,24 @@ void clsSearch::storing(const std::function<void()>& body) {
     }
 }
 
-std::optional<double> clsSearch::recordFolder(std::string_view path, double size, bool isNew,
-                                              std::string_view dateAccessed, std::string_view dateModified,
-                                              std::string_view owner) {
+std::optional<modFolderRows::Totals> clsSearch::recordFolder(std::string_view path, const LeftFolder& left) {
     constexpr std::string_view description = "File Folder";
     file_.setFullPath(path);
     const bool isRoot = file_.fullPathNoDrive().empty();
     stamp_ = CancelScan ? std::string_view() : currentDate_.of(platform::now());
-    changed_ = true;
     recorded_ = recorded_ || path == scanned_;
+    if (!changed_) {
+        storing([this] { beginChange(); });
+    }
     above_.scannedAnew(path);
     // A cancelled scan has not reached all recorded items of the folder.
-    const double total = disturbed_ || (CancelScan && !isNew) ? folderSum(path) : size;
-    if (isRoot || !appendRow(path, description, total, dateAccessed, dateModified, owner, stamp_)) {
+    const bool isPart = disturbed_ || (CancelScan && !left.isNew);
+    modFolderRows::Totals totals = isPart ? modFolderRows::totals(database_.database(), path) : left.items;
+    totals.sizeOnDisk += left.ownSizeOnDisk;
+    progress_.sizeOnDisk += left.ownSizeOnDisk;
+    if (isRoot || !appendRow(path, description, totals.size, left.dateAccessed, left.dateModified, left.owner,
+                             {.stamp = stamp_, .sizeOnDisk = totals.sizeOnDisk, .totals = &totals})) {
         return {};
     }
-    return total;
+    return totals;
 }

@@ -16,6 +16,7 @@
 #include "scan/dateTexts.h"
 #include "scan/figureGaps.h"
 #include "scan/foldersAbove.h"
+#include "scan/hardLinks.h"
 #include "scan/rowPath.h"
 
 // Gives the scan access to table `details`, and holds the flags of the running scan. One object lives as long
@@ -42,6 +43,16 @@ public:
     // whether it was stored.
     bool updateDetail(std::string_view path, std::string_view description, double size,
                       std::string_view dateAccessed, std::string_view dateModified, std::string_view owner);
+
+    // The same for a file, with what it takes on the disk: 0 for a further name of a file that is recorded.
+    // Returns what was stored of the two sizes, or nothing.
+    struct FileSizes {
+        double size;
+        double onDisk;
+    };
+    std::optional<FileSizes> recordFile(std::string_view path, double size, const platform::EntryFacts& facts,
+                                        std::string_view dateAccessed, std::string_view dateModified,
+                                        std::string_view owner);
 
     // Odd on purpose: another way to append a row, as one statement with fewer columns, which nothing uses.
     // It throws its errors: with a quote in a value, the engine refuses the statement.
@@ -88,11 +99,12 @@ public:
     // reliable, so it is replaced by an empty one. Throws if even this fails.
     void abandonScan();
 
-    // What the last scan has recorded so far: rows, and the sizes of files.
+    // What the last scan has recorded so far: rows, the sizes of files, and what all takes on the disk.
     struct Progress {
         std::int64_t files = 0;
         std::int64_t folders = 0;
         double size = 0;
+        double sizeOnDisk = 0;
     };
     [[nodiscard]] const Progress& progress() const noexcept { return progress_; }
     // True from the beginning of a scan that began with an empty table until there are indexes. Its progress
@@ -114,13 +126,19 @@ public:
     // The folder with which the scan begins shall not be counted: nothing of it stays.
     void leaveOutStart(std::string_view path);
 
-    // Appends a folder's own row (a drive's root has none), with a stamp unless the scan was cancelled.
-    // `size` is the total of the items in it that the scan has recorded or found; if that is not all, the
-    // size is summed up from the rows. `isNew`: nothing was recorded for the folder before. Returns the size,
-    // or nothing if no row was stored.
-    std::optional<double> recordFolder(std::string_view path, double size, bool isNew,
-                                       std::string_view dateAccessed, std::string_view dateModified,
-                                       std::string_view owner);
+    // What is known of a folder when its contents have been recorded.
+    struct LeftFolder {
+        modFolderRows::Totals items; // those in it that the scan has recorded or found
+        double ownSizeOnDisk = 0;
+        bool isNew = true; // nothing was recorded for the folder before
+        std::string_view dateAccessed;
+        std::string_view dateModified;
+        std::string_view owner;
+    };
+    // Appends a folder's own row (a drive's root has none), with a stamp unless the scan was cancelled. If
+    // the items are not all that are recorded, the totals are summed up from the rows. Returns the totals, or
+    // nothing if no row was stored.
+    std::optional<modFolderRows::Totals> recordFolder(std::string_view path, const LeftFolder& left);
 
     // The reason why the database accepts no more rows: a full disk, a lost file. Nothing while there is no
     // such problem.
@@ -129,13 +147,21 @@ public:
     }
 
 private:
+    // The columns behind those of updateDetail.
+    struct FurtherColumns {
+        std::string_view stamp = {};
+        double sizeOnDisk = 0;
+        const modFolderRows::Totals* totals = nullptr; // of a folder
+    };
     bool appendRow(std::string_view path, std::string_view description, double size,
                    std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
-                   std::string_view stamp);
+                   const FurtherColumns& further);
+    [[nodiscard]] bool isRowThere(std::int64_t number);
     void numberRow(DetailsTable& row);
     [[nodiscard]] std::string_view storedExtension();
     void storing(const std::function<void()>& body);
-    void beginReset();
+    void beginReset(std::string_view folder);
+    void beginChange();
     void noteLastNumber();
 
     WorkingDatabase& database_;
@@ -147,6 +173,8 @@ private:
     DateTexts currentDate_;
 
     FoldersAbove above_;
+    HardLinks links_;
+    std::int64_t firstNumber_ = 0; // that the running scan gives
     Progress progress_;
     std::string scanned_; // the folder of the running scan; empty if there is none
     bool bulkLoad_ = false;
@@ -154,7 +182,6 @@ private:
     bool recorded_ = false;       // the running scan has recorded the folder with which it began
     bool disturbed_ = false;      // by a reset
     std::int64_t lastNumber_ = 0; // the highest number ever given to a row; none is given twice
-    std::int64_t lastBefore_ = 0; // the same, when the scan began
     bool lastIsThere_ = false;    // in the running scan: it is the highest in the table, too
     std::vector<std::string> takenIndexes_;
     std::optional<RuntimeError> storageFailure_;

@@ -88,7 +88,8 @@ void FolderWalk::enterFolder(const platform::EntryFacts& facts) {
     if (recorded.stamp.empty()) {
         beginFolder(facts, recorded);
     } else if (depth_ > 0) {
-        levels_[depth_ - 1]->size += recorded.size; // already scanned completely, with everything below it
+        levels_[depth_ - 1]->items.addFolder(
+            recorded.totals); // already scanned completely, with all below it
     }
 }
 
@@ -121,7 +122,7 @@ void FolderWalk::beginFolder(const platform::EntryFacts& facts,
     level.next = 0;
     level.pathLength = path_.size();
     level.facts = facts;
-    level.size = 0;
+    level.items = {};
     level.isNew = !recorded.isThere();
     level.subfolders.clear();
     search_.gaps.forget(path_);
@@ -230,7 +231,7 @@ void FolderWalk::recordEntry(Level& level) {
     }
     if (isOtherVolume(entry)) {
         path_ += '\\';
-        recordOtherVolume(entry);
+        recordOtherVolume(level, entry);
         return;
     }
     if (!entry.known) {
@@ -245,25 +246,29 @@ void FolderWalk::recordEntry(Level& level) {
     }
     const auto size = static_cast<double>(recordedSize);
     search_.filesSeen += 1;
-    if (search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry))) {
-        level.size += size;
+    if (const auto stored = search_.recordFile(path_, size, entry, accessedText(entry), modifiedText(entry),
+                                               ownerOf(entry))) {
+        level.items.addFile(stored->size, stored->onDisk);
     }
 }
 
 // A folder without contents here: the volume has its own drive.
-void FolderWalk::recordOtherVolume(const platform::EntryFacts& facts) {
+void FolderWalk::recordOtherVolume(Level& level, const platform::EntryFacts& facts) {
     search_.gaps.add(path_, FigureGaps::Kind::otherVolume, "Another volume is mounted here");
-    search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
-                         ownerOf(facts));
+    if (search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
+                             ownerOf(facts))) {
+        level.items.addFolder({});
+    }
 }
 
 // Records the folder itself after all its contents.
 void FolderWalk::leaveFolder(Level& level) {
     ahead_->leave(std::move(level.folder));
-    const auto size = search_.recordFolder(path_, level.size, level.isNew, accessedText(level.facts),
-                                           modifiedText(level.facts), ownerOf(level.facts));
-    if (size && depth_ > 0) {
-        levels_[depth_ - 1]->size += *size;
+    const auto totals = search_.recordFolder(path_, {level.items, static_cast<double>(level.facts.sizeOnDisk),
+                                                     level.isNew, accessedText(level.facts),
+                                                     modifiedText(level.facts), ownerOf(level.facts)});
+    if (totals && depth_ > 0) {
+        levels_[depth_ - 1]->items.addFolder(*totals);
     }
 }
 

@@ -43,7 +43,7 @@ private:
         std::size_t next = 0;
         std::size_t pathLength = 0;
         platform::EntryFacts facts;
-        double size = 0;                           // of the items recorded or found in it so far
+        modFolderRows::Totals items;               // those recorded or found in it so far
         bool isNew = true;                         // neither it nor anything in it had a row before
         modFolderRows::RecordedFolders subfolders; // its subfolders that had rows
     };
@@ -60,7 +60,7 @@ private:
     [[nodiscard]] bool isRecordable();
     void skipUnreadable(std::string_view reason);
     void recordEntry(Level& level);
-    void recordOtherVolume(const platform::EntryFacts& facts);
+    void recordOtherVolume(Level& level, const platform::EntryFacts& facts);
     void leaveFolder(Level& level);
     void showProgress();
     [[nodiscard]] std::string_view accessedText(const platform::EntryFacts& facts);

@@ -17,6 +17,19 @@ bool isIn(std::string_view path, std::string_view folder) {
 
 } // namespace
 
+void FoldersAbove::prepare(Database& database, std::string_view folder) {
+    for (std::string above(folder); !isRoot(above);) {
+        above = std::string(clsFile(above).parentFolder());
+        if (ownSizes_.contains(above)) {
+            continue;
+        }
+        const modFolderRows::RecordedFolder row = modFolderRows::find(database, above);
+        if (row.hasOwnRow) {
+            ownSizes_[above] = row.totals.sizeOnDisk - modFolderRows::totals(database, above).sizeOnDisk;
+        }
+    }
+}
+
 void FoldersAbove::follow(Database& database, std::string_view folder, bool isComplete) {
     if (isComplete) {
         std::erase_if(unfinished_, [&](const std::string& other) { return isIn(other, folder); });
@@ -29,9 +42,10 @@ void FoldersAbove::follow(Database& database, std::string_view folder, bool isCo
         if (!row.hasOwnRow) { // a drive's root, or a folder that was not scanned
             continue;
         }
-        const double size = modFolderRows::sum(database, above);
-        if (size != row.size) {
-            modFolderRows::setSize(database, above, size);
+        modFolderRows::Totals totals = modFolderRows::totals(database, above);
+        totals.sizeOnDisk += ownSizes_[above];
+        if (totals != row.totals) {
+            modFolderRows::setTotals(database, above, totals);
         }
         if (!isComplete && !row.stamp.empty()) {
             holdStamp(database, above, row.stamp);
@@ -59,4 +73,5 @@ void FoldersAbove::giveBackStamp(Database& database, const std::string& folder) 
 void FoldersAbove::forget() noexcept {
     unfinished_.clear();
     held_.clear();
+    ownSizes_.clear();
 }

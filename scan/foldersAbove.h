@@ -12,14 +12,18 @@
 // because a folder may only have a stamp while everything below it has been scanned.
 class FoldersAbove {
 public:
-    // Call it after rows of the folder (an internal path with a trailing "\") have changed; `isComplete`: it
-    // was scanned to its end.
+    // Call it before rows of the folder (an internal path with a trailing "\") change, while the sizes of the
+    // folders above are those of what is in them.
+    void prepare(Database& database, std::string_view folder);
+
+    // Call it after rows of the folder have changed; `isComplete`: it was scanned to its end.
     void follow(Database& database, std::string_view folder, bool isComplete);
 
     // The folder itself is scanned again, so its earlier stamp is void.
     void scannedAnew(std::string_view folder) {
-        if (!held_.empty()) {
+        if (!held_.empty() || !ownSizes_.empty()) {
             held_.erase(std::string(folder));
+            ownSizes_.erase(std::string(folder));
         }
     }
 
@@ -34,4 +38,6 @@ private:
     // them is complete.
     std::set<std::string> unfinished_;
     std::unordered_map<std::string, std::string, platform::NameHash, platform::NameEqual> held_;
+    // What folders take on the disk beside the items in them.
+    std::unordered_map<std::string, double, platform::NameHash, platform::NameEqual> ownSizes_;
 };

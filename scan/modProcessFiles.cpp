@@ -27,6 +27,7 @@ modScans::Scan begunScan(const std::string& path, const clsSettings& settings) {
     scan.started = platform::now();
     scan.exact = settings.exact() || settings.fullFileSizes();
     scan.withOwners = settings.getOwnerInfo();
+    scan.onDisk = true;
     for (const std::string& pattern : settings.excludes()->texts()) {
         scan.excludes.append(scan.excludes.empty() ? "" : "\n").append(pattern);
     }

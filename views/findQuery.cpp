@@ -153,7 +153,7 @@ void FindQuery::begin(Database& database) {
     lastRow_ = first->Fields(0).isNull() ? row_ : last->Fields(0).number();
     step_ = firstStep;
     stage_ = Stage::read;
-    writeStatement();
+    writeStatement(database.sizeColumn());
     const bool hasIndexes = database.hasIndexes();
     if (folder_.empty() || (hasIndexes && modFolderRows::holdsAll(database, folder_))) {
         return;
@@ -184,10 +184,11 @@ void FindQuery::narrow(Database& database) {
     lastRow_ = looked == 0 ? lastRow_ : last;
 }
 
-void FindQuery::writeStatement() {
+// `size` is the column that counts.
+void FindQuery::writeStatement(const std::string& size) {
     const bool findsEmpty = conditions_.kind == Kind::emptyFolders;
     const bool isDated = older_ || newer_;
-    columns_ = "idx,size";
+    columns_ = "idx," + size + " as size";
     if (!name_.empty() || findsEmpty) {
         columns_ += ",fileName";
     }
@@ -199,15 +200,15 @@ void FindQuery::writeStatement() {
     }
     std::string fits = conditions_.kind == Kind::files ? "isFolder=0" : "isFolder=1";
     if (conditions_.larger) {
-        fits += " and size>" + digitsOf(*conditions_.larger);
+        fits += " and " + size + ">" + digitsOf(*conditions_.larger);
     }
     if (conditions_.smaller) {
-        fits += " and size<" + digitsOf(*conditions_.smaller);
+        fits += " and " + size + "<" + digitsOf(*conditions_.smaller);
     }
     fits += textConditions(conditions_);
     if (findsEmpty) { // all rows are read, as each says of a folder that it is not; what was not read has no
                       // stamp
-        columns_ += ",parentFolder,(" + fits + " and size=0 and scanCompleteTime<>\"\") as fits";
+        columns_ += ",parentFolder,(" + fits + " and details.size=0 and scanCompleteTime<>\"\") as fits";
     } else {
         condition_ = " and " + fits;
     }
@@ -322,9 +323,8 @@ void FindQuery::fetch(Database& database, Clock::time_point end) {
             return;
         }
         const auto row = database.OpenRecordset(
-            "select parentFolder,fileName,description,owner,dateModified,dateAccessed,size,isFolder "
-            "from details where idx=" +
-            digitsOf(found_[fetched_].row));
+            "select parentFolder,fileName,description,owner,dateModified,dateAccessed," +
+            database.sizeColumn() + ",isFolder from details where idx=" + digitsOf(found_[fetched_].row));
         if (row->EndOfFile()) { // it is gone by now
             continue;
         }

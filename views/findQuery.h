@@ -75,7 +75,7 @@ private:
 
     void begin(Database& database);
     void narrow(Database& database);
-    void writeStatement();
+    void writeStatement(const std::string& size);
     void read(Database& database, Clock::time_point end);
     void readSlice(Database& database, double last);
     [[nodiscard]] bool matches(const Row& row);

@@ -30,21 +30,20 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
     return result;
 }
 
-// A saved scan may keep folders only; their sizes tell what the files took.
+// A saved scan may keep folders only; their sizes tell what the files took. What a folder itself takes on the
+// disk is counted with them.
 void addUnkeptFiles(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
     const auto files = database.OpenRecordset("select idx from details where isFolder=0 and " +
                                               modFolderRows::anywhereIn(key));
-    if (!files->EndOfFile()) {
+    const modFolderRows::RecordedFolder own = modFolderRows::find(database, key);
+    if (!files->EndOfFile() || !(own.totals.size > modFolderRows::sum(database, key))) {
         return;
     }
-    const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
-    double rest = own->EndOfFile() ? 0 : modLvw::soundSize(own->Fields(0).number());
+    double rest = modLvw::soundSize(modFolderRows::countedSize(database, key, own));
     for (const ChartEntry& entry : entries) {
         rest -= entry.size;
     }
-    if (rest > 0) {
-        entries.push_back({std::string(modFigures::filesLabel), rest});
-    }
+    entries.push_back({std::string(modFigures::filesLabel), rest});
 }
 
 // A walk goes depth first, so only one subfolder can have contents and no row of its own yet: that of the
@@ -60,9 +59,9 @@ void addUnfinished(Database& database, std::string_view key, std::vector<ChartEn
         return;
     }
     const std::string folder = std::string(key) + name + "\\";
-    const auto files =
-        database.OpenRecordset("select sum(details.size) as total from details where isFolder=0 and " +
-                               modFolderRows::anywhereIn(folder));
+    const auto files = database.OpenRecordset("select sum(details." + database.sizeColumn() +
+                                              ") as total from details where isFolder=0 and " +
+                                              modFolderRows::anywhereIn(folder));
     const double size =
         files->EndOfFile() || files->Fields("Total").isNull() ? 0 : files->Fields("Total").number();
     entries.push_back({name, modLvw::soundSize(size), true});
@@ -82,7 +81,8 @@ std::string modFigures::lastFolder(Database& database) {
 
 std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string_view key, ScanState state) {
     std::vector<ChartEntry> entries;
-    const auto files = database.OpenRecordset("select sum(details.size) as total from details "
+    const auto files = database.OpenRecordset("select sum(details." + database.sizeColumn() +
+                                              ") as total from details "
                                               " where isFolder=0 and parentfolder=" +
                                               modGlobal::quoted(key));
     const bool hasFiles = !files->EndOfFile() && !files->Fields("Total").isNull();
@@ -90,8 +90,9 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
         entries.push_back(
             {std::string(modFigures::filesLabel), modLvw::soundSize(files->Fields("Total").number())});
     }
-    const auto folders = database.OpenRecordset("select distinct fileName,size from details where " +
-                                                modFolderRows::directlyIn(key) + " and isFolder=1");
+    const auto folders =
+        database.OpenRecordset("select distinct fileName," + database.selectedSize() +
+                               " from details where " + modFolderRows::directlyIn(key) + " and isFolder=1");
     const Field& name = folders->Fields("fileName");
     const Field& size = folders->Fields("size");
     for (; !folders->EndOfFile(); folders->MoveNext()) {
@@ -113,24 +114,25 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
 
 std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std::string_view key) {
     return groups(database,
-                  "SELECT details.extension, details.description, Sum(details.size) AS totalSize, "
-                  "Count(details.extension) AS totalCount "
-                  "From details "
-                  "WHERE " +
+                  "SELECT details.extension, details.description, Sum(details." + database.sizeColumn() +
+                      ") AS totalSize, "
+                      "Count(details.extension) AS totalCount "
+                      "From details "
+                      "WHERE " +
                       modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::range) +
                       " GROUP BY details.extension, details.description;",
                   "extension");
 }
 
 std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::string_view key) {
-    return groups(
-        database,
-        "SELECT details.owner, Sum(details.size) AS totalSize, Count(details.extension) AS totalCount "
-        "From details "
-        "WHERE " +
-            modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern) +
-            " GROUP BY details.owner;",
-        "owner");
+    return groups(database,
+                  "SELECT details.owner, Sum(details." + database.sizeColumn() +
+                      ") AS totalSize, Count(details.extension) AS totalCount "
+                      "From details "
+                      "WHERE " +
+                      modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern) +
+                      " GROUP BY details.owner;",
+                  "owner");
 }
 
 std::string modFigures::itemsText(Database& database) {

@@ -20,37 +20,47 @@ modFigures::FolderSummary modFigures::summary(Database& database, std::string_vi
     const modFolderRows::RecordedFolder recorded = modFolderRows::find(database, key);
     const modFolderRows::ItemCounts counts =
         recorded.hasContent ? modFolderRows::count(database, key) : modFolderRows::ItemCounts();
-    const double size = recorded.hasOwnRow ? recorded.size : modFolderRows::sum(database, key);
-    return {modLvw::soundSize(size), counts.files, counts.folders, recorded.isThere(),
-            !recorded.stamp.empty()};
+    const double size = modFolderRows::countedSize(database, key, recorded);
+    const bool asksTotals = counts.files == 0 && recorded.hasContent && !recorded.hasOwnRow;
+    const modFolderRows::Totals totals = asksTotals ? modFolderRows::totals(database, key) : recorded.totals;
+    const std::int64_t files = counts.files > 0 ? counts.files : totals.files;
+    return {modLvw::soundSize(size),
+            files,
+            counts.folders,
+            recorded.isThere(),
+            database.countsSizeOnDisk(),
+            !recorded.stamp.empty(),
+            files == 0 && totals.size > 0};
 }
 
 std::string modFigures::summaryText(const FolderSummary& summary) {
-    return modLvw::formatSize(summary.size) + ", " + contentText(summary);
+    return modLvw::formatSize(summary.size) + (summary.onDisk ? " on disk, " : ", ") + contentText(summary);
 }
 
 std::string modFigures::contentText(const FolderSummary& summary) {
-    const bool hasUnkept = summary.files == 0 && summary.size > 0;
-    return (hasUnkept ? "files not kept"
-                      : modFormat::countedText(static_cast<double>(summary.files), "file", "files")) +
+    return (summary.hasUnkeptFiles
+                ? "files not kept"
+                : modFormat::countedText(static_cast<double>(summary.files), "file", "files")) +
            ", " + modFormat::countedText(static_cast<double>(summary.folders), "folder", "folders");
 }
 
 double modFigures::fileSize(Database& database, std::string_view path) {
     const clsFile file(path);
-    const auto rows = database.OpenRecordset("select size from details where " +
+    const auto rows = database.OpenRecordset("select " + database.selectedSize() + " from details where " +
                                              modFolderRows::fileIn(file.parentFolder(), file.lastFolder()));
     return rows->EndOfFile() ? 0 : modLvw::soundSize(rows->Fields(0).number());
 }
 
 std::optional<double> modFigures::scannedSize(Database& database, std::string_view key) {
-    const auto own = database.OpenRecordset("select size from details where " + modFolderRows::itself(key));
+    const auto own = database.OpenRecordset("select " + database.selectedSize() + " from details where " +
+                                            modFolderRows::itself(key));
     if (!own->EndOfFile()) {
         return modLvw::soundSize(own->Fields(0).number());
     }
     // A drive's root has no row; below one that was not scanned itself, there are only deeper rows.
-    const auto direct = database.OpenRecordset("select sum(size) as total from details where " +
-                                               modFolderRows::directlyIn(key));
+    const auto direct =
+        database.OpenRecordset("select sum(" + database.sizeColumn() + ") as total from details where " +
+                               modFolderRows::directlyIn(key));
     const bool isScanned = isRoot(key) && !direct->EndOfFile() && !direct->Fields(0).isNull();
     return isScanned ? std::optional(modLvw::soundSize(direct->Fields(0).number())) : std::nullopt;
 }

@@ -13,19 +13,25 @@
 namespace modFigures {
 
 struct FolderSummary {
-    double size = 0;          // bytes; the total of the chart's entries
-    std::int64_t files = 0;   // at any depth
-    std::int64_t folders = 0; // the same, without the folder itself
-    bool isRecorded = false;  // there are rows of it
-    bool isStamped = false;   // all of it was scanned; never so for a drive's root, which has no row
+    double size = 0;             // bytes; the total of the chart's entries
+    std::int64_t files = 0;      // at any depth, even if only folders were kept
+    std::int64_t folders = 0;    // at any depth, without the folder itself
+    bool isRecorded = false;     // there are rows of it
+    bool onDisk = false;         // the size is what it takes on the disk
+    bool isStamped = false;      // all of it was scanned; never so for a drive's root, which has no row
+    bool hasUnkeptFiles = false; // and the rows of folders do not tell how many
 };
 
 [[nodiscard]] FolderSummary summary(Database& database, std::string_view key);
 
-// "3.2 Kb, 4 files, 1 folder".
+// What to say if sizes on disk were asked for and the rows lack them.
+inline constexpr const char* lackingText =
+    "This saved scan does not tell what files take on the disk, so their sizes are counted.";
+
+// "3.2 Kb, 4 files, 1 folder" or "3.2 Kb on disk, 4 files, 1 folder".
 [[nodiscard]] std::string summaryText(const FolderSummary& summary);
 
-// "4 files, 1 folder"; "files not kept, 1 folder" of a saved scan that keeps folders only.
+// "4 files, 1 folder"; "files not kept, 1 folder".
 [[nodiscard]] std::string contentText(const FolderSummary& summary);
 
 // The recorded size of a file, given by its internal path; 0 if it was not scanned.

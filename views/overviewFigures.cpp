@@ -132,7 +132,8 @@ void Reader::enter(std::string_view parent) {
 
 void Reader::readFiles() {
     const auto rows = database_.OpenRecordset(
-        "select idx,size,extension,owner,dateModified,parentFolder from details where " +
+        "select idx," + database_.selectedSize() +
+        ",extension,owner,dateModified,parentFolder from details where " +
         modFolderRows::filesAnywhereIn(database_, key_, modFolderRows::Form::pattern));
     const Field& number = rows->Fields("idx");
     const Field& size = rows->Fields("size");
@@ -161,10 +162,12 @@ void Reader::readFiles() {
 
 void Reader::readFolders(const std::function<bool(std::string_view)>& isUnread) {
     const auto rows = database_.OpenRecordset(
-        "select idx,size,parentFolder,fileName,description,scanCompleteTime from details where " +
+        "select idx,size," + database_.sizeColumn() +
+        " as counted,parentFolder,fileName,description,scanCompleteTime from details where " +
         modFolderRows::foldersAnywhereIn(key_));
     const Field& number = rows->Fields("idx");
     const Field& size = rows->Fields("size");
+    const Field& counted = rows->Fields("counted");
     const Field& parent = rows->Fields("parentFolder");
     const Field& name = rows->Fields("fileName");
     const Field& description = rows->Fields("description");
@@ -178,9 +181,8 @@ void Reader::readFolders(const std::function<bool(std::string_view)>& isUnread) 
         std::string_view shortName = name.text();
         path.assign(parent_).append(shortName);
         shortName.remove_suffix(shortName.ends_with('\\') ? 1 : 0);
-        const double bytes = modLvw::soundSize(size.number());
         if (content_ != nullptr) {
-            content_->folders.emplace_back(shortName, bytes);
+            content_->folders.emplace_back(shortName, modLvw::soundSize(counted.number()));
         }
         const bool isOther = description.text() == modFolderRows::otherVolume;
         overview_.otherVolumes += isOther ? 1 : 0;
@@ -189,7 +191,7 @@ void Reader::readFolders(const std::function<bool(std::string_view)>& isUnread) 
         }
         if (stamp.isNull()) {
             hasUnfinished_ = hasUnfinished_ || parent_ == key_;
-        } else if (bytes == 0) {
+        } else if (size.number() == 0) {
             perhapsEmpty_.emplace_back(platform::NameHash()(path), row);
         }
     }
@@ -265,7 +267,7 @@ bool Reader::isScannedRoot() const {
 
 Overview Reader::result() {
     const modFolderRows::RecordedFolder recorded = modFolderRows::find(database_, key_);
-    const double size = recorded.hasOwnRow ? recorded.size : modFolderRows::sum(database_, key_);
+    const double size = modFolderRows::countedSize(database_, key_, recorded);
     overview_.folder = folderOf(key_, modLvw::soundSize(size), 0);
     overview_.isComplete = recorded.hasOwnRow ? !recorded.stamp.empty() : isScannedRoot();
     overview_.types = types_.largest(limits_.groups);

@@ -18,9 +18,9 @@ TreemapGrowth::TreemapGrowth(std::string_view folder, double area)
 }
 
 bool TreemapGrowth::readUntil(Database& database, modTreemap::Time end) {
-    const auto rows = database.OpenRecordset(
-        std::string("select idx,isFolder,extension,parentFolder,").append(modTreemap::sizeColumn) +
-        " from details where idx>" + std::to_string(lastRow_) + " order by idx");
+    const auto rows =
+        database.OpenRecordset("select idx,isFolder,extension,parentFolder," + database.sizeColumn() +
+                               " from details where idx>" + std::to_string(lastRow_) + " order by idx");
     const Field& idx = rows->Fields(0);
     const Field& isFolder = rows->Fields(1);
     const Field& extension = rows->Fields(2);

@@ -41,8 +41,8 @@ bool TreemapReader::readFolder(Database& database, modTreemap::Time end) {
         addUnfinished(folder);
     }
     const auto rows = database.OpenRecordset(
-        std::string("select idx,isFolder,extension,fileName,").append(modTreemap::sizeColumn) +
-        " from details where " + modFolderRows::directlyIn(folder) +
+        "select idx,isFolder,extension,fileName," + database.sizeColumn() + " from details where " +
+        modFolderRows::directlyIn(folder) +
         (lastRow_ ? " and idx>" + std::to_string(*lastRow_) : std::string()) + " order by idx");
     const Field& idx = rows->Fields(0);
     const Field& isFolder = rows->Fields(1);
@@ -112,7 +112,7 @@ void TreemapReader::findUnfinished(Database& database) {
             below = 0; // it is part of what is directly in the next one
             continue;
         }
-        below += modLvw::soundSize(modFolderRows::sum(database, folder));
+        below += modLvw::soundSize(modFolderRows::countedSize(database, folder, {}));
         unfinished_[folder] = below;
     }
 }

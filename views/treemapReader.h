@@ -16,9 +16,6 @@
 
 namespace modTreemap {
 
-// The column of table `details` with the sizes that areas are proportional to.
-inline constexpr std::string_view sizeColumn = "size";
-
 using Time = std::chrono::steady_clock::time_point;
 
 } // namespace modTreemap

@@ -18,7 +18,21 @@ QVariant alignment(const ListColumn& column) {
 } // namespace
 
 ListModel::ListModel(std::span<const ListColumn> columns, const ImageList* images)
-    : columns_(columns), images_(images) {}
+    : columns_(columns.begin(), columns.end()), images_(images) {}
+
+void ListModel::setFurtherColumns(std::size_t first, std::span<const ListColumn> columns) {
+    const auto begin = static_cast<int>(first);
+    if (begin < columnCount()) {
+        beginRemoveColumns({}, begin, columnCount() - 1);
+        columns_.resize(first);
+        endRemoveColumns();
+    }
+    if (!columns.empty()) {
+        beginInsertColumns({}, begin, begin + static_cast<int>(columns.size()) - 1);
+        columns_.insert(columns_.end(), columns.begin(), columns.end());
+        endInsertColumns();
+    }
+}
 
 int ListModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : static_cast<int>(rows_.size());

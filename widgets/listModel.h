@@ -16,8 +16,8 @@ class ImageList;
 // A column of a report list.
 struct ListColumn {
     std::string_view header;
-    std::string_view tag;    // how modLvw::lvsort builds its keys: "SIZE", "NUMBER", "DATE"; otherwise text
-    bool isNumber;           // right-aligned
+    std::string_view tag; // how modLvw::lvsort builds its keys: "SIZE", "NUMBER", "SHARE", "DATE"; else text
+    bool isNumber;        // right-aligned
     std::string_view widest; // a text that initially fits into the column
     bool holdsNames = false; // internal names, or parts of them, which are shown as on the disk
 };
@@ -28,8 +28,8 @@ class ListModel final : public QAbstractTableModel {
     Q_OBJECT
 
 public:
-    // The columns must outlive the model, and so must `images`, the small icons of a list whose keys are
-    // paths. Null for a list with other keys, which has no icons and no tool tips.
+    // `images`, the small icons of a list whose keys are paths, must outlive the model. Null for a list with
+    // other keys, which has no icons and no tool tips.
     ListModel(std::span<const ListColumn> columns, const ImageList* images);
 
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
@@ -38,6 +38,8 @@ public:
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     [[nodiscard]] std::span<const ListColumn> columns() const noexcept { return columns_; }
+    // Replaces those behind the first ones; the model must be empty.
+    void setFurtherColumns(std::size_t first, std::span<const ListColumn> columns);
     [[nodiscard]] bool hasIcons() const noexcept { return images_ != nullptr; }
 
     // The cell's text: if its column contains names, as they are on the disk.
@@ -73,7 +75,7 @@ private:
     [[nodiscard]] bool passes(const ListRow& row) const;
     [[nodiscard]] std::string text(const ListRow& row, int column) const;
 
-    std::span<const ListColumn> columns_;
+    std::vector<ListColumn> columns_;
     const ImageList* images_;
     std::vector<ListRow> rows_;
     std::string filter_;     // in lower case

@@ -3,9 +3,11 @@
 #include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
 #include <algorithm>
+#include <cmath>
 #include <memory>
 #include <utility>
 
@@ -14,6 +16,7 @@
 namespace {
 
 constexpr int roomBetweenRows = 6;
+constexpr std::string_view shareTag = "SHARE";
 
 class RowDelegate final : public QStyledItemDelegate {
 public:
@@ -24,6 +27,18 @@ public:
         QSize size = QStyledItemDelegate::sizeHint(option, index);
         size.setHeight(std::max(option.fontMetrics.height(), list_.iconSize().height()) + roomBetweenRows);
         return size;
+    }
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override {
+        QStyledItemDelegate::paint(painter, option, index);
+        const auto column = static_cast<std::size_t>(index.column());
+        if (list_.rows().columns()[column].tag == shareTag) {
+            const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+            paintBar(*painter, option.rect,
+                     option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight),
+                     numberOf(list_.rows().row(index.row()).cell(index.column()).tag).value_or(0));
+        }
     }
 
 protected:
@@ -44,6 +59,16 @@ protected:
     }
 
 private:
+    // Over the text, which can be read through it.
+    static void paintBar(QPainter& painter, const QRect& cell, QColor colour, double share) {
+        constexpr int margin = 3;
+        constexpr int opacity = 70;
+        colour.setAlpha(opacity);
+        QRect bar = cell.adjusted(margin, margin, -margin, -margin);
+        bar.setWidth(static_cast<int>(std::lround(bar.width() * std::clamp(share, 0.0, 1.0))));
+        painter.fillRect(bar, colour);
+    }
+
     [[nodiscard]] bool isNumber(const QModelIndex& index) const {
         return list_.rows().columns()[static_cast<std::size_t>(index.column())].isNumber;
     }
@@ -89,16 +114,36 @@ void ListView::setUpHeader() {
     bar.setSectionsMovable(false);
     bar.setSectionsClickable(true);
     bar.setHighlightSections(false);
-    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
     for (int i = 0; i < rows_.columnCount(); ++i) {
-        const int text = fontMetrics().horizontalAdvance(
-            QString::fromUtf8(rows_.columns()[static_cast<std::size_t>(i)].widest));
-        const int icon = i == 0 && rows_.hasIcons() ? iconSize().width() + margin : 0;
-        bar.resizeSection(i, std::max(text + icon + 2 * margin, bar.sectionSizeHint(i)));
+        setInitialWidth(i);
     }
     leastFirstWidth_ = bar.sectionSize(0);
     connect(&bar, &QHeaderView::sectionClicked, this,
             [this](int section) { Q_EMIT columnClicked(section + 1); });
+}
+
+void ListView::setInitialWidth(int column) {
+    const int margin = 2 * (style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1);
+    const int text = fontMetrics().horizontalAdvance(
+        QString::fromUtf8(rows_.columns()[static_cast<std::size_t>(column)].widest));
+    const int icon = column == 0 && rows_.hasIcons() ? iconSize().width() + margin : 0;
+    header()->resizeSection(column, std::max(text + icon + 2 * margin, header()->sectionSizeHint(column)));
+}
+
+void ListView::setFurtherColumns(std::size_t first, std::span<const ListColumn> columns) {
+    const bool wasFilled = fillsItsRoom();
+    for (std::size_t i = first; i < rows_.columns().size(); ++i) {
+        formerWidths_[rows_.columns()[i].header] = header()->sectionSize(static_cast<int>(i));
+    }
+    rows_.setFurtherColumns(first, columns);
+    for (int i = static_cast<int>(first); i < rows_.columnCount(); ++i) {
+        const auto former = formerWidths_.find(rows_.columns()[static_cast<std::size_t>(i)].header);
+        former == formerWidths_.end() ? setInitialWidth(i) : header()->resizeSection(i, former->second);
+    }
+    if (wasFilled) {
+        const int left = viewport()->width() - (header()->length() - header()->sectionSize(0));
+        header()->resizeSection(0, std::max(left, leastFirstWidth_));
+    }
 }
 
 int ListView::selectedRow() const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QTreeView>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -26,6 +27,10 @@ public:
 
     [[nodiscard]] ListModel& rows() noexcept { return rows_; }
     [[nodiscard]] const ListModel& rows() const noexcept { return rows_; }
+
+    // Replaces the columns behind the first ones, which keep their widths; the list must be empty. A column
+    // that was shown before gets the width that it had.
+    void setFurtherColumns(std::size_t first, std::span<const ListColumn> columns);
 
     // The selected row, of several the current one or else the first; -1 if there is none.
     [[nodiscard]] int selectedRow() const;
@@ -85,12 +90,14 @@ protected:
 
 private:
     void setUpHeader();
+    void setInitialWidth(int column);
     [[nodiscard]] static int columnOfKey(const QKeyEvent& event);
     [[nodiscard]] QPoint menuPlace() const;
 
     ListModel rows_;
     ListSort sort_;
     bool exactDates_ = false;
-    int leastFirstWidth_ = 0; // of the first column
-    int roomBefore_ = 0;      // the width for which the columns were last laid out
+    std::map<std::string_view, int> formerWidths_; // of columns that are not shown, by header
+    int leastFirstWidth_ = 0;                      // of the first column
+    int roomBefore_ = 0;                           // the width for which the columns were last laid out
 };

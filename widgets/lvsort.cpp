@@ -23,7 +23,7 @@ namespace {
 constexpr int toggle = -1;
 constexpr int indexOutOfBounds = 35600;
 
-enum class KeyKind { text, size, date, number, moment };
+enum class KeyKind { text, size, date, number, share, moment };
 
 // "DATETIME" is not a known tag unless the list is exact; it then stands for the moment.
 KeyKind keyKind(std::string_view tag, bool exactDates) {
@@ -31,6 +31,7 @@ KeyKind keyKind(std::string_view tag, bool exactDates) {
     return is("SIZE")                     ? KeyKind::size
            : is("DATE")                   ? KeyKind::date
            : is("NUMBER")                 ? KeyKind::number
+           : is("SHARE")                  ? KeyKind::share
            : exactDates && is("DATETIME") ? KeyKind::moment
                                           : KeyKind::text;
 }
@@ -79,8 +80,10 @@ std::string sortKey(const ListCell& cell, KeyKind kind) {
         modFormat::appendReformattedDate(result, cell.text, "yyyy/mm/dd hh:nn:ss");
         return result.insert(0, isDate ? "1" : "0");
     }
+    constexpr double sharesTold = 1e12; // apart
     if (const auto value = numberOf(cell.tag)) {
-        modFormat::appendFormattedNumber(result, *value, "0000000000000000000");
+        modFormat::appendFormattedNumber(result, kind == KeyKind::share ? *value * sharesTold : *value,
+                                         "0000000000000000000");
         return result;
     }
     return tagText(cell.tag);
@@ -90,6 +93,9 @@ std::string sortKey(const ListCell& cell, KeyKind kind) {
 std::string restoredText(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
         return reformattedDate(cell.text, "mm/dd/yyyy");
+    }
+    if (kind == KeyKind::share) {
+        return std::string(cell.text);
     }
     const auto value = kind == KeyKind::size ? numberOf(cell.tag) : std::nullopt;
     return value ? formatSize(*value) : tagText(cell.tag);

@@ -1,6 +1,7 @@
 #include "window/figureNotices.h"
 
 #include "base/errorTrap.h"
+#include "views/folderSummary.h"
 #include "window/menu/menus.h"
 
 namespace {
@@ -40,7 +41,7 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
 
 void FigureNotices::showWrapped() {
     const std::int64_t wrapped = dependencies_.search.gaps.wrappedIn({});
-    if (wrapped == 0) {
+    if (wrapped == 0 || dependencies_.settings.onDisk()) { // what is taken on the disk is counted in full
         dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
         return;
     }
@@ -52,7 +53,17 @@ void FigureNotices::showWrapped() {
 void FigureNotices::loaded() {
     dependencies_.bar.dismiss(MessageBar::Topic::wrappedSizes);
     dependencies_.bar.dismiss(MessageBar::Topic::unreadable);
+    showLacking();
     fillUnreadable();
+}
+
+void FigureNotices::showLacking() {
+    if (dependencies_.settings.onDisk() && dependencies_.database.lacksSizesOnDisk()) {
+        dependencies_.bar.showMessage(MessageBar::Topic::lacksSizesOnDisk,
+                                      {QString::fromUtf8(modFigures::lackingText), {}});
+    } else {
+        dependencies_.bar.dismiss(MessageBar::Topic::lacksSizesOnDisk);
+    }
 }
 
 void FigureNotices::setExact(bool exact) {
@@ -85,6 +96,19 @@ void FigureNotices::useExactSizes() {
     }
     dependencies_.selection.scanAgain();
     showWrapped(); // if it was cancelled
+}
+
+void FigureNotices::setOnDisk(bool onDisk) {
+    modGlobal::trapped(moduleName, "setOnDisk", [&] {
+        dependencies_.settings.setOnDisk(onDisk);
+        modMenus::setMark(dependencies_.menu, "SizeOnDisk", onDisk);
+        dependencies_.database.setOnDisk(onDisk);
+        dependencies_.views.forget();
+        Q_EMIT dependencies_.selection.figuresChanged();
+        showLacking();
+        showWrapped();
+        dependencies_.settings.saveOnDisk(dependencies_.store);
+    });
 }
 
 void FigureNotices::showUnreadable() {

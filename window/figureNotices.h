@@ -25,6 +25,7 @@ public:
         const clsRegSettings& store;
         clsSearch& search;
         FolderSelection& selection;
+        WorkingDatabase& database;
         ViewTabs& views;
         clsDialogs& dialogs;
     };
@@ -41,6 +42,9 @@ public:
     // The command that switches exact figures on or off. Switching them on offers to scan again.
     void toggleExact();
 
+    // Switches between sizes and what is taken on the disk.
+    void setOnDisk(bool onDisk);
+
     void showUnreadable();
 
 private:
@@ -48,6 +52,7 @@ private:
     void switchOn();
     void useExactSizes();
     void showWrapped();
+    void showLacking();
     void fillUnreadable();
 
     Dependencies dependencies_;

@@ -121,7 +121,9 @@ modFigures::FolderSummary FolderHeader::summaryOfKey() const {
         return modFigures::summary(dependencies_.database.database(), key_);
     }
     const clsSearch::Progress& progress = search.progress();
-    return {progress.size, progress.files, progress.folders, search.rootPath == key_};
+    const bool onDisk = dependencies_.database.database().countsSizeOnDisk();
+    return {onDisk ? progress.sizeOnDisk : progress.size, progress.files, progress.folders,
+            search.rootPath == key_, onDisk};
 }
 
 bool FolderHeader::isIncomplete(const modFigures::FolderSummary& summary) const {

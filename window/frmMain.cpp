@@ -65,7 +65,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
           {tvw_, views_, settings_, working_, userInterface_, clipboard_, [this] { return newWorkbook(); }}),
       items_({selection_, search_, settings_, store_, working_, userInterface_, dialogs, clipboard_}),
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
-      notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, views_, dialogs}),
+      notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, working_, views_, dialogs}),
       changeSettings_({cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),
       opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
                 [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
@@ -96,6 +96,7 @@ void frmMain::form_load() {
     loadStep([this] { settings_.load(store_, applicationFolder_); });
     loadStep([this] {
         working_ = modDatabase::prepareDatabase(applicationFolder_, settings_.databasePath(), userInterface_);
+        working_.setOnDisk(settings_.onDisk());
     });
     loadStep([this] { views_.chart().setChartStyle(ChartStyle::bar); });
     loadStep([this] {
@@ -328,6 +329,7 @@ MenuTargets frmMain::menuTargets() {
     targets.treemap = [this] { views_.setTreemap(true); };
     targets.updateGraph = [this] { views_.updateGraph(); };
     targets.exactFigures = [this] { notices_.toggleExact(); };
+    targets.sizeOnDisk = [this] { notices_.setOnDisk(!settings_.onDisk()); };
     targets.unreadableFolders = [this] { notices_.showUnreadable(); };
     targets.goUp = [this] { navigation_.goUp(); };
     targets.goBack = [this] { navigation_.goBack(); };

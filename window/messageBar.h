@@ -22,7 +22,7 @@ class MessageBar final : public QFrame {
 
 public:
     // In order of urgency.
-    enum class Topic { wrappedSizes, unreadable, firstStart };
+    enum class Topic { wrappedSizes, unreadable, lacksSizesOnDisk, firstStart };
 
     struct Message {
         struct Action {

@@ -16,10 +16,13 @@ void SettingsCommand::run() {
 void SettingsCommand::follow(const SettingsSheet& sheet) {
     bool listsChanged = false;
     bool exact = dependencies_.settings.exact();
+    bool onDisk = dependencies_.settings.onDisk();
     for (const std::string_view name : sheet.stored()) {
         const Key& key = modSettings::keyNamed(name);
         if (name == "exact") {
             exact = sheet.value(key) == "1";
+        } else if (name == "onDisk") {
+            onDisk = sheet.value(key) == "1";
         } else if (!isPath(key.kind) && key.effect != Effect::nextStart) {
             dependencies_.settings.setText(name, sheet.value(key));
             listsChanged = listsChanged || isOfList(key.kind);
@@ -28,6 +31,9 @@ void SettingsCommand::follow(const SettingsSheet& sheet) {
     modMenus::setMark(dependencies_.menu, "ShowOwners", dependencies_.settings.getOwnerInfo());
     if (listsChanged) {
         dependencies_.views.refreshActiveView();
+    }
+    if (onDisk != dependencies_.settings.onDisk()) {
+        dependencies_.notices.setOnDisk(onDisk);
     }
     if (exact != dependencies_.settings.exact()) {
         dependencies_.notices.toggleExact();

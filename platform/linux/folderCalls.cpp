@@ -22,6 +22,8 @@ namespace {
 // Kept well below PATH_MAX, so that the last names of a path always fit after it.
 constexpr std::size_t pathPieceLength = 3000;
 
+constexpr std::int64_t statusBlock = 512; // of st_blocks, whatever the file system's blocks are
+
 // The kernel's record of one entry. glibc offers the same as dirent64, but not the call itself.
 struct KernelEntry {
     ino64_t inode;
@@ -33,11 +35,6 @@ struct KernelEntry {
 
 bool isSelfOrParent(const char* name) {
     return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
-}
-
-EntryFacts factsOf(const struct stat& status) {
-    return {S_ISDIR(status.st_mode), true,         status.st_size, status.st_atim.tv_sec,
-            status.st_mtim.tv_sec,   status.st_uid};
 }
 
 Descriptor openAnything(int start, const char* path, int flags) {
@@ -359,6 +356,22 @@ int FolderCalls::readNames(const std::string& native, const TakeEntry& take) {
         }
         take(facts, name);
     });
+}
+
+EntryFacts factsOf(const struct stat& status) {
+    EntryFacts facts;
+    facts.isFolder = S_ISDIR(status.st_mode);
+    facts.known = true;
+    facts.size = status.st_size;
+    facts.accessed = status.st_atim.tv_sec;
+    facts.modified = status.st_mtim.tv_sec;
+    facts.owner = status.st_uid;
+    facts.sizeOnDisk = static_cast<std::int64_t>(status.st_blocks) * statusBlock;
+    if (status.st_nlink > 1 && !facts.isFolder) {
+        facts.volume = status.st_dev;
+        facts.number = status.st_ino;
+    }
+    return facts;
 }
 
 int folderStatus(const std::string& native, EntryFacts& facts) {

@@ -17,6 +17,8 @@
 
 // The system's calls on folders, by absolute native paths without a "/" at the end. They wait for the volume
 // for as long as it takes. Results are 0 or the system's error code.
+struct stat;
+
 namespace platform {
 
 // Takes an entry's facts and its native name.
@@ -108,6 +110,8 @@ private:
     Distribute distribute_;
     alignas(std::max_align_t) std::array<char, bufferSize> buffer_;
 };
+
+[[nodiscard]] EntryFacts factsOf(const struct stat& status);
 
 // With links followed. Paths may be of any length.
 int folderStatus(const std::string& native, EntryFacts& facts);

@@ -261,6 +261,10 @@ EntryFacts entryFacts(std::string_view internalPath) {
     return error == 0 ? facts : EntryFacts();
 }
 
+bool hasFurtherNames(std::string_view /*internalPath*/) {
+    return true; // only such a file has a number
+}
+
 std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {
     const std::string native = toNative(internalFolder);
     EntryFacts facts;

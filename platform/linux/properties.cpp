@@ -7,6 +7,7 @@
 #include <climits>
 
 #include "platform/answering.h"
+#include "platform/linux/folderCalls.h"
 #include "platform/paths.h"
 
 namespace platform {
@@ -14,8 +15,6 @@ namespace platform {
 constinit const std::string_view modeName = "Mode";
 
 namespace {
-
-constexpr std::int64_t blockBytes = 512; // of st_blocks, whatever the file system's blocks are
 
 char typeLetter(mode_t mode) {
     struct Letter {
@@ -74,14 +73,8 @@ std::optional<Properties> propertiesOf(std::string_view internalPath) {
         return std::nullopt;
     }
     Properties result;
-    result.isFolder = S_ISDIR(status.st_mode);
-    result.known = true;
-    result.size = status.st_size;
-    result.accessed = status.st_atim.tv_sec;
-    result.modified = status.st_mtim.tv_sec;
-    result.owner = status.st_uid;
+    static_cast<EntryFacts&>(result) = factsOf(status);
     result.kind = kindOf(status.st_mode);
-    result.sizeOnDisk = static_cast<std::int64_t>(status.st_blocks) * blockBytes;
     result.mode = modeText(status.st_mode);
     std::array<char, PATH_MAX> target{};
     const ssize_t length =

@@ -20,7 +20,28 @@ EntryFacts factsOfRecord(const Record& record, DWORD reparseTag) {
     const bool isFolder = (record.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 &&
                           !isLink(record.dwFileAttributes, reparseTag);
     const auto size = static_cast<std::int64_t>(record.nFileSizeHigh) << 32 | record.nFileSizeLow;
-    return {isFolder, true, size, secondsOf(record.ftLastAccessTime), secondsOf(record.ftLastWriteTime), 0};
+    EntryFacts facts;
+    facts.isFolder = isFolder;
+    facts.known = true;
+    facts.size = size;
+    facts.accessed = secondsOf(record.ftLastAccessTime);
+    facts.modified = secondsOf(record.ftLastWriteTime);
+    return facts;
+}
+
+// The records of a listed folder have the same field names.
+template <class Record>
+EntryFacts factsOfListed(const Record& entry) {
+    const DWORD reparseTag = entry.EaSize; // of a reparse point
+    EntryFacts facts;
+    facts.isFolder =
+        (entry.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isLink(entry.FileAttributes, reparseTag);
+    facts.known = true;
+    facts.size = entry.EndOfFile.QuadPart;
+    facts.accessed = secondsOf(entry.LastAccessTime);
+    facts.modified = secondsOf(entry.LastWriteTime);
+    facts.sizeOnDisk = facts.isFolder ? 0 : entry.AllocationSize.QuadPart;
+    return facts;
 }
 
 // The facts about an entry that its folder has; links are not followed. A drive's root has no folder above
@@ -78,19 +99,18 @@ std::optional<FileInformation> informationOf(const std::wstring& path) {
     result.isRegular = !result.facts.isFolder;
     result.volume = record.dwVolumeSerialNumber;
     result.number = static_cast<std::uint64_t>(record.nFileIndexHigh) << 32 | record.nFileIndexLow;
+    result.names = record.nNumberOfLinks;
     return result;
 }
 
 EntryFacts factsOf(const FILE_FULL_DIR_INFO& entry) {
-    const DWORD reparseTag = entry.EaSize; // of a reparse point
-    const bool isFolder =
-        (entry.FileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 && !isLink(entry.FileAttributes, reparseTag);
-    return {isFolder,
-            true,
-            entry.EndOfFile.QuadPart,
-            secondsOf(entry.LastAccessTime),
-            secondsOf(entry.LastWriteTime),
-            0};
+    return factsOfListed(entry);
+}
+
+EntryFacts factsOf(const FILE_ID_BOTH_DIR_INFO& entry) {
+    EntryFacts facts = factsOfListed(entry);
+    facts.number = facts.isFolder ? 0 : static_cast<std::uint64_t>(entry.FileId.QuadPart);
+    return facts;
 }
 
 EntryFacts factsOf(const WIN32_FIND_DATAW& entry) {

@@ -63,7 +63,7 @@ struct FolderReader::Implementation {
     bool withOwners = false;
     AccountReader accounts;
     std::wstring entryPath;
-    alignas(FILE_FULL_DIR_INFO) std::array<std::byte, readBufferSize> buffer;
+    alignas(FILE_ID_BOTH_DIR_INFO) std::array<std::byte, readBufferSize> buffer;
 
     void startAt(const std::wstring& path, const OpenFolder& folder) {
         start = path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
@@ -94,10 +94,12 @@ struct FolderReader::Implementation {
     bool list(const OpenFolder& folder, FolderListing& listing) {
         constexpr int entriesPerLook = 1024;
         int entryCount = 0;
-        error = folder.forEachEntry(buffer, [&](const FILE_FULL_DIR_INFO& entry, std::wstring_view wideName) {
+        error = folder.forEachEntry(buffer, [&](const auto& entry, std::wstring_view wideName) {
             name.clear();
             appendNarrow(name, wideName);
-            listing.append(factsOf(entry), name);
+            EntryFacts facts = factsOf(entry);
+            facts.volume = startPlace ? startPlace->volume : 0;
+            listing.append(facts, name);
             const bool ends = ++entryCount % entriesPerLook == 0 && goesOn && !goesOn();
             return ends ? DWORD{ERROR_CANCELLED} : DWORD{ERROR_SUCCESS};
         });
@@ -235,6 +237,11 @@ std::string recordedPath(std::string_view internalFolder) {
 
 EntryFacts entryFacts(std::string_view internalPath) {
     return ownFacts(widePath(internalPath)).value_or(EntryFacts());
+}
+
+bool hasFurtherNames(std::string_view internalPath) {
+    const std::optional<FileInformation> found = informationOf(widePath(internalPath));
+    return found && found->names > 1;
 }
 
 std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {

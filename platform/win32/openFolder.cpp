@@ -25,9 +25,10 @@ std::optional<FolderPlace> OpenFolder::place(std::span<std::byte> buffer) const 
     return result;
 }
 
-DWORD OpenFolder::fill(std::span<std::byte> buffer, bool isFirst, bool& hasMore) const {
+DWORD OpenFolder::fill(FILE_INFO_BY_HANDLE_CLASS kind, std::span<std::byte> buffer, bool isFirst,
+                       bool& hasMore) const {
     const auto size = static_cast<DWORD>(buffer.size());
-    hasMore = ::GetFileInformationByHandleEx(handle_.get(), FileFullDirectoryInfo, buffer.data(), size) != 0;
+    hasMore = ::GetFileInformationByHandleEx(handle_.get(), kind, buffer.data(), size) != 0;
     if (hasMore) {
         return ERROR_SUCCESS;
     }
@@ -36,8 +37,13 @@ DWORD OpenFolder::fill(std::span<std::byte> buffer, bool isFirst, bool& hasMore)
         return ERROR_SUCCESS;
     case ERROR_FILE_NOT_FOUND: // the root of an empty drive contains nothing, not even itself
         return isFirst ? DWORD{ERROR_SUCCESS} : error;
-    case ERROR_INVALID_PARAMETER: // it is a file
-        return isFirst ? DWORD{ERROR_DIRECTORY} : error;
+    case ERROR_INVALID_PARAMETER: // it is a file, or a file system without numbers of files
+    case ERROR_INVALID_LEVEL:
+    case ERROR_NOT_SUPPORTED:
+        if (!isFirst) {
+            return error;
+        }
+        return kind == FileIdBothDirectoryInfo ? DWORD{ERROR_NOT_SUPPORTED} : DWORD{ERROR_DIRECTORY};
     default:
         return error;
     }

@@ -33,26 +33,36 @@ public:
     [[nodiscard]] std::optional<FolderPlace> place(std::span<std::byte> buffer) const;
 
     // Calls `take(record, name)` for each entry, until that returns an error. Returns that error or the
-    // system's; ERROR_SUCCESS at the end.
+    // system's; ERROR_SUCCESS at the end. The record has the file's number where the file system gives such.
     template <class Take>
     DWORD forEachEntry(std::span<std::byte> buffer, Take take) const {
+        const DWORD error = forEachRecord<FILE_ID_BOTH_DIR_INFO>(FileIdBothDirectoryInfo, buffer, take);
+        return error == ERROR_NOT_SUPPORTED
+                   ? forEachRecord<FILE_FULL_DIR_INFO>(FileFullDirectoryInfo, buffer, take)
+                   : error;
+    }
+
+private:
+    template <class Record, class Take>
+    DWORD forEachRecord(FILE_INFO_BY_HANDLE_CLASS kind, std::span<std::byte> buffer, Take take) const {
         bool hasMore = true;
-        DWORD error = fill(buffer, true, hasMore);
+        DWORD error = fill(kind, buffer, true, hasMore);
         while (error == ERROR_SUCCESS && hasMore) {
             const std::byte* position = buffer.data();
             for (DWORD step = 1; error == ERROR_SUCCESS && step != 0; position += step) {
-                const auto& record = *reinterpret_cast<const FILE_FULL_DIR_INFO*>(position);
+                const auto& record = *reinterpret_cast<const Record*>(position);
                 const std::wstring_view name(record.FileName, record.FileNameLength / sizeof(wchar_t));
                 error = name == L"." || name == L".." ? DWORD{ERROR_SUCCESS} : take(record, name);
                 step = record.NextEntryOffset;
             }
-            error = error == ERROR_SUCCESS ? fill(buffer, false, hasMore) : error;
+            error = error == ERROR_SUCCESS ? fill(kind, buffer, false, hasMore) : error;
         }
         return error;
     }
 
-private:
-    [[nodiscard]] DWORD fill(std::span<std::byte> buffer, bool isFirst, bool& hasMore) const;
+    // ERROR_NOT_SUPPORTED at the first call: the file system has no records of that kind with numbers.
+    [[nodiscard]] DWORD fill(FILE_INFO_BY_HANDLE_CLASS kind, std::span<std::byte> buffer, bool isFirst,
+                             bool& hasMore) const;
 
     Handle handle_;
     DWORD error_;

@@ -100,9 +100,13 @@ TEST_F(DatabaseFile, mayKeepFoldersOnly) {
         }
         return result;
     };
-    EXPECT_EQ(text(""), "22 bytes, files not kept, 4 folders: b 5 |Files| 7 a 10");
+    EXPECT_EQ(text(""), "22 bytes, 5 files, 4 folders: b 5 |Files| 7 a 10");
+    EXPECT_EQ(text("a/one"), "5 bytes, 1 file, 0 folders: |Files| 5");
+    working.database().Execute("delete * from details where fileName='a\\'");
+    EXPECT_EQ(text("a"), "5 bytes, 1 file, 1 folder: one 5") << "of the folders in it";
+    EXPECT_EQ(text("b/empty"), "0 bytes, 1 file, 0 folders:");
+    working.database().Execute("update details set fileCount=null");
     EXPECT_EQ(text("a/one"), "5 bytes, files not kept, 0 folders: |Files| 5");
-    EXPECT_EQ(text("b/empty"), "0 bytes, 0 files, 0 folders:");
 }
 
 TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {

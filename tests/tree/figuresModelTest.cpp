@@ -8,6 +8,7 @@
 #include <random>
 #include <set>
 
+#include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/text.h"
 #include "support/scanFixture.h"
@@ -117,10 +118,13 @@ private:
 struct Row {
     std::string parent, name, facts;
     double size = 0;
+    double sizeOnDisk = 0;
+    double files = 0, folders = 0; // below it
     bool isFolder = false, isComplete = false;
 
     [[nodiscard]] std::string text() const {
-        return parent + name + "|" + facts + "|" + valueText(size) + (isComplete ? "|complete" : "");
+        return parent + name + "|" + facts + "|" + valueText(size) + "|" + valueText(sizeOnDisk) + "|" +
+               valueText(files) + "|" + valueText(folders) + (isComplete ? "|complete" : "");
     }
 };
 
@@ -128,7 +132,8 @@ std::vector<Row> rowsOf(const ScanFixture& fixture) {
     std::vector<Row> result;
     const auto rows =
         fixture.working.database().OpenRecordset("select parentFolder, fileName, size, isFolder, "
-                                                 "scanCompleteTime, fullPath, drive, folder, extension, "
+                                                 "scanCompleteTime, sizeOnDisk, fileCount, folderCount, "
+                                                 "fullPath, drive, folder, extension, "
                                                  "description, dateModified, owner from details");
     for (; !rows->EndOfFile(); rows->MoveNext()) {
         Row& row = result.emplace_back();
@@ -137,7 +142,10 @@ std::vector<Row> rowsOf(const ScanFixture& fixture) {
         row.size = rows->Fields(2).number();
         row.isFolder = rows->Fields(3).number() != 0;
         row.isComplete = !rows->Fields(4).isNull();
-        for (int i = 5; i < rows->FieldCount(); ++i) {
+        row.sizeOnDisk = rows->Fields(5).number();
+        row.files = rows->Fields(6).number();
+        row.folders = rows->Fields(7).number();
+        for (int i = 8; i < rows->FieldCount(); ++i) {
             row.facts.append(rows->Fields(i).text()).append("|");
         }
     }
@@ -252,19 +260,36 @@ private:
         std::string result;
         const std::vector<Row> rows = rowsOf(*this);
         std::set<std::string> paths;
-        std::map<std::string, double> sums;
+        struct Content {
+            double size = 0, sizeOnDisk = 0, files = 0, folders = 0;
+        };
+        std::map<std::string, Content> contents;
         std::set<std::string> withUnfinished; // folders with an incomplete one in them
         for (const Row& row : rows) {
             result += paths.insert(row.parent + row.name).second ? "" : "twice: " + row.text() + "\n";
-            sums[row.parent] += row.size;
+            Content& content = contents[row.parent];
+            content.size += row.size;
+            content.sizeOnDisk += row.sizeOnDisk;
+            content.files += row.isFolder ? row.files : 1;
+            content.folders += row.isFolder ? row.folders + 1 : 0;
             if (row.isFolder && !row.isComplete) {
                 withUnfinished.insert(row.parent);
             }
         }
         for (const Row& row : rows) {
             const std::string path = row.parent + row.name;
-            if (row.isFolder && row.size != sums[path]) {
-                result += "not the sum of its contents, " + valueText(sums[path]) + ": " + row.text() + "\n";
+            const Content& content = contents[path];
+            if (row.isFolder &&
+                (row.size != content.size || row.files != content.files || row.folders != content.folders)) {
+                result += "not the sum of its contents, " + valueText(content.size) + "|" +
+                          valueText(content.files) + "|" + valueText(content.folders) + ": " + row.text() +
+                          "\n";
+            }
+            const auto facts = row.isFolder ? platform::folderFacts(path) : std::nullopt;
+            const auto own = static_cast<double>(facts ? facts->sizeOnDisk : 0);
+            if (facts && row.sizeOnDisk != content.sizeOnDisk + own) {
+                result += "not its own size on the disk and its contents', " + valueText(own) + " + " +
+                          valueText(content.sizeOnDisk) + ": " + row.text() + "\n";
             }
             if (row.isFolder && row.isComplete && withUnfinished.contains(path)) {
                 result += "not complete at all: " + row.text() + "\n";

@@ -34,7 +34,7 @@ protected:
         EXPECT_TRUE(search.updateDetail(file.path, {}, file.size, accessed, file.modified, file.owner));
     }
     void recordFolder(const std::string& path) {
-        EXPECT_TRUE(search.recordFolder(path, search.folderSum(path), false, {}, {}, "me"));
+        EXPECT_TRUE(search.recordFolder(path, {{.size = search.folderSum(path)}, 0, false, {}, {}, "me"}));
     }
     // The names that are found, as on the disk.
     std::vector<std::string> names(const Conditions& conditions, const std::string& folder = "/\\",

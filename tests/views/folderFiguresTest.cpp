@@ -32,7 +32,7 @@ protected:
         EXPECT_TRUE(search.updateDetail(path, {}, size, {}, {}, owner));
     }
     void recordFolder(const std::string& path) {
-        EXPECT_TRUE(search.recordFolder(path, search.folderSum(path), false, {}, {}, "me"));
+        EXPECT_TRUE(search.recordFolder(path, {{.size = search.folderSum(path)}, 0, false, {}, {}, "me"}));
     }
 
 private:
@@ -101,7 +101,7 @@ TEST_F(FolderFigures, keepTheSamePathOnTwoDrivesApart) {
     EXPECT_EQ(search.getLastScanStopTimeByLocationKey("/mnt/data\\docs\\"), "");
     recordFolder("/mnt/data\\docs\\");
     for (const std::string& drive : drives) {
-        EXPECT_FALSE(search.recordFolder(drive, search.folderSum(drive), false, {}, {}, "me"))
+        EXPECT_FALSE(search.recordFolder(drive, {{.size = search.folderSum(drive)}, 0, false, {}, {}, "me"}))
             << "a drive has no row";
     }
     EXPECT_THAT(entries("C:\\"), ElementsAre("docs|3", "|Files||5"));

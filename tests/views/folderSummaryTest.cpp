@@ -53,7 +53,7 @@ TEST_F(FolderSummary, ofADrivesRootIsMadeOfWhatLiesInIt) {
         EXPECT_TRUE(search.updateDetail(path, {}, 1, {}, {}, {}));
     }
     for (const char* path : {"Q:\\a\\", "Q:\\b\\c\\", "Q:\\b\\"}) {
-        EXPECT_TRUE(search.recordFolder(path, 1, false, {}, {}, {}));
+        EXPECT_TRUE(search.recordFolder(path, {{.size = 1}, 0, false, {}, {}, {}}));
     }
     EXPECT_EQ(text("Q:\\"), "3 bytes, 3 files, 3 folders ...");
     EXPECT_EQ(size("Q:\\"), "3");

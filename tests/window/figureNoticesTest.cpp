@@ -5,6 +5,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include "base/formatSize.h"
 #include "support/testSystem.h"
 #include "window/windowFixture.h"
 
@@ -146,6 +147,59 @@ TEST_F(FigureNoticesInWindow, listTheFoldersThatCouldNotBeRead) {
     pressF5();
     EXPECT_EQ(panel(4), "");
     EXPECT_EQ(list.rows().rowCount(), 0);
+}
+
+// Two names of one file, and one that is mostly empty.
+TEST_F(FigureNoticesInWindow, countWhatIsTakenOnTheDiskWhereAsked) {
+    tree.write("a/data", std::string(20'000, 'x'));
+    fs::create_hard_link(tree / "a/data", tree / "again");
+    tree.write("sparse", "");
+    fs::resize_file(tree / "sparse", 1 << 30);
+    openAnswered();
+    const auto columnOf = [this](const char* list) {
+        std::vector<std::string> sizes;
+        for (const std::string& row : rows(list)) {
+            const std::size_t end = row.find('|');
+            sizes.push_back(row.substr(0, row.find('|', end + 1)));
+        }
+        return sizes;
+    };
+    const auto figures = [this] { return control<QLabel>("lblFigures").text().toStdString(); };
+    const auto onDisk = [this](const std::string& condition) {
+        return std::stod(query("select sum(sizeOnDisk) from details where isFolder=0 and " + condition)[0]);
+    };
+    EXPECT_THAT(figures(), StartsWith("1.0 Gb, 7 files"));
+    control<QTabWidget>("XTab").setCurrentIndex(1);
+    EXPECT_THAT(columnOf("lvwF"), testing::Contains("sparse|1.0 Gb"));
+    command("SizeOnDisk");
+    EXPECT_TRUE(control<QAction>("SizeOnDisk").isChecked());
+    EXPECT_THAT(settingsFile(), HasSubstr("onDisk=1"));
+    EXPECT_THAT(figures(), HasSubstr(" on disk, 7 files"));
+    EXPECT_THAT(columnOf("lvwF"),
+                testing::Contains("sparse|" + modLvw::formatSize(onDisk("fileName=\"sparse\""))));
+    EXPECT_LE(onDisk("fileName=\"sparse\""), 1 << 20);
+    EXPECT_LE(onDisk("fileName=\"data\" or fileName=\"again\""), 30'000) << "it counts once";
+    for (const auto& [tab, list] : {std::pair(2, "lvwT"), {3, "lvwU"}}) {
+        control<QTabWidget>("XTab").setCurrentIndex(tab);
+        EXPECT_THAT(columnOf(list), Not(testing::Contains(HasSubstr("Gb")))) << list;
+    }
+    window->close();
+    close();
+
+    open();
+    EXPECT_TRUE(control<QAction>("SizeOnDisk").isChecked());
+    window->openPath(tree.typed());
+    EXPECT_THAT(figures(), HasSubstr(" on disk, "));
+    const std::string old = application.typed("old.mdb");
+    window->database().database().Execute("update details set sizeOnDisk=null");
+    dialogs.file = old;
+    command("ExportMDB");
+    command("LoadMDB");
+    EXPECT_THAT(shown(), HasSubstr("does not tell what files take on the disk"));
+    click(key());
+    EXPECT_THAT(figures(), StartsWith("1.0 Gb, 7 files"));
+    command("SizeOnDisk");
+    EXPECT_EQ(shown(), "");
 }
 
 } // namespace

@@ -49,7 +49,8 @@ PropertyRows rowsOfOne(Database* database, const std::string& item) {
     }
     if (isFolder(item) && database != nullptr) {
         const modFigures::FolderSummary summary = modFigures::summary(*database, item);
-        rows.emplace_back("Size (scanned)", summary.isRecorded ? sizeText(summary.size) : "Not scanned yet");
+        rows.emplace_back(summary.onDisk ? "Size on disk (scanned)" : "Size (scanned)",
+                          summary.isRecorded ? sizeText(summary.size) : "Not scanned yet");
         if (summary.isRecorded) {
             rows.emplace_back("Contains", modFigures::contentText(summary));
         }

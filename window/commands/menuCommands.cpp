@@ -18,7 +18,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 26> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 27> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -43,6 +43,7 @@ const std::array<MenuCommands::Command, 26> MenuCommands::commands{{
     {"GOFORWARD", [](MenuCommands& self, int) { self.targets_.goForward(); }},
     {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
     {"FILTERLIST", [](MenuCommands& self, int) { self.targets_.filterList(); }},
+    {"SIZEONDISK", [](MenuCommands& self, int) { self.targets_.sizeOnDisk(); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

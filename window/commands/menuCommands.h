@@ -26,6 +26,7 @@ struct MenuTargets {
     std::function<void()> treemap;
     std::function<void()> updateGraph;
     std::function<void()> exactFigures;
+    std::function<void()> sizeOnDisk;
     std::function<void()> unreadableFolders;
     std::function<void()> goUp;
     std::function<void()> goBack;
@@ -49,7 +50,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 26> commands;
+    static const std::array<Command, 27> commands;
 
     void showOwners(int index);
     void showChart(std::string_view key, const std::function<void()>& show);

@@ -14,7 +14,7 @@ namespace modMenus {
 
 namespace {
 
-enum class Mark { none, off, on, owners, exact };
+enum class Mark { none, off, on, owners, exact, onDisk };
 
 struct MenuItem {
     std::size_t level; // 0 is on the menu bar; otherwise below the last item one level up
@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 50> mainMenu{{
+constexpr std::array<MenuItem, 51> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -66,6 +66,7 @@ constexpr std::array<MenuItem, 50> mainMenu{{
     {1, "TreeSizes", "&Sizes in the Tree", PopMenu::noIcon, Mark::off},
     {1, "ViewTreemap", "&Treemap", PopMenu::noIcon, Mark::off, "Ctrl+3", true},
     {1, "FilterList", "F&ilter the List", PopMenu::noIcon, Mark::none, "Ctrl+F", true},
+    {1, "SizeOnDisk", "Size on &Disk", PopMenu::noIcon, Mark::onDisk},
     {0, "Item", "&Item"},
     {1, "ItemOpen", "&Open", PopMenu::noIcon, Mark::none, "Enter"},
     {1, "ItemShow", "&Show in File Manager", PopMenu::noIcon, Mark::none, "Ctrl+Enter"},
@@ -105,7 +106,7 @@ std::vector<MenuItem> itemMenu() {
 
 bool isMarked(Mark mark, const clsSettings& settings) {
     return mark == Mark::on || (mark == Mark::owners && settings.getOwnerInfo()) ||
-           (mark == Mark::exact && settings.exact());
+           (mark == Mark::exact && settings.exact()) || (mark == Mark::onDisk && settings.onDisk());
 }
 
 void addItems(PopMenu& menu, std::span<const MenuItem> items, const clsSettings& settings) {

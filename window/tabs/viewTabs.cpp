@@ -103,6 +103,7 @@ void ViewTabs::wire() {
         wireList(tab);
     }
     connect(&lvwF_, &ListView::itemActivated, this, &ViewTabs::rowActivated);
+    connect(&filesList_.further(), &ColumnChoice::changed, this, &ViewTabs::refreshActiveView);
     connect(&tmrChart_, &QTimer::timeout, this, [this] { growWithScan(); });
     connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] {
         filesList_.getListViewIcons();
@@ -233,7 +234,8 @@ void ViewTabs::updateGraph() {
             updateTreemap(key);
             return;
         }
-        tc_.setFolder(modQt::shownPath(key));
+        const bool onDisk = dependencies_.database.database().countsSizeOnDisk();
+        tc_.setFolder(modQt::shownPath(key) + (onDisk ? QStringLiteral(" (on disk)") : QString()));
         tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key,
                                                 scanning_ ? modFigures::ScanState::running
                                                           : modFigures::ScanState::ended),
@@ -379,6 +381,7 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
 // Only widths, which can be checked: Qt restores a saved header state without checking it.
 void ViewTabs::restore(QSettings& state) {
     constexpr int widestColumn = 10'000;
+    filesList_.further().restore(state);
     for (ListView* const list : {&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
         QHeaderView& bar = *list->header();
         const QStringList widths = state.value(list->objectName()).toStringList();
@@ -394,6 +397,7 @@ void ViewTabs::restore(QSettings& state) {
 }
 
 void ViewTabs::save(QSettings& state) const {
+    filesList_.further().save(state);
     for (const ListView* const list :
          std::initializer_list<const ListView*>{&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
         const QHeaderView& bar = *list->header();

@@ -73,6 +73,7 @@ protected:
                 .treemap = noting("treemap"),
                 .updateGraph = noting("graph"),
                 .exactFigures = noting("exact"),
+                .sizeOnDisk = noting("disk"),
                 .unreadableFolders = noting("unreadable"),
                 .goUp = noting("up"),
                 .goBack = noting("back"),
@@ -129,12 +130,12 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
             enabled += cP.itemKey(index);
         }
     }
-    EXPECT_EQ(
-        enabled.join(u' '),
-        QStringLiteral("ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-                       "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList Item ItemOpen ItemShow "
-                       "ItemCopyPath ItemProperties "
-                       "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
+    EXPECT_EQ(enabled.join(u' '),
+              QStringLiteral(
+                  "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
+                  "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk Item ItemOpen ItemShow "
+                  "ItemCopyPath ItemProperties "
+                  "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -164,6 +165,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"GoForward", {"forward"}},
         {"TreeSizes", {"sizes"}},
         {"FilterList", {"filter"}},
+        {"SizeOnDisk", {"disk"}},
         {"HelpAbout", {"about"}},
     };
     for (const auto& [key, expected] : cases) {

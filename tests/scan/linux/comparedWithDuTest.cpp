@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <array>
 #include <cstdio>
@@ -8,6 +9,7 @@
 #include <utility>
 
 #include "base/excludes.h"
+#include "db/folderRows.h"
 #include "platform/paths.h"
 #include "support/scanFixture.h"
 
@@ -32,7 +34,7 @@ std::string quoted(const std::string& text) {
     return result + "'";
 }
 
-class DuExcludes : public testing::Test, protected ScanFixture {
+class ComparedWithDu : public testing::Test, protected ScanFixture {
 protected:
     // The paths that du counts, and the size of the files among them.
     using Counted = std::pair<std::set<std::string>, std::int64_t>;
@@ -69,7 +71,7 @@ protected:
     }
 };
 
-TEST_F(DuExcludes, countWhatDuCounts) {
+TEST_F(ComparedWithDu, countWhatDuCounts) {
     if (outputOf("du --version 2>&1").find("GNU coreutils") == std::string::npos) {
         GTEST_SKIP() << "there is no GNU du";
     }
@@ -191,6 +193,56 @@ TEST_F(DuExcludes, countWhatDuCounts) {
         EXPECT_EQ(found.first, expected.first) << pattern;
         EXPECT_EQ(found.second, expected.second) << pattern;
     }
+}
+
+// Totals of the start, as du has them with each of these excluded.
+TEST_F(ComparedWithDu, sizesOnDiskAreThoseOfDu) {
+    if (outputOf("du --version 2>&1").find("GNU coreutils") == std::string::npos) {
+        GTEST_SKIP() << "there is no GNU du";
+    }
+    namespace fs = std::filesystem;
+    tree.write("first/x", std::string(40'000, 'x'));
+    tree.write("sparse/holes", "x");
+    fs::resize_file(tree / "sparse/holes", 5ULL << 30);
+    tree.write("empty.txt", "");
+    fs::create_directory(tree / "none");
+    fs::create_directories(tree / "links/inner");
+    fs::create_hard_link(tree / "first/x", tree / "links/y");
+    fs::create_hard_link(tree / "first/x", tree / "links/inner/z");
+    fs::create_hard_link(tree / "first/x", tree / "first/same");
+    fs::create_symlink(std::string(200, 't'), tree / "links/long"); // with a block of its own
+    fs::create_hard_link(tree / "links/long", tree / "links/inner/again");
+    ASSERT_EQ(::mkfifo((tree / "fifo").c_str(), 0600), 0);
+    for (int i = 0; i < 400; ++i) { // so that the folder takes more than the smallest one
+        tree.write("many/" + std::string(40, 'n') + std::to_string(i), "x");
+    }
+    const auto byDuInAll = [this](const std::string& pattern) {
+        return std::strtoll(
+            outputOf("du -s --block-size=1 --exclude=" + quoted(pattern) + " " + quoted(tree.typed()))
+                .c_str(),
+            nullptr, 10);
+    };
+    const auto recorded = [this] {
+        const modFolderRows::Totals totals = modFolderRows::find(working.database(), key()).totals;
+        return static_cast<std::int64_t>(totals.sizeOnDisk);
+    };
+    for (const char* pattern : {"nothing", "first", "links", "inner", "sparse", "x", "many", "*"}) {
+        const std::int64_t expected = byDuInAll(pattern);
+        static_cast<void>(byScan(pattern));
+        EXPECT_EQ(recorded(), expected) << pattern;
+        // In whatever order it is scanned, each file counts once.
+        for (const char* folder : {"links/inner", "first", "links", "many"}) {
+            search.resetScanCompleteTime(key(folder));
+            scan(folder);
+            search.resetWholeFolder(key(folder));
+            scan(folder);
+            EXPECT_EQ(recorded(), expected) << pattern << ": " << folder;
+        }
+    }
+    fs::remove(tree / "first/x");
+    fs::remove(tree / "first/same");
+    static_cast<void>(byScan("nothing"));
+    EXPECT_EQ(recorded(), byDuInAll("nothing")) << "the names that are left count";
 }
 
 } // namespace
