@@ -25,6 +25,24 @@ constexpr bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
+// 0 in the form stands for any digit, ? for A or P.
+bool hasForm(std::string_view text, std::string_view form) {
+    return std::equal(text.begin(), text.end(), form.begin(), form.end(), [](char letter, char wanted) {
+        return wanted == '0'   ? isDigit(letter)
+               : wanted == '?' ? letter == 'A' || letter == 'P'
+                               : letter == wanted;
+    });
+}
+
+int pairOfDigits(std::string_view text, std::size_t position) {
+    return (text[position] - '0') * 10 + (text[position + 1] - '0');
+}
+
+std::chrono::year_month_day dateOf(int year, int month, int day) {
+    return {std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
+            std::chrono::day(static_cast<unsigned>(day))};
+}
+
 } // namespace
 
 void appendFormattedDate(std::string& result, const platform::LocalTime& time, std::string_view picture) {
@@ -63,33 +81,46 @@ std::string formatDate(const platform::LocalTime& time, std::string_view picture
 }
 
 std::optional<platform::LocalTime> parseDate(std::string_view text) {
-    constexpr std::string_view form = "00/00/0000 00:00:00 ?M";
-    if (text.size() != form.size()) {
+    if (!hasForm(text, "00/00/0000 00:00:00 ?M")) {
         return {};
     }
-    for (std::size_t i = 0; i < form.size(); ++i) {
-        const bool fits = form[i] == '0'   ? isDigit(text[i])
-                          : form[i] == '?' ? text[i] == 'A' || text[i] == 'P'
-                                           : text[i] == form[i];
-        if (!fits) {
-            return {};
-        }
-    }
-    const auto pair = [text](std::size_t position) {
-        return (text[position] - '0') * 10 + (text[position + 1] - '0');
-    };
+    const auto pair = [text](std::size_t position) { return pairOfDigits(text, position); };
     const int year = pair(6) * 100 + pair(8);
     const int hour = pair(11);
     const bool afternoon = text[20] == 'P';
     const platform::LocalTime time{year,     pair(0), pair(3), hour % 12 + (afternoon ? 12 : 0),
                                    pair(14), pair(17)};
-    const std::chrono::year_month_day date{std::chrono::year(year),
-                                           std::chrono::month(static_cast<unsigned>(time.month)),
-                                           std::chrono::day(static_cast<unsigned>(time.day))};
+    const std::chrono::year_month_day date = dateOf(year, time.month, time.day);
     if (!date.ok() || hour < 1 || hour > 12 || time.minute > 59 || time.second > 59) {
         return {};
     }
     return time;
+}
+
+std::string utcText(platform::Seconds moment) {
+    const std::chrono::sys_seconds time{std::chrono::seconds(moment)};
+    const auto day = std::chrono::floor<std::chrono::days>(time);
+    const std::chrono::year_month_day date{day};
+    const std::chrono::hh_mm_ss clock{time - day};
+    return formatDate({static_cast<int>(date.year()), static_cast<int>(static_cast<unsigned>(date.month())),
+                       static_cast<int>(static_cast<unsigned>(date.day())),
+                       static_cast<int>(clock.hours().count()), static_cast<int>(clock.minutes().count()),
+                       static_cast<int>(clock.seconds().count())},
+                      "yyyy-mm-dd hh:nn:ss");
+}
+
+std::optional<platform::Seconds> parseUtc(std::string_view text) {
+    if (!hasForm(text, "0000-00-00 00:00:00")) {
+        return {};
+    }
+    const auto pair = [text](std::size_t position) { return pairOfDigits(text, position); };
+    const std::chrono::year_month_day date = dateOf(pair(0) * 100 + pair(2), pair(5), pair(8));
+    if (!date.ok() || pair(11) > 23 || pair(14) > 59 || pair(17) > 59) {
+        return {};
+    }
+    const std::chrono::sys_seconds time = std::chrono::sys_days(date) + std::chrono::hours(pair(11)) +
+                                          std::chrono::minutes(pair(14)) + std::chrono::seconds(pair(17));
+    return time.time_since_epoch().count();
 }
 
 void appendReformattedDate(std::string& result, std::string_view stored, std::string_view picture) {

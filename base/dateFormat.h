@@ -25,6 +25,11 @@ void appendFormattedDate(std::string& result, const platform::LocalTime& time, s
 // the calendar.
 [[nodiscard]] std::optional<platform::LocalTime> parseDate(std::string_view text);
 
+// A moment as yyyy-mm-dd hh:nn:ss, UTC, which sorts by time; and back, nothing if the text has another form
+// or is not a date of the calendar.
+[[nodiscard]] std::string utcText(platform::Seconds moment);
+[[nodiscard]] std::optional<platform::Seconds> parseUtc(std::string_view text);
+
 // A number that grows with the moment.
 [[nodiscard]] double momentKey(const platform::LocalTime& time) noexcept;
 

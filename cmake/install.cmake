@@ -4,6 +4,9 @@
 install(TARGETS spannory-scan RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${CMAKE_BINARY_DIR}/bin/001.dat DESTINATION ${CMAKE_INSTALL_DATADIR}/spannory)
 install(FILES packaging/spannory-scan.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
+if(CMAKE_SYSTEM_NAME STREQUAL Linux) # switched on by users (README.md)
+    install(FILES packaging/spannory-keep@.service packaging/spannory-keep@.timer DESTINATION lib/systemd/user)
+endif()
 install(FILES README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} RENAME copyright)
 

@@ -28,7 +28,7 @@ ConsoleComparison::ConsoleComparison(const ConsoleOptions& options, WorkingDatab
     const platform::InterruptionWatch watch;
     earlier_ = std::make_unique<EarlierScan>(working, options.compareFile, userInterface, goesOn);
     cancelled_ = !earlier_->isComplete();
-    savedScan_ = modExport::savedScanText(options.compareFile);
+    savedScan_ = modExport::savedScanText(options.compareFile, earlier_->scans());
     modChanges::makeTable(earlier_->database());
 }
 
@@ -43,7 +43,7 @@ std::optional<std::string> ConsoleComparison::compare(std::string_view key, std:
         return std::nullopt;
     }
     compared_.push_back(platform::displayPath(key));
-    tellWhatDiffers(request.folder, request.folderBefore, result.foldersOnly);
+    tellWhatDiffers(request.folder, request.folderBefore, result.oneLacksFiles);
     std::string text =
         forTerminal(compared_.back() + ", compared with " + platform::displayPath(request.folderBefore)) +
         "\n" + forTerminal(savedScan_) + "\n\n";
@@ -70,11 +70,12 @@ std::string ConsoleComparison::folderBefore(std::string_view key, std::string_vi
     return found;
 }
 
-void ConsoleComparison::tellWhatDiffers(const std::string& key, const std::string& before, bool foldersOnly) {
-    std::string remark =
-        modScanFacts::differences(modScanFacts::of(earlier_->facts(), before),
-                                  modScanFacts::of(modScanFacts::read(working_.database()), key));
-    if (foldersOnly) {
+void ConsoleComparison::tellWhatDiffers(const std::string& key, const std::string& before,
+                                        bool oneLacksFiles) {
+    const std::vector<modScans::Scan> scansNow = modScans::all(working_.database());
+    std::string remark = modScans::differences(modScans::ofFolder(earlier_->scans(), before),
+                                               modScans::ofFolder(scansNow, key));
+    if (oneLacksFiles) {
         remark.append(remark.empty() ? "" : ", ")
             .append("one of the two has no files, so only folders are compared");
     }

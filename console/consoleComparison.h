@@ -35,7 +35,7 @@ public:
 private:
     [[nodiscard]] std::string folderBefore(std::string_view key, std::string_view typed) const;
     [[nodiscard]] std::string caption() const;
-    void tellWhatDiffers(const std::string& key, const std::string& before, bool foldersOnly);
+    void tellWhatDiffers(const std::string& key, const std::string& before, bool oneLacksFiles);
 
     const ConsoleOptions& options_;
     WorkingDatabase& working_;

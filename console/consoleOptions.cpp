@@ -44,6 +44,65 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
         ->check(requireRealFile);
 }
 
+CLI::Option* addLoad(CLI::App& app, ConsoleOptions& options) {
+    return app
+        .add_option("--load", options.loadFile,
+                    "Load a saved scan instead of scanning; PATH then only selects what is shown")
+        ->type_name("FILE")
+        ->check(requireName);
+}
+
+void addExactness(CLI::App& app, ConsoleOptions& options) {
+    app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
+    app.add_flag("--exact", options.exact,
+                 "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
+    app.add_flag("--on-disk", options.onDisk,
+                 "Count what files and folders take on the disk, as du does, instead of their sizes");
+}
+
+void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
+    CLI::Option* keep =
+        app.add_option("--keep", options.keepFolder,
+                       "Save the scan of each PATH in this folder, as a new file with the time in its name")
+            ->type_name("DIR")
+            ->check(requireName)
+            ->excludes(load);
+    app.add_option("--keep-last", options.keepLast, "Then remove all but the last N scans of PATH kept there")
+        ->option_text("N")
+        ->check(CLI::Range(std::int64_t{1}, mostRows))
+        ->needs(keep);
+}
+
+CLI::Option* addHistory(CLI::App& app, ConsoleOptions& options) {
+    constexpr int oneEach = 1;
+    return app
+        .add_option(
+            "--history", options.history,
+            "Tell what became of PATH from this saved scan, or from all in this folder; can be repeated")
+        ->type_name("FILE|DIR")
+        ->check(requireName)
+        ->expected(oneEach)
+        ->take_all()
+        ->allow_extra_args(false);
+}
+
+// Nothing is scanned, loaded or looked for then, and one folder is told of.
+void requireHistoryAlone(CLI::App& app, const ConsoleOptions& options, CLI::Option* history) {
+    if (history->empty()) {
+        return;
+    }
+    for (const char* name : {"--load", "--compare", "--xml", "--overview", "--database", "--keep",
+                             "--exclude", "--exclude-from", "--unreadable", "--find", "--larger", "--smaller",
+                             "--older", "--newer", "--extension", "--owner"}) {
+        if (!app.get_option(name)->empty()) {
+            throw CLI::ExcludesError("--history", name);
+        }
+    }
+    if (options.paths.size() != 1) {
+        throw CLI::ArgumentMismatch("--history needs one PATH");
+    }
+}
+
 void addExcludes(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
     const auto addRepeatable = [&](const char* name, std::vector<std::string>& values, const char* text) {
         constexpr int oneEach = 1;
@@ -184,23 +243,18 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     app.add_option("PATH", options.paths, "Folders to scan; paths in the form used in the database work too")
         ->type_name("");
     addOutputs(app, options);
-    CLI::Option* load =
-        app.add_option("--load", options.loadFile,
-                       "Load a saved scan instead of scanning; PATH then only selects what is shown")
-            ->type_name("FILE")
-            ->check(requireName);
+    CLI::Option* load = addLoad(app, options);
     addComparison(app, options);
-    app.add_flag("--summary", options.summary, "List only folders in HTML, text and Excel reports");
+    addKeep(app, options, load);
+    CLI::Option* history = addHistory(app, options);
+    app.add_flag("--summary", options.summary,
+                 "Only folders in HTML, text and Excel reports, and in a saved scan");
     bool withOwners = false;
     bool withoutOwners = false;
     CLI::Option* owners = app.add_flag("--owners", withOwners, "Look up owners, whatever the settings say");
     CLI::Option* noOwners =
         app.add_flag("--no-owners", withoutOwners, "Do not look up owners")->excludes(owners);
-    app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
-    app.add_flag("--exact", options.exact,
-                 "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
-    app.add_flag("--on-disk", options.onDisk,
-                 "Count what files and folders take on the disk, as du does, instead of their sizes");
+    addExactness(app, options);
     app.add_flag("--unreadable", options.unreadable,
                  "List the folders and files that could not be read, and other volumes")
         ->excludes(load);
@@ -222,6 +276,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
 
     try {
         app.parse(argumentCount, arguments);
+        requireHistoryAlone(app, options, history);
         if (withOwners || withoutOwners) {
             options.owners = withOwners;
         }

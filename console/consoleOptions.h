@@ -17,8 +17,11 @@ struct ConsoleOptions {
     std::string overviewFile;
     std::string databaseFile;
     std::string loadFile;
-    std::string compareFile;   // the saved scan to compare with
-    std::string compareFolder; // the folder there, if it is another one
+    std::string compareFile;          // the saved scan to compare with
+    std::string compareFolder;        // the folder there, if it is another one
+    std::vector<std::string> history; // files and folders; then nothing is scanned
+    std::string keepFolder;
+    std::optional<std::int64_t> keepLast;
     std::string applicationFolder;
     std::vector<std::string> excludes;     // patterns
     std::vector<std::string> excludeFiles; // files with one pattern a line

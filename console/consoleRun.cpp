@@ -44,7 +44,8 @@ int ConsoleRun::run() {
         return statusFailed;
     }
     checkOutputs();
-    const bool nothingToDo = options_.quiet && failed_ && outputs_.empty();
+    failed_ = !keeping_.check() || failed_;
+    const bool nothingToDo = options_.quiet && failed_ && outputs_.empty() && !keeping_.isWanted();
     if (nothingToDo) {
         return statusFailed;
     }
@@ -54,6 +55,7 @@ int ConsoleRun::run() {
     if (options_.loadFile.empty()) {
         scanPaths();
         writeOutputs();
+        keepScans();
     } else if (loadSaved()) {
         scanned_ = true;
         showLoaded();
@@ -183,7 +185,7 @@ void ConsoleRun::scanPath(clsSearch& search, const std::string& typed) {
 
 // If nothing is going to be read, nobody needs them.
 void ConsoleRun::makeIndexes(clsSearch& search) {
-    if (!options_.quiet || !outputs_.empty()) {
+    if (!options_.quiet || !outputs_.empty() || keeping_.isWanted()) {
         lost_ = !modGlobal::trapped("spannory-scan", "makeIndexes", [&] {
             search.makeIndexes();
             return true;
@@ -232,7 +234,9 @@ bool ConsoleRun::loadSaved() {
 void ConsoleRun::showLoaded() {
     const bool shown = modGlobal::trapped("spannory-scan", "showLoaded", [&] {
         if (!options_.quiet) {
-            print(forTerminal(modExport::savedScanText(options_.loadFile)) + "\n\n");
+            print(
+                forTerminal(modExport::savedScanText(options_.loadFile, modScans::all(working_.database()))) +
+                "\n\n");
         }
         if (options_.paths.empty() && (!options_.quiet || comparison_)) {
             for (const std::string& key : modSavedScan::topFolders(working_.database())) {
@@ -424,11 +428,32 @@ void ConsoleRun::writeFound(modExport::ReportFormat format, const std::string& f
 
 void ConsoleRun::writeDatabase(const std::string& file) {
     try {
-        if (const auto failure = modExport::copyDatabase(working_, file, userInterface_)) {
+        const auto failure = options_.summary
+                                 ? modExport::copyPart(working_, {{}, true}, file, userInterface_)
+                                 : modExport::copyDatabase(working_, file, userInterface_);
+        if (failure) {
             fail({}, failure->what());
         }
     } catch (const RuntimeError& error) {
         fail({}, error.what());
+    }
+}
+
+// An incomplete scan would look like a small one, and push out another.
+void ConsoleRun::keepScans() {
+    if (!keeping_.isWanted() || shown_.empty()) {
+        return;
+    }
+    if (lost_ || cancelled_) {
+        failed_ = true;
+        keeping_.refuse(lost_ ? "no scan was kept, because it could not be stored"
+                              : "no scan was kept, because it was cancelled");
+        return;
+    }
+    std::string lines;
+    failed_ = !keeping_.keep(working_, shown_, lines) || failed_;
+    if (!options_.quiet) {
+        print(lines);
     }
 }
 

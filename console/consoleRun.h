@@ -10,6 +10,7 @@
 #include "console/consoleComparison.h"
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
+#include "console/keeping.h"
 #include "console/outputs.h"
 #include "db/modDatabase.h"
 #include "export/reportFormats.h"
@@ -41,6 +42,7 @@ private:
     [[nodiscard]] std::string figuresOf(std::string_view key) const;
     void checkOutputs();
     void writeOutputs();
+    void keepScans();
     bool mayWrite(const Output& output);
     void writeReport(modExport::ReportFormat format, const std::string& file);
     void writeOverview(const std::string& file);
@@ -51,6 +53,7 @@ private:
 
     ConsoleOptions options_;
     ConsoleInterface userInterface_;
+    Keeping keeping_{options_, userInterface_};
     clsRegSettings store_;
     clsSettings settings_;
     std::string applicationFolder_;

@@ -4,7 +4,9 @@
 #include <array>
 #include <cmath>
 
+#include "base/dateFormat.h"
 #include "base/formatSize.h"
+#include "base/numberFormat.h"
 #include "base/terminalText.h"
 #include "console/foundTable.h"
 #include "console/textTable.h"
@@ -30,6 +32,17 @@ std::string bar(double share, std::size_t width, std::string_view block) {
         result += block;
     }
     return padded(result, width);
+}
+
+std::string withoutTrailingBlanks(const std::string& lines) {
+    std::string result;
+    for (const char c : lines) {
+        if (c == '\n') {
+            result.resize(result.find_last_not_of(' ') + 1);
+        }
+        result += c;
+    }
+    return result;
 }
 
 std::string reasonLine(std::string_view path, const std::string& reason) {
@@ -87,6 +100,51 @@ std::string foundTable(const modFind::FindQuery& found) {
     return table(rows, sizeColumn, sizeColumn + 1) +
            moreLine(static_cast<std::size_t>(found.count()), found.items().size()) + "\n" +
            modFind::foundText(found.conditions().kind, found.count(), found.size()) + "\n";
+}
+
+std::string historyTable(const modExport::FolderHistory& history, std::size_t width) {
+    constexpr std::size_t columns = 6;
+    constexpr std::size_t firstNumber = 1;
+    constexpr std::size_t numbersEnd = 4;
+    constexpr std::size_t narrowestBar = 10;
+    const bool withHosts = history.hasSeveralHosts();
+    std::vector<std::array<std::string, columns>> rows{
+        {"Date", "Size", "Files", "Change", "", withHosts ? "Host" : ""}};
+    for (const modExport::HistoryPoint& point : history.points) {
+        const auto& folder = point.folder;
+        rows.push_back(
+            {modFormat::formatDate(platform::localTime(point.moment), modFormat::storedDatePicture),
+             folder ? modLvw::formatSize(folder->size) : "",
+             folder && folder->files ? modFormat::countText(static_cast<double>(*folder->files)) : "",
+             modExport::changeText(point.change), std::string(modExport::remarkOf(point)),
+             withHosts ? forTerminal(point.host) : ""});
+    }
+    std::size_t taken = 2;
+    for (std::size_t column = 0; column < columns; ++column) {
+        std::size_t widest = 0;
+        for (const auto& row : rows) {
+            widest = std::max(widest, platform::characterCount(row.at(column)));
+        }
+        taken += widest + 2;
+    }
+    const std::size_t barWidth = width > taken + narrowestBar ? width - taken : narrowestBar;
+    const std::string_view block = platform::writesUnicode() ? "\u2588" : "#";
+    const double largest = history.largest();
+    for (std::size_t i = 0; i < history.points.size(); ++i) {
+        const auto& folder = history.points[i].folder;
+        const double share = folder && largest > 0 ? std::max(folder->size, 0.0) / largest : 0;
+        std::string& remark = rows[i + 1].at(numbersEnd);
+        if (folder) {
+            remark.insert(0, bar(share, barWidth, block) + (remark.empty() ? "" : "  "));
+        }
+    }
+    const std::string others =
+        modFormat::countedText(static_cast<double>(history.others), "saved scan is", "saved scans are");
+    std::string text = withoutTrailingBlanks(table(rows, firstNumber, numbersEnd));
+    if (history.others > 0) {
+        text.append("\n").append(others).append(" of other folders.\n");
+    }
+    return text;
 }
 
 std::string gapTable(const FigureGaps& gaps, std::string_view folder) {

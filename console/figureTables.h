@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "export/folderHistory.h"
 #include "scan/figureGaps.h"
 #include "views/findQuery.h"
 #include "views/folderFigures.h"
@@ -23,6 +24,9 @@
 
 // What was found, in its order. Names and folders are not cut.
 [[nodiscard]] std::string foundTable(const modFind::FindQuery& found);
+
+// A line for each saved scan, with a bar for the folder's size, within `width` columns if they suffice.
+[[nodiscard]] std::string historyTable(const modExport::FolderHistory& history, std::size_t width);
 
 // The folders that were skipped in a scan of the folder, and the files in it that could not be read, with the
 // reasons, each on a line.

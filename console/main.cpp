@@ -3,6 +3,7 @@
 #include "base/terminalText.h"
 #include "console/consoleOptions.h"
 #include "console/consoleRun.h"
+#include "console/historyRun.h"
 #include "platform/commandLine.h"
 #include "platform/environment.h"
 #include "platform/terminal.h"
@@ -15,7 +16,11 @@ int main(int argumentCount, char** arguments) {
         platform::keepClosedStreamsClosed();
         platform::CommandLine given(argumentCount, arguments);
         const ParsedCommandLine parsed = parseCommandLine(given.count(), given.arguments());
-        return parsed.exitStatus ? *parsed.exitStatus : ConsoleRun(parsed.options).run();
+        if (parsed.exitStatus) {
+            return *parsed.exitStatus;
+        }
+        return parsed.options.history.empty() ? ConsoleRun(parsed.options).run()
+                                              : HistoryRun(parsed.options).run();
     } catch (const std::exception& error) {
         platform::writeTo(platform::Stream::error, "spannory-scan: " + forTerminal(error.what()) + "\n");
         return statusFailed;

@@ -48,8 +48,9 @@ constexpr std::array foreignCode{SQLITE_DBCONFIG_ENABLE_VIEW, SQLITE_DBCONFIG_EN
                                  SQLITE_DBCONFIG_ENABLE_FTS3_TOKENIZER};
 
 constexpr int stepsPerLook = 10'000; // of the engine, between looks at the clock: about half a millisecond
-constexpr int mostLooks = 100;       // for one row of a file that is not trusted
-constexpr int waitForOtherProgram = 1000; // milliseconds
+constexpr std::uint64_t mostLooks = 100;      // for one stored row
+constexpr std::uint64_t bytesPerLook = 5'000; // of a file whose rows are counted; a row has at least six
+constexpr int waitForOtherProgram = 1000;     // milliseconds
 
 constexpr std::string_view notWritable = "The database or its folder is not writable";
 constexpr std::string_view inUse = "The database is already in use";
@@ -264,7 +265,8 @@ Value Statement::value(int column) const {
 }
 
 Connection::Connection(std::string_view path, OpenMode mode)
-    : path_(path), isTrusted_(mode == OpenMode::scratch) {
+    : path_(path), isTrusted_(mode == OpenMode::scratch),
+      mostLooks_(mostLooks + (mode == OpenMode::inPlace ? platform::fileSize(path) / bytesPerLook : 0)) {
     try {
         open(mode);
     } catch (...) {
@@ -301,7 +303,7 @@ void Connection::open(OpenMode mode) {
     }
     addFunctions();
     run("select 1 from sqlite_master"); // the first access to the file: is it a database at all?
-    if (mode == OpenMode::readOnly) {
+    if (mode == OpenMode::readOnly || mode == OpenMode::inPlace) {
         requireWhole();
     }
 }
@@ -401,7 +403,7 @@ int Connection::look() {
         longWork_();
         lastCalled_ = std::chrono::steady_clock::now();
     }
-    return !isTrusted_ && ++looks_ > mostLooks ? 1 : 0;
+    return !isTrusted_ && ++looks_ > mostLooks_ ? 1 : 0;
 }
 
 RuntimeError Connection::lastError() const {

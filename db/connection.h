@@ -104,7 +104,8 @@ private:
     sqlite3* handle_ = nullptr;
     std::function<void()> longWork_;
     std::chrono::steady_clock::time_point lastCalled_;
-    bool isTrusted_; // a file of the program's own
-    int looks_ = 0;  // since the last row
+    bool isTrusted_;          // a file of the program's own
+    std::uint64_t looks_ = 0; // since the last row
+    std::uint64_t mostLooks_; // for one row of a file that is not trusted
     std::unordered_map<std::string, std::vector<sqlite3_stmt*>> idle_;
 };

@@ -15,6 +15,7 @@
 namespace {
 
 constexpr std::uint64_t mostBytesPerByte = 2;
+constexpr const char* flag = "0 or 1";
 
 // The number that the value is or, as a text, stands for.
 std::optional<double> numberOf(const Value& value) {
@@ -30,7 +31,7 @@ std::optional<double> numberOf(const Value& value) {
     return error == std::errc() && end == text.data() + text.size() ? std::optional(number) : std::nullopt;
 }
 
-// The figures of a scan are computed from these columns.
+// The figures of a scan are computed from these columns, or are these.
 struct NumberColumn {
     std::string_view name;
     double greatest;
@@ -38,12 +39,19 @@ struct NumberColumn {
     const char* kind;
 };
 
-constexpr std::array<NumberColumn, 5> numberColumns{{
+constexpr std::array<NumberColumn, 12> numberColumns{{
     {"size", 0x1p63, false, "a number of bytes"},
     {"idx", 0x1p53, true, "a number of a row"}, // later rows have greater ones
     {"sizeOnDisk", 0x1p63, false, "a number of bytes"},
     {"fileCount", 0x1p53, true, "a number of files"},
     {"folderCount", 0x1p53, true, "a number of folders"},
+    {"scanId", 0x1p53, true, "a number of a scan"},
+    {"cancelled", 1, true, flag},
+    {"exact", 1, true, flag},
+    {"withOwners", 1, true, flag},
+    {"onDisk", 1, true, flag},
+    {"unreadableFolders", 0x1p53, true, "a number of folders"},
+    {"unreadableFiles", 0x1p53, true, "a number of files"},
 }};
 
 // The source and target of a value.
@@ -165,4 +173,19 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table) {
 std::int64_t copyColumns(Database& from, Database& to, std::string_view table,
                          std::span<const std::string_view> columns, const std::function<bool()>& goesOn) {
     return copy(from, to, table, columns, goesOn);
+}
+
+void copyOwnRows(Database& from, Database& to, std::string_view condition) {
+    const auto source = from.OpenRecordset("select * from details where " + std::string(condition));
+    const auto target = to.OpenRecordset("details");
+    const FieldPairs pairs = pairByName(*source, *target, from.Name(), {});
+    for (; !source->EndOfFile(); source->MoveNext()) {
+        target->AddNew();
+        for (const auto& [field, place, number] : pairs) {
+            if (!field->isNull()) {
+                place->set(field->value());
+            }
+        }
+        target->Update();
+    }
 }

@@ -22,3 +22,6 @@ std::int64_t copyRows(Database& from, Database& to, std::string_view table);
 // `goesOn`, asked now and then, says so.
 std::int64_t copyColumns(Database& from, Database& to, std::string_view table,
                          std::span<const std::string_view> columns, const std::function<bool()>& goesOn);
+// Appends rows of table `details` of a database of the program's own, those that meet the condition, to that
+// of another one.
+void copyOwnRows(Database& from, Database& to, std::string_view condition);

@@ -145,6 +145,11 @@ public:
     // or a table with generated columns or triggers.
     [[nodiscard]] std::unique_ptr<Recordset> OpenStored(std::string_view table);
 
+    // Throws 3049 unless statements about the table, in a file that is not trusted, run nothing that the
+    // file's author wrote: as OpenStored does, and if an index of the table is one of expressions or leaves
+    // out other rows than the template's.
+    void requireStored(std::string_view table);
+
     // Between these two, changes are collected in memory and written as the page cache fills.
     void BeginTrans();
     // After a failure, the content of a scratch file is unreliable.
@@ -225,6 +230,7 @@ private:
 enum class OpenMode {
     scratch,  // the working database: exclusive, without journal or syncing
     readOnly, // a file from anywhere: its content is not trusted, and nothing is written
+    inPlace,  // like readOnly; a row of a result may take as much work as going through the file once
     schema,   // like readOnly, to look at the file's structure; it may be truncated
 };
 

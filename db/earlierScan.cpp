@@ -28,7 +28,7 @@ EarlierScan::EarlierScan(WorkingDatabase& working, std::string_view file, clsUse
     const auto yield = [&] { userInterface.yieldToEvents(); };
     const LongWork reading(*source, yield);
     const LongWork writing(database(), yield);
-    facts_ = modScanFacts::read(*source);
+    scans_ = modScans::stored(*source);
     database().BeginTrans();
     const std::vector<std::string> indexes = database().TakeIndexes("details");
     const auto goesOnNow = [&] { return complete_ = !goesOn || goesOn(); };

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "db/scanFacts.h"
+#include "db/scanRecords.h"
 #include "db/workingDatabase.h"
 
 class clsUserInterface;
@@ -24,10 +24,11 @@ public:
 
     [[nodiscard]] bool isComplete() const noexcept { return complete_; }
     [[nodiscard]] Database& database() const { return companion_->database(); }
-    [[nodiscard]] const std::vector<ScanFacts>& facts() const noexcept { return facts_; }
+    // Those that its rows come from; none if the file does not tell.
+    [[nodiscard]] const std::vector<modScans::Scan>& scans() const noexcept { return scans_; }
 
 private:
     std::unique_ptr<WorkingDatabase::Successor> companion_;
-    std::vector<ScanFacts> facts_;
+    std::vector<modScans::Scan> scans_;
     bool complete_ = true;
 };

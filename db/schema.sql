@@ -32,6 +32,25 @@ create index details_parentFolder on details (parentFolder);
 -- get their rows in the order of recording.
 create index details_folders on details (parentFolder, fileName) where isFolder + 0 = 1;
 
+-- One row for each scan that the rows of table details come from. Dates are yyyy-mm-dd hh:nn:ss, UTC. Earlier
+-- versions had no such table.
+create table scans (
+    scanId integer primary key,   -- order of scanning
+    host varchar(255),            -- the machine's name
+    system varchar(255),          -- "Debian GNU/Linux 12 (bookworm)", "Windows 10.0.19045"
+    path text,                    -- of the folder with which the scan began, ends in "\"
+    started datetime,
+    finished datetime,
+    cancelled smallint,           -- 1 or 0, as are the next three
+    exact smallint,               -- real sizes of large files
+    withOwners smallint,
+    onDisk smallint,              -- with the room that files take on the disk
+    excludes text,                -- patterns, one a line
+    unreadableFolders integer,
+    unreadableFiles integer,
+    programVersion varchar(255)
+);
+
 -- The saved folder tree.
 create table nodes (
     nodeIndex integer,

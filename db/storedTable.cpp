@@ -31,6 +31,23 @@ public:
         requireStoredColumns(); // which opens the table, and so comes last
     }
 
+    // To be asked for a table that is plain.
+    void requirePlainIndexes() {
+        Statement parts =
+            connection_.prepare("select i.name, i.partial, x.cid from pragma_index_list(?1) as i, "
+                                "pragma_index_xinfo(i.name) as x");
+        parts.bindText(1, table_);
+        while (parts.step()) {
+            constexpr double expression = -2;
+            if (parts.number(2) == expression) {
+                refuse("has an index of expressions, '" + std::string(parts.text(0)) + "'");
+            }
+            if (parts.number(1) != 0) {
+                requireIndexOfFolders(parts.text(0));
+            }
+        }
+    }
+
 private:
     void requireTable(std::string_view type, std::string_view definition) const {
         constexpr std::string_view plainTable = "create table";
@@ -50,6 +67,25 @@ private:
         }
     }
 
+    // What follows "where" is the template's; in older ones there may be other blanks.
+    void requireIndexOfFolders(std::string_view index) {
+        constexpr std::string_view ofFolders = "whereisfolder+0=1";
+        Statement row = connection_.prepare("select sql from sqlite_master where type='index' and name=?1");
+        row.bindText(1, index);
+        std::string definition;
+        if (row.step()) {
+            for (const char letter : row.text(0)) {
+                if (letter != ' ' && letter != '\n') {
+                    definition += platform::asciiLower(letter);
+                }
+            }
+        }
+        if (definition.find("where") == std::string::npos ||
+            definition.substr(definition.find("where")) != ofFolders) {
+            refuse("has an index of some of its rows, '" + std::string(index) + "'");
+        }
+    }
+
     [[noreturn]] void refuse(const std::string& reason) const {
         throw fault(databaseError::damaged,
                     "The database is not a saved scan; its table '" + std::string(table_) + "' " + reason);
@@ -64,6 +100,12 @@ private:
 };
 
 } // namespace
+
+void Database::requireStored(std::string_view table) {
+    TableCheck check(open().connection, table);
+    check.requirePlain();
+    check.requirePlainIndexes();
+}
 
 std::unique_ptr<Recordset> Database::OpenStored(std::string_view table) {
     Connection& connection = open().connection;

@@ -53,11 +53,17 @@ public:
     // database is then closed.
     void startAnew();
 
-    // An empty database beside the working one, to be filled and to take its place (replaceBy) or to be
-    // deleted.
+    // An empty database beside the working one, to be filled and to take its place (replaceBy), or to be
+    // deleted with the object.
     class Successor {
     public:
         [[nodiscard]] Database& database() const { return *database_; }
+
+        // Closes the file, so that it can be copied, and returns its internal path.
+        const std::string& finish() {
+            database_.reset();
+            return path_;
+        }
 
     private:
         friend class WorkingDatabase;

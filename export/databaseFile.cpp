@@ -8,7 +8,9 @@
 #include "base/dateFormat.h"
 #include "base/runInBackground.h"
 #include "db/copyRows.h"
+#include "db/folderRows.h"
 #include "db/ownDatabase.h"
+#include "db/scanRecords.h"
 #include "platform/fileError.h"
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -16,11 +18,28 @@
 
 namespace {
 
+// Every scan has recorded a folder, but for those of empty drives. Only earlier versions have no such table.
+void copyScans(Database& source, Database& target, std::int64_t rows) {
+    constexpr std::int64_t mostEmptyDrives = 100;
+    std::int64_t scans = 0;
+    try {
+        scans = copyRows(source, target, "scans");
+    } catch (const RuntimeError& error) {
+        if (error.number() != databaseError::noSuchTable) {
+            throw;
+        }
+    }
+    if (scans > rows + mostEmptyDrives) {
+        throw platform::fileError(databaseError::damaged, "The database is damaged; it names too many scans",
+                                  source.Name(), platform::NotDone::loaded);
+    }
+}
+
 // The rows and tree nodes of the source, and the tree nodes at hand.
 void fill(Database& target, Database& source, const WorkingDatabase& working) {
     target.BeginTrans();
     const std::vector<std::string> indexes = target.TakeIndexes("details");
-    copyRows(source, target, "details");
+    copyScans(source, target, copyRows(source, target, "details"));
     copyRows(working.database(), target, "nodes");
     copyRows(source, target, "nodes");
     target.RestoreIndexes(indexes);
@@ -56,6 +75,54 @@ void copyMarked(std::string_view working, std::string_view path) {
     file.commit();
 }
 
+// Of a closed database.
+void save(std::string_view database, std::string_view path, clsUserInterface& userInterface) {
+    const std::string target = platform::resolveLinks(path);
+    static_cast<void>(modDatabase::engineFilesBeside(target)); // none of other people
+    runInBackground(userInterface, [&] { copyMarked(database, path); });
+    modDatabase::removeEngineFiles(target);
+}
+
+// In the order of the table, not of an index.
+std::string conditionOf(const modExport::SavedPart& part) {
+    std::string condition = part.foldersOnly ? "isFolder=1" : "";
+    if (!part.folder.empty()) {
+        condition.append(condition.empty() ? "" : " and ").append("((");
+        condition.append(modFolderRows::itself(part.folder)).append(") or (");
+        condition.append(modFolderRows::anywhereInOfTable(part.folder)).append("))");
+    }
+    return condition;
+}
+
+// Those of the folder and below. If only one above was scanned, as it has come to the folder.
+void copyScansOf(Database& source, Database& target, std::string_view folder) {
+    const std::vector<modScans::Scan> scans = modScans::all(source);
+    const modScans::Scan* const covering = modScans::ofFolder(scans, folder);
+    if (covering != nullptr && !modScans::isAtOrBelow(covering->path, folder)) {
+        modScans::Scan scan = *covering;
+        scan.path = folder;
+        modScans::append(target, scan);
+    }
+    for (const modScans::Scan& scan : scans) {
+        if (modScans::isAtOrBelow(scan.path, folder)) {
+            modScans::append(target, scan);
+        }
+    }
+}
+
+void fillWithPart(Database& target, Database& source, const modExport::SavedPart& part) {
+    target.BeginTrans();
+    const std::vector<std::string> indexes = target.TakeIndexes("details");
+    copyOwnRows(source, target, conditionOf(part));
+    if (part.folder.empty()) {
+        copyRows(source, target, "scans");
+    } else {
+        copyScansOf(source, target, part.folder);
+    }
+    target.RestoreIndexes(indexes);
+    target.CommitTrans();
+}
+
 } // namespace
 
 std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, std::string_view path,
@@ -64,10 +131,7 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
     std::optional<RuntimeError> failure;
     working.close();
     try {
-        static_cast<void>(
-            modDatabase::engineFilesBeside(platform::resolveLinks(path))); // none of other people
-        runInBackground(userInterface, [&] { copyMarked(working.path(), path); });
-        modDatabase::removeEngineFiles(platform::resolveLinks(path));
+        save(working.path(), path, userInterface);
     } catch (const RuntimeError& error) {
         failure = error;
     }
@@ -78,6 +142,20 @@ std::optional<RuntimeError> modExport::copyDatabase(WorkingDatabase& working, st
         throw;
     }
     return failure;
+}
+
+std::optional<RuntimeError> modExport::copyPart(const WorkingDatabase& working, const SavedPart& part,
+                                                std::string_view path, clsUserInterface& userInterface) {
+    try {
+        const ShownProgress progress(userInterface, 0);
+        const auto copy = working.prepareSuccessor();
+        const LongWork reading(working.database(), [&] { userInterface.yieldToEvents(); });
+        fillWithPart(copy->database(), working.database(), part);
+        save(copy->finish(), path, userInterface);
+        return {};
+    } catch (const RuntimeError& error) {
+        return error;
+    }
 }
 
 void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
@@ -102,10 +180,11 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
     working.replaceBy(std::move(successor));
 }
 
-std::string modExport::savedScanText(std::string_view path) {
+std::string modExport::savedScanText(std::string_view path, const std::vector<modScans::Scan>& scans) {
     const std::string file = platform::toInternal(path);
     const platform::EntryFacts facts =
         platform::entryFacts(platform::toInternal(platform::resolveLinks(path)));
+    const platform::Seconds moment = modScans::lastFinished(scans).value_or(facts.modified);
     return "Saved scan: " + platform::displayPath(file) + " (" +
-           modFormat::formatDate(platform::localTime(facts.modified), modFormat::storedDatePicture) + ")";
+           modFormat::formatDate(platform::localTime(moment), modFormat::storedDatePicture) + ")";
 }

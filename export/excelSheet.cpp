@@ -22,8 +22,9 @@ namespace {
 
 constexpr std::size_t cellLimit = 32767; // UTF-16 units
 constexpr std::size_t widestColumn = 255;
-constexpr std::size_t margin = 2; // space that the application adds beside the text
-constexpr int firstYear = 1900;   // date cells cannot hold earlier years
+constexpr std::size_t longestTitle = 200; // of a chart, in characters
+constexpr std::size_t margin = 2;         // space that the application adds beside the text
+constexpr int firstYear = 1900;           // date cells cannot hold earlier years
 
 struct StyleFacts {
     bool bold = false;
@@ -200,6 +201,29 @@ void ExcelSheet::tableHead(std::span<const std::string_view> headers) {
     }
     nextRow();
     worksheet_freeze_panes(sheet_, row_, 0);
+}
+
+void ExcelSheet::chart(const Chart& facts) {
+    lxw_chart* const chart = workbook_add_chart(workbook_.get(), LXW_CHART_SCATTER_STRAIGHT_WITH_MARKERS);
+    lxw_chart_series* const series = chart == nullptr ? nullptr : chart_add_series(chart, nullptr, nullptr);
+    if (series == nullptr) {
+        check(LXW_ERROR_CREATING_TMPFILE);
+    }
+    const auto first = static_cast<lxw_row_t>(facts.firstRow);
+    const auto last = static_cast<lxw_row_t>(facts.firstRow + facts.rows - 1);
+    const auto horizontal = static_cast<lxw_col_t>(facts.horizontal);
+    const auto vertical = static_cast<lxw_col_t>(facts.vertical);
+    chart_series_set_categories(series, sheet_->name, first, horizontal, last, horizontal);
+    chart_series_set_values(series, sheet_->name, first, vertical, last, vertical);
+    std::string title = facts.title;
+    moveForbiddenCharacters(title, Document::workbook);
+    encodeControlCharacters(title);
+    title.resize(platform::firstCharacters(title, longestTitle).size());
+    chart_title_set_name(chart, title.c_str());
+    chart_axis_set_num_format(chart->x_axis, "mm/dd/yy");
+    chart_axis_set_num_format(chart->y_axis, "#,##0");
+    chart_legend_set_position(chart, LXW_CHART_LEGEND_NONE);
+    check(worksheet_insert_chart(sheet_, first, static_cast<lxw_col_t>(facts.column), chart));
 }
 
 void ExcelSheet::finish(platform::Sink& sink) {

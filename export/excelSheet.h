@@ -59,6 +59,17 @@ public:
     // this call affect the widths of the columns.
     void tableHead(std::span<const std::string_view> headers);
 
+    // Adds a chart of points, joined by lines, beside the rows that were written.
+    struct Chart {
+        std::string title;
+        std::size_t horizontal = 0; // the column with the dates
+        std::size_t vertical = 0;   // the column with the numbers
+        std::size_t firstRow = 0;   // of the points, counted from 0
+        std::size_t rows = 0;
+        std::size_t column = 0; // where it stands, at the first row
+    };
+    void chart(const Chart& facts);
+
     // Completes the workbook, after which nothing more can be written, and writes its bytes to the sink.
     void finish(platform::Sink& sink);
 

@@ -26,13 +26,13 @@ bool isNumber(const ListTable::Column& column) {
     return column.kind == ListTable::Kind::bytes || column.kind == ListTable::Kind::count;
 }
 
-void writePage(const ListTable& list, std::string_view caption, ShownProgress& progress,
-               platform::Sink& sink) {
+void writePage(const ListTable& list, std::string_view caption, std::string_view picture,
+               ShownProgress& progress, platform::Sink& sink) {
     std::string title;
     appendHtmlEscaped(title, std::string(caption));
     std::string line = "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>";
     line.append(title).append("</title>\n<style>\n").append(style).append("</style>\n</head>\n<body>\n");
-    line.append("<table>\n<caption>").append(title).append("</caption>\n<thead>\n<tr>");
+    line.append(picture).append("<table>\n<caption>").append(title).append("</caption>\n<thead>\n<tr>");
     for (const ListTable::Column& column : list.columns()) {
         line.append("<th scope=\"col\">").append(column.header).append("</th>");
     }
@@ -53,7 +53,8 @@ void writePage(const ListTable& list, std::string_view caption, ShownProgress& p
 } // namespace
 
 void exportListFile(ReportFormat format, const ListTable& list, std::string_view caption,
-                    clsUserInterface& userInterface, std::string_view fileName, bool areLoaded) {
+                    clsUserInterface& userInterface, std::string_view fileName, bool areLoaded,
+                    std::string_view picture) {
     if (format == ReportFormat::excel) {
         modGlobal::printToExcel(list, caption, userInterface, fileName);
         return;
@@ -66,7 +67,7 @@ void exportListFile(ReportFormat format, const ListTable& list, std::string_view
         ShownProgress progress(userInterface, static_cast<std::int64_t>(list.rowCount()));
         platform::Replacement file(fileName);
         if (format == ReportFormat::html) {
-            writePage(list, caption, progress, file);
+            writePage(list, caption, picture, progress, file);
         } else if (format == ReportFormat::xml) {
             writeListXml(list, caption, progress, file);
         } else {

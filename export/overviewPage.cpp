@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <span>
+#include <sstream>
 
 #include "base/clsFile.h"
 #include "base/clsUserInterface.h"
@@ -51,11 +52,27 @@ void addGaps(OverviewSection& section, const FigureGaps& gaps) {
     section.wrapped = gaps.wrappedIn(section.key);
 }
 
+void addScan(OverviewSection& section, Database& database) {
+    const std::vector<modScans::Scan> scans = modScans::all(database);
+    const modScans::Scan* const scan = modScans::ofFolder(scans, section.key);
+    if (scan == nullptr) {
+        return;
+    }
+    section.scan = *scan;
+    std::istringstream patterns(scan->excludes);
+    for (std::string pattern; std::getline(patterns, pattern);) {
+        section.excludes.push_back(pattern);
+    }
+}
+
 OverviewSection readSection(const OverviewContext& context, const std::string& key) {
     OverviewSection section;
     section.key = key;
     section.isOnDisk = context.database.countsSizeOnDisk();
     section.isLoaded = context.database.holdsLoadedRows();
+    if (section.isLoaded) {
+        addScan(section, context.database);
+    }
     addGaps(section, context.gaps);
     section.figures = modFigures::overview(
         context.database, key, {},

@@ -51,15 +51,37 @@ std::string sizesText(const OverviewSection& section) {
     if (section.figures.hasNegativeSizes) {
         return "Not exact: files of 2 GB or more are counted with wrapped sizes";
     }
-    return section.isLoaded ? "A saved scan does not tell whether files of 2 GB or more were counted in full"
-                            : "Exact: every file is counted in full";
+    if (!section.isLoaded || (section.scan && section.scan->exact)) {
+        return "Exact: every file is counted in full";
+    }
+    return section.scan ? "Files of 2 GB or more, if there are any, are counted with wrapped sizes"
+                        : "A saved scan does not tell whether files of 2 GB or more were counted in full";
 }
 
 std::string unreadText(const OverviewSection& section) {
     if (section.unreadable.isAny()) {
         return unreadableText(section.unreadable) + " The figures lack what is in there.";
     }
-    return section.isLoaded ? "A saved scan does not tell what could not be read" : "Nothing: all was read";
+    if (!section.scan) {
+        return section.isLoaded ? "A saved scan does not tell what could not be read"
+                                : "Nothing: all was read";
+    }
+    const Unreadable unreadable{static_cast<std::size_t>(section.scan->unreadableFolders),
+                                static_cast<std::size_t>(section.scan->unreadableFiles)};
+    return unreadable.isAny()
+               ? "In the whole scan of " + shownPath(section.scan->path) + ": " + unreadableText(unreadable)
+               : "Nothing: all was read";
+}
+
+std::string hostText(const OverviewSection& section) {
+    if (!section.isLoaded) {
+        return platform::hostName();
+    }
+    if (!section.scan || section.scan->host.empty()) {
+        return "Not known: loaded from a saved scan";
+    }
+    const std::string& system = section.scan->system;
+    return section.scan->host + (system.empty() ? "" : " (" + system + ")");
 }
 
 std::string leftOutText(const std::vector<std::string>& patterns) {
@@ -97,7 +119,10 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
     html.append("<dl class=\"cards\">\n");
     appendCard(html, section.isOnDisk ? "Total size on disk" : "Total size",
                modLvw::formatSize(figures.folder.size));
-    appendCard(html, "Files", modFormat::countText(static_cast<double>(figures.files)));
+    const bool hasUnkept = figures.files == 0 && figures.folder.size > 0 &&
+                           !section.isOnDisk; // a saved scan may keep folders only
+    appendCard(html, "Files",
+               hasUnkept ? "Not kept" : modFormat::countText(static_cast<double>(figures.files)));
     appendCard(html, "Folders", modFormat::countText(static_cast<double>(figures.folders)));
     if (section.drive) {
         appendCard(html, "Free on the drive", modLvw::formatSize(section.drive->free));
@@ -113,7 +138,7 @@ void appendFacts(std::string& html, const OverviewSection& section, const Overvi
     appendFact(html, "Scanned",
                (figures.recorded.empty() ? "At an unknown time" : figures.recorded) +
                    (figures.isComplete ? "" : ", but not all of it"));
-    appendFact(html, "Host", section.isLoaded ? "Not known: loaded from a saved scan" : platform::hostName());
+    appendFact(html, "Host", hostText(section));
     appendFact(html, "Sizes", sizesText(section));
     appendFact(html, "Not read", unreadText(section));
     if (!section.excludes.empty()) {

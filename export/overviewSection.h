@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "db/scanRecords.h"
 #include "platform/drives.h"
 #include "scan/figureGaps.h"
 #include "views/overviewFigures.h"
@@ -23,11 +24,12 @@ struct OverviewSection {
     std::size_t number = 1; // of the folder on the page
     std::string key;
     modFigures::Overview figures;
-    bool isOnDisk = false;      // figures are what is taken on the disk
-    bool isLoaded = false;      // rows came from a saved scan, which does not say what could not be read
-    Unreadable unreadable;      // how much could not be read, as far as it is known
-    std::int64_t wrapped = 0;   // files whose size was recorded as its low 32 bits, likewise
-    std::vector<Gap> firstGaps; // some of them
+    bool isOnDisk = false;                     // figures are what is taken on the disk
+    bool isLoaded = false;                     // rows came from a saved scan
+    std::optional<modScans::Scan> scan;        // which that was, if it says so
+    Unreadable unreadable;                     // how much could not be read, as far as it is known
+    std::int64_t wrapped = 0;                  // files whose size was recorded as its low 32 bits, likewise
+    std::vector<Gap> firstGaps;                // some of them
     std::vector<std::string> excludes;         // patterns of what was left out, likewise
     std::optional<platform::DriveSpace> drive; // nothing if it is not known, or not that of the scan
 };

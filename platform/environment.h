@@ -13,6 +13,9 @@ namespace platform {
 // The name of this machine, without its domain if the system knows it so; empty if it has none.
 [[nodiscard]] std::string hostName();
 
+// The operating system with its version, for people: "Debian GNU/Linux 12 (bookworm)", "Windows 10.0.19045".
+[[nodiscard]] std::string systemName();
+
 [[nodiscard]] std::string executableFolder();
 
 // The folder for the user's own data of this program ($XDG_DATA_HOME/spannory\, %LOCALAPPDATA%\Spannory\).

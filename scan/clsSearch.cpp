@@ -161,6 +161,7 @@ void clsSearch::resetScanCompleteTime(std::string_view path) {
 void clsSearch::resetWholeFolder(std::string_view path) {
     beginReset(path);
     modFolderRows::removeWhole(database_.database(), path);
+    modScans::forget(database_.database(), path);
     endReset(path, false);
     gaps.forgetWhole(path);
 }
@@ -171,6 +172,7 @@ void clsSearch::removeEntry(std::string_view path) {
     beginReset(folder);
     if (isFolder) {
         modFolderRows::removeWhole(database_.database(), path);
+        modScans::forget(database_.database(), path);
     } else {
         file_.setFullPath(path);
         modFolderRows::remove(database_.database(),
@@ -183,6 +185,7 @@ void clsSearch::removeEntry(std::string_view path) {
 void clsSearch::resetAll() {
     beginReset({});
     database_.database().Execute("delete * from details");
+    modScans::forgetAll(database_.database());
     rowsReplaced();
 }
 
@@ -227,11 +230,13 @@ void clsSearch::beginScan(std::string_view path) {
     filesSeen = 0;
     progress_ = {};
     changed_ = false;
+    recorded_ = false;
     disturbed_ = false;
     Database& database = database_.database();
     database.BeginTrans();
     noteLastNumber();
-    links_.beginScan(lastNumber_ + 1);
+    firstNumber_ = lastNumber_ + 1;
+    links_.beginScan(firstNumber_);
     scanned_ = path;
     bulkLoad_ = database.OpenRecordset("select idx from details")->EndOfFile();
     if (bulkLoad_) {
@@ -257,6 +262,16 @@ void clsSearch::makeIndexes() {
         abandonScan();
         throw;
     }
+}
+
+void clsSearch::recordScan(const modScans::Scan& scan) {
+    if (!recorded_) {
+        return;
+    }
+    if (bulkLoad_) {
+        modScans::forgetAll(database_.database()); // there was no row of any
+    }
+    modScans::record(database_.database(), scan, firstNumber_ - 1);
 }
 
 void clsSearch::endScan() {
@@ -329,6 +344,7 @@ void clsSearch::leaveOutStart(std::string_view path) {
     storing([&] {
         beginChange();
         modFolderRows::removeWhole(database_.database(), path);
+        modScans::forget(database_.database(), path);
         gaps.forgetWhole(path);
     });
     stamp_ = currentDate_.of(platform::now());
@@ -358,6 +374,7 @@ std::optional<modFolderRows::Totals> clsSearch::recordFolder(std::string_view pa
     file_.setFullPath(path);
     const bool isRoot = file_.fullPathNoDrive().empty();
     stamp_ = CancelScan ? std::string_view() : currentDate_.of(platform::now());
+    recorded_ = recorded_ || path == scanned_;
     if (!changed_) {
         storing([this] { beginChange(); });
     }

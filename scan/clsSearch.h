@@ -11,6 +11,7 @@
 #include "base/clsSettings.h"
 #include "db/folderRows.h"
 #include "db/modDatabase.h"
+#include "db/scanRecords.h"
 #include "platform/runtimeError.h"
 #include "scan/dateTexts.h"
 #include "scan/figureGaps.h"
@@ -92,6 +93,8 @@ public:
     // A scan is one transaction. One that begins with an empty table is a bulk load: there are no indexes
     // until makeIndexes is called, or another scan or a reset needs them.
     void beginScan(std::string_view path);
+    // Writes the row of the running scan in table `scans`, unless the scan has found its folder complete.
+    void recordScan(const modScans::Scan& scan);
     void endScan();
     // Without effect if there are indexes. Without them all figures can be read, but each takes a pass over
     // the table. If it throws after a scan, the rows are gone (see abandonScan).
@@ -173,12 +176,14 @@ private:
     std::string stamp_; // of the last recorded folder; empty if the scan was cancelled
     DateTexts currentDate_;
 
+    std::int64_t firstNumber_ = 0; // that the running scan gives
     FoldersAbove above_;
     HardLinks links_;
     Progress progress_;
     std::string scanned_; // the folder of the running scan; empty if there is none
     bool bulkLoad_ = false;
     bool changed_ = false;
+    bool recorded_ = false;       // the running scan has recorded the folder with which it began
     bool disturbed_ = false;      // by a reset
     std::int64_t lastNumber_ = 0; // the highest number ever given to a row; none is given twice
     bool lastIsThere_ = false;    // in the running scan: it is the highest in the table, too

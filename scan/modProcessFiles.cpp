@@ -6,6 +6,7 @@
 #include "base/excludes.h"
 #include "base/modGlobal.h"
 #include "base/numberFormat.h"
+#include "platform/environment.h"
 #include "platform/folders.h"
 #include "scan/dateTexts.h"
 #include "scan/folderWalk.h"
@@ -18,12 +19,35 @@ using modProcessFiles::ScanResult;
 constexpr std::string_view moduleName = "modProcessFiles";
 constexpr std::string_view procedureName = "processMain";
 
-void walkAndStore(FolderWalk& walk, clsSearch& search, const std::string& path) {
+modScans::Scan begunScan(const std::string& path, const clsSettings& settings) {
+    modScans::Scan scan;
+    scan.host = platform::hostName();
+    scan.system = platform::systemName();
+    scan.path = path;
+    scan.started = platform::now();
+    scan.exact = settings.exact() || settings.fullFileSizes();
+    scan.withOwners = settings.getOwnerInfo();
+    scan.onDisk = true;
+    for (const std::string& pattern : settings.excludes()->texts()) {
+        scan.excludes.append(scan.excludes.empty() ? "" : "\n").append(pattern);
+    }
+    scan.programVersion = SPANNORY_VERSION;
+    return scan;
+}
+
+void walkAndStore(FolderWalk& walk, const Dependencies& dependencies, const std::string& path) {
+    clsSearch& search = dependencies.search;
+    modScans::Scan scan = begunScan(path, dependencies.settings);
     search.beginScan(path);
     walk.run(path, platform::folderFacts(path).value_or(platform::EntryFacts{}));
     if (search.storageFailure()) {
         throw *search.storageFailure();
     }
+    scan.finished = platform::now();
+    scan.cancelled = search.CancelScan;
+    scan.unreadableFolders = walk.unreadableFolders();
+    scan.unreadableFiles = walk.unreadableFiles();
+    search.recordScan(scan);
     search.endScan();
 }
 
@@ -33,7 +57,7 @@ ScanResult scan(const std::string& path, const Dependencies& dependencies, std::
     FolderWalk walk(search, dependencies.settings, dependencies.userInterface,
                     [&] { return dependencies.tickCount() - startTick; });
     try {
-        walkAndStore(walk, search, path);
+        walkAndStore(walk, dependencies, path);
     } catch (...) {
         modGlobal::trapped(moduleName, procedureName, [&] { search.abandonScan(); });
         throw;

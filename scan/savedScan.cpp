@@ -1,6 +1,7 @@
 #include "scan/savedScan.h"
 
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <set>
 #include <unordered_set>
@@ -17,14 +18,24 @@ namespace {
 
 constexpr std::size_t longestPath = 32767;
 
-// The path with only one kind of separator, so that its drive can be compared with part of a folder's path.
-std::string slashed(std::string_view path) {
-    if (path.starts_with("/\\")) {
-        path.remove_prefix(1);
+// The one with the longest drive first. Both separators may stand between names, and "/" in the path of a
+// drive.
+void appendKeys(std::vector<std::string>& result, std::string_view typedPath) {
+    constexpr std::size_t deepestDrive = 64;
+    std::string path(typedPath.substr(typedPath.starts_with("/\\") ? 1 : 0));
+    std::replace(path.begin(), path.end(), '/', '\\');
+    path = modGlobal::addBackslash(path);
+    std::vector<std::string> keys;
+    if (path.starts_with("\\\\")) {
+        keys.push_back(path); // of a share
     }
-    std::string result(path);
-    std::replace(result.begin(), result.end(), '\\', '/');
-    return result;
+    std::string key = path;
+    for (std::size_t end = path.find('\\'); end != std::string::npos && keys.size() < deepestDrive;
+         end = path.find('\\', end + 1)) {
+        keys.push_back(end == 0 ? "/" + path : key);
+        key[end] = '/';
+    }
+    std::move(keys.rbegin(), keys.rend(), std::back_inserter(result));
 }
 
 bool holdsRows(Database& database, const std::string& key) {
@@ -36,30 +47,23 @@ bool holdsRows(Database& database, const std::string& key) {
 
 } // namespace
 
-std::string modSavedScan::findFolder(Database& database, std::string_view typedPath) {
-    std::vector<std::string> drives;
-    const auto rows = database.OpenRecordset("select distinct drive from details");
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
-        drives.emplace_back(rows->Fields("drive").text());
-    }
+std::vector<std::string> modSavedScan::possibleKeys(std::string_view typedPath) {
     std::vector<std::string> keys;
-    // The text as typed may be a path on the scanned machine, which may have had another system.
-    const std::string_view asItStands =
-        typedPath.substr(0, typedPath.size() - (typedPath.ends_with('/') ? 1 : 0));
-    for (const std::string& path : {platform::toInternal(typedPath), std::string(asItStands)}) {
-        const std::string wanted = slashed(modGlobal::addBackslash(path));
-        for (const std::string& drive : drives) {
-            const std::string root = slashed(drive);
-            if (!root.empty() && platform::sameName(wanted.substr(0, root.size()), root)) {
-                std::string names = wanted.substr(root.size());
-                std::replace(names.begin(), names.end(), '/', '\\');
-                keys.push_back(drive + names);
-            }
-        }
+    if (!typedPath.empty()) {
+        appendKeys(keys, platform::toInternal(typedPath));
+        appendKeys(keys, typedPath); // the scanned machine may have had another system
     }
+    return keys;
+}
+
+std::string modSavedScan::findFolder(Database& database, const std::vector<std::string>& keys) {
     const auto found = std::find_if(keys.begin(), keys.end(),
                                     [&](const std::string& key) { return holdsRows(database, key); });
     return found == keys.end() ? std::string() : *found;
+}
+
+std::string modSavedScan::findFolder(Database& database, std::string_view typedPath) {
+    return findFolder(database, possibleKeys(typedPath));
 }
 
 std::vector<std::string> modSavedScan::topFolders(Database& database) {

@@ -11,9 +11,12 @@
 // Finds folders in an earlier scan, possibly from another machine.
 namespace modSavedScan {
 
-// The key (internal path with a trailing "\") of a typed folder in the scan, found by the drives in its rows.
-// The path may be typed as on this machine or as on the scanned one. Empty if the scan has neither the folder
-// nor anything in it.
+// The keys (internal paths with a trailing "\") that a typed folder may have in a scan: where its drive ends
+// cannot be told from the text. It may be typed as on this machine or as on the scanned one.
+[[nodiscard]] std::vector<std::string> possibleKeys(std::string_view typedPath);
+
+// The first of the keys of which the scan has the folder or something in it; empty if there is none.
+[[nodiscard]] std::string findFolder(Database& database, const std::vector<std::string>& keys);
 [[nodiscard]] std::string findFolder(Database& database, std::string_view typedPath);
 
 // The keys of the top folders: those that contain rows but have no row of their own.

@@ -236,8 +236,10 @@ private:
 Result compare(const Sources& sources, const Request& request) {
     constexpr std::int64_t rowsPerLook = 1024;
     Result result;
-    result.foldersOnly = isSavedWithoutFiles(sources.now, request.folder) ||
-                         isSavedWithoutFiles(sources.before, request.folderBefore);
+    const bool nowWithout = isSavedWithoutFiles(sources.now, request.folder);
+    const bool beforeWithout = isSavedWithoutFiles(sources.before, request.folderBefore);
+    result.foldersOnly = nowWithout || beforeWithout;
+    result.oneLacksFiles = nowWithout != beforeWithout;
     const auto yield = [&] { sources.userInterface.yieldToEvents(); };
     const LongWork reading(sources.now, yield);
     const LongWork writing(sources.before, yield);

@@ -41,8 +41,9 @@ struct Result {
     std::vector<Group> owners;                  // likewise
     std::array<std::int64_t, states> files{};   // how many are in each State
     std::array<std::int64_t, states> folders{}; // likewise, without the folder itself
-    bool foldersOnly = false; // one of the two scans was saved without its files, so that none are compared
-    bool complete = false;    // not cancelled
+    bool foldersOnly = false;   // a scan was saved without its files, so that none are compared
+    bool oneLacksFiles = false; // likewise, but the other one was not
+    bool complete = false;      // not cancelled
 
     [[nodiscard]] bool differs() const noexcept { return folder.state != State::same; }
 };

@@ -30,6 +30,22 @@ std::vector<modFigures::FileGroup> groups(Database& database, const std::string&
     return result;
 }
 
+// A saved scan may keep folders only; their sizes tell what the files took. What a folder itself takes on the
+// disk is counted with them.
+void addUnkeptFiles(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
+    const auto files = database.OpenRecordset("select idx from details where isFolder=0 and " +
+                                              modFolderRows::anywhereIn(key));
+    const modFolderRows::RecordedFolder own = modFolderRows::find(database, key);
+    if (!files->EndOfFile() || !(own.totals.size > modFolderRows::sum(database, key))) {
+        return;
+    }
+    double rest = modLvw::soundSize(modFolderRows::countedSize(database, key, own));
+    for (const ChartEntry& entry : entries) {
+        rest -= entry.size;
+    }
+    entries.push_back({std::string(modFigures::filesLabel), rest});
+}
+
 // A walk goes depth first, so only one subfolder can have contents and no row of its own yet: that of the
 // last row.
 void addUnfinished(Database& database, std::string_view key, std::vector<ChartEntry>& entries) {
@@ -69,7 +85,8 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
                                               ") as total from details "
                                               " where isFolder=0 and parentfolder=" +
                                               modGlobal::quoted(key));
-    if (!files->EndOfFile() && !files->Fields("Total").isNull()) {
+    const bool hasFiles = !files->EndOfFile() && !files->Fields("Total").isNull();
+    if (hasFiles) {
         entries.push_back(
             {std::string(modFigures::filesLabel), modLvw::soundSize(files->Fields("Total").number())});
     }
@@ -82,6 +99,9 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
         std::string_view label = name.text();
         label.remove_suffix(label.ends_with('\\') ? 1 : 0);
         entries.push_back({std::string(label), modLvw::soundSize(size.number())});
+    }
+    if (!hasFiles && state != ScanState::running) {
+        addUnkeptFiles(database, key, entries);
     }
     if (state == ScanState::running) {
         addUnfinished(database, key, entries);

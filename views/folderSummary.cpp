@@ -21,8 +21,16 @@ modFigures::FolderSummary modFigures::summary(Database& database, std::string_vi
     const modFolderRows::ItemCounts counts =
         recorded.hasContent ? modFolderRows::count(database, key) : modFolderRows::ItemCounts();
     const double size = modFolderRows::countedSize(database, key, recorded);
-    return {modLvw::soundSize(size),     counts.files,           counts.folders, recorded.isThere(),
-            database.countsSizeOnDisk(), !recorded.stamp.empty()};
+    const bool asksTotals = counts.files == 0 && recorded.hasContent && !recorded.hasOwnRow;
+    const modFolderRows::Totals totals = asksTotals ? modFolderRows::totals(database, key) : recorded.totals;
+    const std::int64_t files = counts.files > 0 ? counts.files : totals.files;
+    return {modLvw::soundSize(size),
+            files,
+            counts.folders,
+            recorded.isThere(),
+            database.countsSizeOnDisk(),
+            !recorded.stamp.empty(),
+            files == 0 && totals.size > 0};
 }
 
 std::string modFigures::summaryText(const FolderSummary& summary) {
@@ -30,8 +38,10 @@ std::string modFigures::summaryText(const FolderSummary& summary) {
 }
 
 std::string modFigures::contentText(const FolderSummary& summary) {
-    return modFormat::countedText(static_cast<double>(summary.files), "file", "files") + ", " +
-           modFormat::countedText(static_cast<double>(summary.folders), "folder", "folders");
+    return (summary.hasUnkeptFiles
+                ? "files not kept"
+                : modFormat::countedText(static_cast<double>(summary.files), "file", "files")) +
+           ", " + modFormat::countedText(static_cast<double>(summary.folders), "folder", "folders");
 }
 
 double modFigures::fileSize(Database& database, std::string_view path) {

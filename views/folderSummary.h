@@ -13,12 +13,13 @@
 namespace modFigures {
 
 struct FolderSummary {
-    double size = 0;          // bytes; the total of the chart's entries
-    std::int64_t files = 0;   // at any depth
-    std::int64_t folders = 0; // the same, without the folder itself
-    bool isRecorded = false;  // there are rows of it
-    bool onDisk = false;      // the size is what it takes on the disk
-    bool isStamped = false;   // all of it was scanned; never so for a drive's root, which has no row
+    double size = 0;             // bytes; the total of the chart's entries
+    std::int64_t files = 0;      // at any depth, even if only folders were kept
+    std::int64_t folders = 0;    // at any depth, without the folder itself
+    bool isRecorded = false;     // there are rows of it
+    bool onDisk = false;         // the size is what it takes on the disk
+    bool isStamped = false;      // all of it was scanned; never so for a drive's root, which has no row
+    bool hasUnkeptFiles = false; // and the rows of folders do not tell how many
 };
 
 [[nodiscard]] FolderSummary summary(Database& database, std::string_view key);
@@ -30,7 +31,7 @@ inline constexpr const char* lackingText =
 // "3.2 Kb, 4 files, 1 folder" or "3.2 Kb on disk, 4 files, 1 folder".
 [[nodiscard]] std::string summaryText(const FolderSummary& summary);
 
-// "4 files, 1 folder".
+// "4 files, 1 folder"; "files not kept, 1 folder".
 [[nodiscard]] std::string contentText(const FolderSummary& summary);
 
 // The recorded size of a file, given by its internal path; 0 if it was not scanned.

@@ -351,7 +351,8 @@ void frmMain::loadChosen(const std::string& file) {
     if (databases_.loadDatabase(file)) {
         noteSavedScan(file);
         notices_.loaded();
-        header_.setSavedScan(modQt::shownText(modExport::savedScanText(file)));
+        header_.setSavedScan(
+            modQt::shownText(modExport::savedScanText(file, modScans::all(working_.database()))));
     }
 }
 

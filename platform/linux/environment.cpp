@@ -12,7 +12,9 @@
 #include <cstdlib>
 #include <thread>
 
+#include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/runtimeError.h"
 
 extern char** environ; // NOLINT: the system's name
 
@@ -44,6 +46,26 @@ std::optional<std::string> environmentVariable(std::string_view name) {
 std::string hostName() {
     std::array<char, HOST_NAME_MAX + 1> name{};
     return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+}
+
+// The file is written for shells: a value may stand in quotes, with "\" before special characters.
+std::string systemName() {
+    constexpr std::string_view name = "\nPRETTY_NAME=";
+    constexpr std::size_t longest = 64U << 10;
+    std::string result;
+    try {
+        const std::string text = "\n" + readStart("/etc/os-release", longest);
+        const std::size_t start = text.find(name);
+        for (std::size_t at = start == std::string::npos ? text.size() : start + name.size();
+             at < text.size() && text[at] != '\n'; ++at) {
+            at += text[at] == '\\' ? 1 : 0;
+            if (at < text.size() && text[at] != '"' && text[at] != '\'') {
+                result += text[at];
+            }
+        }
+    } catch (const RuntimeError&) { // not every system has it
+    }
+    return result.empty() ? "Linux" : result;
 }
 
 std::string executableFolder() {

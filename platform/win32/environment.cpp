@@ -4,6 +4,8 @@
 
 #include <shellapi.h>
 
+#include <array>
+
 #include "platform/paths.h"
 #include "platform/win32/handle.h"
 #include "platform/win32/wide.h"
@@ -19,6 +21,26 @@ std::string asFolder(std::string path) {
         path += '\\';
     }
     return path;
+}
+
+constexpr const wchar_t* versionKey = L"SOFTWARE\\Microsoft\\Windows NT\\CurrentVersion";
+
+std::string versionNumber(const wchar_t* name) {
+    DWORD number = 0;
+    DWORD size = sizeof number;
+    const LSTATUS result =
+        ::RegGetValueW(HKEY_LOCAL_MACHINE, versionKey, name, RRF_RT_REG_DWORD, nullptr, // NOLINT
+                       &number, &size);
+    return result == ERROR_SUCCESS ? std::to_string(number) : std::string();
+}
+
+std::string versionText(const wchar_t* name) {
+    std::array<wchar_t, 64> text{};
+    DWORD size = sizeof text;
+    const LSTATUS result =
+        ::RegGetValueW(HKEY_LOCAL_MACHINE, versionKey, name, RRF_RT_REG_SZ, nullptr, // NOLINT
+                       text.data(), &size);
+    return result == ERROR_SUCCESS ? narrow(text.data()) : std::string();
 }
 
 } // namespace
@@ -40,6 +62,16 @@ std::string hostName() {
     DWORD length = longestName;
     const bool known = ::GetComputerNameExW(ComputerNameDnsHostname, name.data(), &length) != 0;
     return known ? narrow({name.data(), length}) : std::string();
+}
+
+// The calls that tell the version tell what the program's manifest claims to know.
+std::string systemName() {
+    const std::string major = versionNumber(L"CurrentMajorVersionNumber");
+    if (major.empty()) {
+        return "Windows";
+    }
+    return "Windows " + major + "." + versionNumber(L"CurrentMinorVersionNumber") + "." +
+           versionText(L"CurrentBuildNumber");
 }
 
 std::string executableFolder() {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <initializer_list>
+#include <utility>
 
 using platform::LocalTime;
 
@@ -41,4 +42,20 @@ TEST(DateFormat, storedDatesAreReadBackAndNothingElseIs) {
     std::string shown = "<";
     modFormat::appendReformattedDate(shown, "03/14/2004 12:05:07 AM", modFormat::reportDatePicture);
     EXPECT_EQ(shown, "<03/14/04 12:05 AM");
+}
+
+TEST(DateFormat, momentsAreReadBackFromTheirTexts) {
+    const std::pair<platform::Seconds, const char*> moments[] = {{0, "1970-01-01 00:00:00"},
+                                                                 {-1, "1969-12-31 23:59:59"},
+                                                                 {1'709'251'199, "2024-02-29 23:59:59"},
+                                                                 {253'402'300'799, "9999-12-31 23:59:59"}};
+    for (const auto& [moment, text] : moments) {
+        EXPECT_EQ(modFormat::utcText(moment), text);
+        EXPECT_EQ(modFormat::parseUtc(text), moment) << text;
+    }
+    for (const char* text :
+         {"", "2024-02-29", "2023-02-29 10:00:00", "2024-13-01 10:00:00", "2024-01-01 24:00:00",
+          "2024-01-01 10:60:00", "2024-01-01T10:00:00", "2024-01-01 10:00:00Z"}) {
+        EXPECT_FALSE(modFormat::parseUtc(text)) << text;
+    }
 }

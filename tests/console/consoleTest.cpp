@@ -101,10 +101,91 @@ TEST_F(Console, writesAnOverviewOfEachPath) {
             ++found;
         }
         EXPECT_EQ(found, sections) << path;
-        EXPECT_TRUE(holds(loaded, "A saved scan does not tell what could not be read"));
+        EXPECT_TRUE(holds(loaded, "Nothing: all was read"));
         EXPECT_FALSE(holds(loaded, "Free on the drive")) << "it may be another machine's";
     }
     EXPECT_TRUE(holds(run("--overview - %T").output, "<!DOCTYPE html>"));
+
+    runSqliteScript(folder.typed("saved.mdb"),
+                    "update scans set host='elsewhere', system='OS <9>', unreadableFolders=2, "
+                    "excludes='*.o' || char(10) || 'x&y', finished='2020-02-29 12:00:00';");
+    EXPECT_EQ(run(load + "%T/a").status, 0);
+    EXPECT_TRUE(holds(folder.read("o.html"), "<dt>Host</dt><dd>elsewhere (OS &lt;9&gt;)</dd>"));
+    EXPECT_TRUE(holds(folder.read("o.html"), ": 2 folders could not be read."));
+    EXPECT_TRUE(holds(folder.read("o.html"), "What fits *.o, x&amp;y</dd>"));
+    EXPECT_TRUE(
+        holds(run("--load %F/saved.mdb", {{"TZ", "UTC"}}).output, "saved.mdb (02/29/2020 12:00:00 PM)\n"));
+    runSqliteScript(folder.typed("saved.mdb"), "drop table scans;");
+    EXPECT_EQ(run(load + "%T/a").status, 0) << "as earlier versions saved it";
+    EXPECT_TRUE(holds(folder.read("o.html"), "A saved scan does not tell what could not be read"));
+}
+
+TEST_F(Console, keepsScansAndTheLastOfThem) {
+    const auto kept = [this] {
+        std::vector<std::string> names;
+        for (const auto& entry : fs::directory_iterator(folder / "kept")) {
+            names.push_back(entry.path().filename().string());
+        }
+        return names;
+    };
+    EXPECT_TRUE(holds(run("--keep %F/kept %T").output, "\nKept as " + folder.typed("kept/")));
+    EXPECT_EQ(kept().size(), 1U);
+    for (int i = 0; i < 2; ++i) {
+        const Outcome outcome = run("--quiet --keep %F/kept --keep-last 2 --summary %T/a %T");
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_EQ(outcome.output + outcome.errors, "");
+    }
+    EXPECT_EQ(kept().size(), 4U) << "two of each path";
+    for (const std::string& name : kept()) {
+        EXPECT_TRUE(holds(run("--load %F/kept/" + name).output, "File Count\n\n"))
+            << name << " has no types of files";
+    }
+    EXPECT_EQ(run("--keep %F/kept --load %F/kept/x").status, 2);
+    EXPECT_EQ(run("--keep-last 2 %T").status, 2);
+    EXPECT_EQ(run("--keep %F/kept --keep-last 0 %T").status, 2);
+    const Outcome failed = run("--quiet --keep %T/direct.txt %T");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(std::count(failed.errors.begin(), failed.errors.end(), '\n'), 1) << failed.errors;
+}
+
+TEST_F(Console, tellsTheHistoryOfAFolder) {
+    const auto keep = [&] { EXPECT_EQ(run("--quiet --keep %F/kept %T").status, 0); };
+    keep();
+    folder.write("tree/a/more", std::string(8192, 'x'));
+    keep();
+    EXPECT_EQ(run("--quiet --keep %F/kept %T/b").status, 0);
+    const Outcome outcome =
+        run("--history %F/kept --history %F/kept --text %F/h.txt %T/a", {{"LC_ALL", "C"}, {"COLUMNS", "80"}});
+    EXPECT_EQ(outcome.status, 0);
+    EXPECT_EQ(outcome.errors, "");
+    const std::string& out = outcome.output;
+    EXPECT_TRUE(out.starts_with(folder.typed("tree/a"))) << out;
+    const std::size_t first = out.find("   4.0 Kb      2           ########\n");
+    const std::size_t second = out.find("  12.0 Kb      3  +8.0 Kb  #########################\n");
+    EXPECT_TRUE(first < second && second != std::string::npos) << out;
+    EXPECT_TRUE(holds(out, "\n1 saved scan is of other folders.\n")) << out;
+    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 7) << "each file once";
+    EXPECT_TRUE(holds(folder.read("h.txt"), ",12288,8192,3,"));
+    EXPECT_TRUE(holds(run("--history %F/kept --html - %T/a").output, "<svg "));
+
+    folder.write("kept/damaged.mdb", "x");
+    const Outcome damaged = run("--history %F/kept %T/a");
+    EXPECT_EQ(damaged.status, 1);
+    EXPECT_TRUE(holds(damaged.output, "12.0 Kb")) << "the rest is told";
+    EXPECT_EQ(std::count(damaged.errors.begin(), damaged.errors.end(), '\n'), 1) << damaged.errors;
+    const std::string saved = folder.read("kept/damaged.mdb");
+    EXPECT_EQ(run("--force --history %F/kept/damaged.mdb --text %F/kept/damaged.mdb %T").status, 1);
+    EXPECT_EQ(folder.read("kept/damaged.mdb"), saved);
+    for (const char* wrong :
+         {"--history %F/kept", "--history %F/kept %T %T/a", "--history %F/kept --xml %F/x %T",
+          "--history %F/kept --find x %T", "--history '' %T"}) {
+        EXPECT_EQ(run(wrong).status, 2) << wrong;
+    }
+    for (const char* failing : {"--history %F/kept %T/none", "--history %F/none %T", "--history %T %T"}) {
+        const Outcome none = run(failing);
+        EXPECT_EQ(none.status, 1) << failing;
+        EXPECT_NE(none.errors, "") << failing;
+    }
 }
 
 TEST_F(Console, endsWithAStatusAndALineForEachFailure) {

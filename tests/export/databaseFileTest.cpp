@@ -8,6 +8,8 @@
 #include "support/scanFixture.h"
 #include "support/sqliteScript.h"
 #include "support/testSystem.h"
+#include "views/folderFigures.h"
+#include "views/folderSummary.h"
 
 namespace {
 
@@ -36,6 +38,8 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     scan();
     working.database().Execute("insert into nodes (nodeIndex, nodeKey) values (1, \"ROOT\")");
     const auto before = rows("select * from details");
+    const auto scans = rows("select * from scans");
+    EXPECT_EQ(scans.size(), 1U);
     const std::string copy = application.typed("copy.mdb");
     application.write("copy.mdb-wal",
                       "\x37\x7f\x06\x82 of another database, which would be applied to this one");
@@ -47,6 +51,7 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     EXPECT_EQ(rows("select * from details"), before);
     EXPECT_EQ(cell("select count(*) from nodes"), "2") << "saved nodes are appended to the existing ones";
     EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
+    EXPECT_EQ(rows("select * from scans"), scans);
 
     const auto failure = modExport::copyDatabase(working, application.typed("no/where.mdb"), userInterface);
     ASSERT_TRUE(failure);
@@ -63,6 +68,45 @@ TEST_F(DatabaseFile, isCopiedAndLoadedBackUnchanged) {
     EXPECT_EQ(count(), "0") << "or uses a new one if someone has removed it";
     EXPECT_EQ(load(copy), 0);
     EXPECT_EQ(rows("select * from details"), before);
+}
+
+TEST_F(DatabaseFile, mayKeepFoldersOnly) {
+    for (const char* file : {"a/one/x", "a/y", "b/x"}) {
+        tree.write(file, "12345");
+    }
+    tree.write("c", "1234567");
+    tree.write("b/empty/none", "");
+    scan();
+    const std::string folders = "select * from details where isFolder=1";
+    const auto before = rows(folders);
+    const auto scans = rows("select * from scans");
+    const std::string copy = application.typed("folders.mdb");
+    EXPECT_FALSE(modExport::copyPart(working, {{}, true}, copy, userInterface));
+    EXPECT_EQ(count(), "10") << "the program keeps its rows";
+    EXPECT_TRUE(modExport::copyPart(working, {{}, true}, application.typed("no/where"), userInterface));
+    for (const auto& entry : std::filesystem::directory_iterator(application.path())) {
+        EXPECT_NE(entry.path().extension(), ".tmp") << "left by a copy";
+    }
+    EXPECT_EQ(load(copy), 0);
+    EXPECT_EQ(rows("select * from details"), before);
+    EXPECT_EQ(rows("select * from scans"), scans);
+    EXPECT_EQ(cell("select count(*) from sqlite_master where type=\"index\""), "2");
+
+    const auto text = [this](const char* name) {
+        std::string result =
+            modFigures::summaryText(modFigures::summary(working.database(), key(name))) + ":";
+        for (const ChartEntry& entry : modFigures::chartEntries(working.database(), key(name))) {
+            result.append(" ").append(entry.label).append(" ").append(valueText(entry.size));
+        }
+        return result;
+    };
+    EXPECT_EQ(text(""), "22 bytes, 5 files, 4 folders: b 5 |Files| 7 a 10");
+    EXPECT_EQ(text("a/one"), "5 bytes, 1 file, 0 folders: |Files| 5");
+    working.database().Execute("delete * from details where fileName='a\\'");
+    EXPECT_EQ(text("a"), "5 bytes, 1 file, 1 folder: one 5") << "of the folders in it";
+    EXPECT_EQ(text("b/empty"), "0 bytes, 1 file, 0 folders:");
+    working.database().Execute("update details set fileCount=null");
+    EXPECT_EQ(text("a/one"), "5 bytes, files not kept, 0 folders: |Files| 5");
 }
 
 TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
@@ -122,6 +166,30 @@ TEST_F(DatabaseFile, isRefusedWhenItIsNotToBeTrusted) {
         {application.typed("later"), databaseError::engine},
         {make("huge", details + nodes + "insert into details values (1, -1e19);"), databaseError::damaged},
         {make("text", details + nodes + "insert into details values (1, 5), (2, '9e999');"),
+         databaseError::damaged},
+        {make("scansView", details + nodes + "create view scans as select 1 as scanId;"),
+         databaseError::damaged},
+        {make("scansTrigger", details + nodes +
+                                  "create table scans (path); create trigger t after insert on "
+                                  "Scans begin select 1; end;"),
+         databaseError::damaged},
+        {make("scansGenerated", details + nodes + "create table scans (scanId, path as (zeroblob(9)));"),
+         databaseError::damaged},
+        {make("scansColumn", details + nodes + "create table scans (hostile); insert into scans values (1);"),
+         databaseError::unknownTargetField},
+        {make("scansValue", details + nodes +
+                                "create table scans (path); insert into scans values "
+                                "(zeroblob(2000000));"),
+         databaseError::damaged},
+        {make("scansFlag", details + nodes + "create table scans (cancelled); insert into scans values (2);"),
+         databaseError::damaged},
+        {make("scansCount", details + nodes +
+                                "create table scans (unreadableFiles); insert into scans values "
+                                "('many');"),
+         databaseError::damaged},
+        {make("scansMany", details + nodes +
+                               "create table scans (scanId); with recursive r(x) as (select 1 union all "
+                               "select x+1 from r where x<200) insert into scans select x from r;"),
          databaseError::damaged},
         {make("word", details + nodes + "insert into details values (1, 'big');"), databaseError::damaged},
         {make("last", details + nodes + "insert into details values (9223372036854775807, 1);"),

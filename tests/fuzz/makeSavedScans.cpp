@@ -41,8 +41,26 @@ struct Seed {
     std::string script;
 };
 
-const std::array<Seed, 12> seeds{{
+const std::string scans =
+    "create table scans (scanId integer primary key, host varchar(255), system varchar(255), path text, "
+    "started datetime, finished datetime, cancelled smallint, exact smallint, withOwners smallint, onDisk "
+    "smallint, excludes text, unreadableFolders integer, unreadableFiles integer, programVersion "
+    "varchar(255));"
+    "insert into scans values (1, 'vm', 'OS 9', '/\\usr\\', '2026-01-02 03:04:05', '2026-01-02 03:04:06', 0, "
+    "1, "
+    "1, 0, '*.o', 2, 3, '1.0.0'), (2, 'vm', null, '/\\', 'soon', null, 1, 0, 0, 0, null, 0, 0, null);";
+
+const std::string indexes =
+    "create index details_parentFolder on details (parentFolder);"
+    "create index details_folders on details (parentFolder, fileName) where isFolder + 0 = 1;";
+
+const std::array<Seed, 14> seeds{{
     {"plain", smallPages + tables + rows},
+    {"scans", smallPages + tables + rows + scans + indexes},
+    {"counts",
+     smallPages + tables + rows + scans + indexes +
+         "alter table details add column fileCount integer; alter table details add column folderCount "
+         "integer; update details set fileCount = 2, folderCount = 0 where isFolder = 1;"},
     {"empty", smallPages + tables},
     {"noNodes", "pragma page_size = 512; create table details (idx integer primary key, size double);"},
     {"utf16", "pragma encoding = 'UTF-16';" + smallPages + tables + rows},

@@ -31,11 +31,19 @@ void addRows(Database& database, const std::vector<Row>& rows) {
 TEST(SavedScan, findsFoldersOfOtherSystems) {
     ScanFixture fixture;
     Database& database = fixture.working.database();
-    addRows(database, {{"C:\\Windows\\|a", false}, {"/\\usr\\|b", false}, {"/\\a\"b\\|\"", false}});
+    addRows(database, {{"C:\\Windows\\|a", false},
+                       {"/\\usr\\|b", false},
+                       {"/\\a\"b\\|\"", false},
+                       {"/\\|mnt\\", true},
+                       {"/\\mnt\\|disk\\", true},
+                       {"/mnt/disk\\x\\|f", false}});
     const std::pair<const char*, const char*> typed[] = {
         {"C:\\Windows", "C:\\Windows\\"},
         {"C:/Windows/", "C:\\Windows\\"},
         {"/\\usr", "/\\usr\\"},
+        {"/mnt", "/\\mnt\\"},
+        {"/mnt/disk/x", "/mnt/disk\\x\\"},
+        {"/mnt/disk", "/\\mnt\\disk\\"},
         {"/\\nothing", ""},
         {"/\\u\"sr", ""},
         {"/\\a\"b", "/\\a\"b\\"},
