@@ -56,8 +56,9 @@ void addExactness(CLI::App& app, ConsoleOptions& options) {
     app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
     app.add_flag("--exact", options.exact,
                  "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
-    app.add_flag("--on-disk", options.onDisk,
-                 "Count what files and folders take on the disk, as du does, instead of their sizes");
+    app.add_flag("--on-disk,!--no-on-disk", options.onDisk,
+                 "Count what files and folders take on the disk, as du does, instead of their sizes, or not, "
+                 "whatever the settings say");
 }
 
 void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {

@@ -30,7 +30,7 @@ struct ConsoleOptions {
     bool summary = false;
     bool fullSizes = false;
     bool exact = false;
-    bool onDisk = false;
+    std::optional<bool> onDisk; // overrides the setting
     bool unreadable = false;
     bool keepsSame = false; // of a comparison, print and write what has not changed too
     bool force = false;

@@ -87,7 +87,7 @@ bool ConsoleRun::start() {
             settings_.setExact(true);
         }
         if (options_.onDisk) {
-            settings_.setOnDisk(true);
+            settings_.setOnDisk(*options_.onDisk);
         }
         if (options_.find) {
             options_.find->tellsCaseOfExtensions = settings_.caseSensitiveExt();
@@ -221,6 +221,7 @@ bool ConsoleRun::loadSaved() {
     try {
         modExport::loadDatabase(working_, options_.loadFile, userInterface_);
         if (settings_.onDisk() && working_.lacksSizesOnDisk()) {
+            userInterface_.setSubject(options_.loadFile);
             userInterface_.message(modFigures::lackingText);
         }
         return true;

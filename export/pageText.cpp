@@ -9,6 +9,7 @@
 #include "export/xmlText.h"
 #include "platform/paths.h"
 #include "platform/text.h"
+#include "views/folderSummary.h"
 
 namespace modExport {
 
@@ -60,11 +61,7 @@ std::string shownPath(std::string_view internalPath) {
 std::string percentText(double part, double whole) {
     std::string text;
     if (part >= 0 && whole > 0 && part <= whole) {
-        constexpr double least = 0.1;
-        const double percent = part / whole * 100;
-        text += percent > 0 && percent < least ? "&lt;" : "";
-        modFormat::appendFormattedNumber(text, percent > 0 ? std::max(percent, least) : 0, "#,##0.0");
-        text += "%";
+        appendHtmlEntities(text, modFigures::percentText(part / whole));
     }
     return text;
 }

@@ -65,14 +65,18 @@ std::optional<double> modFigures::scannedSize(Database& database, std::string_vi
     return isScanned ? std::optional(modLvw::soundSize(direct->Fields(0).number())) : std::nullopt;
 }
 
+std::string modFigures::percentText(double share) {
+    constexpr double least = 0.1;
+    const double percent = share * 100;
+    std::string text = percent > 0 && percent < least ? "<" : "";
+    modFormat::appendFormattedNumber(text, percent > 0 ? std::max(percent, least) : percent, "#,##0.0");
+    return text + "%";
+}
+
 std::string modFigures::shareText(double size, const platform::DriveSpace& space) {
     std::string text;
     if (size >= 0 && space.used > 0) {
-        constexpr double least = 0.1;
-        const double percent = size / space.used * 100;
-        text += percent > 0 && percent < least ? "<" : "";
-        modFormat::appendFormattedNumber(text, percent > 0 ? std::max(percent, least) : 0, "#,##0.0");
-        text += "% of used space, ";
+        text += percentText(size / space.used) + " of used space, ";
     }
     return text + modLvw::formatSize(space.free) + " free";
 }

@@ -40,6 +40,9 @@ inline constexpr const char* lackingText =
 // The size of a scanned folder; nothing if it was not scanned.
 [[nodiscard]] std::optional<double> scannedSize(Database& database, std::string_view key);
 
+// "12.3%", "<0.1%".
+[[nodiscard]] std::string percentText(double share);
+
 // "12.3% of used space, 5.0 Gb free". The share is left out if there is none: the size of very large files
 // may be recorded as negative.
 [[nodiscard]] std::string shareText(double size, const platform::DriveSpace& space);

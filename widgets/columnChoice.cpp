@@ -28,12 +28,26 @@ void ColumnChoice::setShown(std::vector<std::size_t> shown) {
     }
     Q_EMIT aboutToChange();
     shown_ = std::move(shown);
+    if (sort_ && !std::binary_search(shown_.begin(), shown_.end(), sort_->further)) {
+        sort_.reset();
+    }
     std::vector<ListColumn> columns;
     for (const std::size_t column : shown_) {
         columns.push_back(further_[column]);
     }
     list_.setFurtherColumns(fixed_, columns);
     Q_EMIT changed();
+}
+
+void ColumnChoice::noteSort() {
+    const ListSort& sort = list_.sort();
+    const auto column = static_cast<std::size_t>(sort.key);
+    sort_ = column < fixed_ ? std::nullopt : std::optional(Sort{shown_.at(column - fixed_), sort.order});
+}
+
+int ColumnChoice::placeOf(std::size_t further) const {
+    const auto at = std::lower_bound(shown_.begin(), shown_.end(), further);
+    return static_cast<int>(fixed_) + static_cast<int>(at - shown_.begin()) + 1;
 }
 
 void ColumnChoice::showMenu(const QPoint& place) {
@@ -63,6 +77,12 @@ void ColumnChoice::restore(const QSettings& state) {
         }
     }
     setShown(std::move(shown));
+    const QStringList sort = state.value(list_.objectName() + QStringLiteral("SortedBy")).toStringList();
+    for (const std::size_t column : shown_) {
+        if (sort.size() == 2 && sort[0] == headerOf(further_[column])) {
+            sort_ = Sort{column, sort[1] == QStringLiteral("0") ? 0 : 1};
+        }
+    }
 }
 
 void ColumnChoice::save(QSettings& state) const {
@@ -71,4 +91,7 @@ void ColumnChoice::save(QSettings& state) const {
         headers << headerOf(further_[column]);
     }
     state.setValue(list_.objectName() + QStringLiteral("Columns"), headers);
+    state.setValue(list_.objectName() + QStringLiteral("SortedBy"),
+                   sort_ ? QStringList{headerOf(further_[sort_->further]), QString::number(sort_->order)}
+                         : QStringList());
 }

@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QSettings>
 #include <cstddef>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -21,6 +22,17 @@ public:
     [[nodiscard]] const std::vector<std::size_t>& shown() const noexcept { return shown_; }
     void setShown(std::vector<std::size_t> shown);
 
+    // How the list is sorted if that is by a further column; it is kept as long as that one is shown.
+    struct Sort {
+        std::size_t further; // its position among them
+        int order;           // as in ListSort
+    };
+    // Note it after the list was sorted.
+    void noteSort();
+    [[nodiscard]] const std::optional<Sort>& sort() const noexcept { return sort_; }
+    // The place of a shown further column in the list, counted from 1.
+    [[nodiscard]] int placeOf(std::size_t further) const;
+
     // By their headers, in the window's own settings file.
     void restore(const QSettings& state);
     void save(QSettings& state) const;
@@ -37,4 +49,5 @@ private:
     std::span<const ListColumn> further_;
     std::size_t fixed_;
     std::vector<std::size_t> shown_;
+    std::optional<Sort> sort_;
 };

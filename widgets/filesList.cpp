@@ -8,10 +8,10 @@
 #include "base/dateFormat.h"
 #include "base/errorTrap.h"
 #include "base/formatSize.h"
-#include "base/numberFormat.h"
 #include "db/dao.h"
 #include "db/folderRows.h"
 #include "db/values.h"
+#include "views/folderSummary.h"
 #include "widgets/listView.h"
 
 namespace {
@@ -93,8 +93,8 @@ private:
             if (total_ <= 0) {
                 return {};
             }
-            modFormat::appendFormattedNumber(text, size_.number() / total_ * 100, "#,##0.0");
-            return {text += '%', size_.number() / total_};
+            text += modFigures::percentText(size_.number() / total_);
+            return {text, size_.number() / total_};
         case Further::files:
             return countCell(fileCount_, text);
         default:

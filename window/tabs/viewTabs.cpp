@@ -179,10 +179,16 @@ void ViewTabs::wireList(ListTab& tab) {
     connect(&tab.list, &ListView::menuRequested, this, &ViewTabs::menuRequested);
     connect(&tab.list, &ListView::copyRequested, this, &ViewTabs::copyRequested);
     connect(&tab.list, &ListView::columnClicked, this,
-            [&tab, &settings = dependencies_.settings](int column) {
+            [this, &tab, &settings = dependencies_.settings](int column) {
                 const ListView::AllRows all(tab.list);
                 tab.list.setExactDates(settings.exact());
                 modLvw::lvsort(tab.list, column, toggledOrder, false);
+                if (&tab.list == &lvwF_) {
+                    filesList_.further().noteSort();
+                    if (filesList_.further().sort()) {
+                        return; // the settings know the fixed columns only
+                    }
+                }
                 (settings.*tab.setColumn)(static_cast<std::int16_t>(column));
                 (settings.*tab.setOrder)(static_cast<std::int16_t>(tab.list.sort().order));
             });
@@ -319,6 +325,11 @@ void ViewTabs::refresh(bool selectFirst) {
         groupLists_.updateFileTypeListview(database, key);
     } else {
         groupLists_.updateUserListview(database, key);
+    }
+    const auto& sort = filesList_.further().sort();
+    if (&tab.list == &lvwF_ && sort) {
+        modLvw::lvsort(tab.list, filesList_.further().placeOf(sort->further), sort->order, selectFirst);
+        return;
     }
     modLvw::sortAsRemembered(tab.list, (dependencies_.settings.*tab.column)(),
                              (dependencies_.settings.*tab.order)(), tab.defaultColumn, selectFirst);

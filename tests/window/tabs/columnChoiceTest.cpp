@@ -82,9 +82,14 @@ TEST_F(FurtherColumns, areChosenInTheMenuOfTheHeaderAndRemembered) {
     Q_EMIT list.copyRequested();
     EXPECT_THAT(QApplication::clipboard()->text().toStdString(), HasSubstr("Accessed,Share,Files,Folders"));
     list.header()->resizeSection(5, 123);
+    choose("Files");
+    EXPECT_THAT(further(), ElementsAre("own.txt: 1.5% ", "b: 6.1% 0", "a: 92.3% 1")) << "still by share";
     choose("Share");
-    EXPECT_EQ(headers(), std::string(fixed) + "|Files|Folders");
+    EXPECT_EQ(headers(), std::string(fixed) + "|Folders");
+    EXPECT_THAT(further(), ElementsAre("a: 1", "b: 0", "own.txt: ")) << "by size again, the largest first";
+    choose("Files");
     choose("Share");
+    Q_EMIT list.columnClicked(6);
     EXPECT_EQ(list.header()->sectionSize(5), 123);
     window->close();
     close();
@@ -93,6 +98,8 @@ TEST_F(FurtherColumns, areChosenInTheMenuOfTheHeaderAndRemembered) {
     control<QTabWidget>("XTab").setCurrentIndex(1);
     EXPECT_EQ(headers(), std::string(fixed) + "|Share|Files|Folders");
     EXPECT_EQ(control<ListView>("lvwF").header()->sectionSize(5), 123);
+    EXPECT_THAT(further(), ElementsAre("own.txt: 1.5%  ", "b: 6.1% 1 0", "a: 92.3% 2 1"));
+    EXPECT_THAT(settingsFile(), Not(HasSubstr("DetailListSortColumn=6"))) << "which knows the fixed columns";
 }
 
 TEST_F(FurtherColumns, followWhatIsScanned) {
