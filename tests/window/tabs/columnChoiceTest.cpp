@@ -107,7 +107,7 @@ TEST_F(FurtherColumns, followWhatIsScanned) {
     control<QTabWidget>("XTab").setCurrentIndex(1);
     choose("Share");
     choose("Files");
-    tree.write("b/more", std::string(3260 * 2, 'x'));
+    tree.write("b/more", std::string(6520, 'x'));
     click(key("b"));
     pressF5();
     click(key());
