@@ -38,11 +38,17 @@ void appendKeys(std::vector<std::string>& result, std::string_view typedPath) {
     std::move(keys.rbegin(), keys.rend(), std::back_inserter(result));
 }
 
-bool holdsRows(Database& database, const std::string& key) {
-    const auto hasRows = [&](const std::string& condition) {
-        return !database.OpenRecordset("select idx from details where " + condition)->EndOfFile();
-    };
-    return hasRows(modFolderRows::directlyIn(key)) || hasRows(modFolderRows::itself(key));
+// The key in the spelling of the rows; empty if there are none.
+std::string storedKey(Database& database, const std::string& key) {
+    const auto in =
+        database.OpenRecordset("select parentFolder from details where " + modFolderRows::directlyIn(key));
+    if (!in->EndOfFile()) {
+        return std::string(in->Fields(0).text());
+    }
+    const auto own = database.OpenRecordset("select parentFolder,fileName from details where " +
+                                            modFolderRows::itself(key));
+    return own->EndOfFile() ? std::string()
+                            : std::string(own->Fields(0).text()).append(own->Fields(1).text());
 }
 
 } // namespace
@@ -57,9 +63,12 @@ std::vector<std::string> modSavedScan::possibleKeys(std::string_view typedPath) 
 }
 
 std::string modSavedScan::findFolder(Database& database, const std::vector<std::string>& keys) {
-    const auto found = std::find_if(keys.begin(), keys.end(),
-                                    [&](const std::string& key) { return holdsRows(database, key); });
-    return found == keys.end() ? std::string() : *found;
+    for (const std::string& key : keys) {
+        if (std::string stored = storedKey(database, key); !stored.empty()) {
+            return stored;
+        }
+    }
+    return {};
 }
 
 std::string modSavedScan::findFolder(Database& database, std::string_view typedPath) {

@@ -7,12 +7,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
+// Not every system has names with quotes and the like.
+const bool takesAnyName = fs::path::preferred_separator == '/';
+const std::string oddName = takesAnyName ? "new, \"quoted\" & <b>.txt" : "new, plain & b.txt";
+
 class ConsoleCompare : public Console {
 protected:
     ConsoleCompare() {
         EXPECT_EQ(run("--quiet --database %F/before.mdb %T").status, 0);
         folder.write("tree/a/one.TXT", std::string(1024, 'x'));
-        folder.write("tree/b/new, \"quoted\" & <b>.txt", std::string(3072, 'x'));
+        folder.write("tree/b/" + oddName, std::string(3072, 'x'));
         fs::remove(folder / "tree/direct.txt");
         folder.write("tree/=1+1", "1");
     }
@@ -81,11 +85,14 @@ TEST_F(ConsoleCompare, writesReportsOfWhatHasChanged) {
         << text;
     EXPECT_TRUE(holds(text, "tree/direct.txt,File,gone,5,,-5,-5 bytes,") ||
                 fs::path::preferred_separator != '/');
-    EXPECT_TRUE(holds(text, "new, \"\"quoted\"\" & <b>.txt\",File,new,,3072,3072,+3.0 Kb,")) << text;
-    EXPECT_TRUE(holds(folder.read("r.html"), "new, &quot;quoted&quot; &amp; &lt;b&gt;.txt</td>"));
-    EXPECT_TRUE(holds(folder.read("r.xml"),
-                      "new, \"quoted\" &amp; "
-                      "&lt;b&gt;.txt</path><type>File</type><state>new</state><nowBytes>3072</nowBytes>"));
+    const std::string inText = takesAnyName ? "\"\"quoted\"\" & <b>" : "plain & b";
+    const std::string inHtml = takesAnyName ? "&quot;quoted&quot; &amp; &lt;b&gt;" : "plain &amp; b";
+    const std::string inXml = takesAnyName ? "\"quoted\" &amp; &lt;b&gt;" : "plain &amp; b";
+    EXPECT_TRUE(holds(text, "new, " + inText + ".txt\",File,new,,3072,3072,+3.0 Kb,")) << text;
+    EXPECT_TRUE(holds(folder.read("r.html"), "new, " + inHtml + ".txt</td>"));
+    EXPECT_TRUE(
+        holds(folder.read("r.xml"),
+              "new, " + inXml + ".txt</path><type>File</type><state>new</state><nowBytes>3072</nowBytes>"));
     EXPECT_FALSE(holds(text, "three"));
 
     EXPECT_EQ(run("--quiet --force --summary --all --compare %F/before.mdb --text %F/r.csv --database "

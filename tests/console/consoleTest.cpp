@@ -160,9 +160,14 @@ TEST_F(Console, tellsTheHistoryOfAFolder) {
     EXPECT_EQ(outcome.errors, "");
     const std::string& out = outcome.output;
     EXPECT_TRUE(out.starts_with(folder.typed("tree/a"))) << out;
-    const std::size_t first = out.find("   4.0 Kb      2           ########\n");
-    const std::size_t second = out.find("  12.0 Kb      3  +8.0 Kb  #########################\n");
+    const std::size_t first = out.find("   4.0 Kb      2           ");
+    const std::size_t second = out.find("  12.0 Kb      3  +8.0 Kb  ");
     EXPECT_TRUE(first < second && second != std::string::npos) << out;
+    if (fs::path::preferred_separator == '/') { // elsewhere no variable tells what a terminal can show
+        EXPECT_TRUE(holds(out, "Kb      2           ########\n") &&
+                    holds(out, "Kb  #########################\n"))
+            << out;
+    }
     EXPECT_TRUE(holds(out, "\n1 saved scan is of other folders.\n")) << out;
     EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 7) << "each file once";
     EXPECT_TRUE(holds(folder.read("h.txt"), ",12288,8192,3,"));

@@ -6,6 +6,7 @@
 
 #include "base/excludes.h"
 #include "platform/environment.h"
+#include "platform/paths.h"
 #include "support/scanFixture.h"
 
 namespace {
@@ -75,7 +76,10 @@ TEST_F(ScanRecords, areThoseOfTheRowsThatAreThere) {
          [this] {
              search.resetScanCompleteTime(key());
              search.resetScanCompleteTime(key("b"));
-             userInterface.onYield = [this, yields = 0]() mutable { search.CancelScan = ++yields == 3; };
+             const std::string inner = platform::displayPath(key("b"));
+             userInterface.onYield = [this, inner] {
+                 search.CancelScan = search.CancelScan || userInterface.statuses.back().second == inner;
+             };
              scan();
              userInterface.onYield = {};
          },

@@ -111,7 +111,7 @@ protected:
     }
     [[nodiscard]] Items listed(const std::string& name = {}) const {
         Items items;
-        list(tree / name, "", items);
+        list(name.empty() ? tree.path() : tree / name, "", items);
         return items;
     }
     void open() {
@@ -323,7 +323,7 @@ TEST_F(Comparison, groupsAreThoseOfBothScans) {
         }
         return size;
     };
-    EXPECT_GT(result.types.size(), 100U);
+    EXPECT_GT(result.types.size(), 3U);
     for (const modChanges::Group& group : result.types) {
         EXPECT_EQ(group.before, sizeOf(before, group.name)) << group.name;
         EXPECT_EQ(group.now, sizeOf(now, group.name)) << group.name;
