@@ -288,9 +288,16 @@ void FindQuery::add(const Found& found) {
         ++count_;
         size_ += found.size;
     }
+    if (least_ && found.rank <= *least_) { // so many come before it, as rows are read in their order
+        return;
+    }
     found_.push_back(found);
     if (conditions_.kind != Kind::emptyFolders && most_ < all / 2 && found_.size() >= 2 * most_) {
         keepFirst();
+        const auto last =
+            std::min_element(found_.begin(), found_.end(),
+                             [](const Found& left, const Found& right) { return left.rank < right.rank; });
+        least_ = last == found_.end() ? least_ : std::optional(last->rank);
     }
 }
 

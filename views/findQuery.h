@@ -106,6 +106,7 @@ private:
     std::int64_t count_ = 0;
     double size_ = 0;
     std::vector<Found> found_;
+    std::optional<double> least_;            // the lowest rank among `most_` of them
     std::size_t fetched_ = 0;                // of these
     std::unordered_set<std::size_t> filled_; // hashes of folders that something is in, to find the empty ones
     std::string lastFilled_;
