@@ -31,6 +31,10 @@ void appendSize(std::string& result, double bytes) {
     }
 }
 
+std::string formatChange(double bytes) {
+    return (bytes > 0 ? "+" : bytes < 0 ? "-" : "") + formatSize(std::abs(bytes));
+}
+
 std::string formatSize(double bytes) {
     std::string result;
     appendSize(result, bytes);

@@ -13,5 +13,7 @@ namespace modLvw {
 // empty text; a size that is none (soundSize) reads as the greatest that is.
 void appendSize(std::string& result, double bytes);
 [[nodiscard]] std::string formatSize(double bytes);
+// "+1.5 Kb", "-3 bytes", "0 bytes".
+[[nodiscard]] std::string formatChange(double bytes);
 
 } // namespace modLvw

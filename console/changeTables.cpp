@@ -36,7 +36,7 @@ std::string childTable(const std::vector<Change>& children, std::size_t top) {
     for (std::size_t i = 0; i < textTable::shownRows(children.size(), top); ++i) {
         const Change& child = children[i];
         rows.push_back({textTable::shown(child.nameAlone()), sizeText(child.before), sizeText(child.now),
-                        modChanges::changeText(child.change()),
+                        modLvw::formatChange(child.change()),
                         std::string(modChanges::stateText(child.state))});
     }
     return printed(rows, children.size(), top, 1, 4);
@@ -49,7 +49,7 @@ std::string groupTable(const std::string& header, std::vector<Group> groups, boo
     for (std::size_t i = 0; i < textTable::shownRows(groups.size(), top); ++i) {
         const Group& group = groups[i];
         rows.push_back({textTable::shown(platform::lowerCase(group.name)), modLvw::formatSize(group.before),
-                        modLvw::formatSize(group.now), modChanges::changeText(group.change()),
+                        modLvw::formatSize(group.now), modLvw::formatChange(group.change()),
                         std::to_string(group.filesBefore), std::to_string(group.filesNow)});
     }
     return printed(rows, groups.size(), top, 1, 6);
@@ -62,7 +62,7 @@ std::string fileTable(const std::vector<Change>& files, std::size_t all, std::si
     for (const Change& file : files) {
         const std::string path = platform::displayPath(file.path());
         rows.push_back({std::string(modChanges::stateText(file.state)), sizeText(file.before),
-                        sizeText(file.now), modChanges::changeText(file.change()),
+                        sizeText(file.now), modLvw::formatChange(file.change()),
                         forTerminal(path.substr(folder.size()))});
     }
     return printed(rows, all, top, 1, 4);
@@ -88,7 +88,7 @@ std::string totalText(const Result& result) {
         text = "Nothing has changed. ";
     }
     text += "Total: " + sizeText(folder.before) + " before, " + sizeText(folder.now) + " now, change " +
-            modChanges::changeText(folder.change()) + "\n";
+            modLvw::formatChange(folder.change()) + "\n";
     if (!result.foldersOnly) {
         text += "Files: " + countsText(result.files) + "\n";
     }

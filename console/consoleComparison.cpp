@@ -73,8 +73,11 @@ std::string ConsoleComparison::folderBefore(std::string_view key, std::string_vi
 void ConsoleComparison::tellWhatDiffers(const std::string& key, const std::string& before,
                                         bool oneLacksFiles) {
     const std::vector<modScans::Scan> scansNow = modScans::all(working_.database());
-    std::string remark = modScans::differences(modScans::ofFolder(earlier_->scans(), before),
-                                               modScans::ofFolder(scansNow, key));
+    std::string remark =
+        modScans::differences(modScans::within(earlier_->scans(), before), modScans::within(scansNow, key));
+    if (working_.database().countsSizeOnDisk()) {
+        userInterface_.message("Sizes are compared, not what is taken on the disk.");
+    }
     if (oneLacksFiles) {
         remark.append(remark.empty() ? "" : ", ")
             .append("one of the two has no files, so only folders are compared");

@@ -57,8 +57,8 @@ void addExactness(CLI::App& app, ConsoleOptions& options) {
     app.add_flag("--exact", options.exact,
                  "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
     app.add_flag("--on-disk,!--no-on-disk", options.onDisk,
-                 "Count what files and folders take on the disk, as du does, instead of their sizes, or not, "
-                 "whatever the settings say");
+                 "Count what files and folders take on the disk, as du does, or their sizes, whatever the "
+                 "settings say");
 }
 
 void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {
@@ -225,6 +225,10 @@ void requireSense(const ConsoleOptions& options) {
     }
     if (options.find && !options.compareFile.empty()) {
         throw CLI::ValidationError("--compare", "does not go together with options that find files");
+    }
+    if (options.onDisk.value_or(false) && (!options.compareFile.empty() || !options.history.empty())) {
+        throw CLI::ValidationError("--on-disk",
+                                   "does not go together with --compare and --history, which tell sizes");
     }
     if (!options.compareFolder.empty() && options.paths.size() > 1) {
         throw CLI::ValidationError("--compare-folder", "needs a single PATH");

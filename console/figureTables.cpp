@@ -116,8 +116,8 @@ std::string historyTable(const modExport::FolderHistory& history, std::size_t wi
             {modFormat::formatDate(platform::localTime(point.moment), modFormat::storedDatePicture),
              folder ? modLvw::formatSize(folder->size) : "",
              folder && folder->files ? modFormat::countText(static_cast<double>(*folder->files)) : "",
-             modExport::changeText(point.change), std::string(modExport::remarkOf(point)),
-             withHosts ? forTerminal(point.host) : ""});
+             point.change ? modLvw::formatChange(*point.change) : std::string(),
+             std::string(modExport::remarkOf(point)), withHosts ? forTerminal(point.host) : ""});
     }
     std::size_t taken = 2;
     for (std::size_t column = 0; column < columns; ++column) {

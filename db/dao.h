@@ -101,6 +101,7 @@ public:
     // A column by name (ignoring case) or position (from 0). Throws 3265.
     [[nodiscard]] Field& Fields(std::string_view name);
     [[nodiscard]] Field& Fields(int index);
+    [[nodiscard]] Field* find(std::string_view name); // the same; null if there is no such column
     [[nodiscard]] int FieldCount() const;
 
     // Starts a new row with all fields NULL; Update appends it to the table.

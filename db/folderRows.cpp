@@ -84,8 +84,13 @@ std::string modFolderRows::fileIn(std::string_view folder, std::string_view name
     return directlyIn(folder) + " and isFolder=0 and fileName=" + quoted(name);
 }
 
+std::string modFolderRows::atOrBelow(std::string_view column, std::string_view folder) {
+    const std::string name(column);
+    return name + ">=" + quoted(folder) + " and " + name + "<" + quoted(behind(folder));
+}
+
 std::string modFolderRows::anywhereIn(std::string_view folder) {
-    return "parentFolder>=" + quoted(folder) + " and parentFolder<" + quoted(behind(folder));
+    return atOrBelow("parentFolder", folder);
 }
 
 std::string modFolderRows::foldersAnywhereIn(std::string_view folder) {
@@ -94,7 +99,7 @@ std::string modFolderRows::foldersAnywhereIn(std::string_view folder) {
 
 // The signs keep the engine from the index.
 std::string modFolderRows::anywhereInOfTable(std::string_view folder) {
-    return "+parentFolder>=" + quoted(folder) + " and +parentFolder<" + quoted(behind(folder));
+    return atOrBelow("+parentFolder", folder);
 }
 
 bool modFolderRows::holdsAll(Database& database, std::string_view folder, const std::string& further) {
@@ -187,18 +192,29 @@ double modFolderRows::countedSize(Database& database, std::string_view folder,
 }
 
 // Numbers are added up as real ones, because loaded ones may be of any size.
-modFolderRows::Totals modFolderRows::totals(Database& database, std::string_view folder) {
+std::optional<modFolderRows::ItemCounts> modFolderRows::storedCounts(Database& database,
+                                                                     std::string_view folder) {
     const auto rows = database.OpenRecordset(
-        "select sum(sizeOnDisk+0.0) as onDisk,sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,"
-        "count(*) as items,count(sizeOnDisk) as known,sum((isFolder=1)+0.0) as subfolders,"
-        "count(fileCount) as withFiles,count(folderCount) as withFolders from details where " +
+        "select sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,count(*) as items,"
+        "sum((isFolder=1)+0.0) as subfolders,count(fileCount) as withFiles,count(folderCount) as withFolders "
+        "from details where " +
         directlyIn(folder));
     const auto whole = [&](const char* column) { return wholeNumber(rows->Fields(column)); };
     const std::int64_t subfolders = whole("subfolders");
-    const bool isKnown = whole("known") == whole("items") && whole("withFiles") >= subfolders &&
-                         whole("withFolders") >= subfolders;
-    return {sum(database, folder), rows->Fields("onDisk").number(),
-            whole("files") + whole("items") - subfolders, whole("folders") + subfolders, isKnown};
+    if (whole("withFiles") < subfolders || whole("withFolders") < subfolders) {
+        return {};
+    }
+    return ItemCounts{whole("files") + whole("items") - subfolders, whole("folders") + subfolders};
+}
+
+modFolderRows::Totals modFolderRows::totals(Database& database, std::string_view folder) {
+    const auto onDisk = database.OpenRecordset(
+        "select sum(sizeOnDisk+0.0) as total,count(*)-count(sizeOnDisk) as unknown from details where " +
+        directlyIn(folder));
+    const std::optional<ItemCounts> counts = storedCounts(database, folder);
+    const ItemCounts known = counts.value_or(ItemCounts());
+    return {sum(database, folder), onDisk->Fields(0).number(), known.files, known.folders,
+            counts && onDisk->Fields(1).number() == 0};
 }
 
 void modFolderRows::Totals::addFile(double fileSize, double fileSizeOnDisk) noexcept {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -23,6 +24,8 @@ inline constexpr std::string_view otherVolume = "File Folder (other volume)";
 [[nodiscard]] std::string directlyIn(std::string_view folder);
 // The file with that name directly in it.
 [[nodiscard]] std::string fileIn(std::string_view folder, std::string_view name);
+// What has the folder's path, or one below it, in a column.
+[[nodiscard]] std::string atOrBelow(std::string_view column, std::string_view folder);
 // The items in it, at any depth.
 [[nodiscard]] std::string anywhereIn(std::string_view folder);
 // The folders among them.
@@ -78,6 +81,9 @@ struct ItemCounts {
     std::int64_t folders = 0;
 };
 [[nodiscard]] ItemCounts count(Database& database, std::string_view folder);
+
+// The same, as the rows of what is directly in the folder tell it; nothing if one does not.
+[[nodiscard]] std::optional<ItemCounts> storedCounts(Database& database, std::string_view folder);
 
 // The total size of the items directly in the folder; 0 if there are none.
 [[nodiscard]] double sum(Database& database, std::string_view folder);

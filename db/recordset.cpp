@@ -159,12 +159,17 @@ std::int64_t Recordset::RecordCount() {
     return static_cast<std::int64_t>(counting.number(0));
 }
 
-Field& Recordset::Fields(std::string_view name) {
+Field* Recordset::find(std::string_view name) {
     Implementation& self = open();
     const auto found = std::find_if(self.fields.begin(), self.fields.end(), [&](const Field& field) {
         return platform::equalIgnoringAsciiCase(field.name(), name);
     });
-    if (found == self.fields.end()) {
+    return found == self.fields.end() ? nullptr : &*found;
+}
+
+Field& Recordset::Fields(std::string_view name) {
+    Field* const found = find(name);
+    if (found == nullptr) {
         failWith(databaseError::noSuchField, "Item not found in this collection: " + std::string(name));
     }
     return *found;

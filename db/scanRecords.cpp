@@ -28,11 +28,11 @@ public:
     explicit Reader(Recordset& rows) : rows_(rows) {}
 
     [[nodiscard]] std::string text(std::string_view name, std::size_t most = longestName) const {
-        const Field* const field = find(name);
+        const Field* const field = rows_.find(name);
         return field == nullptr ? std::string() : std::string(platform::firstCharacters(field->text(), most));
     }
     [[nodiscard]] double number(std::string_view name) const {
-        const Field* const field = find(name);
+        const Field* const field = rows_.find(name);
         return field == nullptr ? 0 : field->number();
     }
     [[nodiscard]] bool flag(std::string_view name) const { return number(name) == 1; }
@@ -43,15 +43,6 @@ public:
     }
 
 private:
-    [[nodiscard]] const Field* find(std::string_view name) const {
-        for (int i = 0; i < rows_.FieldCount(); ++i) {
-            if (platform::equalIgnoringAsciiCase(rows_.Fields(i).name(), name)) {
-                return &rows_.Fields(i);
-            }
-        }
-        return nullptr;
-    }
-
     Recordset& rows_;
 };
 
@@ -100,12 +91,6 @@ std::vector<Scan> read(Recordset& rows, std::uint64_t mostBytes, const std::stri
     return {std::make_move_iterator(last.begin()), std::make_move_iterator(last.end())};
 }
 
-std::string atOrBelow(std::string_view folder) {
-    std::string behind(folder);
-    behind.back() = ']'; // follows "\"
-    return "path>=" + quoted(folder) + " and path<" + quoted(behind);
-}
-
 // Whether the folder has a row of its own that is not newer. A loaded path may be none.
 bool isOlder(Database& database, std::string_view folder, std::int64_t lastRow) {
     try {
@@ -120,7 +105,8 @@ bool isOlder(Database& database, std::string_view folder, std::int64_t lastRow) 
 // The numbers of the scans whose folders were recorded anew.
 std::vector<std::string> replacedScans(Database& database, std::string_view folder, std::int64_t lastRow) {
     std::vector<std::string> result;
-    const auto rows = database.OpenRecordset("select scanId, path from scans where " + atOrBelow(folder));
+    const auto rows = database.OpenRecordset("select scanId, path from scans where " +
+                                             modFolderRows::atOrBelow("path", folder));
     for (; !rows->EndOfFile(); rows->MoveNext()) {
         const std::string path(rows->Fields(1).text());
         if (platform::sameName(path, folder) || !isOlder(database, path, lastRow)) {
@@ -177,19 +163,35 @@ const Scan* modScans::ofFolder(const std::vector<Scan>& scans, std::string_view 
     return deepest;
 }
 
-std::string modScans::differences(const Scan* before, const Scan* now) {
+std::vector<Scan> modScans::within(const std::vector<Scan>& scans, std::string_view key) {
+    const Scan* const covering = ofFolder(scans, key);
+    std::vector<Scan> result;
+    for (const Scan& scan : scans) {
+        if (&scan == covering || isAtOrBelow(scan.path, key)) {
+            result.push_back(scan);
+        }
+    }
+    return result;
+}
+
+std::string modScans::differences(const std::vector<Scan>& before, const std::vector<Scan>& now) {
     std::string result;
     const auto add = [&](bool applies, std::string_view reason) {
         if (applies) {
             result.append(result.empty() ? "" : ", ").append(reason);
         }
     };
-    add(before != nullptr && before->cancelled, "the saved scan was cancelled");
-    add(now != nullptr && now->cancelled, "the later scan was cancelled");
-    if (before != nullptr && now != nullptr) {
-        add(before->exact != now->exact, "only one of the two has exact sizes");
-        add(before->excludes != now->excludes, "they left out different items");
-    }
+    const auto wasCancelled = [](const Scan& scan) { return scan.cancelled; };
+    add(std::any_of(before.begin(), before.end(), wasCancelled), "the saved scan was cancelled");
+    add(std::any_of(now.begin(), now.end(), wasCancelled), "the later scan was cancelled");
+    const auto differ = [&](auto fact) {
+        return std::any_of(before.begin(), before.end(), [&](const Scan& one) {
+            return std::any_of(now.begin(), now.end(),
+                               [&](const Scan& other) { return one.*fact != other.*fact; });
+        });
+    };
+    add(differ(&Scan::exact), "not all of their sizes are exact");
+    add(differ(&Scan::excludes), "they left out different items");
     return result;
 }
 
@@ -228,7 +230,7 @@ void modScans::record(Database& database, const Scan& scan, std::int64_t lastRow
 }
 
 void modScans::forget(Database& database, std::string_view folder) {
-    database.Execute("delete * from scans where " + atOrBelow(folder));
+    database.Execute("delete * from scans where " + modFolderRows::atOrBelow("path", folder));
 }
 
 void modScans::forgetAll(Database& database) {

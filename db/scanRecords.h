@@ -40,9 +40,12 @@ inline constexpr std::size_t mostRead = 1000;
 // The scan that the folder was last recorded by: of those at or above it, the deepest. Null if there is none.
 [[nodiscard]] const Scan* ofFolder(const std::vector<Scan>& scans, std::string_view key);
 
-// Why figures of the two scans do not go together: "the saved scan was cancelled, only one of the two has
-// exact sizes"; empty if nothing is known to be in the way. Either may be null.
-[[nodiscard]] std::string differences(const Scan* before, const Scan* now);
+// That one, and those of folders below: what the rows of the folder come from.
+[[nodiscard]] std::vector<Scan> within(const std::vector<Scan>& scans, std::string_view key);
+
+// Why figures that come from these and from those scans do not go together: "the saved scan was cancelled,
+// they left out different items"; empty if nothing is known to be in the way.
+[[nodiscard]] std::string differences(const std::vector<Scan>& before, const std::vector<Scan>& now);
 
 // When the last of them ended; nothing if none says so.
 [[nodiscard]] std::optional<platform::Seconds> lastFinished(const std::vector<Scan>& scans);

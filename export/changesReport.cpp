@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/errorTrap.h"
+#include "base/formatSize.h"
 #include "base/numberFormat.h"
 #include "export/listFile.h"
 #include "export/listTable.h"
@@ -37,7 +38,7 @@ std::string cellOf(const Change& change, ListTable::Column column) {
     } else if (header == "State") {
         text = modChanges::stateText(change.state);
     } else if (header == changeHeader) {
-        text = modChanges::changeText(change.change());
+        text = modLvw::formatChange(change.change());
     } else if (const auto bytes = bytesOf(change, header); column.kind == ListTable::Kind::bytes) {
         if (bytes) {
             modFormat::appendNumber(text, *bytes);

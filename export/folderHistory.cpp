@@ -1,11 +1,9 @@
 #include "export/folderHistory.h"
 
 #include <algorithm>
-#include <cmath>
 #include <unordered_map>
 #include <utility>
 
-#include "base/formatSize.h"
 #include "base/modGlobal.h"
 #include "platform/fileError.h"
 #include "platform/files.h"
@@ -141,14 +139,6 @@ FolderHistory readHistory(const std::vector<std::string>& files, std::string_vie
                      [](const auto& left, const auto& right) { return left.moment < right.moment; });
     addChanges(history.points);
     return history;
-}
-
-std::string changeText(const std::optional<double>& change) {
-    if (!change) {
-        return {};
-    }
-    const std::string size = modLvw::formatSize(std::abs(*change));
-    return *change > 0 ? "+" + size : *change < 0 ? "-" + size : size;
 }
 
 std::string_view remarkOf(const HistoryPoint& point) {

@@ -42,9 +42,6 @@ struct FolderHistory {
 [[nodiscard]] FolderHistory readHistory(const std::vector<std::string>& files, std::string_view typedPath,
                                         const std::function<bool()>& goesOn);
 
-// "+1.5 Mb", "-20 bytes"; empty if nothing is known.
-[[nodiscard]] std::string changeText(const std::optional<double>& change);
-
 // "not there", "cancelled", or empty.
 [[nodiscard]] std::string_view remarkOf(const HistoryPoint& point);
 

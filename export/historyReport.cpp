@@ -1,6 +1,7 @@
 #include "export/historyReport.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <vector>
 
 #include "base/clsUserInterface.h"
@@ -10,6 +11,7 @@
 #include "base/numberFormat.h"
 #include "export/excelSheet.h"
 #include "export/listFile.h"
+#include "export/listWorkbook.h"
 #include "platform/files.h"
 #include "platform/locale.h"
 #include "platform/paths.h"
@@ -52,43 +54,16 @@ std::string titleOf(const FolderHistory& history) {
     return "History of " + history.folder;
 }
 
-void writeRow(ExcelSheet& sheet, const HistoryTable& table, std::size_t row) {
-    for (std::size_t column = 0; column < table.columns().size(); ++column) {
-        const ListTable::Kind kind = table.columns()[column].kind;
-        if (kind == ListTable::Kind::date) {
-            sheet.date(column, table.text(row, column), ExcelSheet::Style::listDate);
-        } else if (const auto number = table.number(row, column)) {
-            sheet.number(column, *number,
-                         kind == ListTable::Kind::bytes ? ExcelSheet::Style::bytes
-                                                        : ExcelSheet::Style::count);
-        } else if (kind == ListTable::Kind::text) {
-            sheet.text(column, table.text(row, column));
-        }
-    }
-    sheet.nextRow();
-}
-
-// The head of a list's workbook, and the chart below the rows: sums of sizes would mean nothing.
-void writeWorkbook(const FolderHistory& history, platform::Sink& sink) {
-    constexpr std::size_t firstRow = 3;
+// With the chart beside the rows.
+void writeWorkbook(const FolderHistory& history, ShownProgress& progress, platform::Sink& sink) {
     const platform::PlainNumbers plainNumbers;
     const HistoryTable table(history, false);
     ExcelSheet sheet(table.columns().size());
-    sheet.text(0, titleOf(history), ExcelSheet::Style::bold);
-    sheet.nextRow();
-    sheet.nextRow();
-    std::vector<std::string_view> headers;
-    for (const ListTable::Column& column : table.columns()) {
-        headers.push_back(column.header);
-    }
-    sheet.tableHead(headers);
-    for (std::size_t row = 0; row < table.rowCount(); ++row) {
-        writeRow(sheet, table, row);
-    }
+    writeListSheet(sheet, table, titleOf(history), progress);
     sheet.chart({.title = titleOf(history),
                  .horizontal = 0,
                  .vertical = 1,
-                 .firstRow = firstRow,
+                 .firstRow = firstListRow,
                  .rows = table.rowCount(),
                  .column = table.columns().size() + 1});
     sheet.finish(sink);
@@ -127,7 +102,7 @@ std::string_view HistoryTable::text(std::size_t row, std::size_t column) const {
     } else if (header == fileHeader) {
         text_ = platform::displayPath(point.file);
     } else if (header == changeHeader) {
-        text_ = changeText(point.change);
+        text_ = value ? modLvw::formatChange(*value) : std::string();
     } else if (header == sizeHeader) {
         text_ = value ? modLvw::formatSize(*value) : std::string();
     } else {
@@ -183,8 +158,9 @@ void exportHistory(ReportFormat format, const FolderHistory& history, clsUserInt
         return;
     }
     modGlobal::trapped("modExport", "exportHistory", [&] {
+        ShownProgress progress(userInterface, static_cast<std::int64_t>(history.points.size()));
         platform::Replacement file(fileName);
-        writeWorkbook(history, file);
+        writeWorkbook(history, progress, file);
         file.commit();
     });
 }

@@ -21,6 +21,7 @@ public:
     [[nodiscard]] std::size_t rowCount() const override { return history_.points.size(); }
     [[nodiscard]] std::string_view text(std::size_t row, std::size_t column) const override;
     [[nodiscard]] std::optional<double> number(std::size_t row, std::size_t column) const override;
+    [[nodiscard]] bool hasTotals() const override { return false; } // sums of sizes would mean nothing
 
 private:
     const FolderHistory& history_;

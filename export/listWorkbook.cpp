@@ -58,10 +58,10 @@ void writeTotals(ExcelSheet& sheet, const ListTable& list, std::size_t rows,
     }
 }
 
-void writeWorkbook(const ListTable& list, std::string_view caption, ShownProgress& progress,
-                   platform::Sink& sink) {
-    const platform::PlainNumbers plainNumbers;
-    ExcelSheet sheet(list.columns().size());
+} // namespace
+
+void modExport::writeListSheet(ExcelSheet& sheet, const ListTable& list, std::string_view caption,
+                               ShownProgress& progress) {
     writeHead(sheet, list, caption);
     std::vector<double> totals(list.columns().size());
     std::size_t row = 0;
@@ -72,10 +72,7 @@ void writeWorkbook(const ListTable& list, std::string_view caption, ShownProgres
     if (list.hasTotals()) {
         writeTotals(sheet, list, row, totals);
     }
-    sheet.finish(sink);
 }
-
-} // namespace
 
 void modGlobal::printToExcel(const ListTable& list, std::string_view caption, clsUserInterface& userInterface,
                              std::string_view fileName) {
@@ -93,7 +90,10 @@ void modGlobal::printToExcel(const ListTable& list, std::string_view caption, cl
             const BusyPointer busy(userInterface);
             ShownProgress progress(userInterface, static_cast<std::int64_t>(rows));
             platform::Replacement file(fileName);
-            writeWorkbook(list, caption, progress, file);
+            const platform::PlainNumbers plainNumbers;
+            ExcelSheet sheet(list.columns().size());
+            modExport::writeListSheet(sheet, list, caption, progress);
+            sheet.finish(file);
             runInBackground(userInterface, [&] { file.commit(); });
         }
         modExport::showSaved(userInterface, fileName);

@@ -31,36 +31,30 @@ bool endsStoring(const RuntimeError& error) {
 
 } // namespace
 
+// If it cannot be read or removed, it must not be recorded a second time.
+template <class Body>
+void clsSearch::storing(Body body) {
+    try {
+        body();
+    } catch (const RuntimeError& error) {
+        if (!storageFailure_) {
+            storageFailure_ = error;
+        }
+        throw;
+    }
+}
+
+double clsSearch::countedOnDisk(std::string_view path, const platform::EntryFacts& facts) {
+    std::int64_t bytes = facts.sizeOnDisk;
+    if (facts.number != 0) {
+        storing([&] { bytes = links_.record(database_.database(), path, facts, lastNumber_ + 1); });
+    }
+    return static_cast<double>(bytes);
+}
+
 bool clsSearch::updateDetail(std::string_view path, std::string_view description, double size,
                              std::string_view dateAccessed, std::string_view dateModified,
-                             std::string_view owner) {
-    return appendRow(path, description, size, dateAccessed, dateModified, owner, {});
-}
-
-std::optional<clsSearch::FileSizes>
-clsSearch::recordFile(std::string_view path, double size, const platform::EntryFacts& facts,
-                      std::string_view dateAccessed, std::string_view dateModified, std::string_view owner) {
-    std::int64_t onDiskBytes = facts.sizeOnDisk;
-    if (facts.number != 0) {
-        storing([&] { onDiskBytes = links_.record(database_.database(), path, facts, lastNumber_ + 1); });
-    }
-    const auto onDisk = static_cast<double>(onDiskBytes);
-    if (!appendRow(path, {}, size, dateAccessed, dateModified, owner, {.sizeOnDisk = onDisk})) {
-        return {};
-    }
-    return FileSizes{size, onDisk};
-}
-
-bool clsSearch::recordOtherVolume(std::string_view path, std::string_view dateAccessed,
-                                  std::string_view dateModified, std::string_view owner) {
-    const modFolderRows::Totals nothing;
-    return appendRow(path, modFolderRows::otherVolume, 0, dateAccessed, dateModified, owner,
-                     {.totals = &nothing});
-}
-
-bool clsSearch::appendRow(std::string_view path, std::string_view description, double size,
-                          std::string_view dateAccessed, std::string_view dateModified,
-                          std::string_view owner, const FurtherColumns& further) {
+                             std::string_view owner, const FurtherDetails& further) {
     try {
         DetailsTable& row = database_.details();
         rowPath_.set(path);
@@ -82,10 +76,10 @@ bool clsSearch::appendRow(std::string_view path, std::string_view description, d
         setText(row.parentFolder, rowPath_.parent());
         row.isFolder.setInteger(rowPath_.isFolder() ? 1 : 0);
         setText(row.scanCompleteTime, further.stamp);
-        if (further.totals == nullptr || further.totals->isKnown) {
+        if (further.totals == nullptr) {
             row.sizeOnDisk.setNumber(further.sizeOnDisk);
-        }
-        if (further.totals != nullptr && further.totals->isKnown) {
+        } else if (further.totals->isKnown) {
+            row.sizeOnDisk.setNumber(further.totals->sizeOnDisk);
             row.fileCount.setInteger(further.totals->files);
             row.folderCount.setInteger(further.totals->folders);
         }
@@ -357,18 +351,6 @@ void clsSearch::beginChange() {
     }
 }
 
-// If it cannot be read or removed, it must not be recorded a second time.
-void clsSearch::storing(const std::function<void()>& body) {
-    try {
-        body();
-    } catch (const RuntimeError& error) {
-        if (!storageFailure_) {
-            storageFailure_ = error;
-        }
-        throw;
-    }
-}
-
 std::optional<modFolderRows::Totals> clsSearch::recordFolder(std::string_view path, const LeftFolder& left) {
     constexpr std::string_view description = "File Folder";
     file_.setFullPath(path);
@@ -384,8 +366,8 @@ std::optional<modFolderRows::Totals> clsSearch::recordFolder(std::string_view pa
     modFolderRows::Totals totals = isPart ? modFolderRows::totals(database_.database(), path) : left.items;
     totals.sizeOnDisk += left.ownSizeOnDisk;
     progress_.sizeOnDisk += isRoot ? 0 : left.ownSizeOnDisk;
-    if (isRoot || !appendRow(path, description, totals.size, left.dateAccessed, left.dateModified, left.owner,
-                             {.stamp = stamp_, .sizeOnDisk = totals.sizeOnDisk, .totals = &totals})) {
+    if (isRoot || !updateDetail(path, description, totals.size, left.dateAccessed, left.dateModified,
+                                left.owner, {.stamp = stamp_, .totals = &totals})) {
         return {};
     }
     return totals;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,6 +17,13 @@
 #include "scan/foldersAbove.h"
 #include "scan/hardLinks.h"
 #include "scan/rowPath.h"
+
+// What a row of table `details` holds behind the columns that each row has.
+struct FurtherDetails {
+    std::string_view stamp = {};
+    double sizeOnDisk = 0;                         // of a file
+    const modFolderRows::Totals* totals = nullptr; // of a folder
+};
 
 // Gives the scan access to table `details`, and holds the flags of the running scan. One object lives as long
 // as the program.
@@ -42,21 +48,12 @@ public:
     // stored as NULL. If the row cannot be stored, nothing is reported and the scan goes on; the result tells
     // whether it was stored.
     bool updateDetail(std::string_view path, std::string_view description, double size,
-                      std::string_view dateAccessed, std::string_view dateModified, std::string_view owner);
+                      std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
+                      const FurtherDetails& further = {});
 
-    // The same for a file, with what it takes on the disk: 0 for a further name of a file that is recorded.
-    // Returns what was stored of the two sizes, or nothing.
-    struct FileSizes {
-        double size;
-        double onDisk;
-    };
-    std::optional<FileSizes> recordFile(std::string_view path, double size, const platform::EntryFacts& facts,
-                                        std::string_view dateAccessed, std::string_view dateModified,
-                                        std::string_view owner);
-
-    // The same for a folder that is the root of another volume.
-    bool recordOtherVolume(std::string_view path, std::string_view dateAccessed,
-                           std::string_view dateModified, std::string_view owner);
+    // What a file that is recorded next counts on the disk, in bytes: 0 for a further name of one that is
+    // recorded. Throws if the database cannot be read.
+    [[nodiscard]] double countedOnDisk(std::string_view path, const platform::EntryFacts& facts);
 
     // Odd on purpose: another way to append a row, as one statement with fewer columns, which nothing uses.
     // It throws its errors: with a quote in a value, the engine refuses the statement.
@@ -151,18 +148,10 @@ public:
     }
 
 private:
-    // The columns behind those of updateDetail.
-    struct FurtherColumns {
-        std::string_view stamp = {};
-        double sizeOnDisk = 0;
-        const modFolderRows::Totals* totals = nullptr; // of a folder
-    };
-    bool appendRow(std::string_view path, std::string_view description, double size,
-                   std::string_view dateAccessed, std::string_view dateModified, std::string_view owner,
-                   const FurtherColumns& further);
     void numberRow(DetailsTable& row);
     [[nodiscard]] std::string_view storedExtension();
-    void storing(const std::function<void()>& body);
+    template <class Body>
+    void storing(Body body);
     void beginReset(std::string_view folder);
     void endReset(std::string_view folder, bool isComplete);
     void beginChange();

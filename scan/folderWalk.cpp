@@ -246,17 +246,20 @@ void FolderWalk::recordEntry(Level& level) {
     }
     const auto size = static_cast<double>(recordedSize);
     search_.filesSeen += 1;
-    if (const auto stored = search_.recordFile(path_, size, entry, accessedText(entry), modifiedText(entry),
-                                               ownerOf(entry))) {
-        level.items.addFile(stored->size, stored->onDisk);
+    const double onDisk = search_.countedOnDisk(path_, entry);
+    if (search_.updateDetail(path_, {}, size, accessedText(entry), modifiedText(entry), ownerOf(entry),
+                             {.sizeOnDisk = onDisk})) {
+        level.items.addFile(size, onDisk);
     }
 }
 
 // A folder without contents here: the volume has its own drive.
 void FolderWalk::recordOtherVolume(Level& level, const platform::EntryFacts& facts) {
     search_.gaps.add(path_, FigureGaps::Kind::otherVolume, "Another volume is mounted here");
-    if (search_.recordOtherVolume(path_, accessedText(facts), modifiedText(facts), ownerOf(facts))) {
-        level.items.addFolder({});
+    const modFolderRows::Totals nothing;
+    if (search_.updateDetail(path_, modFolderRows::otherVolume, 0, accessedText(facts), modifiedText(facts),
+                             ownerOf(facts), {.totals = &nothing})) {
+        level.items.addFolder(nothing);
     }
 }
 

@@ -22,8 +22,9 @@ public:
     // The folder itself is scanned again, so its earlier stamp is void.
     void scannedAnew(std::string_view folder) {
         if (!held_.empty() || !ownSizes_.empty()) {
-            held_.erase(std::string(folder));
-            ownSizes_.erase(std::string(folder));
+            const std::string key(folder);
+            held_.erase(key);
+            ownSizes_.erase(key);
         }
     }
 

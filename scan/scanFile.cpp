@@ -7,21 +7,11 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
-#include "platform/text.h"
 #include "scan/savedScan.h"
 
 namespace {
 
 constexpr std::string_view table = "details";
-
-bool hasColumn(Recordset& rows, std::string_view name) {
-    for (int i = 0; i < rows.FieldCount(); ++i) {
-        if (platform::equalIgnoringAsciiCase(rows.Fields(i).name(), name)) {
-            return true;
-        }
-    }
-    return false;
-}
 
 std::optional<std::int64_t> wholeOf(double number) {
     constexpr double most = 1e15;
@@ -49,7 +39,7 @@ ScanFile::ScanFile(std::string_view path)
     const std::string file = platform::toInternal(platform::resolveLinks(path));
     changed_ = platform::entryFacts(file).modified;
     const auto none = database_->OpenRecordset("select * from details where idx is null");
-    storesCounts_ = hasColumn(*none, "fileCount") && hasColumn(*none, "folderCount");
+    storesCounts_ = none->find("fileCount") != nullptr && none->find("folderCount") != nullptr;
 }
 
 platform::Seconds ScanFile::finished(std::string_view key) const {
@@ -102,18 +92,8 @@ ScanFile::Counts ScanFile::storedCountsOfRoot(std::string_view key) const {
     if (!storesCounts_) {
         return {};
     }
-    const auto rows = database_->OpenRecordset(
-        "select sum(fileCount+0.0) as files,sum(folderCount+0.0) as folders,count(*) as items,"
-        "sum(isFolder+0.0) as subfolders,count(fileCount) as withFiles,count(folderCount) as withFolders "
-        "from details where " +
-        modFolderRows::directlyIn(key));
-    const double subfolders = rows->Fields("subfolders").number();
-    if (rows->Fields("withFiles").number() < subfolders ||
-        rows->Fields("withFolders").number() < subfolders) {
-        return {};
-    }
-    return {wholeOf(rows->Fields("files").number() + rows->Fields("items").number() - subfolders),
-            wholeOf(rows->Fields("folders").number() + subfolders)};
+    const auto counts = modFolderRows::storedCounts(*database_, key);
+    return counts ? Counts{counts->files, counts->folders} : Counts();
 }
 
 ScanFile::Counts ScanFile::counted(std::string_view key) const {

@@ -54,10 +54,6 @@ std::string_view stateText(State state) {
     return stateTexts[static_cast<std::size_t>(state)];
 }
 
-std::string changeText(double bytes) {
-    return (bytes > 0 ? "+" : bytes < 0 ? "-" : "") + modLvw::formatSize(std::abs(bytes));
-}
-
 std::string_view Change::nameAlone() const noexcept {
     std::string_view result = name;
     result.remove_suffix(result.ends_with('\\') ? 1 : 0);

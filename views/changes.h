@@ -23,9 +23,6 @@ inline constexpr std::size_t states = 6;
 // "same", "new", "gone", "grown", "shrunk", "touched".
 [[nodiscard]] std::string_view stateText(State state);
 
-// "+1.5 Kb", "-3 bytes", "0 bytes".
-[[nodiscard]] std::string changeText(double bytes);
-
 // One file or folder, with the path that it has or would have in the later scan.
 struct Change {
     std::string folder; // the one that it is in, with its drive and a trailing "\"

@@ -25,7 +25,9 @@ void FigureNotices::scanned(const modProcessFiles::ScanResult& result) {
     if (result.wrappedFiles > 0 || dependencies_.bar.holds(MessageBar::Topic::wrappedSizes)) {
         showWrapped();
     }
-    showLacking();
+    if (dependencies_.bar.holds(MessageBar::Topic::lacksSizesOnDisk)) {
+        showLacking();
+    }
     const Unreadable unreadable = dependencies_.search.gaps.unreadableIn({});
     if (!unreadable.isAny()) {
         dependencies_.bar.dismiss(MessageBar::Topic::unreadable);

@@ -136,6 +136,8 @@ TEST_F(ConsoleCompare, saysWhyItComparesNothing) {
         {"--all %T", 2, "--compare"},
         {"--compare %F/before.mdb --all --changed-only %T", 2, "excludes"},
         {"--compare %F/before.mdb --find x %T", 2, "find"},
+        {"--compare %F/before.mdb --on-disk %T", 2, "which tell sizes"},
+        {"--history %F/before.mdb --on-disk %T", 2, "which tell sizes"},
         {"--compare %F/before.mdb --compare-folder x %T/a %T/b", 2, "single PATH"},
     };
     for (const auto& [arguments, status, errors] : cases) {

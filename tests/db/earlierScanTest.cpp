@@ -104,19 +104,43 @@ TEST_F(EarlierScanTest, tellsWhyScansDoNotGoTogether) {
         scan.excludes = "*.o";
     });
     const struct {
-        const Scan* before;
-        const Scan* now;
+        std::vector<Scan> before;
+        std::vector<Scan> now;
         const char* expected;
     } cases[] = {
-        {&whole, &whole, ""},
-        {nullptr, nullptr, ""},
-        {&inexact, nullptr, ""},
-        {&cancelled, nullptr, "the saved scan was cancelled"},
-        {&inexact, &cancelled, "the later scan was cancelled, only one of the two has exact sizes"},
-        {&whole, &others, "they left out different items"},
+        {{whole}, {whole}, ""},
+        {{}, {}, ""},
+        {{inexact}, {}, ""},
+        {{cancelled}, {}, "the saved scan was cancelled"},
+        {{inexact}, {cancelled}, "the later scan was cancelled, not all of their sizes are exact"},
+        {{whole}, {others}, "they left out different items"},
+        {{whole}, {whole, inexact}, "not all of their sizes are exact"},
     };
     for (const auto& [before, now, expected] : cases) {
         EXPECT_EQ(modScans::differences(before, now), expected);
+    }
+}
+
+// A part of a folder may have been scanned otherwise than the folder.
+TEST_F(EarlierScanTest, takesAllScansOfAFolderTogether) {
+    std::vector<modScans::Scan> scans(5);
+    scans[0].path = "/\\srv\\";
+    scans[1].path = "/\\srv\\a\\";
+    scans[2].path = "/\\srv\\a\\deep\\";
+    scans[3].path = "/\\srv\\ab\\";
+    scans[4].path = "C:\\";
+    const std::pair<const char*, std::vector<std::string>> folders[] = {
+        {"/\\srv\\", {scans[0].path, scans[1].path, scans[2].path, scans[3].path}},
+        {"/\\srv\\a\\", {scans[1].path, scans[2].path}},
+        {"/\\srv\\a\\other\\", {scans[1].path}},
+        {"/\\", {scans[0].path, scans[1].path, scans[2].path, scans[3].path}},
+        {"D:\\", {}}};
+    for (const auto& [folder, expected] : folders) {
+        std::vector<std::string> found;
+        for (const modScans::Scan& scan : modScans::within(scans, folder)) {
+            found.push_back(scan.path);
+        }
+        EXPECT_EQ(found, expected) << folder;
     }
 }
 

@@ -1,4 +1,5 @@
 #include "export/folderHistory.h"
+#include "base/formatSize.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -43,7 +44,7 @@ protected:
             std::string text = point.folder ? std::to_string(static_cast<int>(point.folder->size)) : "-";
             text.append("|").append(point.folder && point.folder->files ? std::to_string(*point.folder->files)
                                                                         : "");
-            text.append("|").append(modExport::changeText(point.change));
+            text.append("|").append(point.change ? modLvw::formatChange(*point.change) : std::string());
             result.push_back(text.append("|").append(modExport::remarkOf(point)));
         }
         return result;

@@ -1,4 +1,5 @@
 #include "views/comparison.h"
+#include "base/formatSize.h"
 
 #include <gtest/gtest.h>
 
@@ -170,7 +171,7 @@ protected:
         for (const modChanges::Change& each : changes) {
             result.push_back(std::string(each.nameAlone()) + " " +
                              std::string(modChanges::stateText(each.state)) + " " +
-                             modChanges::changeText(each.change()));
+                             modLvw::formatChange(each.change()));
         }
         return result;
     }

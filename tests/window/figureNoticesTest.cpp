@@ -196,6 +196,10 @@ TEST_F(FigureNoticesInWindow, countWhatIsTakenOnTheDiskWhereAsked) {
     command("ExportMDB");
     command("LoadMDB");
     EXPECT_THAT(shown(), HasSubstr("does not tell what files take on the disk"));
+    escape();
+    click(key("b"));
+    pressF5();
+    EXPECT_EQ(shown(), "") << "it was closed";
     click(key());
     EXPECT_THAT(figures(), StartsWith("1.0 Gb, 7 files"));
     command("SizeOnDisk");
