@@ -6,7 +6,6 @@
 
 #include "base/dateFormat.h"
 #include "db/folderRows.h"
-#include "db/values.h"
 #include "platform/fileError.h"
 #include "platform/files.h"
 #include "platform/locale.h"
@@ -15,7 +14,6 @@
 
 namespace {
 
-using modGlobal::quoted;
 using modScans::Scan;
 
 constexpr std::size_t longestName = 255; // in characters, as are the others
