@@ -56,9 +56,14 @@ void addExactness(CLI::App& app, ConsoleOptions& options) {
     app.add_flag("--full-sizes", options.fullSizes, "Record the real size of files of 2 GiB or more");
     app.add_flag("--exact", options.exact,
                  "Exact figures and reports for this run: real sizes, HTML 5, RFC 4180 text");
-    app.add_flag("--on-disk,!--no-on-disk", options.onDisk,
-                 "Count what files and folders take on the disk, as du does, or their sizes, whatever the "
-                 "settings say");
+    const auto addOnDisk = [&](const char* name, bool onDisk, const char* text) {
+        return app.add_flag_callback(
+            name, [&options, onDisk] { options.onDisk = onDisk; }, text);
+    };
+    CLI::Option* onDisk =
+        addOnDisk("--on-disk", true,
+                  "Count what files and folders take on the disk, as du does, whatever the settings say");
+    addOnDisk("--no-on-disk", false, "Count their sizes")->excludes(onDisk);
 }
 
 void addKeep(CLI::App& app, ConsoleOptions& options, CLI::Option* load) {

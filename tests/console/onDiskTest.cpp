@@ -25,6 +25,10 @@ TEST_F(ConsoleOnDisk, countsWhatIsTakenOnTheDiskWhereAsked) {
     EXPECT_TRUE(holds(folder.read("plain.csv"), "1073741824"));
     EXPECT_TRUE(holds(run("--on-disk --find sparse %T").output, "sparse"));
     EXPECT_FALSE(holds(run("--on-disk --larger 100M --find * %T").output, "sparse"));
+    folder.write("app/settings.ini", "[APPLICATION_SETTINGS]\r\nonDisk=1\r\n");
+    EXPECT_TRUE(holds(run("%T").output, " on disk, 5 files"));
+    EXPECT_FALSE(holds(run("--no-on-disk %T").output, " on disk, "));
+    EXPECT_TRUE(holds(run("--compare %F/saved.mdb %T").errors, "Sizes are compared, not what is taken"));
 }
 
 } // namespace
