@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <array>
+
 #include "db/daoImplementation.h"
 #include "db/values.h"
 #include "platform/fileError.h"
@@ -67,9 +70,10 @@ private:
         }
     }
 
-    // What follows "where" is the template's; in older ones there may be other blanks.
+    // What follows "where" is the template's, or that of an earlier one; there may be other blanks.
     void requireIndexOfFolders(std::string_view index) {
-        constexpr std::string_view ofFolders = "whereisfolder+0=1";
+        constexpr std::array<std::string_view, 2> ofFolders{"whereisfolder+0=1",
+                                                            "wheresubstr(fullpath,-1)='\\'"};
         Statement row = connection_.prepare("select sql from sqlite_master where type='index' and name=?1");
         row.bindText(1, index);
         std::string definition;
@@ -80,8 +84,9 @@ private:
                 }
             }
         }
-        if (definition.find("where") == std::string::npos ||
-            definition.substr(definition.find("where")) != ofFolders) {
+        const std::string condition =
+            definition.substr(std::min(definition.find("where"), definition.size()));
+        if (std::find(ofFolders.begin(), ofFolders.end(), condition) == ofFolders.end()) {
             refuse("has an index of some of its rows, '" + std::string(index) + "'");
         }
     }

@@ -51,7 +51,9 @@ TEST_F(SavedFile, tellsOfFoldersWithoutBeingLoaded) {
     for (const std::string& script :
          {std::string(), none, none + many,
           none + "drop index details_folders; drop index details_parentFolder;",
-          std::string("drop table nodes; drop table scans; create index i on details (owner desc);")}) {
+          std::string("drop table nodes; drop table scans; create index i on details (owner desc);"),
+          none + "create index details_location on details (fullPath, drive) where "
+                 "substr(fullPath, -1) = '\\';"}) { // of an earlier version
         const ScanFile file(save(script));
         EXPECT_EQ(told(file, key()), "25, 5 files, 4 folders") << script;
         EXPECT_EQ(told(file, key("a")), "15, 3 files, 2 folders") << script;
