@@ -10,6 +10,7 @@ if(SPANNORY_BUILD_WINDOW)
 endif()
 
 find_package(ZLIB REQUIRED)
+find_package(CURL 7.85 REQUIRED)
 find_path(xlsxwriter_INCLUDE_DIR xlsxwriter.h REQUIRED)
 find_library(xlsxwriter_LIBRARY xlsxwriter REQUIRED)
 add_library(xlsxwriter UNKNOWN IMPORTED GLOBAL)
