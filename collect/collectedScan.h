@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "collect/httpClient.h"
+#include "db/workingDatabase.h"
+#include "platform/clock.h"
+
+class clsUserInterface;
+
+// Brings a scan back from a server.
+namespace modCollected {
+
+// Which one.
+struct Wanted {
+    std::string host;
+    std::string scan; // its id; empty for the newest
+    std::string path; // of a folder in it, as it is called there (folderPath); empty if only one was scanned
+};
+
+// What the server has.
+struct Found {
+    std::string host;
+    std::string scan;
+    std::uint64_t attempt = 0;
+    std::string path; // of the folder with which it began
+    char separator = '/';
+    platform::Seconds finished = 0;
+    std::uint64_t rows = 0;
+    std::string records; // modRowForm::decodedScans
+};
+
+// Throws ServerError; `refused` if there is none, or none is meant more than others.
+[[nodiscard]] Found find(HttpClient& server, const Wanted& wanted);
+
+// Replaces the rows of the working database by those of the scan, and appends its tree nodes, as if they had
+// been loaded from a file (modExport::loadDatabase): what a server sends is trusted no more than that. Throws
+// ServerError or as that does; the working database is then as before.
+void load(WorkingDatabase& working, HttpClient& server, const Found& found, clsUserInterface& userInterface);
+
+// "Scan of nas1 on https://backup:8443 (11/22/2026 09:05:00 AM)"
+[[nodiscard]] std::string titleOf(const Found& found, const HttpClient& server);
+
+} // namespace modCollected

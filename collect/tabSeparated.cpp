@@ -1,0 +1,80 @@
+#include "collect/tabSeparated.h"
+
+#include <utility>
+
+#include "collect/httpClient.h"
+
+namespace {
+
+constexpr std::size_t mostBytes = std::size_t{1} << 20;
+
+[[noreturn]] void refuse() {
+    throw ServerError(ServerError::Kind::strange, errorNumber::inputOutput,
+                      "The server's answer is not the one to this question");
+}
+
+// What a backslash and the letter stand for.
+char unescaped(char letter) {
+    switch (letter) {
+    case '0':
+        return '\0';
+    case 'b':
+        return '\b';
+    case 'f':
+        return '\f';
+    case 'n':
+        return '\n';
+    case 'r':
+        return '\r';
+    case 't':
+        return '\t';
+    default:
+        return letter;
+    }
+}
+
+} // namespace
+
+TabSeparated::TabSeparated(std::size_t fields, std::function<void(Row& row)> take)
+    : fields_(fields), take_(std::move(take)), row_(1) {}
+
+void TabSeparated::add(std::string_view piece) {
+    for (const char c : piece) {
+        addByte(c);
+    }
+}
+
+void TabSeparated::addByte(char c) {
+    if (++bytes_ > mostBytes) {
+        refuse();
+    }
+    if (isEscaped_) {
+        row_.back().push_back(unescaped(c));
+        isEscaped_ = false;
+    } else if (c == '\\') {
+        isEscaped_ = true;
+    } else if (c == '\t' && row_.size() < fields_) {
+        row_.emplace_back();
+    } else if (c == '\n') {
+        endRow();
+    } else if (c == '\t') {
+        refuse();
+    } else {
+        row_.back().push_back(c);
+    }
+}
+
+void TabSeparated::endRow() {
+    if (row_.size() != fields_) {
+        refuse();
+    }
+    take_(row_);
+    row_.assign(1, {});
+    bytes_ = 0;
+}
+
+void TabSeparated::finish() const {
+    if (bytes_ != 0) {
+        refuse();
+    }
+}

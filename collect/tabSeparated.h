@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+// Reads an answer in the form "TabSeparated", which comes in pieces cut anywhere: fields between tabs, rows
+// that end in a line feed, some bytes as a backslash and a letter.
+class TabSeparated {
+public:
+    using Row = std::vector<std::string>;
+    // Takes each row; its fields may be moved from. Every row has that many fields.
+    TabSeparated(std::size_t fields, std::function<void(Row& row)> take);
+
+    // Throws ServerError (strange) if a row has another number of fields, or more bytes than one can have.
+    void add(std::string_view piece);
+    // Throws it if the last row is not complete.
+    void finish() const;
+
+private:
+    void addByte(char c);
+    void endRow();
+
+    std::size_t fields_;
+    std::function<void(Row& row)> take_;
+    Row row_;
+    std::size_t bytes_ = 0; // of the row
+    bool isEscaped_ = false;
+};

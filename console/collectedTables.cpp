@@ -1,0 +1,121 @@
+#include "console/collectedTables.h"
+
+#include <array>
+#include <string_view>
+#include <vector>
+
+#include "base/dateFormat.h"
+#include "base/formatSize.h"
+#include "base/numberFormat.h"
+#include "base/terminalText.h"
+#include "console/textTable.h"
+
+namespace {
+
+using modCollected::Figures;
+using modCollected::Question;
+using modCollected::Row;
+using modCollected::Table;
+
+std::string sizeText(const std::optional<double>& size) {
+    return size ? modLvw::formatSize(*size) : std::string();
+}
+
+std::string countText(const std::optional<double>& count) {
+    return count ? modFormat::countText(*count) : std::string();
+}
+
+std::string changeText(const Row& row) {
+    return row.change() ? modLvw::formatChange(*row.change()) : std::string();
+}
+
+std::string dateText(const std::optional<platform::Seconds>& moment) {
+    return moment ? modFormat::formatDate(platform::localTime(*moment), modFormat::storedDatePicture)
+                  : std::string();
+}
+
+// "3 days", "5 hours".
+std::string ageText(const std::optional<platform::Seconds>& moment, platform::Seconds now) {
+    constexpr platform::Seconds minute = 60;
+    constexpr platform::Seconds hour = 60 * minute;
+    constexpr platform::Seconds day = 24 * hour;
+    if (!moment) {
+        return {};
+    }
+    const platform::Seconds age = std::max<platform::Seconds>(now - *moment, 0);
+    const auto counted = [&](platform::Seconds unit, std::string_view one, std::string_view several) {
+        return modFormat::countedText(static_cast<double>(age / unit), one, several);
+    };
+    return age >= 2 * day    ? counted(day, "day", "days")
+           : age >= 2 * hour ? counted(hour, "hour", "hours")
+                             : counted(minute, "minute", "minutes");
+}
+
+template <std::size_t columns>
+std::string printed(const Figures& figures, Table table, const std::array<std::string, columns>& headers,
+                    std::size_t number, std::size_t numbersEnd,
+                    std::array<std::string, columns> (*cells)(const Row& row)) {
+    std::vector<std::array<std::string, columns>> rows{headers};
+    for (const Row& row : figures.of(table)) {
+        rows.push_back(cells(row));
+    }
+    return rows.size() == 1 ? std::string()
+                            : textTable::table(rows, number, numbersEnd) + "\n";
+}
+
+std::string machines(const Figures& figures, platform::Seconds now) {
+    std::vector<std::array<std::string, 8>> rows{
+        {"Host", "Size", "Change", "Files", "Folders", "Age", "Scanned", "Path"}};
+    double size = 0;
+    double files = 0;
+    for (const Row& row : figures.of(Table::machines)) {
+        rows.push_back({forTerminal(row.host), sizeText(row.size), changeText(row), countText(row.files),
+                        countText(row.folders), ageText(row.scanned, now), dateText(row.scanned),
+                        forTerminal(row.name)});
+        size += row.size.value_or(0);
+        files += row.files.value_or(0);
+    }
+    return textTable::table(rows, 1, 6) + "\n";
+}
+
+std::string groups(const Figures& figures, Table table, const std::string& header) {
+    return printed<3>(figures, table, {header, "Total Size", "File Count"}, 1, 3,
+                      [](const Row& row) -> std::array<std::string, 3> {
+                          return {forTerminal(row.name), sizeText(row.size), countText(row.files)};
+                      });
+}
+
+std::string folders(const Figures& figures) {
+    return printed<5>(figures, Table::folders, {"Size", "Files", "Folders", "Host", "Largest Folders"}, 0, 3,
+                      [](const Row& row) -> std::array<std::string, 5> {
+                          return {sizeText(row.size), countText(row.files), countText(row.folders),
+                                  forTerminal(row.host), forTerminal(row.name)};
+                      });
+}
+
+std::array<std::string, 5> growthCells(const Row& row) {
+    return {sizeText(row.before), sizeText(row.size), changeText(row), forTerminal(row.host),
+            forTerminal(row.name)};
+}
+
+std::string growth(const Figures& figures, Table table, const std::string& header) {
+    return printed<5>(figures, table, {"Before", "Now", "Change", "Host", header}, 0, 3, &growthCells);
+}
+
+} // namespace
+
+std::string collectedTables(const Figures& figures, const Question& question, platform::Seconds now) {
+    std::string text = machines(figures, now);
+    if (figures.inOthers > 0) {
+        text += modFormat::countedText(static_cast<double>(figures.inOthers),
+                                       "scan lies within another one of its machine, and counts",
+                                       "scans lie within other ones of their machines, and count") +
+                " nowhere else.\n\n";
+    }
+    text += groups(figures, Table::owners, "Owner");
+    text += groups(figures, Table::types, "Extension");
+    text += folders(figures);
+    const std::string days = " in " + modFormat::countedText(question.days, "Day", "Days");
+    text += growth(figures, Table::growth, "Growth" + days);
+    return text + growth(figures, Table::grownFolders, "Folders That Changed Most" + days);
+}
