@@ -6,8 +6,10 @@
 
 #include "base/clsSettings.h"
 #include "base/terminalText.h"
+#include "collect/serverUrl.h"
 #include "platform/clock.h"
 #include "platform/files.h"
+#include "platform/runtimeError.h"
 #include "platform/terminal.h"
 
 namespace {
@@ -92,14 +94,54 @@ CLI::Option* addHistory(CLI::App& app, ConsoleOptions& options) {
         ->allow_extra_args(false);
 }
 
+std::string requireServerUrl(const std::string& text) {
+    try {
+        static_cast<void>(parseServerUrl(text));
+        return {};
+    } catch (const RuntimeError& error) {
+        return error.what();
+    }
+}
+
+std::string requirePlainName(const std::string& text) {
+    return isPlainName(text) ? "" : "A name has letters, digits and \"_\" only";
+}
+
+void addCollect(CLI::App& app, ConsoleOptions& options) {
+    constexpr std::int64_t secondsPerDay = 86400;
+    app.add_option("--collect", options.collectUrl,
+                   "Send the scan of each PATH to the ClickHouse server at this URL: "
+                   "https://USER@HOST:PORT/DATABASE")
+        ->option_text("URL")
+        ->check(requireServerUrl);
+    CLI::Option* setup = app.add_option("--collect-setup", options.collectSetupUrl,
+                                        "Make the database for scans on such a server, and do nothing else")
+                             ->option_text("URL")
+                             ->check(requireServerUrl);
+    app.add_option("--cluster", options.collectCluster,
+                   "Spread it over this cluster; do it on each server of it")
+        ->option_text("NAME")
+        ->check(requirePlainName)
+        ->needs(setup);
+    app.add_option("--collect-password-file", options.collectPasswordFile,
+                   "The first line of FILE is the password there (else SPANNORY_COLLECT_PASSWORD)")
+        ->type_name("FILE")
+        ->check(requireName);
+    app.add_option("--collect-patience", options.collectPatience,
+                   "How long to try again while the server is down, in seconds; 0 for one try")
+        ->option_text("SECONDS=" + std::to_string(options.collectPatience))
+        ->check(CLI::Range(std::int64_t{0}, secondsPerDay));
+}
+
 // Nothing is scanned, loaded or looked for then, and one folder is told of.
 void requireHistoryAlone(CLI::App& app, const ConsoleOptions& options, CLI::Option* history) {
     if (history->empty()) {
         return;
     }
-    for (const char* name : {"--load", "--compare", "--xml", "--overview", "--database", "--keep",
-                             "--exclude", "--exclude-from", "--unreadable", "--find", "--larger", "--smaller",
-                             "--older", "--newer", "--extension", "--owner"}) {
+    for (const char* name :
+         {"--load", "--compare", "--xml", "--overview", "--database", "--keep", "--collect",
+          "--collect-setup", "--exclude", "--exclude-from", "--unreadable", "--find", "--larger", "--smaller",
+          "--older", "--newer", "--extension", "--owner"}) {
         if (!app.get_option(name)->empty()) {
             throw CLI::ExcludesError("--history", name);
         }
@@ -225,6 +267,12 @@ void takeConditions(const std::vector<CLI::Option*>& given, const TypedCondition
 
 // What the parser cannot check.
 void requireSense(const ConsoleOptions& options) {
+    if (!options.collectSetupUrl.empty()) {
+        if (!options.paths.empty() || !options.loadFile.empty() || !options.collectUrl.empty()) {
+            throw CLI::ValidationError("--collect-setup", "does not go together with a scan");
+        }
+        return;
+    }
     if (options.paths.empty() && options.loadFile.empty()) {
         throw CLI::RequiredError("PATH");
     }
@@ -256,6 +304,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     CLI::Option* load = addLoad(app, options);
     addComparison(app, options);
     addKeep(app, options, load);
+    addCollect(app, options);
     CLI::Option* history = addHistory(app, options);
     app.add_flag("--summary", options.summary,
                  "Only folders in HTML, text and Excel reports, and in a saved scan");

@@ -22,6 +22,11 @@ struct ConsoleOptions {
     std::vector<std::string> history; // files and folders; then nothing is scanned
     std::string keepFolder;
     std::optional<std::int64_t> keepLast;
+    std::string collectUrl;      // of the server to send scans to
+    std::string collectSetupUrl; // of the one to make tables on; then nothing is scanned
+    std::string collectCluster;
+    std::string collectPasswordFile;
+    std::int64_t collectPatience = 60; // seconds
     std::string applicationFolder;
     std::vector<std::string> excludes;     // patterns
     std::vector<std::string> excludeFiles; // files with one pattern a line

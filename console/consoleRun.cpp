@@ -45,7 +45,9 @@ int ConsoleRun::run() {
     }
     checkOutputs();
     failed_ = !keeping_.check() || failed_;
-    const bool nothingToDo = options_.quiet && failed_ && outputs_.empty() && !keeping_.isWanted();
+    failed_ = !collecting_.check() || failed_;
+    const bool nothingToDo =
+        options_.quiet && failed_ && outputs_.empty() && !keeping_.isWanted() && !collecting_.isWanted();
     if (nothingToDo) {
         return statusFailed;
     }
@@ -56,10 +58,12 @@ int ConsoleRun::run() {
         scanPaths();
         writeOutputs();
         keepScans();
+        collectScans();
     } else if (loadSaved()) {
         scanned_ = true;
         showLoaded();
         writeOutputs();
+        collectScans();
     }
     if (cancelled_) {
         return statusCancelled;
@@ -453,6 +457,32 @@ void ConsoleRun::keepScans() {
     }
     std::string lines;
     failed_ = !keeping_.keep(working_, shown_, lines) || failed_;
+    if (!options_.quiet) {
+        print(lines);
+    }
+}
+
+void ConsoleRun::collectScans() {
+    if (!collecting_.isWanted() || !scanned_) {
+        return;
+    }
+    if (lost_ || cancelled_) {
+        failed_ = true;
+        collecting_.refuse(lost_ ? "no scan was collected, because it could not be stored"
+                                 : "no scan was collected, because it was cancelled");
+        return;
+    }
+    std::vector<std::string> keys = shown_;
+    if (options_.paths.empty()) {
+        keys = modCollect::scannedKeys(working_.database());
+        if (keys.empty()) {
+            fail(options_.loadFile, "not collected, because it does not say which machine it is of");
+        }
+    }
+    std::string lines;
+    const Collecting::Result result = collecting_.send(working_.database(), keys, lines);
+    failed_ = failed_ || result != Collecting::Result::done;
+    cancelled_ = result == Collecting::Result::cancelled;
     if (!options_.quiet) {
         print(lines);
     }

@@ -7,6 +7,7 @@
 
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
+#include "console/collecting.h"
 #include "console/consoleComparison.h"
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
@@ -43,6 +44,7 @@ private:
     void checkOutputs();
     void writeOutputs();
     void keepScans();
+    void collectScans();
     bool mayWrite(const Output& output);
     void writeReport(modExport::ReportFormat format, const std::string& file);
     void writeOverview(const std::string& file);
@@ -54,6 +56,7 @@ private:
     ConsoleOptions options_;
     ConsoleInterface userInterface_;
     Keeping keeping_{options_, userInterface_};
+    Collecting collecting_{options_, userInterface_};
     clsRegSettings store_;
     clsSettings settings_;
     std::string applicationFolder_;

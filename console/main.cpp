@@ -1,6 +1,7 @@
 #include <exception>
 
 #include "base/terminalText.h"
+#include "console/collecting.h"
 #include "console/consoleOptions.h"
 #include "console/consoleRun.h"
 #include "console/historyRun.h"
@@ -18,6 +19,9 @@ int main(int argumentCount, char** arguments) {
         const ParsedCommandLine parsed = parseCommandLine(given.count(), given.arguments());
         if (parsed.exitStatus) {
             return *parsed.exitStatus;
+        }
+        if (!parsed.options.collectSetupUrl.empty()) {
+            return setUpServer(parsed.options);
         }
         return parsed.options.history.empty() ? ConsoleRun(parsed.options).run()
                                               : HistoryRun(parsed.options).run();

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <deque>
 #include <limits>
+#include <random>
 
 #include "base/dateFormat.h"
 #include "db/folderRows.h"
@@ -57,7 +58,8 @@ Scan scanOf(const Reader& row) {
             .excludes = row.text("excludes", longestExcludes),
             .unreadableFolders = row.count("unreadableFolders"),
             .unreadableFiles = row.count("unreadableFiles"),
-            .programVersion = row.text("programVersion")};
+            .programVersion = row.text("programVersion"),
+            .uniqueId = row.text("uniqueId")};
 }
 
 // A text is counted with its length, any other value as one.
@@ -201,6 +203,17 @@ std::optional<platform::Seconds> modScans::lastFinished(const std::vector<Scan>&
     return last;
 }
 
+std::string modScans::newUniqueId() {
+    constexpr std::size_t length = 32;
+    constexpr unsigned base = 16;
+    std::random_device random;
+    std::string id;
+    while (id.size() < length) {
+        id.push_back("0123456789abcdef"[random() % base]);
+    }
+    return id;
+}
+
 void modScans::append(Database& database, const Scan& scan) {
     const auto row = database.OpenRecordset("scans");
     row->AddNew();
@@ -217,6 +230,7 @@ void modScans::append(Database& database, const Scan& scan) {
     row->Fields("unreadableFolders").setInteger(scan.unreadableFolders);
     row->Fields("unreadableFiles").setInteger(scan.unreadableFiles);
     setText(*row, "programVersion", scan.programVersion);
+    setText(*row, "uniqueId", scan.uniqueId);
     row->Update();
 }
 

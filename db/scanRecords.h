@@ -27,6 +27,7 @@ struct Scan {
     std::int64_t unreadableFolders = 0;
     std::int64_t unreadableFiles = 0;
     std::string programVersion;
+    std::string uniqueId; // no other scan has it
 };
 
 // How many are read: the last ones.
@@ -49,6 +50,9 @@ inline constexpr std::size_t mostRead = 1000;
 
 // When the last of them ended; nothing if none says so.
 [[nodiscard]] std::optional<platform::Seconds> lastFinished(const std::vector<Scan>& scans);
+
+// For `Scan::uniqueId`: 32 random digits, 0 to f.
+[[nodiscard]] std::string newUniqueId();
 
 void append(Database& database, const Scan& scan);
 

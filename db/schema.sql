@@ -48,7 +48,8 @@ create table scans (
     excludes text,                -- patterns, one a line
     unreadableFolders integer,
     unreadableFiles integer,
-    programVersion varchar(255)
+    programVersion varchar(255),
+    uniqueId varchar(255)         -- a random number; earlier versions gave none
 );
 
 -- The saved folder tree.

@@ -32,6 +32,7 @@ modScans::Scan begunScan(const std::string& path, const clsSettings& settings) {
         scan.excludes.append(scan.excludes.empty() ? "" : "\n").append(pattern);
     }
     scan.programVersion = SPANNORY_VERSION;
+    scan.uniqueId = modScans::newUniqueId();
     return scan;
 }
 

@@ -4,13 +4,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdlib>
 #include <memory>
 
 #include "platform/environment.h"
 #include "platform/linux/mountTable.h"
 #include "platform/linux/realPath.h"
+#include "platform/movedNames.h"
 #include "platform/runtimeError.h"
 #include "platform/text.h"
 
@@ -20,34 +20,6 @@ constinit const std::string_view lineEnd = "\n";
 constinit const char displaySeparator = '/';
 
 namespace {
-
-// A character that a path cannot hold becomes U+F000 + its code, and an invalid byte U+EF00 + the byte. If a
-// name already contains such a character, its bytes are converted too, so no two names become the same.
-constexpr char32_t movedCharacters = 0xF000;
-constexpr char32_t movedBytes = 0xEF00;
-
-constexpr bool isMovedByte(char32_t c) {
-    return c >= movedBytes && c <= movedBytes + 0xFF;
-}
-constexpr bool isMovedCharacter(char32_t c) {
-    return c >= movedCharacters && c <= movedCharacters + 0xFF;
-}
-
-constexpr std::array<bool, 256> plainBytes = [] {
-    std::array<bool, 256> plain{};
-    for (std::size_t byte = 0x20; byte < 0x7F; ++byte) {
-        plain[byte] = true;
-    }
-    for (const char special : {'\\', '"', '|', '*', '?', '<', '>'}) {
-        plain[static_cast<unsigned char>(special)] = false;
-    }
-    return plain;
-}();
-
-bool isPlain(std::string_view name) {
-    return std::all_of(name.begin(), name.end(),
-                       [](char c) { return plainBytes[static_cast<unsigned char>(c)]; });
-}
 
 constexpr bool startsUnc(std::string_view path) {
     return path.starts_with("\\\\");
@@ -126,28 +98,6 @@ std::string internalOfNative(const std::string& native, const MountTable& mounts
     return result;
 }
 
-// Maps back what the mapping of names has mapped, and nothing else: names from another system, which a loaded
-// database may contain, may have other characters of the two ranges.
-void appendAsOnDisk(std::string& result, std::string_view text, char separator) {
-    for (std::size_t position = 0; position < text.size();) {
-        const std::size_t start = position;
-        if (text[position] != '\xEE' && text[position] != '\xEF') { // no mapped character begins otherwise
-            result.push_back(text[position] == '\\' ? separator : text[position]);
-            ++position;
-            continue;
-        }
-        const char32_t c = decodeCodePoint(text, position);
-        const char32_t code = c - movedCharacters;
-        if (c >= movedBytes + 0x80 && isMovedByte(c)) {
-            result.push_back(static_cast<char>(c - movedBytes));
-        } else if (c > movedCharacters && code < 0x80 && !plainBytes[code]) {
-            result.push_back(static_cast<char>(code));
-        } else {
-            result.append(text.substr(start, position - start));
-        }
-    }
-}
-
 bool isInternal(std::string_view path, const MountTable& mounts) {
     if (startsUnc(path)) {
         return true;
@@ -164,25 +114,7 @@ bool isInternal(std::string_view path, const MountTable& mounts) {
 } // namespace
 
 void appendInternalName(std::string& result, std::string_view nativeName) {
-    if (isPlain(nativeName)) {
-        result.append(nativeName);
-        return;
-    }
-    for (std::size_t position = 0; position < nativeName.size();) {
-        const std::size_t start = position;
-        const char32_t c = decodeCodePoint(nativeName, position);
-        const std::string_view bytes = nativeName.substr(start, position - start);
-        const bool illegalText = c == invalidCodePoint || c == 0xFFFE || c == 0xFFFF;
-        if (illegalText || isMovedByte(c) || isMovedCharacter(c)) {
-            for (const char byte : bytes) {
-                appendCodePoint(result, movedBytes + static_cast<unsigned char>(byte));
-            }
-        } else if (c < 0x80 && !plainBytes[c]) {
-            appendCodePoint(result, movedCharacters + c);
-        } else {
-            result.append(bytes);
-        }
-    }
+    appendMovedName(result, nativeName);
 }
 
 std::string internalName(std::string_view nativeName) {
@@ -251,7 +183,7 @@ void appendDisplayPath(std::string& result, std::string_view internalPath) {
     if (internalPath.starts_with("/\\")) {
         internalPath.remove_prefix(1);
     }
-    appendAsOnDisk(result, internalPath, '/');
+    appendUnmovedName(result, internalPath, '/');
 }
 
 std::string displayPath(std::string_view internalPath) {
@@ -262,7 +194,7 @@ std::string displayPath(std::string_view internalPath) {
 
 std::string displayName(std::string_view internalName) {
     std::string result;
-    appendAsOnDisk(result, internalName, '\\');
+    appendUnmovedName(result, internalName, '\\');
     return result;
 }
 
