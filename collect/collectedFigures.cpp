@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cstdint>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "collect/schema.h"
@@ -74,22 +75,23 @@ public:
                " ORDER BY bytes DESC, " + column + limit();
     }
 
-    // But for those with which a scan began: they are listed with the machines.
+    // But for those with which scans began: they are listed with the machines.
     [[nodiscard]] std::string folders() const {
         return "SELECT host, fullPath, " + size() + ", fileCount, folderCount FROM " + named("details") +
-               " WHERE isFolder = 1 AND " + below() + in(outermost()) +
-               " AND (host, fullPath) GLOBAL NOT IN (SELECT host, substring(path, 1, length(path) - 1) FROM " +
-               named("outermost") + ") ORDER BY " + size() + " DESC, host, fullPath" + limit();
+               " WHERE isFolder = 1 AND " + below() + in(outermost()) + " AND " + beganNoScan() +
+               " ORDER BY " + size() + " DESC, host, fullPath" + limit();
     }
 
     [[nodiscard]] std::string grownFolders(platform::Seconds moment) const {
         const std::string newest = in(outermost());
-        const std::string before = in(scansBefore(moment));
+        const std::string before =
+            in("SELECT host, scan, attempt FROM (" + scansBefore(moment) +
+               ") WHERE (host, path) GLOBAL IN (SELECT host, path FROM " + named("outermost") + ")");
         return "SELECT host, fullPath, sumIf(" + size() + ", " + newest + ") AS bytes, sumIf(" + size() +
                ", " + before + ") AS bytesBefore, sumIf(fileCount, " + newest + "), sumIf(folderCount, " +
                newest + ") FROM " + named("details") + " WHERE isFolder = 1 AND " + below() + "(" + newest +
-               " OR " + before +
-               ") GROUP BY host, fullPath HAVING bytes != bytesBefore ORDER BY abs(bytes - bytesBefore) DESC, "
+               " OR " + before + ") AND " + beganNoScan() +
+               " GROUP BY host, fullPath HAVING bytes != bytesBefore ORDER BY abs(bytes - bytesBefore) DESC, "
                "host, fullPath" +
                limit();
     }
@@ -127,6 +129,10 @@ private:
             condition.append(") AND ");
         }
         return condition;
+    }
+    [[nodiscard]] std::string beganNoScan() const {
+        return "(host, fullPath) GLOBAL NOT IN (SELECT host, substring(path, 1, length(path) - 1) FROM " +
+               named("outermost") + ")";
     }
     [[nodiscard]] static std::string in(const std::string& scans) {
         return "(host, scan, attempt) GLOBAL IN (SELECT host, scan, attempt FROM (" + scans + "))";
@@ -227,9 +233,7 @@ private:
 
     // Where the folder lies within a scan, it takes the place of the scan's.
     void lookIntoScans(std::vector<Scan>& scans, const std::string& statement) {
-        const auto isAbove = [&](const Scan& scan) {
-            return scan.path.size() < question_.path.size();
-        };
+        const auto isAbove = [&](const Scan& scan) { return scan.path.size() < question_.path.size(); };
         if (std::none_of(scans.begin(), scans.end(), isAbove)) {
             return;
         }
@@ -252,6 +256,9 @@ private:
     }
 
     void askForMachines() {
+        std::set<std::pair<std::string, std::string>> outermost;
+        read("SELECT host, scan FROM (" + statements_.outermost() + ")", 2,
+             [&](Fields& fields) { outermost.emplace(std::move(fields[0]), std::move(fields[1])); });
         for (Scan& scan : scansOf(statements_.newestScans(2))) {
             std::vector<Row>& machines = rows(Table::machines);
             const bool isSecond = !machines.empty() && machines.back().host == scan.row.host &&
@@ -260,15 +267,11 @@ private:
                 machines.back().before = scan.row.size;
                 machines.back().since = scan.row.scanned;
             } else {
+                scan.row.isInOther = !outermost.contains({scan.row.host, scan.scan});
                 machines.push_back(std::move(scan.row));
                 lastPath_ = std::move(scan.path);
             }
         }
-        std::size_t counted = 0;
-        read("SELECT count() FROM (" + statements_.outermost() + ")", 1,
-             [&](Fields& fields) { counted = static_cast<std::size_t>(wholeNumber(fields[0])); });
-        const std::size_t all = rows(Table::machines).size();
-        figures_.inOthers = all > counted ? all - counted : 0;
     }
 
     void askForGrowth() {
@@ -300,8 +303,8 @@ private:
 
 bool isDriveLetter(std::string_view path) {
     constexpr std::string_view form = "C:\\";
-    const bool isLetter = !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') ||
-                                            (path[0] >= 'a' && path[0] <= 'z'));
+    const bool isLetter =
+        !path.empty() && ((path[0] >= 'A' && path[0] <= 'Z') || (path[0] >= 'a' && path[0] <= 'z'));
     return isLetter && path.size() >= form.size() && path[1] == ':' && path[2] == '\\';
 }
 

@@ -18,12 +18,12 @@ struct Question {
     std::string host; // empty for all
     std::string path; // of a folder, as it is called there; empty for all
     bool onDisk = false;
-    std::size_t top = 0; // rows of each table but that of the machines; 0 for all
-    int days = 0;        // that growth is told of
+    std::size_t top = 0;   // rows of each table but that of the machines; 0 for all
+    std::int64_t days = 0; // that growth is told of
 };
 
-// The path of a folder as the server has it: "/srv" as "/srv/", "C:\data" as "C:\data\". Throws RuntimeError 5
-// if the text is no whole path.
+// The path of a folder as the server has it: "/srv" as "/srv/", "C:\data" as "C:\data\". Throws RuntimeError
+// 5 if the text is no whole path.
 [[nodiscard]] std::string folderPath(std::string_view typed);
 
 enum class Table { machines, owners, types, folders, growth, grownFolders };
@@ -42,6 +42,7 @@ struct Row {
     std::optional<double> files;
     std::optional<double> folders;
     std::optional<double> before;
+    bool isInOther = false; // of a machine: within another scan of it, and so counted in no other table
 
     [[nodiscard]] std::optional<double> change() const {
         return size && before ? std::optional(*size - *before) : std::nullopt;
@@ -51,8 +52,6 @@ struct Row {
 struct Figures {
     // Machines by name, all else largest first.
     std::array<std::vector<Row>, tables> rows;
-    // Scans that lie within another one of the same machine. They are listed, and counted nowhere else.
-    std::size_t inOthers = 0;
 
     [[nodiscard]] const std::vector<Row>& of(Table table) const {
         return rows.at(static_cast<std::size_t>(table));

@@ -108,20 +108,19 @@ private:
 void fill(Database& target, HttpClient& server, const Found& found, clsUserInterface& userInterface) {
     const std::string statement =
         "SELECT " + modRowForm::serverColumnList() + " FROM " +
-        modSchema::qualified(server.url().database, "details") + " WHERE host = " +
-        modSchema::literal(found.host) + " AND scan = " + modSchema::literal(found.scan) +
+        modSchema::qualified(server.url().database, "details") +
+        " WHERE host = " + modSchema::literal(found.host) + " AND scan = " + modSchema::literal(found.scan) +
         " AND attempt = " + std::to_string(found.attempt) + " ORDER BY idx FORMAT RowBinary";
     target.BeginTrans();
     const std::vector<std::string> indexes = target.TakeIndexes("details");
     {
         Filling filling(target, found, server);
-        server.ask(
-            statement,
-            [&](std::string_view piece) {
-                filling.add(piece);
-                userInterface.yieldToEvents();
-            },
-            {{"max_bytes_before_external_sort", "1000000000"}});
+        server.ask(statement,
+                   [&](std::string_view piece) {
+                       filling.add(piece);
+                       userInterface.yieldToEvents();
+                   },
+                   {{"max_bytes_before_external_sort", "1000000000"}});
         filling.finish();
     }
     for (const modScans::Scan& scan : modRowForm::decodedScans(found.records)) {
@@ -148,9 +147,8 @@ Found find(HttpClient& server, const Wanted& wanted) {
         found.records = std::move(row[7]);
         all.push_back(std::move(found));
     });
-    server.ask(
-        statementFor(server, wanted), [&](std::string_view piece) { answer.add(piece); },
-        {{"wait_end_of_query", "1"}});
+    server.ask(statementFor(server, wanted), [&](std::string_view piece) { answer.add(piece); },
+               {{"wait_end_of_query", "1"}});
     answer.finish();
     if (all.empty()) {
         refuse(server, "no such scan of " + oneSafeLine(wanted.host));
@@ -160,8 +158,8 @@ Found find(HttpClient& server, const Wanted& wanted) {
         for (std::size_t i = 0; i < std::min(all.size(), mostListed); ++i) {
             paths += (i == 0 ? "" : ", ") + oneSafeLine(all[i].path);
         }
-        refuse(server, "scans of several folders of " + oneSafeLine(wanted.host) + "; name one of them: " +
-                           paths + (all.size() > mostListed ? ", ..." : ""));
+        refuse(server, "scans of several folders of " + oneSafeLine(wanted.host) +
+                           "; name one of them: " + paths + (all.size() > mostListed ? ", ..." : ""));
     }
     return std::move(all.front());
 }

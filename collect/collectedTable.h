@@ -13,8 +13,8 @@
 
 namespace modCollected {
 
-// All that a server tells as one list, whose first column says of which table a row is. For people, with sizes
-// also in larger units.
+// All that a server tells as one list, whose first column says of which table a row is. For people, with
+// sizes also in larger units.
 class CollectedTable final : public modExport::ListTable {
 public:
     // The figures must outlive this.

@@ -82,8 +82,7 @@ void AnswerRun::print(const std::string& text) {
     }
 }
 
-void AnswerRun::write(
-    const std::function<void(const Output& output, clsUserInterface& userInterface)>& one) {
+void AnswerRun::write(const std::function<void(const Output& output, clsUserInterface& userInterface)>& one) {
     for (const Output& output : outputs_) {
         userInterface_.setSubject(output.file);
         if (!output.agreed && !modExport::confirmOverwrite(userInterface_, output.file)) {

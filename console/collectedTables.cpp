@@ -1,6 +1,8 @@
 #include "console/collectedTables.h"
 
+#include <algorithm>
 #include <array>
+#include <set>
 #include <string_view>
 #include <vector>
 
@@ -59,8 +61,7 @@ std::string printed(const Figures& figures, Table table, const std::array<std::s
     for (const Row& row : figures.of(table)) {
         rows.push_back(cells(row));
     }
-    return rows.size() == 1 ? std::string()
-                            : textTable::table(rows, number, numbersEnd) + "\n";
+    return rows.size() == 1 ? std::string() : textTable::table(rows, number, numbersEnd) + "\n";
 }
 
 std::string machines(const Figures& figures, platform::Seconds now) {
@@ -68,14 +69,18 @@ std::string machines(const Figures& figures, platform::Seconds now) {
         {"Host", "Size", "Change", "Files", "Folders", "Age", "Scanned", "Path"}};
     double size = 0;
     double files = 0;
+    std::set<std::string> hosts;
     for (const Row& row : figures.of(Table::machines)) {
         rows.push_back({forTerminal(row.host), sizeText(row.size), changeText(row), countText(row.files),
                         countText(row.folders), ageText(row.scanned, now), dateText(row.scanned),
-                        forTerminal(row.name)});
-        size += row.size.value_or(0);
-        files += row.files.value_or(0);
+                        forTerminal(row.name) + (row.isInOther ? " (in another scan)" : "")});
+        size += row.isInOther ? 0 : row.size.value_or(0);
+        files += row.isInOther ? 0 : row.files.value_or(0);
+        hosts.insert(row.host);
     }
-    return textTable::table(rows, 1, 6) + "\n";
+    return textTable::table(rows, 1, 6) +
+           "\nTotal: " + modFormat::countedText(static_cast<double>(hosts.size()), "machine", "machines") +
+           ", " + modLvw::formatSize(size) + ", " + modFormat::countedText(files, "file", "files") + "\n\n";
 }
 
 std::string groups(const Figures& figures, Table table, const std::string& header) {
@@ -93,29 +98,31 @@ std::string folders(const Figures& figures) {
                       });
 }
 
-std::array<std::string, 5> growthCells(const Row& row) {
-    return {sizeText(row.before), sizeText(row.size), changeText(row), forTerminal(row.host),
-            forTerminal(row.name)};
+std::string growth(const Figures& figures, const std::string& days) {
+    return printed<6>(figures, Table::growth, {"Before", "Now", "Change", "Since", "Host", "Growth" + days},
+                      0, 3, [](const Row& row) -> std::array<std::string, 6> {
+                          return {sizeText(row.before), sizeText(row.size),    changeText(row),
+                                  dateText(row.since),  forTerminal(row.host), forTerminal(row.name)};
+                      });
 }
 
-std::string growth(const Figures& figures, Table table, const std::string& header) {
-    return printed<5>(figures, table, {"Before", "Now", "Change", "Host", header}, 0, 3, &growthCells);
+std::string grownFolders(const Figures& figures, const std::string& days) {
+    return printed<5>(figures, Table::grownFolders,
+                      {"Before", "Now", "Change", "Host", "Folders That Changed Most" + days}, 0, 3,
+                      [](const Row& row) -> std::array<std::string, 5> {
+                          return {sizeText(row.before), sizeText(row.size), changeText(row),
+                                  forTerminal(row.host), forTerminal(row.name)};
+                      });
 }
 
 } // namespace
 
 std::string collectedTables(const Figures& figures, const Question& question, platform::Seconds now) {
     std::string text = machines(figures, now);
-    if (figures.inOthers > 0) {
-        text += modFormat::countedText(static_cast<double>(figures.inOthers),
-                                       "scan lies within another one of its machine, and counts",
-                                       "scans lie within other ones of their machines, and count") +
-                " nowhere else.\n\n";
-    }
     text += groups(figures, Table::owners, "Owner");
     text += groups(figures, Table::types, "Extension");
     text += folders(figures);
-    const std::string days = " in " + modFormat::countedText(question.days, "Day", "Days");
-    text += growth(figures, Table::growth, "Growth" + days);
-    return text + growth(figures, Table::grownFolders, "Folders That Changed Most" + days);
+    const std::string days =
+        " in " + modFormat::countedText(static_cast<double>(question.days), "Day", "Days");
+    return text + growth(figures, days) + grownFolders(figures, days);
 }

@@ -22,6 +22,11 @@ std::string requireName(const std::string& file) {
     return file.empty() ? "The name of a file is missing" : "";
 }
 
+// A script may give what it has not set; that would match everything.
+std::string requireText(const std::string& text) {
+    return text.empty() ? "is empty" : "";
+}
+
 // Workbooks and databases are no texts.
 std::string requireRealFile(const std::string& file) {
     return file == platform::standardOutput ? "This cannot be written to standard output" : requireName(file);
@@ -49,8 +54,9 @@ void addOutputs(CLI::App& app, ConsoleOptions& options) {
 CLI::Option* addLoad(CLI::App& app, ConsoleOptions& options) {
     return app
         .add_option("--load", options.loadFile,
-                    "Load a saved scan instead of scanning; PATH then only selects what is shown")
-        ->type_name("FILE")
+                    "Load a saved scan, or one from a server, instead of scanning; PATH then only selects "
+                    "what is shown")
+        ->type_name("FILE|URL")
         ->check(requireName);
 }
 
@@ -133,21 +139,56 @@ void addCollect(CLI::App& app, ConsoleOptions& options) {
         ->check(CLI::Range(std::int64_t{0}, secondsPerDay));
 }
 
-// Nothing is scanned, loaded or looked for then, and one folder is told of.
-void requireHistoryAlone(CLI::App& app, const ConsoleOptions& options, CLI::Option* history) {
-    if (history->empty()) {
+CLI::Option* addCollected(CLI::App& app, ConsoleOptions& options) {
+    constexpr std::int64_t mostDays = 36500;
+    CLI::Option* collected =
+        app.add_option("--collected", options.collectedUrl,
+                       "Tell what the server at this URL knows of all machines, or of PATH on them")
+            ->option_text("URL")
+            ->check(requireServerUrl);
+    app.add_option("--host", options.host, "Of this machine alone; with --load URL, the one whose scan it is")
+        ->option_text("NAME")
+        ->check(requireText);
+    app.add_option("--scan", options.scan,
+                   "With --load URL, the id of the scan (default: the newest of PATH)")
+        ->option_text("ID")
+        ->check(requireText);
+    app.add_option("--days", options.days, "How many days back to tell growth from")
+        ->option_text("N=" + std::to_string(options.days))
+        ->check(CLI::Range(std::int64_t{0}, mostDays))
+        ->needs(collected);
+    return collected;
+}
+
+// Nothing is scanned, loaded or looked for when saved scans or a server are asked.
+void requireAlone(CLI::App& app, CLI::Option* asked) {
+    if (asked->empty()) {
         return;
     }
     for (const char* name :
-         {"--load", "--compare", "--xml", "--overview", "--database", "--keep", "--collect",
-          "--collect-setup", "--exclude", "--exclude-from", "--unreadable", "--find", "--larger", "--smaller",
-          "--older", "--newer", "--extension", "--owner"}) {
-        if (!app.get_option(name)->empty()) {
-            throw CLI::ExcludesError("--history", name);
+         {"--history", "--collected", "--load", "--compare", "--overview", "--database", "--keep",
+          "--collect", "--collect-setup", "--exclude", "--exclude-from", "--unreadable", "--find", "--larger",
+          "--smaller", "--older", "--newer", "--extension", "--owner"}) {
+        if (name != asked->get_name() && !app.get_option(name)->empty()) {
+            throw CLI::ExcludesError(asked->get_name(), name);
         }
     }
-    if (options.paths.size() != 1) {
+}
+
+void requireHistoryAlone(CLI::App& app, const ConsoleOptions& options, CLI::Option* history) {
+    requireAlone(app, history);
+    if (!history->empty() && !options.xmlFile.empty()) {
+        throw CLI::ExcludesError("--history", "--xml");
+    }
+    if (!history->empty() && options.paths.size() != 1) {
         throw CLI::ArgumentMismatch("--history needs one PATH");
+    }
+}
+
+void requireCollectedAlone(CLI::App& app, const ConsoleOptions& options, CLI::Option* collected) {
+    requireAlone(app, collected);
+    if (!collected->empty() && options.paths.size() > 1) {
+        throw CLI::ArgumentMismatch("--collected needs no PATH, or one");
     }
 }
 
@@ -195,11 +236,6 @@ std::string requireDays(const std::string& text) {
     const bool isNumber = text.find_first_not_of("0123456789.") == std::string::npos;
     return isNumber && modFind::parseMoment(text, platform::now()) ? ""
                                                                    : "'" + text + "' is not a number of days";
-}
-
-// A script may give what it has not set; that would match every file.
-std::string requireText(const std::string& text) {
-    return text.empty() ? "is empty" : "";
 }
 
 // What was typed to find something; each is empty unless its option was given.
@@ -273,8 +309,18 @@ void requireSense(const ConsoleOptions& options) {
         }
         return;
     }
+    if (!options.collectedUrl.empty()) {
+        return;
+    }
     if (options.paths.empty() && options.loadFile.empty()) {
         throw CLI::RequiredError("PATH");
+    }
+    const bool loadsFromServer = isServerUrl(options.loadFile);
+    if (loadsFromServer && options.host.empty()) {
+        throw CLI::ValidationError("--load", "from a server needs --host");
+    }
+    if (!loadsFromServer && !(options.host.empty() && options.scan.empty())) {
+        throw CLI::ValidationError("--host and --scan", "go together with --load URL or --collected");
     }
     if (options.find && !options.compareFile.empty()) {
         throw CLI::ValidationError("--compare", "does not go together with options that find files");
@@ -305,6 +351,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     addComparison(app, options);
     addKeep(app, options, load);
     addCollect(app, options);
+    CLI::Option* collected = addCollected(app, options);
     CLI::Option* history = addHistory(app, options);
     app.add_flag("--summary", options.summary,
                  "Only folders in HTML, text and Excel reports, and in a saved scan");
@@ -336,6 +383,7 @@ ParsedCommandLine parseCommandLine(int argumentCount, const char* const* argumen
     try {
         app.parse(argumentCount, arguments);
         requireHistoryAlone(app, options, history);
+        requireCollectedAlone(app, options, collected);
         if (withOwners || withoutOwners) {
             options.owners = withOwners;
         }

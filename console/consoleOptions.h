@@ -27,6 +27,10 @@ struct ConsoleOptions {
     std::string collectCluster;
     std::string collectPasswordFile;
     std::int64_t collectPatience = 60; // seconds
+    std::string collectedUrl;          // of the server to ask; then nothing is scanned
+    std::string host;                  // whose scans are asked for or loaded
+    std::string scan;                  // the id of the one to load
+    std::int64_t days = 30;            // that growth is told of
     std::string applicationFolder;
     std::vector<std::string> excludes;     // patterns
     std::vector<std::string> excludeFiles; // files with one pattern a line

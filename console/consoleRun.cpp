@@ -9,6 +9,7 @@
 #include "base/excludes.h"
 #include "base/modGlobal.h"
 #include "base/terminalText.h"
+#include "collect/serverUrl.h"
 #include "console/figureTables.h"
 #include "console/foundTable.h"
 #include "export/clsExport.h"
@@ -98,7 +99,7 @@ bool ConsoleRun::start() {
         }
         std::vector<std::string> keep;
         for (const std::string& file : {options_.loadFile, options_.compareFile}) {
-            if (!file.empty()) {
+            if (!file.empty() && !isServerUrl(file)) {
                 keep.push_back(platform::toInternal(file));
             }
         }
@@ -223,7 +224,7 @@ void ConsoleRun::tellWhatIsMissing(const clsSearch& search, std::string_view pat
 
 bool ConsoleRun::loadSaved() {
     try {
-        modExport::loadDatabase(working_, options_.loadFile, userInterface_);
+        loading_.load(working_);
         if (settings_.onDisk() && working_.lacksSizesOnDisk()) {
             userInterface_.setSubject(options_.loadFile);
             userInterface_.message(modFigures::lackingText);
@@ -239,9 +240,7 @@ bool ConsoleRun::loadSaved() {
 void ConsoleRun::showLoaded() {
     const bool shown = modGlobal::trapped("spannory-scan", "showLoaded", [&] {
         if (!options_.quiet) {
-            print(
-                forTerminal(modExport::savedScanText(options_.loadFile, modScans::all(working_.database()))) +
-                "\n\n");
+            print(forTerminal(loading_.title(working_)) + "\n\n");
         }
         if (options_.paths.empty() && (!options_.quiet || comparison_)) {
             for (const std::string& key : modSavedScan::topFolders(working_.database())) {

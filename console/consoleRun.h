@@ -12,6 +12,7 @@
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
 #include "console/keeping.h"
+#include "console/loading.h"
 #include "console/outputs.h"
 #include "db/modDatabase.h"
 #include "export/reportFormats.h"
@@ -55,6 +56,7 @@ private:
 
     ConsoleOptions options_;
     ConsoleInterface userInterface_;
+    Loading loading_{options_, userInterface_};
     Keeping keeping_{options_, userInterface_};
     Collecting collecting_{options_, userInterface_};
     clsRegSettings store_;

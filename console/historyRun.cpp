@@ -6,6 +6,7 @@
 #include "base/terminalText.h"
 #include "console/figureTables.h"
 #include "export/historyReport.h"
+#include "platform/runtimeError.h"
 #include "platform/terminal.h"
 
 std::vector<OwnFile> HistoryRun::inputs() {

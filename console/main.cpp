@@ -1,6 +1,7 @@
 #include <exception>
 
 #include "base/terminalText.h"
+#include "console/collectedRun.h"
 #include "console/collecting.h"
 #include "console/consoleOptions.h"
 #include "console/consoleRun.h"
@@ -22,6 +23,9 @@ int main(int argumentCount, char** arguments) {
         }
         if (!parsed.options.collectSetupUrl.empty()) {
             return setUpServer(parsed.options);
+        }
+        if (!parsed.options.collectedUrl.empty()) {
+            return CollectedRun(parsed.options).run();
         }
         return parsed.options.history.empty() ? ConsoleRun(parsed.options).run()
                                               : HistoryRun(parsed.options).run();
