@@ -12,6 +12,7 @@
 #include "collect/server.h"
 #include "db/folderRows.h"
 #include "platform/clock.h"
+#include "platform/fileError.h"
 #include "platform/runtimeError.h"
 
 namespace {
@@ -23,7 +24,7 @@ using modRowBinary::appendText;
 constexpr std::size_t bytesEach = 1U << 18; // that are handed to the client at a time
 
 // How many rows the server stores at a time. It needs memory for them, and each time makes files.
-constexpr const char* rowsPerPart = "262144";
+constexpr const char* rowsPerPart = "131072";
 
 std::uint32_t serverMoment(const std::optional<platform::Seconds>& moment) {
     constexpr platform::Seconds latest = 0xFFFFFFFF;
@@ -132,6 +133,11 @@ public:
                 if (count_ == 0) {
                     drive = rows->Fields("drive").text();
                 }
+                if (scan_.mostRows != 0 && count_ == scan_.mostRows) { // its pages may lead in a circle
+                    throw platform::fileError(databaseError::damaged,
+                                              "The database is damaged; it claims more than can fit in it",
+                                              database_.Name(), platform::NotDone::read);
+                }
                 encoder.append(bytes);
                 figures.add();
             }
@@ -194,7 +200,10 @@ private:
 
     void insert(std::string_view name, std::string_view columns, const HttpClient::Source& source) {
         client_.send("INSERT INTO " + table(name) + " (" + std::string(columns) + ") FORMAT RowBinary",
-                     source, {{"insert_distributed_sync", "1"}, {"max_insert_block_size", rowsPerPart}});
+                     source,
+                     {{"insert_distributed_sync", "1"},
+                      {"max_insert_block_size", rowsPerPart},
+                      {"min_insert_block_size_rows", rowsPerPart}});
     }
 
     HttpClient& client_;
@@ -246,8 +255,8 @@ private:
 
 } // namespace
 
-ScanToSend modCollect::scanOf(Database& database, std::string_view key, bool foldersOnly) {
-    const std::vector<modScans::Scan> all = modScans::all(database);
+ScanToSend modCollect::scanOf(const std::vector<modScans::Scan>& all, std::string_view key,
+                              bool foldersOnly) {
     const modScans::Scan* const covering = modScans::ofFolder(all, key);
     if (covering == nullptr || covering->host.empty()) {
         refuse("it does not say which machine it is of");
@@ -260,8 +269,13 @@ ScanToSend modCollect::scanOf(Database& database, std::string_view key, bool fol
     return result;
 }
 
-std::vector<std::string> modCollect::scannedKeys(Database& database) {
-    const std::vector<modScans::Scan> all = modScans::all(database);
+bool modCollect::hasColumns(Database& database) {
+    const auto none = database.OpenRecordset("select * from details where idx is null");
+    return std::all_of(modRowForm::columns.begin(), modRowForm::columns.end(),
+                       [&](std::string_view column) { return none->find(column) != nullptr; });
+}
+
+std::vector<std::string> modCollect::scannedKeys(const std::vector<modScans::Scan>& all) {
     std::vector<std::string> keys;
     for (const modScans::Scan& scan : all) {
         const bool liesInOther = std::any_of(all.begin(), all.end(), [&](const modScans::Scan& other) {

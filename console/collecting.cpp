@@ -35,12 +35,12 @@ void Collecting::refuse(std::string_view reason) {
     userInterface_.message(reason);
 }
 
-Collecting::Result Collecting::send(Database& database, const std::vector<std::string>& keys,
+Collecting::Result Collecting::send(const Rows& rows, const std::vector<std::string>& keys,
                                     std::string& lines) {
     const platform::InterruptionWatch watch;
     Result all = Result::done;
     for (const std::string& key : keys) {
-        const Result one = sendOne(database, key, lines);
+        const Result one = sendOne(rows, key, lines);
         if (one == Result::cancelled) {
             return one;
         }
@@ -49,11 +49,12 @@ Collecting::Result Collecting::send(Database& database, const std::vector<std::s
     return all;
 }
 
-Collecting::Result Collecting::sendOne(Database& database, const std::string& key, std::string& lines) {
+Collecting::Result Collecting::sendOne(const Rows& rows, const std::string& key, std::string& lines) {
     userInterface_.setSubject(platform::displayPath(key));
     try {
-        const modCollect::ScanToSend scan = modCollect::scanOf(database, key, options_.summary);
-        sendPatiently(database, scan, lines);
+        modCollect::ScanToSend scan = modCollect::scanOf(rows.scans, key, options_.summary);
+        scan.mostRows = rows.most;
+        sendPatiently(rows.database, scan, lines);
         userInterface_.progressHide();
         return Result::done;
     } catch (const ServerError& error) {
@@ -70,13 +71,11 @@ Collecting::Result Collecting::sendOne(Database& database, const std::string& ke
 }
 
 void Collecting::sendPatiently(Database& database, const modCollect::ScanToSend& scan, std::string& lines) {
-    const auto rows = database.OpenRecordset("select idx from details");
-    const std::int64_t total = rows->RecordCount();
-    rows->Close();
+    const double total = database.OpenRecordset("select max(idx) from details")->Fields(0).number();
     modCollect::Outcome outcome = modCollect::Outcome::sent;
     modCollect::patiently(options_.collectPatience, &goesOn, [&] {
         std::int64_t shown = 0;
-        userInterface_.progressStart(total);
+        userInterface_.progressStart(static_cast<std::int64_t>(total));
         outcome = modCollect::send(*client_, database, scan, [&](std::int64_t sent) {
             for (; shown < sent; ++shown) {
                 userInterface_.progressStep();

@@ -10,6 +10,7 @@
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
 #include "db/dao.h"
+#include "db/scanRecords.h"
 
 // Sends the scans of a run to a server (--collect). Each failure is a message. Nothing is owned.
 class Collecting {
@@ -26,12 +27,18 @@ public:
     // Why nothing is sent.
     void refuse(std::string_view reason);
 
+    // The rows of a database, and what is known of them.
+    struct Rows {
+        Database& database;
+        std::vector<modScans::Scan> scans;
+        std::int64_t most = 0; // see ScanToSend
+    };
     // Sends each of the folders (keys) as a scan. Appends a line for each.
     enum class Result { done, failed, cancelled };
-    Result send(Database& database, const std::vector<std::string>& keys, std::string& lines);
+    Result send(const Rows& rows, const std::vector<std::string>& keys, std::string& lines);
 
 private:
-    Result sendOne(Database& database, const std::string& key, std::string& lines);
+    Result sendOne(const Rows& rows, const std::string& key, std::string& lines);
     void sendPatiently(Database& database, const modCollect::ScanToSend& scan, std::string& lines);
 
     const ConsoleOptions& options_;

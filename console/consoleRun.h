@@ -46,6 +46,8 @@ private:
     void writeOutputs();
     void keepScans();
     void collectScans();
+    [[nodiscard]] bool collectFile();
+    void collect(const Collecting::Rows& rows, const std::vector<std::string>& keys);
     bool mayWrite(const Output& output);
     void writeReport(modExport::ReportFormat format, const std::string& file);
     void writeOverview(const std::string& file);
