@@ -55,13 +55,16 @@ std::string ageText(const std::optional<platform::Seconds>& moment, platform::Se
 
 template <std::size_t columns>
 std::string printed(const Figures& figures, Table table, const std::array<std::string, columns>& headers,
-                    std::size_t number, std::size_t numbersEnd,
+                    std::size_t number, std::size_t numbersEnd, std::size_t top,
                     std::array<std::string, columns> (*cells)(const Row& row)) {
+    const std::vector<Row>& all = figures.of(table);
     std::vector<std::array<std::string, columns>> rows{headers};
-    for (const Row& row : figures.of(table)) {
-        rows.push_back(cells(row));
+    for (std::size_t i = 0; i < textTable::shownRows(all.size(), top); ++i) {
+        rows.push_back(cells(all[i]));
     }
-    return rows.size() == 1 ? std::string() : textTable::table(rows, number, numbersEnd) + "\n";
+    return all.empty()
+               ? std::string()
+               : textTable::table(rows, number, numbersEnd) + textTable::moreLine(all.size(), top) + "\n";
 }
 
 std::string machines(const Figures& figures, platform::Seconds now) {
@@ -84,7 +87,7 @@ std::string machines(const Figures& figures, platform::Seconds now) {
 }
 
 std::string groups(const Figures& figures, Table table, const std::string& header) {
-    return printed<3>(figures, table, {header, "Total Size", "File Count"}, 1, 3,
+    return printed<3>(figures, table, {header, "Total Size", "File Count"}, 1, 3, 0,
                       [](const Row& row) -> std::array<std::string, 3> {
                           return {forTerminal(row.name), sizeText(row.size), countText(row.files)};
                       });
@@ -92,13 +95,13 @@ std::string groups(const Figures& figures, Table table, const std::string& heade
 
 std::string folders(const Figures& figures) {
     return printed<5>(figures, Table::folders, {"Size", "Files", "Folders", "Host", "Largest Folders"}, 0, 3,
-                      [](const Row& row) -> std::array<std::string, 5> {
+                      0, [](const Row& row) -> std::array<std::string, 5> {
                           return {sizeText(row.size), countText(row.files), countText(row.folders),
                                   forTerminal(row.host), forTerminal(row.name)};
                       });
 }
 
-std::string growth(const Figures& figures, const std::string& days) {
+std::string growth(const Figures& figures, const std::string& days, std::size_t top) {
     return printed<6>(figures, Table::growth, {"Before", "Now", "Change", "Since", "Host", "Growth" + days},
                       0, 3, [](const Row& row) -> std::array<std::string, 6> {
                           return {sizeText(row.before), sizeText(row.size),    changeText(row),
@@ -108,7 +111,7 @@ std::string growth(const Figures& figures, const std::string& days) {
 
 std::string grownFolders(const Figures& figures, const std::string& days) {
     return printed<5>(figures, Table::grownFolders,
-                      {"Before", "Now", "Change", "Host", "Folders That Changed Most" + days}, 0, 3,
+                      {"Before", "Now", "Change", "Host", "Folders That Changed Most" + days}, 0, 3, 0,
                       [](const Row& row) -> std::array<std::string, 5> {
                           return {sizeText(row.before), sizeText(row.size), changeText(row),
                                   forTerminal(row.host), forTerminal(row.name)};
@@ -124,5 +127,5 @@ std::string collectedTables(const Figures& figures, const Question& question, pl
     text += folders(figures);
     const std::string days =
         " in " + modFormat::countedText(static_cast<double>(question.days), "Day", "Days");
-    return text + growth(figures, days) + grownFolders(figures, days);
+    return text + growth(figures, days, question.top) + grownFolders(figures, days);
 }
