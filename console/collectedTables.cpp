@@ -103,7 +103,7 @@ std::string folders(const Figures& figures) {
 
 std::string growth(const Figures& figures, const std::string& days, std::size_t top) {
     return printed<6>(figures, Table::growth, {"Before", "Now", "Change", "Since", "Host", "Growth" + days},
-                      0, 3, [](const Row& row) -> std::array<std::string, 6> {
+                      0, 3, top, [](const Row& row) -> std::array<std::string, 6> {
                           return {sizeText(row.before), sizeText(row.size),    changeText(row),
                                   dateText(row.since),  forTerminal(row.host), forTerminal(row.name)};
                       });
