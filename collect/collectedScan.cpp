@@ -38,14 +38,16 @@ Number numberIn(const std::string& text) {
     return number;
 }
 
+std::string selectFrom(const HttpClient& server, const std::string& records) {
+    return "SELECT host, scan, attempt, path, separator, toUnixTimestamp(finished), rows, size, fileCount, " +
+           records + " FROM " + modSchema::qualified(server.url().database, "counted");
+}
+
 std::string statementFor(const HttpClient& server, const Wanted& wanted) {
     const auto equals = [](std::string_view column, std::string_view value) {
         return std::string(column).append(" = ").append(modSchema::literal(value));
     };
-    std::string statement = "SELECT host, scan, attempt, path, separator, toUnixTimestamp(finished), rows, "
-                            "records FROM " +
-                            modSchema::qualified(server.url().database, "counted") + " WHERE " +
-                            equals("host", wanted.host);
+    std::string statement = selectFrom(server, "records") + " WHERE " + equals("host", wanted.host);
     if (!wanted.scan.empty()) {
         statement += " AND " + equals("scan", wanted.scan);
     }
@@ -55,6 +57,28 @@ std::string statementFor(const HttpClient& server, const Wanted& wanted) {
     // Of each folder the newest, and of the folders the innermost first.
     return statement + " ORDER BY length(path) DESC, path, finished DESC, scan LIMIT 1 BY path LIMIT " +
            std::to_string(mostListed + 1);
+}
+
+std::vector<Found> ask(HttpClient& server, const std::string& statement) {
+    constexpr std::size_t columns = 10;
+    std::vector<Found> all;
+    TabSeparated answer(columns, [&](TabSeparated::Row& row) {
+        Found found;
+        found.host = std::move(row[0]);
+        found.scan = std::move(row[1]);
+        found.attempt = numberIn<std::uint64_t>(row[2]);
+        found.path = std::move(row[3]);
+        found.separator = row[4] == "\\" ? '\\' : '/';
+        found.finished = numberIn<platform::Seconds>(row[5]);
+        found.rows = numberIn<std::uint64_t>(row[6]);
+        found.size = static_cast<double>(numberIn<std::int64_t>(row[7]));
+        found.files = static_cast<double>(numberIn<std::int64_t>(row[8]));
+        found.records = std::move(row[9]);
+        all.push_back(std::move(found));
+    });
+    server.ask(statement, [&](std::string_view piece) { answer.add(piece); }, {{"wait_end_of_query", "1"}});
+    answer.finish();
+    return all;
 }
 
 // Rows as they arrive, in a database.
@@ -132,24 +156,13 @@ void fill(Database& target, HttpClient& server, const Found& found, clsUserInter
 
 } // namespace
 
+std::vector<Found> list(HttpClient& server, std::size_t most) {
+    return ask(server, selectFrom(server, "''") + " ORDER BY host, path, finished DESC, scan LIMIT " +
+                           std::to_string(most));
+}
+
 Found find(HttpClient& server, const Wanted& wanted) {
-    constexpr std::size_t columns = 8;
-    std::vector<Found> all;
-    TabSeparated answer(columns, [&](TabSeparated::Row& row) {
-        Found found;
-        found.host = std::move(row[0]);
-        found.scan = std::move(row[1]);
-        found.attempt = numberIn<std::uint64_t>(row[2]);
-        found.path = std::move(row[3]);
-        found.separator = row[4] == "\\" ? '\\' : '/';
-        found.finished = numberIn<platform::Seconds>(row[5]);
-        found.rows = numberIn<std::uint64_t>(row[6]);
-        found.records = std::move(row[7]);
-        all.push_back(std::move(found));
-    });
-    server.ask(statementFor(server, wanted), [&](std::string_view piece) { answer.add(piece); },
-               {{"wait_end_of_query", "1"}});
-    answer.finish();
+    std::vector<Found> all = ask(server, statementFor(server, wanted));
     if (all.empty()) {
         refuse(server, "no such scan of " + oneSafeLine(wanted.host));
     }

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "collect/httpClient.h"
 #include "db/workingDatabase.h"
@@ -29,8 +30,13 @@ struct Found {
     char separator = '/';
     platform::Seconds finished = 0;
     std::uint64_t rows = 0;
+    double size = 0; // of the folder, and the number of files in it
+    double files = 0;
     std::string records; // modRowForm::decodedScans
 };
+
+// All that the server has, but at most so many: by host and path, the newest first; without `records`.
+[[nodiscard]] std::vector<Found> list(HttpClient& server, std::size_t most);
 
 // Throws ServerError; `refused` if there is none, or none is meant more than others.
 [[nodiscard]] Found find(HttpClient& server, const Wanted& wanted);
