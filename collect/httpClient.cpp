@@ -73,6 +73,7 @@ std::string oneSafeLine(std::string_view text, std::size_t mostCharacters) {
     constexpr char32_t pictures = 0x2400;
     constexpr char32_t pictureOfDelete = 0x2421;
     constexpr char32_t replacement = 0xFFFD;
+    text = text.substr(0, text.find_last_not_of(" \t\r\n") + 1);
     std::string result;
     std::size_t characters = 0;
     bool afterBlank = true;

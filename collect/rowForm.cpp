@@ -412,5 +412,8 @@ std::vector<modScans::Scan> modRowForm::decodedScans(std::string_view bytes) {
         }
         scans.push_back(std::move(scan));
     }
+    if (!reader.isComplete()) {
+        refuse();
+    }
     return scans;
 }
