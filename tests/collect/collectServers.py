@@ -231,10 +231,15 @@ class Proxy:
 
 
 def countOf(server, host):
-    """How many scans of the host count, and whether their rows are all there."""
-    scans = int(server.ask(f"SELECT count() FROM spannory.counted WHERE host = {literal(host)}"))
-    rows = int(server.ask(f"SELECT count() FROM spannory.latest WHERE host = {literal(host)}"))
-    return scans, rows
+    """How many scans of the host count, and how many rows of them. The server may still be at what a program has sent
+    before it was killed, so this asks until nothing changes between the two questions."""
+    before = None
+    while True:
+        now = tuple(int(server.ask(f"SELECT count() FROM spannory.{view} WHERE host = {literal(host)}"))
+                    for view in ("counted", "latest"))
+        if now == before:
+            return now
+        before = now
 
 
 class Breaking:
@@ -466,6 +471,7 @@ def main():
     options = parser.parse_args()
     times, files = (4, 60) if options.quick else (options.times, 400)
     random.seed(20261122)
+    signal.signal(signal.SIGINT, signal.default_int_handler)  # what was started in the background ignores it
     with tempfile.TemporaryDirectory() as name:
         folder = Path(name)
         program = Program(options.program, folder)
