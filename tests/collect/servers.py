@@ -91,6 +91,14 @@ class Server:
         return f"http://127.0.0.1:{port or self.http}/{database}"
 
 
+def endAll(servers):
+    for server in servers:
+        if server.process and server.process.poll() is None:
+            server.process.terminate()
+    for server in servers:
+        server.end()
+
+
 def startThree(folder):
     """Two that are the shards of a cluster, and one apart."""
     ports = freePorts(9)
@@ -99,6 +107,5 @@ def startThree(folder):
     try:
         return [server.start() for server in servers]
     except BaseException:
-        for server in servers:
-            server.end()
+        endAll(servers)
         raise

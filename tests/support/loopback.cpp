@@ -67,7 +67,14 @@ std::string LoopbackServer::Exchange::chunks() {
     }
 }
 
-std::string LoopbackServer::Exchange::body() {
+const std::string& LoopbackServer::Exchange::body() {
+    if (!body_) {
+        body_ = readBody();
+    }
+    return *body_;
+}
+
+std::string LoopbackServer::Exchange::readBody() {
     constexpr std::string_view name = "Content-Length: ";
     if (head_.find("Transfer-Encoding: chunked") != std::string::npos) {
         return chunks();

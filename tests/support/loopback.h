@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -41,7 +42,7 @@ public:
         // The statement: of the query, decoded, or what the body is.
         [[nodiscard]] std::string statement();
         // As it was sent, without the marks of its chunks.
-        std::string body();
+        const std::string& body();
         // Takes so many bytes and leaves the rest.
         void readSome(std::size_t bytes);
         void send(std::string_view bytes) { socket_.write(bytes); }
@@ -52,10 +53,12 @@ public:
         std::string take(std::size_t count);
         std::string line();
         std::string chunks();
+        std::string readBody();
 
         LoopbackSocket& socket_;
         std::string head_;
         std::string pending_;
+        std::optional<std::string> body_;
     };
 
     explicit LoopbackServer(std::function<void(Exchange&)> handler);
