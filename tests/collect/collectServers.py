@@ -19,6 +19,7 @@ from collections import Counter
 from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).parent))
+import asking  # noqa: E402
 import servers  # noqa: E402
 
 NAMES = ["plain", "with blank", "quote'", 'double"', "back\\slash", "tab\tin", "line\nend", "\x01\x1b[2J", "é", "日本",
@@ -95,6 +96,12 @@ def rowsOf(file, order="idx"):
     with sqlite3.connect(file) as database:
         database.text_factory = bytes
         return database.execute(f"select {', '.join(COLUMNS)} from details order by {order}").fetchall()
+
+
+def contentOf(file, table, columns):
+    with sqlite3.connect(file) as database:
+        database.text_factory = bytes
+        return database.execute(f"select {columns} from {table} order by 1").fetchall()
 
 
 def varint(data, at):
@@ -485,6 +492,13 @@ def main():
             versions(program, apart)
             saved = twentyHosts(program, folder, cluster, files)
             tell("20 hosts are as in their files")
+            asking.asked(program, saved, Sums(saved), cluster[1], folder, expect)
+            tell("what is told of them adds up")
+            for server in cluster:
+                asking.broughtBack(program, saved, server, folder, ", ".join(COLUMNS[-1:] + COLUMNS[:-1]), contentOf,
+                                   expect)
+            asking.mayNotBeBrought(program, cluster[0])
+            tell("20 hosts are brought back as they were")
             many = folder / "many.mdb"
             makeTree(folder / "many", 99, 1500)
             program.run("--database", many, folder / "many")
