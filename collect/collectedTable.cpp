@@ -1,7 +1,5 @@
 #include "collect/collectedTable.h"
 
-#include <algorithm>
-
 #include "base/dateFormat.h"
 #include "base/formatSize.h"
 #include "base/numberFormat.h"
@@ -29,9 +27,11 @@ constexpr std::array<modExport::ListTable::Column, 12> allColumns{{{"Table", Kin
                                                                    {"Change", Kind::bytes}}};
 
 Cell cellAt(const modExport::ListTable::Column& column) {
-    const auto place = std::find_if(allColumns.begin(), allColumns.end(),
-                                    [&](const auto& each) { return each.header == column.header; });
-    return static_cast<Cell>(place - allColumns.begin());
+    std::size_t cell = 0;
+    while (allColumns.at(cell).header != column.header) {
+        ++cell;
+    }
+    return static_cast<Cell>(cell);
 }
 
 std::optional<double> numberOf(const Row& row, Cell cell) {

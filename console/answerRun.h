@@ -15,6 +15,7 @@
 class AnswerRun {
 public:
     explicit AnswerRun(ConsoleOptions options);
+    virtual ~AnswerRun() = default;
     AnswerRun(const AnswerRun&) = delete;
     AnswerRun& operator=(const AnswerRun&) = delete;
 
@@ -22,8 +23,6 @@ public:
     [[nodiscard]] int run();
 
 protected:
-    virtual ~AnswerRun() = default;
-
     // After outputs were looked at. Calls `print` and `write`. An error may be thrown or told (fail).
     virtual void answer() = 0;
     // Files that an output must not replace, beside the program's own.

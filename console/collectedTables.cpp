@@ -46,7 +46,8 @@ std::string ageText(const std::optional<platform::Seconds>& moment, platform::Se
     }
     const platform::Seconds age = std::max<platform::Seconds>(now - *moment, 0);
     const auto counted = [&](platform::Seconds unit, std::string_view one, std::string_view several) {
-        return modFormat::countedText(static_cast<double>(age / unit), one, several);
+        const platform::Seconds units = age / unit;
+        return modFormat::countedText(static_cast<double>(units), one, several);
     };
     return age >= 2 * day    ? counted(day, "day", "days")
            : age >= 2 * hour ? counted(hour, "hour", "hours")
