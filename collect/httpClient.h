@@ -41,7 +41,7 @@ private:
 
 // Talks to one server by HTTP. Certificates are checked, redirects are not followed, no proxy is used, and
 // the user and the password go in headers. Every function throws ServerError; what a callback throws passes
-// through. An object is used by one thread at a time.
+// through. An object is used by one thread at a time, in a process that platform::ignoreBrokenPipes.
 class HttpClient {
 public:
     struct Limits {

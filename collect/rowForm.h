@@ -55,7 +55,7 @@ private:
     [[nodiscard]] std::int64_t asWhole(std::size_t column, bool isExpected);
     [[nodiscard]] std::int64_t asBytes(std::size_t column);
     [[nodiscard]] std::uint32_t asMoment(std::size_t column);
-    void appendFileName(std::string& result, std::string_view name, bool isFolder);
+    void appendFileName(std::string& result, std::string_view name, bool isAFolder);
     void appendExtension(std::string& result);
 
     std::array<Field*, columns.size()> fields_{};

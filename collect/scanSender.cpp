@@ -73,7 +73,8 @@ public:
         const Sums& sums = hasItself_ ? itself_ : items_;
         for (const double each : {sums.size, sums.sizeOnDisk, sums.files, sums.folders}) {
             constexpr double most = 0x1p62;
-            append(result, static_cast<std::int64_t>(std::llround(std::clamp(each, -most, most))));
+            const bool isSound = each > -most && each < most; // of a file that was loaded
+            append(result, isSound ? static_cast<std::int64_t>(std::llround(each)) : 0);
         }
     }
 
@@ -255,13 +256,13 @@ private:
 
 } // namespace
 
-ScanToSend modCollect::scanOf(const std::vector<modScans::Scan>& all, std::string_view key,
+ScanToSend modCollect::scanOf(const std::vector<modScans::Scan>& scans, std::string_view key,
                               bool foldersOnly) {
-    const modScans::Scan* const covering = modScans::ofFolder(all, key);
+    const modScans::Scan* const covering = modScans::ofFolder(scans, key);
     if (covering == nullptr || covering->host.empty()) {
         refuse("it does not say which machine it is of");
     }
-    ScanToSend result{std::string(key), modScans::within(all, key), *covering, foldersOnly};
+    ScanToSend result{std::string(key), modScans::within(scans, key), *covering, foldersOnly};
     if (std::any_of(result.scans.begin(), result.scans.end(),
                     [](const modScans::Scan& scan) { return scan.cancelled; })) {
         refuse("its scan was cancelled");
@@ -275,10 +276,10 @@ bool modCollect::hasColumns(Database& database) {
                        [&](std::string_view column) { return none->find(column) != nullptr; });
 }
 
-std::vector<std::string> modCollect::scannedKeys(const std::vector<modScans::Scan>& all) {
+std::vector<std::string> modCollect::scannedKeys(const std::vector<modScans::Scan>& scans) {
     std::vector<std::string> keys;
-    for (const modScans::Scan& scan : all) {
-        const bool liesInOther = std::any_of(all.begin(), all.end(), [&](const modScans::Scan& other) {
+    for (const modScans::Scan& scan : scans) {
+        const bool liesInOther = std::any_of(scans.begin(), scans.end(), [&](const modScans::Scan& other) {
             return other.path.size() < scan.path.size() && modScans::isAtOrBelow(scan.path, other.path);
         });
         if (!liesInOther && !scan.path.empty() &&

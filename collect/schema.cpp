@@ -1,5 +1,8 @@
 #include "collect/schema.h"
 
+#include <array>
+#include <utility>
+
 namespace {
 
 struct Column {
@@ -14,39 +17,39 @@ constexpr std::string_view flag = "UInt8";
 constexpr std::string_view moment = "DateTime('UTC')";
 
 // What is the same in many rows, one after the other, comes first: compressed, it takes next to nothing.
-constexpr Column detailsTable[] = {
-    {"host", text, true},     {"scan", text, true},      {"attempt", "UInt64"},
-    {"started", moment},      {"drive", text, true},     {"parentFolder", text},
-    {"fileName", text},       {"extension", text, true}, {"description", text, true},
-    {"owner", text, true},    {"isFolder", flag},        {"odd", text},
-    {"fileCount", whole},     {"folderCount", whole},    {"scanCompleteTime", moment},
-    {"dateInserted", moment}, {"dateAccessed", moment},  {"dateModified", moment},
-    {"size", whole},          {"sizeOnDisk", whole},     {"idx", whole}};
+constexpr std::array<Column, 21> detailsTable{
+    {{"host", text, true},     {"scan", text, true},      {"attempt", "UInt64"},
+     {"started", moment},      {"drive", text, true},     {"parentFolder", text},
+     {"fileName", text},       {"extension", text, true}, {"description", text, true},
+     {"owner", text, true},    {"isFolder", flag},        {"odd", text},
+     {"fileCount", whole},     {"folderCount", whole},    {"scanCompleteTime", moment},
+     {"dateInserted", moment}, {"dateAccessed", moment},  {"dateModified", moment},
+     {"size", whole},          {"sizeOnDisk", whole},     {"idx", whole}}};
 
-constexpr Column scansTable[] = {{"host", text},
-                                 {"scan", text},
-                                 {"attempt", "UInt64"},
-                                 {"system", text},
-                                 {"programVersion", text},
-                                 {"drive", text},
-                                 {"path", text},
-                                 {"separator", text},
-                                 {"started", moment},
-                                 {"finished", moment},
-                                 {"exact", flag},
-                                 {"withOwners", flag},
-                                 {"onDisk", flag},
-                                 {"foldersOnly", flag},
-                                 {"excludes", text},
-                                 {"unreadableFolders", whole},
-                                 {"unreadableFiles", whole},
-                                 {"rows", "UInt64"},
-                                 {"size", whole},
-                                 {"sizeOnDisk", whole},
-                                 {"fileCount", whole},
-                                 {"folderCount", whole},
-                                 {"sent", moment},
-                                 {"records", text}};
+constexpr std::array<Column, 24> scansTable{{{"host", text},
+                                             {"scan", text},
+                                             {"attempt", "UInt64"},
+                                             {"system", text},
+                                             {"programVersion", text},
+                                             {"drive", text},
+                                             {"path", text},
+                                             {"separator", text},
+                                             {"started", moment},
+                                             {"finished", moment},
+                                             {"exact", flag},
+                                             {"withOwners", flag},
+                                             {"onDisk", flag},
+                                             {"foldersOnly", flag},
+                                             {"excludes", text},
+                                             {"unreadableFolders", whole},
+                                             {"unreadableFiles", whole},
+                                             {"rows", "UInt64"},
+                                             {"size", whole},
+                                             {"sizeOnDisk", whole},
+                                             {"fileCount", whole},
+                                             {"folderCount", whole},
+                                             {"sent", moment},
+                                             {"records", text}}};
 
 template <class Columns>
 std::string namesOf(const Columns& columns) {
@@ -119,9 +122,9 @@ private:
 
 } // namespace
 
-std::string modSchema::literal(std::string_view value) {
+std::string modSchema::literal(std::string_view bytes) {
     std::string result = "'";
-    for (const char c : value) {
+    for (const char c : bytes) {
         if (c == '\'' || c == '\\') {
             result.push_back('\\');
             result.push_back(c);
@@ -187,4 +190,9 @@ std::string modSchema::hasVersion(std::string_view database) {
 
 std::string modSchema::askVersion(std::string_view database) {
     return "SELECT version FROM " + qualified(database, "schemaVersion");
+}
+
+std::string modSchema::isOnOneServer(std::string_view database) {
+    return "SELECT count() FROM system.tables WHERE database = " + literal(database) +
+           " AND name = 'details' AND engine != 'Distributed'";
 }

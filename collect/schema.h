@@ -47,7 +47,7 @@ namespace modSchema {
 inline constexpr int version = 1;
 
 // A text as a literal of a statement, whatever bytes it has.
-[[nodiscard]] std::string literal(std::string_view text);
+[[nodiscard]] std::string literal(std::string_view bytes);
 
 // `database`.`table`.
 [[nodiscard]] std::string qualified(std::string_view database, std::string_view table);
@@ -69,5 +69,7 @@ struct Wanted {
 // Answer with one number: whether there is the view `schemaVersion` (0 or 1), and what it says.
 [[nodiscard]] std::string hasVersion(std::string_view database);
 [[nodiscard]] std::string askVersion(std::string_view database);
+// Likewise whether `details` is there and no part of a cluster's.
+[[nodiscard]] std::string isOnOneServer(std::string_view database);
 
 } // namespace modSchema

@@ -54,6 +54,9 @@ void modServer::setUp(HttpClient& client, const std::string& cluster) {
     if (const std::int64_t version = versionOf(client); version != 0) {
         requireKnown(client, version);
     }
+    if (!cluster.empty() && answersYes(client, modSchema::isOnOneServer(client.url().database))) {
+        throw refused(client, "the tables of " + client.url().database + " are on this server alone already");
+    }
     const bool hasLowCardinality =
         answersYes(client, "SELECT count() FROM system.data_type_families WHERE name = 'LowCardinality'");
     HttpClient::Parameters parameters;

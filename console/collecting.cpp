@@ -1,5 +1,7 @@
 #include "console/collecting.h"
 
+#include <algorithm>
+
 #include "base/terminalText.h"
 #include "collect/password.h"
 #include "collect/patience.h"
@@ -71,11 +73,12 @@ Collecting::Result Collecting::sendOne(const Rows& rows, const std::string& key,
 }
 
 void Collecting::sendPatiently(Database& database, const modCollect::ScanToSend& scan, std::string& lines) {
+    constexpr double most = 1e15;
     const double total = database.OpenRecordset("select max(idx) from details")->Fields(0).number();
     modCollect::Outcome outcome = modCollect::Outcome::sent;
     modCollect::patiently(options_.collectPatience, &goesOn, [&] {
         std::int64_t shown = 0;
-        userInterface_.progressStart(static_cast<std::int64_t>(total));
+        userInterface_.progressStart(static_cast<std::int64_t>(std::clamp(total, 0.0, most)));
         outcome = modCollect::send(*client_, database, scan, [&](std::int64_t sent) {
             for (; shown < sent; ++shown) {
                 userInterface_.progressStep();
@@ -88,7 +91,10 @@ void Collecting::sendPatiently(Database& database, const modCollect::ScanToSend&
 }
 
 int setUpServer(const ConsoleOptions& options) {
+    constexpr int statusFailed = 1;
+    constexpr int statusCancelled = 130;
     ConsoleInterface userInterface(options.force, options.quiet);
+    platform::ignoreBrokenPipes();
     try {
         const platform::InterruptionWatch watch;
         HttpClient client(parseServerUrl(options.collectSetupUrl),
@@ -102,6 +108,6 @@ int setUpServer(const ConsoleOptions& options) {
         return 0;
     } catch (const RuntimeError& error) {
         userInterface.message(error.what());
-        return platform::wasInterrupted() ? 130 : 1;
+        return platform::wasInterrupted() ? statusCancelled : statusFailed;
     }
 }

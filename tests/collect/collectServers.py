@@ -10,6 +10,7 @@ import shutil
 import signal
 import socket
 import sqlite3
+import ssl
 import subprocess
 import sys
 import tempfile
@@ -450,6 +451,38 @@ def fullDisk(program, folder, file, rows, times):
         subprocess.run(["umount", disk], check=True)
 
 
+def certificates(program, folder):
+    """Nothing is said to a server that only says who it is."""
+    key, certificate = folder / "key.pem", folder / "certificate.pem"
+    made = subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj",
+                           "/CN=127.0.0.1", "-addext", "subjectAltName=IP:127.0.0.1", "-keyout", key, "-out",
+                           certificate], capture_output=True)
+    if made.returncode != 0:
+        tell("certificates: skipped, because openssl makes none here")
+        return
+    context = ssl.SSLContext(ssl.PROTOCOL_TLS_SERVER)
+    context.load_cert_chain(certificate, key)
+    listener = socket.create_server(("127.0.0.1", 0))
+    heard = []
+
+    def serve():
+        while True:
+            try:
+                with context.wrap_socket(listener.accept()[0], server_side=True) as connection:
+                    heard.append(connection.recv(65536))
+            except OSError:
+                pass
+
+    threading.Thread(target=serve, daemon=True).start()
+    begin = time.monotonic()
+    url = f"https://127.0.0.1:{listener.getsockname()[1]}/spannory"
+    for arguments in (["--collect-setup", url], ["--collect", url, str(Path(__file__).parent)]):
+        expect("names the certificate", "certificate" in program.run(*arguments, status=1), True)
+    expect("heard", heard, [])
+    if time.monotonic() - begin > 20:
+        fault("a certificate that does not get better was waited for")
+
+
 def versions(program, server):
     """A database of another version is left alone, and one without the tables is told."""
     error = program.run("--collect", server.url("nothing"), str(Path(__file__).parent), status=1)
@@ -490,6 +523,7 @@ def main():
                 program.run("--collect-setup", server.url(), "--cluster", servers.CLUSTER)
             program.run("--collect-setup", apart.url())
             versions(program, apart)
+            certificates(program, folder)
             saved = twentyHosts(program, folder, cluster, files)
             tell("20 hosts are as in their files")
             asking.asked(program, saved, Sums(saved), cluster[1], folder, expect)

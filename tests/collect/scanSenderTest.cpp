@@ -37,6 +37,17 @@ std::string unpacked(const std::string& bytes) {
     return result;
 }
 
+class Settling {
+public:
+    explicit Settling(const LoopbackServer& server) : server_(server) { server.settle(); }
+    ~Settling() { server_.settle(); }
+    Settling(const Settling&) = delete;
+    Settling& operator=(const Settling&) = delete;
+
+private:
+    const LoopbackServer& server_;
+};
+
 // What a ClickHouse server would do with the few statements of the sender.
 class Collected : public ScanFixture, public testing::Test {
 protected:
@@ -101,6 +112,7 @@ protected:
     }
 
     modCollect::Outcome sendTree(std::int64_t patience = 0) {
+        const Settling settling(server);
         modCollect::Outcome outcome{};
         modCollect::patiently(
             patience, [] { return true; },

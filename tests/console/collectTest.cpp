@@ -1,5 +1,7 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <atomic>
 #include <filesystem>
 #include <set>
 
@@ -35,8 +37,8 @@ protected:
         }
     }
 
-    bool isDown = false;
-    bool isThere = false;
+    std::atomic<bool> isDown = false;
+    std::atomic<bool> isThere = false;
     std::set<std::string> ids;
     LoopbackServer server{[this](Exchange& exchange) { handle(exchange); }};
 };
@@ -63,8 +65,10 @@ TEST_F(ConsoleCollect, failsInOneLineAndKeepsTheRest) {
         EXPECT_TRUE(holds(again.output, "\nAlready collected on http://127.0.0.1:")) << again.output;
         EXPECT_EQ(run("--quiet --collect " + server.url() + " --load %F/" + file).status, 0);
     }
+    server.settle();
     EXPECT_EQ(ids.size(), 1U) << "one scan has one id, loaded or read in place";
     EXPECT_EQ(run("--quiet --collect " + server.url() + " %T").status, 0);
+    server.settle();
     EXPECT_EQ(ids.size(), 2U);
 }
 

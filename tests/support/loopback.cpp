@@ -121,10 +121,8 @@ void LoopbackServer::run() {
             continue;
         }
         Exchange exchange(*socket);
-        {
-            const std::lock_guard lock(mutex_);
-            heads_.push_back(exchange.head());
-        }
+        const std::lock_guard lock(mutex_);
+        heads_.push_back(exchange.head());
         handler_(exchange);
     }
 }

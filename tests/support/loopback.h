@@ -69,6 +69,8 @@ public:
     [[nodiscard]] std::string url(std::string_view database = "spannory") const;
     [[nodiscard]] int port() const { return listener_->port(); }
     [[nodiscard]] std::vector<std::string> heads() const;
+    // Waits for the handler to end. Around what a test does, it lets both read what the other has written.
+    void settle() const { const std::lock_guard lock(mutex_); }
     // A handler that waits asks this now and then.
     [[nodiscard]] bool isEnding() const { return ending_; }
 

@@ -73,7 +73,7 @@ public:
         fd_set waiting;
         FD_ZERO(&waiting);
         FD_SET(handle_, &waiting);
-        const timeval limit{0, microseconds};
+        timeval limit{0, microseconds};
         if (::select(0, &waiting, nullptr, nullptr, &limit) != 1) {
             return nullptr;
         }
