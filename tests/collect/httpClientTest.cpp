@@ -51,13 +51,14 @@ TEST(HttpClient, tellsWhatIsWrongInOneSafeLine) {
     };
     const std::string hostile =
         "Code: 60, e.displayText() =\r\n\x1B[2J\x07 \xE2\x80\xAE evil \xFF\x7F" + std::string(100000, 'x');
-    const auto raw = [](std::string text) {
+    const auto raw = [](const std::string& text) {
         return [text](Exchange& exchange) {
             static_cast<void>(exchange.body());
             exchange.send(text);
         };
     };
-    const auto answer = [](std::string body, std::string status, std::string headers = "") {
+    const auto answer = [](const std::string& body, const std::string& status,
+                           const std::string& headers = "") {
         return [=](Exchange& exchange) {
             static_cast<void>(exchange.body());
             exchange.answer(body, status, headers);
