@@ -318,6 +318,9 @@ std::string folderPath(std::string_view typed) {
     }
     const char separator = isWindows ? '\\' : '/';
     std::string path(typed);
+    if (isDriveLetter(path)) {
+        path.front() = path.front() >= 'a' ? static_cast<char>(path.front() - 'a' + 'A') : path.front();
+    }
     if (!path.ends_with(separator)) {
         path.push_back(separator);
     }

@@ -48,7 +48,7 @@ TEST(CollectedPaths, areWholeAndEndInTheirSeparator) {
                  {"/srv/", "/srv/"},
                  {"/srv/a\\b", "/srv/a\\b/"},
                  {"C:\\", "C:\\"},
-                 {"d:\\data", "d:\\data\\"},
+                 {"d:\\data", "D:\\data\\"},
                  {"\\\\server\\share", "\\\\server\\share\\"}};
     for (const auto& each : cases) {
         EXPECT_EQ(modCollected::folderPath(each.typed), each.path);
