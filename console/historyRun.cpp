@@ -9,6 +9,7 @@
 #include "base/terminalText.h"
 #include "console/figureTables.h"
 #include "export/historyReport.h"
+#include "export/readHistories.h"
 #include "export/targetFile.h"
 #include "platform/files.h"
 #include "platform/terminal.h"
