@@ -114,7 +114,7 @@ void frmHistory::layOutButtons() {
     nameButton(cmdCompare_, "cmdCompare", "C&ompare",
                "Compare with the selected saved scan, as what was before (Enter in the chart or list)");
     nameButton(cmdExport_, "cmdExport", "&Export...", "Write the list as a page, as text or as a workbook");
-    nameButton(cmdCopy_, "cmdCopy", "&Copy List", "Copy the whole list to the clipboard (Ctrl+C)");
+    nameButton(cmdCopy_, "cmdCopyHistory", "&Copy List", "Copy the whole list to the clipboard (Ctrl+C)");
     nameButton(cmdClose_, "cmdClose", "Close", "");
     buttons_.addButton(&cmdCompare_, QDialogButtonBox::ActionRole);
     buttons_.addButton(&cmdExport_, QDialogButtonBox::ActionRole);
