@@ -17,15 +17,11 @@ using modFormat::countedText;
 using modTimeChart::Line;
 using modTimeChart::Point;
 
-// The last name of a shown path; the path itself if it has none.
-std::string nameOf(std::string_view path) {
-    const std::string_view whole = path;
-    while (path.size() > 1 && path.back() == platform::displaySeparator) {
-        path.remove_suffix(1);
-    }
-    const std::size_t separator = path.rfind(platform::displaySeparator);
-    const std::string_view name = separator == std::string_view::npos ? path : path.substr(separator + 1);
-    return std::string(name.empty() ? whole : name);
+// The last name of the path, which is a root's own.
+std::string nameOf(const FolderHistory& history) {
+    const std::string_view path = shownFolderOf(history);
+    const std::string_view name = path.substr(path.rfind(platform::displaySeparator) + 1);
+    return std::string(name.empty() ? path : name);
 }
 
 std::string shownHost(const std::string& host) {
@@ -102,6 +98,15 @@ const FolderHistory& historyOf(const FolderHistories& histories, std::size_t num
     return number == 0 ? histories.folder : histories.subfolders.at(number - 1);
 }
 
+std::string_view shownFolderOf(const FolderHistory& history) {
+    constexpr std::size_t longestRoot = 3;
+    std::string_view path = history.folder;
+    if (path.size() > longestRoot && path.ends_with(platform::displaySeparator)) {
+        path.remove_suffix(1);
+    }
+    return path;
+}
+
 std::vector<std::string> hostsOf(const FolderHistories& histories) {
     std::vector<std::string> hosts;
     addHosts(hosts, histories.folder);
@@ -117,7 +122,7 @@ std::vector<Line> historyLines(const FolderHistories& histories) {
     for (std::size_t number = 0; number <= histories.subfolders.size(); ++number) {
         const FolderHistory& history = historyOf(histories, number);
         for (std::size_t host = 0; host < hosts.size(); ++host) {
-            Line line{nameOf(history.folder), number, host, {}, true};
+            Line line{nameOf(history), number, host, {}, true};
             if (hosts.size() > 1) {
                 line.name += " (" + shownHost(hosts[host]) + ")";
             }
@@ -136,7 +141,7 @@ std::vector<Line> historyLines(const FolderHistories& histories) {
 
 std::string pointText(const FolderHistory& history, std::size_t row, bool namesHost) {
     const HistoryPoint& point = history.points.at(row);
-    std::string text = history.folder + "\n" +
+    std::string text = std::string(shownFolderOf(history)) + "\n" +
                        modFormat::formatDate(platform::localTime(point.moment), modFormat::storedDatePicture);
     if (point.folder) {
         text += "\n" + sizeText(point.folder->size);

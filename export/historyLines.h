@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "export/readHistories.h"
@@ -12,6 +13,9 @@ namespace modExport {
 
 // The folder is 0, the first subfolder 1.
 [[nodiscard]] const FolderHistory& historyOf(const FolderHistories& histories, std::size_t number);
+
+// Its folder without the separator at the end, which only a root keeps.
+[[nodiscard]] std::string_view shownFolderOf(const FolderHistory& history);
 
 // A line for each folder (its group is the folder's number), if there are several machines for each of them
 // (its pattern is the machine's number). A point's row is its place in the history. Where the folder was not,

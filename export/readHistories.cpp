@@ -156,7 +156,8 @@ private:
         for (const std::string& name : names_) {
             const std::string subfolder = key + name;
             auto recorded = file.folder(subfolder, ScanFile::Counts::ifStored);
-            const bool wasScanned = recorded || folder || modScans::ofFolder(file.scans(), subfolder);
+            const bool wasScanned =
+                recorded || folder || modScans::ofFolder(file.scans(), subfolder) != nullptr;
             told.subfolders.push_back(wasScanned ? std::optional(pointOf(file, path, subfolder, recorded))
                                                  : std::nullopt);
         }

@@ -38,7 +38,7 @@ public:
     };
     enum class Counts { always, ifStored }; // to count takes long in files of earlier versions
     // Nothing if the folder itself was not scanned, or if the key is empty.
-    [[nodiscard]] std::optional<Folder> folder(std::string_view key, Counts counts = Counts::always) const;
+    [[nodiscard]] std::optional<Folder> folder(std::string_view key, Counts wanted = Counts::always) const;
 
     // The keys of the largest folders directly in the folder, at most `most`, the largest first.
     [[nodiscard]] std::vector<std::string> largestIn(std::string_view key, std::size_t most) const;

@@ -17,7 +17,8 @@ using platform::localTime;
 using platform::Seconds;
 
 constexpr double kilo = 1024;
-constexpr Seconds hour = 3600;
+constexpr Seconds minute = 60;
+constexpr Seconds hour = 60 * minute;
 constexpr Seconds day = 24 * hour;
 
 // The smallest step of 1, 2 or 5 times a power of ten of the unit in which the greatest is shown, or half the
@@ -63,7 +64,7 @@ Seconds midnightNear(Seconds moment) {
     constexpr int noon = 12;
     for (int i = 0; i < 2; ++i) {
         const LocalTime time = localTime(moment);
-        moment -= time.hour * hour + time.minute * 60 + time.second;
+        moment -= time.hour * hour + time.minute * minute + time.second;
         moment += time.hour >= noon ? day : 0;
     }
     return moment;
@@ -79,10 +80,15 @@ long long monthsOf(Seconds moment) {
     return time.year * 12 + time.month - 1;
 }
 
+Seconds firstMidnight(Seconds from) {
+    const Seconds near = midnightNear(from);
+    return near < from ? midnightNear(near + day) : near;
+}
+
 Seconds begin(Seconds from, const TimeStep& step) {
     const LocalTime time = localTime(from);
-    const Seconds today = from - time.hour * hour - time.minute * 60 - time.second;
-    return step.months > 0 ? monthBefore(from) : today;
+    const Seconds today = from - time.hour * hour - time.minute * minute - time.second;
+    return step.months > 0 ? monthBefore(from) : step.days > 0 ? firstMidnight(from) : today;
 }
 
 // The next day or month: an hour more or less does not matter, as midnight is looked for. Of years, it may be
@@ -125,7 +131,7 @@ std::vector<SizeLabel> sizeLabels(double greatest, int most) {
 
 std::vector<TimeLabel> timeLabels(Seconds from, Seconds to, int most) {
     std::vector<TimeLabel> result;
-    const auto step = std::find_if(timeSteps.begin(), timeSteps.end(), [&](const TimeStep& each) {
+    const auto* const step = std::find_if(timeSteps.begin(), timeSteps.end(), [&](const TimeStep& each) {
         return (to - from) / each.length() < std::max(most, 1);
     });
     if (step == timeSteps.end() || to <= from) {
@@ -141,6 +147,9 @@ std::vector<TimeLabel> timeLabels(Seconds from, Seconds to, int most) {
             break;
         }
         moment = following;
+    }
+    if (const Seconds midnight = firstMidnight(from); result.empty() && midnight <= to) {
+        result.push_back({midnight, textOf(midnight, {0, 1, 0})});
     }
     return result;
 }

@@ -22,8 +22,8 @@ struct TimeLabel {
     std::string text; // "01/31/2026"; within a day "06:00 PM"
 };
 
-// The beginnings of hours, days, months or years of local time, at most `most`; none if there is none between
-// the two.
+// The beginnings of hours, days, months or years of local time, at most `most`; at least one if a day begins
+// between the two.
 [[nodiscard]] std::vector<TimeLabel> timeLabels(platform::Seconds from, platform::Seconds to, int most);
 
 } // namespace modTimeChart

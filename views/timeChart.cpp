@@ -13,7 +13,7 @@ namespace {
 // The years 1 to 9999. Dates of saved scans are other people's.
 constexpr platform::Seconds firstSecond = -62'135'596'800;
 constexpr platform::Seconds lastSecond = 253'402'300'799;
-constexpr platform::Seconds halfDay = 12 * 60 * 60;
+constexpr platform::Seconds halfDay = 43'200;
 constexpr int roomShare = 50; // of the time, at either end
 
 } // namespace

@@ -26,15 +26,6 @@ void nameButton(QPushButton& button, const char* name, const char* text, const c
     button.setAutoDefault(false); // none looks as if Enter elsewhere pressed it
 }
 
-// Of a path as it is shown, without the separator at its end, which only a root keeps.
-QString folderText(std::string_view path) {
-    constexpr std::size_t longestRoot = 3;
-    if (path.size() > longestRoot && path.ends_with(platform::displaySeparator)) {
-        path.remove_suffix(1);
-    }
-    return modQt::shownText(path);
-}
-
 QLabel& namedLabel(QLabel& label, const char* name) {
     label.setObjectName(QString::fromUtf8(name));
     label.setTextFormat(Qt::PlainText);
@@ -272,7 +263,8 @@ void frmHistory::fillChart() {
                     [this](const modTimeChart::Place& place) { return tipOf(place); });
     QStringList paths;
     for (const modTimeChart::Line& line : chart_.chart().lines()) {
-        paths << folderText(modExport::historyOf(answer_.histories, line.group).folder);
+        paths << modQt::shownText(
+            modExport::shownFolderOf(modExport::historyOf(answer_.histories, line.group)));
     }
     legend_.fill(paths);
 }
@@ -289,7 +281,7 @@ void frmHistory::fillList(std::size_t number) {
     modLvw::lvsort(lvwHistory_, lvwHistory_.sort().key + 1, lvwHistory_.sort().order, false);
     const std::string count =
         modFormat::countedText(static_cast<double>(listed().points.size()), "saved scan", "saved scans");
-    lblListed_.setText(folderText(listed().folder) + QStringLiteral(": ") +
+    lblListed_.setText(modQt::shownText(modExport::shownFolderOf(listed())) + QStringLiteral(": ") +
                        QString::fromStdString(count));
     isFollowing_ = wasFollowing;
     updateButtons();
