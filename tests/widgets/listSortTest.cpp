@@ -156,7 +156,7 @@ TEST_F(ListSorting, whatIsRememberedMayBeAnything) {
     }
     EXPECT_TRUE(userInterface.messages.empty());
     EXPECT_EQ(list.selectedRow(), -1) << "of an empty list";
-    modLvw::lvsort(list, 6, 0, true);
+    modLvw::lvsort(list, int{changeColumn} + 1, 0, true);
     EXPECT_THAT(userInterface.messages,
                 ElementsAre(HasSubstr("35600 Index out of bounds\r\n[modLvw.lvsort]")));
     EXPECT_TRUE(list.viewport()->updatesEnabled());
