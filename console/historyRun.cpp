@@ -6,6 +6,7 @@
 #include "base/terminalText.h"
 #include "console/figureTables.h"
 #include "export/historyReport.h"
+#include "export/readHistories.h"
 #include "platform/runtimeError.h"
 #include "platform/terminal.h"
 

@@ -403,7 +403,7 @@ int Connection::look() {
         longWork_();
         lastCalled_ = std::chrono::steady_clock::now();
     }
-    return !isTrusted_ && ++looks_ > mostLooks_ ? 1 : 0;
+    return isInterrupted_ || (!isTrusted_ && ++looks_ > mostLooks_) ? 1 : 0;
 }
 
 RuntimeError Connection::lastError() const {

@@ -83,6 +83,7 @@ public:
 
     // See Database.
     void setLongWork(std::function<void()> callback) noexcept;
+    void interrupt() noexcept { isInterrupted_ = true; }
 
     [[nodiscard]] const std::string& path() const noexcept { return path_; }
 
@@ -104,6 +105,7 @@ private:
     sqlite3* handle_ = nullptr;
     std::function<void()> longWork_;
     std::chrono::steady_clock::time_point lastCalled_;
+    bool isInterrupted_ = false;
     bool isTrusted_;          // a file of the program's own
     std::uint64_t looks_ = 0; // since the last row
     std::uint64_t mostLooks_; // for one row of a file that is not trusted

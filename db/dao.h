@@ -166,6 +166,8 @@ public:
     // Calls the callback every 10 ms while a statement runs long, so that a window stays responsive. It must
     // neither throw nor use this database. An empty callback ends this.
     void setLongWork(std::function<void()> callback) noexcept;
+    // For the callback: ends the statement, which then throws 3049, and all later ones that run long.
+    void interrupt() noexcept;
 
     // True if rows came from a saved scan, which anyone may have made. What writes them for other programs
     // then takes more care than their names would need.

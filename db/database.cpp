@@ -189,6 +189,12 @@ void Database::setLongWork(std::function<void()> callback) noexcept {
     }
 }
 
+void Database::interrupt() noexcept {
+    if (implementation_) {
+        implementation_->connection.interrupt();
+    }
+}
+
 void Database::Close() noexcept {
     implementation_.reset();
 }

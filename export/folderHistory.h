@@ -1,6 +1,5 @@
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -37,10 +36,6 @@ struct FolderHistory {
 // The internal paths of the saved scans that are meant: the file, or the files called *.mdb in the folder, by
 // name. Throws 53 if there is no such thing, or none in it.
 [[nodiscard]] std::vector<std::string> savedScansAt(std::string_view typedPath);
-
-// Reads them without loading any. `goesOn` is asked before each; if it says no, the rest is left out.
-[[nodiscard]] FolderHistory readHistory(const std::vector<std::string>& files, std::string_view typedPath,
-                                        const std::function<bool()>& goesOn);
 
 // "not there", "cancelled", or empty.
 [[nodiscard]] std::string_view remarkOf(const HistoryPoint& point);

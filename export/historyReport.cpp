@@ -150,18 +150,19 @@ std::string historyCurve(const FolderHistory& history) {
     return svg + "</svg>\n";
 }
 
-void exportHistory(ReportFormat format, const FolderHistory& history, clsUserInterface& userInterface,
+bool exportHistory(ReportFormat format, const FolderHistory& history, clsUserInterface& userInterface,
                    std::string_view fileName) {
     if (format != ReportFormat::excel) {
         const HistoryTable table(history, format == ReportFormat::html);
-        exportListFile(format, table, titleOf(history), userInterface, fileName, true, historyCurve(history));
-        return;
+        return exportListFile(format, table, titleOf(history), userInterface, fileName, true,
+                              historyCurve(history));
     }
-    modGlobal::trapped("modExport", "exportHistory", [&] {
+    return modGlobal::trapped("modExport", "exportHistory", [&] {
         ShownProgress progress(userInterface, static_cast<std::int64_t>(history.points.size()));
         platform::Replacement file(fileName);
         writeWorkbook(history, progress, file);
         file.commit();
+        return true;
     });
 }
 

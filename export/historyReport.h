@@ -33,8 +33,8 @@ private:
 [[nodiscard]] std::string historyCurve(const FolderHistory& history);
 
 // Writes it as text (RFC 4180), as a page with the curve, or as a workbook with a chart. The file is replaced
-// as a whole; errors are logged and leave it unchanged.
-void exportHistory(ReportFormat format, const FolderHistory& history, clsUserInterface& userInterface,
+// as a whole; errors are logged and leave it unchanged. True if it was written.
+bool exportHistory(ReportFormat format, const FolderHistory& history, clsUserInterface& userInterface,
                    std::string_view fileName);
 
 } // namespace modExport

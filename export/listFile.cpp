@@ -52,17 +52,17 @@ void writePage(const ListTable& list, std::string_view caption, std::string_view
 
 } // namespace
 
-void exportListFile(ReportFormat format, const ListTable& list, std::string_view caption,
+bool exportListFile(ReportFormat format, const ListTable& list, std::string_view caption,
                     clsUserInterface& userInterface, std::string_view fileName, bool areLoaded,
                     std::string_view picture) {
     if (format == ReportFormat::excel) {
         modGlobal::printToExcel(list, caption, userInterface, fileName);
-        return;
+        return false;
     }
-    modGlobal::trapped("modExport", "exportListFile", [&] {
+    return modGlobal::trapped("modExport", "exportListFile", [&] {
         if (list.rowCount() == 0 && !list.mayBeEmpty()) {
             userInterface.message(emptyListMessage);
-            return;
+            return false;
         }
         ShownProgress progress(userInterface, static_cast<std::int64_t>(list.rowCount()));
         platform::Replacement file(fileName);
@@ -76,6 +76,7 @@ void exportListFile(ReportFormat format, const ListTable& list, std::string_view
             file.write("\r\n");
         }
         file.commit();
+        return true;
     });
 }
 

@@ -1,7 +1,13 @@
 #include "scan/scanFile.h"
 
+#include <functional>
+#include <iterator>
+#include <map>
+#include <utility>
+
 #include "base/clsFile.h"
 #include "base/formatSize.h"
+#include "base/modGlobal.h"
 #include "db/folderRows.h"
 #include "db/values.h"
 #include "platform/files.h"
@@ -52,13 +58,13 @@ std::string ScanFile::find(const std::vector<std::string>& keys) const {
     return modSavedScan::findFolder(*database_, keys);
 }
 
-std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key) const {
+std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key, Counts wanted) const {
     if (key.empty()) {
         return {};
     }
     const std::string itself = modFolderRows::itself(key);
     std::optional<double> size;
-    Counts counts;
+    ItemCounts counts;
     const auto own = database_->OpenRecordset("select size from details where " + itself);
     if (!own->EndOfFile()) {
         size = own->Fields(0).number();
@@ -72,14 +78,46 @@ std::optional<ScanFile::Folder> ScanFile::folder(std::string_view key) const {
     if (!size) {
         return {};
     }
-    if (!counts.files || !counts.folders) {
+    if (wanted == Counts::always && (!counts.files || !counts.folders)) {
         counts = counted(key);
     }
     const bool hasNoFiles = counts.files == 0 && *size != 0;
     return Folder{modLvw::soundSize(*size), hasNoFiles ? std::nullopt : counts.files, counts.folders};
 }
 
-ScanFile::Counts ScanFile::storedCounts(const std::string& itself) const {
+// Goes through what lies directly in it, and keeps no more than it returns.
+std::vector<std::string> ScanFile::largestIn(std::string_view key, std::size_t most) const {
+    std::multimap<double, std::string, std::greater<>> largest;
+    const auto rows = database_->OpenRecordset("select fileName, size from details where " +
+                                               modFolderRows::directlyIn(key) + " and isFolder+0=1");
+    for (; !rows->EndOfFile(); rows->MoveNext()) {
+        const double size = modLvw::soundSize(rows->Fields(1).number());
+        if (largest.size() == most && (most == 0 || size <= std::prev(largest.end())->first)) {
+            continue;
+        }
+        std::string path(key);
+        path.append(rows->Fields(0).text());
+        largest.emplace(size, modGlobal::addBackslash(path));
+        if (largest.size() > most) {
+            largest.erase(std::prev(largest.end()));
+        }
+    }
+    std::vector<std::string> result;
+    for (auto& [size, path] : largest) {
+        result.push_back(std::move(path));
+    }
+    return result;
+}
+
+void ScanFile::setGoesOn(std::function<bool()> goesOn) {
+    database_->setLongWork([this, asked = std::move(goesOn)] {
+        if (!asked()) {
+            database_->interrupt();
+        }
+    });
+}
+
+ScanFile::ItemCounts ScanFile::storedCounts(const std::string& itself) const {
     if (!storesCounts_) {
         return {};
     }
@@ -88,15 +126,15 @@ ScanFile::Counts ScanFile::storedCounts(const std::string& itself) const {
 }
 
 // Those of the folders directly in it, if all have them, and what lies there.
-ScanFile::Counts ScanFile::storedCountsOfRoot(std::string_view key) const {
+ScanFile::ItemCounts ScanFile::storedCountsOfRoot(std::string_view key) const {
     if (!storesCounts_) {
         return {};
     }
     const auto counts = modFolderRows::storedCounts(*database_, key);
-    return counts ? Counts{counts->files, counts->folders} : Counts();
+    return counts ? ItemCounts{counts->files, counts->folders} : ItemCounts();
 }
 
-ScanFile::Counts ScanFile::counted(std::string_view key) const {
+ScanFile::ItemCounts ScanFile::counted(std::string_view key) const {
     const std::int64_t folders = countOf(*database_, modFolderRows::foldersAnywhereIn(key));
     return {countOf(*database_, modFolderRows::anywhereIn(key)) - folders, folders};
 }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,20 +36,27 @@ public:
         std::optional<std::int64_t> files;
         std::optional<std::int64_t> folders;
     };
+    enum class Counts { always, ifStored }; // to count takes long in files of earlier versions
     // Nothing if the folder itself was not scanned, or if the key is empty.
-    [[nodiscard]] std::optional<Folder> folder(std::string_view key) const;
+    [[nodiscard]] std::optional<Folder> folder(std::string_view key, Counts wanted = Counts::always) const;
+
+    // The keys of the largest folders directly in the folder, at most `most`, the largest first.
+    [[nodiscard]] std::vector<std::string> largestIn(std::string_view key, std::size_t most) const;
+
+    // Asks from time to time, while a statement runs long, whether reading is to go on; if not, it throws.
+    void setGoesOn(std::function<bool()> goesOn);
 
     // For statements about table `details` and nothing else.
     [[nodiscard]] Database& database() const { return *database_; }
 
 private:
-    struct Counts {
+    struct ItemCounts {
         std::optional<std::int64_t> files;
         std::optional<std::int64_t> folders;
     };
-    [[nodiscard]] Counts storedCounts(const std::string& itself) const;
-    [[nodiscard]] Counts storedCountsOfRoot(std::string_view key) const;
-    [[nodiscard]] Counts counted(std::string_view key) const;
+    [[nodiscard]] ItemCounts storedCounts(const std::string& itself) const;
+    [[nodiscard]] ItemCounts storedCountsOfRoot(std::string_view key) const;
+    [[nodiscard]] ItemCounts counted(std::string_view key) const;
 
     std::unique_ptr<Database> database_;
     std::vector<modScans::Scan> scans_;

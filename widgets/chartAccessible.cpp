@@ -9,11 +9,27 @@
 #include "views/chartAxis.h"
 #include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
+#include "widgets/historyChart.h"
 #include "widgets/treemap.h"
 
 namespace {
 
-// One bar, slice or tile, known by its rank: what stands there may change.
+template <class Control>
+QString nameOf(Control& chart, int index) {
+    return chartLabel(chart.shownEntry(index));
+}
+template <class Control>
+QString valueOf(Control& chart, int index) {
+    return QString::fromStdString(chartMarkText(chart.shownEntry(index).size / 1024 / 1024));
+}
+QString nameOf(HistoryChart& chart, int index) {
+    return chart.nameOf(index);
+}
+QString valueOf(HistoryChart& chart, int index) {
+    return chart.valueOf(index);
+}
+
+// One bar, slice, tile or point, known by its rank: what stands there may change.
 template <class Control>
 class Item final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
@@ -36,9 +52,9 @@ public:
         }
         switch (kind) {
         case QAccessible::Name:
-            return chartLabel(chart_->shownEntry(index()));
+            return nameOf(*chart_, index());
         case QAccessible::Value:
-            return QString::fromStdString(chartMarkText(chart_->shownEntry(index()).size / 1024 / 1024));
+            return valueOf(*chart_, index());
         default:
             return {};
         }
@@ -144,8 +160,9 @@ QAccessibleInterface* interfaceOfAny(QObject* object) {
 }
 
 QAccessibleInterface* interfaceOf(const QString&, QObject* object) {
-    QAccessibleInterface* const chart = interfaceOfAny<FolderChart>(object);
-    return chart == nullptr ? interfaceOfAny<Treemap>(object) : chart;
+    QAccessibleInterface* chart = interfaceOfAny<FolderChart>(object);
+    chart = chart == nullptr ? interfaceOfAny<Treemap>(object) : chart;
+    return chart == nullptr ? interfaceOfAny<HistoryChart>(object) : chart;
 }
 
 void tell(QAccessible::Event kind, QWidget& chart, int child) {
@@ -172,6 +189,10 @@ void modChartAccessible::tellReplaced(QWidget& chart) {
 
 void modChartAccessible::tellSelected(FolderChart& chart) {
     tell(QAccessible::Focus, chart, chart.rankOf(chart.selected()));
+}
+
+void modChartAccessible::tellSelected(HistoryChart& chart) {
+    tell(QAccessible::Focus, chart, chart.selected());
 }
 
 void modChartAccessible::tellSelected(Treemap& treemap) {

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -23,7 +24,7 @@ namespace {
 constexpr int toggle = -1;
 constexpr int indexOutOfBounds = 35600;
 
-enum class KeyKind { text, size, date, number, share, moment };
+enum class KeyKind { text, size, date, number, share, change, moment };
 
 // "DATETIME" is not a known tag unless the list is exact; it then stands for the moment.
 KeyKind keyKind(std::string_view tag, bool exactDates) {
@@ -32,6 +33,7 @@ KeyKind keyKind(std::string_view tag, bool exactDates) {
            : is("DATE")                   ? KeyKind::date
            : is("NUMBER")                 ? KeyKind::number
            : is("SHARE")                  ? KeyKind::share
+           : is("CHANGE")                 ? KeyKind::change
            : exactDates && is("DATETIME") ? KeyKind::moment
                                           : KeyKind::text;
 }
@@ -69,6 +71,20 @@ std::string reformattedDate(std::string_view text, std::string_view picture) {
     return result;
 }
 
+// Of numbers that may be negative; cells without one come first.
+std::string changeKey(const CellTag& tag) {
+    const auto value = numberOf(tag);
+    if (!value) {
+        return {};
+    }
+    std::string digits = modFormat::formatNumber(std::abs(*value), "00000000000000000000000000000");
+    if (*value < 0) {
+        std::transform(digits.begin(), digits.end(), digits.begin(),
+                       [](char digit) { return static_cast<char>('0' + '9' - digit); });
+    }
+    return (*value < 0 ? "0" : "1") + digits;
+}
+
 // The key of a cell in a column that is not sorted as text.
 std::string sortKey(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
@@ -79,6 +95,9 @@ std::string sortKey(const ListCell& cell, KeyKind kind) {
         const bool isDate = modFormat::parseDate(cell.text).has_value();
         modFormat::appendReformattedDate(result, cell.text, "yyyy/mm/dd hh:nn:ss");
         return result.insert(0, isDate ? "1" : "0");
+    }
+    if (kind == KeyKind::change) {
+        return changeKey(cell.tag);
     }
     constexpr double sharesTold = 1e12; // apart
     if (const auto value = numberOf(cell.tag)) {
@@ -94,7 +113,7 @@ std::string restoredText(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
         return reformattedDate(cell.text, "mm/dd/yyyy");
     }
-    if (kind == KeyKind::share) {
+    if (kind == KeyKind::share || kind == KeyKind::change) {
         return std::string(cell.text);
     }
     const auto value = kind == KeyKind::size ? numberOf(cell.tag) : std::nullopt;

@@ -70,8 +70,8 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
                 [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
       recent_({cP_, [this](const std::string& path) { return opening_.open(path); }}),
-      commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
-      toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
+      history_(historyNeeds()), commands_(cP_, settings_, userInterface_, menuTargets()),
+      escape_(Qt::Key_Escape, this), toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
     layOut();
     wire();
@@ -125,6 +125,7 @@ void frmMain::restoreLook() {
     views_.restore(*state_);
     treeSizes_.restore(*state_);
     recent_.places().restore(*state_);
+    history_.restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -149,6 +150,7 @@ void frmMain::saveLook() {
     views_.save(*state_);
     treeSizes_.save(*state_);
     recent_.places().save(*state_);
+    history_.save(*state_);
     state_->sync();
 }
 
@@ -265,6 +267,7 @@ void frmMain::wire() {
 void frmMain::wireHeader() {
     connect(&selection_, &FolderSelection::folderShown, &header_, &FolderHeader::showFolder);
     connect(&selection_, &FolderSelection::folderShown, &txtPath_, &PathBox::showFolder);
+    connect(&selection_, &FolderSelection::folderShown, &history_, &HistoryCommand::follow);
     connect(&selection_, &FolderSelection::figuresChanged, this, [this] {
         if (!selection_.holdsLoadedRows()) {
             header_.setSavedScan({});
@@ -288,6 +291,7 @@ void frmMain::followLoad() {
         txtPath_.showFolder(folder);
     }
     navigation_.startAnew(folder);
+    history_.follow(folder);
 }
 
 // Shows what a running scan has recorded so far.
@@ -301,6 +305,27 @@ void frmMain::growWithScan() {
                                       : modFigures::itemsText(working_.database());
         userInterface_.status(StatusPanel::items, items.substr(0, items.find('.')) + " so far");
     });
+}
+
+HistoryCommand::Dependencies frmMain::historyNeeds() {
+    return {.window = *this,
+            .database = working_,
+            .settings = settings_,
+            .userInterface = userInterface_,
+            .dialogs = dialogs_,
+            .clipboard = clipboard_,
+            .runExclusively = [this](const std::function<void()>& command) { runExclusively(command); },
+            .selectedFolder =
+                [this] {
+                    const std::string key = tvw_.selectedKey();
+                    return modNodeKeys::isFolderKey(key) ? key : std::string();
+                },
+            .lastSavedScan =
+                [this] {
+                    const auto& saved = recent_.places().of(RecentPlaces::Kind::savedScan);
+                    return saved.empty() ? std::string() : saved.front();
+                },
+            .openAsBefore = {}};
 }
 
 MenuTargets frmMain::menuTargets() {
@@ -320,6 +345,7 @@ MenuTargets frmMain::menuTargets() {
             }
         });
     };
+    targets.history = [this] { history_.show(); };
     targets.settings = [this] { changeSettings_.run(); };
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };

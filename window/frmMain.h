@@ -22,6 +22,7 @@
 #include "window/animation.h"
 #include "window/commands/chartCommands.h"
 #include "window/commands/databaseCommands.h"
+#include "window/commands/historyCommand.h"
 #include "window/commands/listMenu.h"
 #include "window/commands/menuCommands.h"
 #include "window/commands/qtClipboard.h"
@@ -80,6 +81,7 @@ private:
     void wire();
     void wireHeader();
     [[nodiscard]] MenuTargets menuTargets();
+    [[nodiscard]] HistoryCommand::Dependencies historyNeeds();
     void runExclusively(const std::function<void()>& command);
     void showChart(ChartStyle style);
     void loadChosen(const std::string& file);
@@ -149,6 +151,7 @@ private:
     SettingsCommand changeSettings_;
     Opening opening_;
     RecentMenu recent_;
+    HistoryCommand history_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;

@@ -29,6 +29,7 @@ public:
     void settings(SettingsSheet&) override {}
     [[nodiscard]] std::string saveFile(const FileRequest&) override { return file; }
     [[nodiscard]] std::string openFile(const FileRequest&) override { return file; }
+    [[nodiscard]] std::string chooseFolder(const std::string&) override { return file; }
     [[nodiscard]] bool startProgramOf(const std::string&) override { return true; }
 
     std::string file;

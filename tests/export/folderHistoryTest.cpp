@@ -8,6 +8,7 @@
 
 #include "export/databaseFile.h"
 #include "export/historyReport.h"
+#include "export/readHistories.h"
 #include "support/scanFixture.h"
 #include "support/sqliteScript.h"
 #include "support/zipPart.h"

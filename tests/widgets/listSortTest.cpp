@@ -17,12 +17,20 @@ using testing::HasSubstr;
 
 namespace {
 
-constexpr std::array<ListColumn, 5> columns{{{"Name", "", false, "name"},
+constexpr std::array<ListColumn, 6> columns{{{"Name", "", false, "name"},
                                              {"Size", "Size", true, "0"},
                                              {"Count", "NUMBER", true, "0"},
                                              {"Modified", "DATETIME", false, "0"},
-                                             {"Day", "DATE", false, "0"}}};
-enum Column : std::uint8_t { nameColumn = 1, sizeColumn, countColumn, modifiedColumn, dayColumn };
+                                             {"Day", "DATE", false, "0"},
+                                             {"Change", "CHANGE", true, "0"}}};
+enum Column : std::uint8_t {
+    nameColumn = 1,
+    sizeColumn,
+    countColumn,
+    modifiedColumn,
+    dayColumn,
+    changeColumn
+};
 
 struct ListSorting : testing::Test {
     // Rows with the keys "1", "2", ... and these cells in one column; the other cells are empty.
@@ -51,6 +59,15 @@ struct ListSorting : testing::Test {
 };
 
 } // namespace
+
+TEST_F(ListSorting, changesAreOrderedByTheirSignAndKeepTheirTexts) {
+    fill(changeColumn,
+         {{"+2.0 Kb", 2048.0}, {"-9 bytes", -9.0}, {"", {}}, {"-1.0 Mb", -1048576.0}, {"0 bytes", 0.0}});
+    modLvw::lvsort(list, changeColumn, 0, false);
+    EXPECT_EQ(shown(changeColumn), "||-1.0 Mb|-9 bytes|0 bytes|+2.0 Kb");
+    modLvw::lvsort(list, changeColumn, 1, false);
+    EXPECT_EQ(shown(), "15243");
+}
 
 TEST_F(ListSorting, exactDatesAreMoments) {
     fill(modifiedColumn, {{"12/01/2004 12:00:00 AM"},
@@ -139,7 +156,7 @@ TEST_F(ListSorting, whatIsRememberedMayBeAnything) {
     }
     EXPECT_TRUE(userInterface.messages.empty());
     EXPECT_EQ(list.selectedRow(), -1) << "of an empty list";
-    modLvw::lvsort(list, 6, 0, true);
+    modLvw::lvsort(list, int{changeColumn} + 1, 0, true);
     EXPECT_THAT(userInterface.messages,
                 ElementsAre(HasSubstr("35600 Index out of bounds\r\n[modLvw.lvsort]")));
     EXPECT_TRUE(list.viewport()->updatesEnabled());

@@ -39,6 +39,9 @@ public:
     void settings(SettingsSheet& sheet) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] std::string openFile(const FileRequest& request) override { return chosen(request); }
+    [[nodiscard]] std::string chooseFolder(const std::string& present) override {
+        return chosen({{}, present});
+    }
     [[nodiscard]] bool startProgramOf(const std::string& path) override {
         opened.push_back(path);
         return true;

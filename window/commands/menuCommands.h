@@ -17,6 +17,7 @@ struct MenuTargets {
     std::function<void()> exportDatabase;
     std::function<void(bool entire)> exportChart; // true: entire chart; false: visible portion only
     std::function<void()> loadDatabase;
+    std::function<void()> history;
     std::function<void()> settings;
     std::function<void()> exitApp;
     std::function<void()> refreshScreen;
@@ -50,7 +51,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 27> commands;
+    static const std::array<Command, 28> commands;
 
     void showOwners(int index);
     void showChart(std::string_view key, const std::function<void()>& show);

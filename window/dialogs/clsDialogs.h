@@ -41,6 +41,8 @@ public:
     // errorNumber::dialogCancelled. The save dialog does not ask before overwriting a file; the caller does.
     [[nodiscard]] virtual std::string saveFile(const FileRequest& request) = 0;
     [[nodiscard]] virtual std::string openFile(const FileRequest& request) = 0;
+    // The same for a folder; the box begins with the given one, which may be empty.
+    [[nodiscard]] virtual std::string chooseFolder(const std::string& present) = 0;
 
     // Starts the application for a file (platform::openInAssociatedProgram); false if there is none.
     [[nodiscard]] virtual bool startProgramOf(const std::string& path) = 0;

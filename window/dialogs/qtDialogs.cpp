@@ -103,6 +103,19 @@ std::string QtDialogs::openFile(const FileRequest& request) {
     return chooseFile(request, false);
 }
 
+std::string QtDialogs::chooseFolder(const std::string& present) {
+    QFileDialog dialog(QApplication::activeWindow());
+    modQt::setHelpTopic(dialog, "history.html");
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    const QString folder = QString::fromStdString(present);
+    dialog.setDirectory(QFileInfo(folder).isDir() ? folder : QDir::homePath());
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
+        throw RuntimeError(errorNumber::dialogCancelled, "Cancel was selected");
+    }
+    return QDir::toNativeSeparators(dialog.selectedFiles().first()).toStdString();
+}
+
 bool QtDialogs::startProgramOf(const std::string& path) {
     return platform::openInAssociatedProgram(path);
 }

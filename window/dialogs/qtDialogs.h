@@ -19,6 +19,7 @@ public:
     void settings(SettingsSheet& sheet) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override;
     [[nodiscard]] std::string openFile(const FileRequest& request) override;
+    [[nodiscard]] std::string chooseFolder(const std::string& present) override;
     [[nodiscard]] bool startProgramOf(const std::string& path) override;
 
 private:

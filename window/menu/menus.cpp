@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 51> mainMenu{{
+constexpr std::array<MenuItem, 52> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -43,6 +43,7 @@ constexpr std::array<MenuItem, 51> mainMenu{{
     {1, "Spacer0", "-"},
     {1, "LoadMDB", "Load from Access Database...", 12, Mark::none, "Ctrl+O", true},
     {1, "OpenRecent", "Open &Recent"},
+    {1, "History", "&History..."},
     {1, "SettingsSpacer", "-"},
     {1, "Settings", "&Settings...", PopMenu::noIcon, Mark::none, "Ctrl+,", true},
     {1, "Spacer2", "-"},

@@ -64,6 +64,7 @@ protected:
                 .exportDatabase = noting("database"),
                 .exportChart = [this](bool entire) { calls.emplace_back(entire ? "entire" : "visible"); },
                 .loadDatabase = noting("load"),
+                .history = noting("history"),
                 .settings = noting("settings"),
                 .exitApp = noting("exit"),
                 .refreshScreen = noting("refresh"),
@@ -132,7 +133,7 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     }
     EXPECT_EQ(enabled.join(u' '),
               QStringLiteral(
-                  "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
+                  "History ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
                   "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk Item ItemOpen ItemShow "
                   "ItemCopyPath ItemProperties "
                   "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
@@ -150,6 +151,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ExportChartEntire", {"entire"}},
         {"LoadMDB", {"load"}},
         {"ExportChartVisible", {"visible"}},
+        {"History", {"history"}},
         {"Settings", {"settings"}},
         {"ExitApp", {"exit"}},
         {"Refresh", {"refresh"}},
