@@ -88,10 +88,21 @@ private:
     bool isRead_ = false;
 };
 
+// The row of a folder (a key); nothing if it is the same in both scans.
+[[nodiscard]] std::optional<Change> folderRow(Database& database, std::int64_t comparison,
+                                              std::string_view folder);
+
+// The files and folders directly in it that differ, largest change first.
+[[nodiscard]] std::vector<Change> entriesIn(Database& database, std::int64_t comparison,
+                                            std::string_view folder);
+
 // What of a folder (a key) differs, largest change first: its subfolders, and modFigures::filesLabel for the
 // files directly in it.
 [[nodiscard]] std::vector<Change> childrenOf(Database& database, std::int64_t comparison,
                                              std::string_view folder);
+
+// Removes the rows of a comparison.
+void forget(Database& database, std::int64_t comparison);
 
 // The first files or folders that differ, largest change first; all if `most` is 0.
 [[nodiscard]] std::vector<Change> largest(Database& database, std::int64_t comparison, bool folders,

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <algorithm>
+#include <cmath>
 #include <numeric>
 #include <optional>
 #include <string>
@@ -23,7 +24,7 @@ namespace {
 constexpr int toggle = -1;
 constexpr int indexOutOfBounds = 35600;
 
-enum class KeyKind { text, size, date, number, share, moment };
+enum class KeyKind { text, size, change, date, number, share, balance, moment };
 
 // "DATETIME" is not a known tag unless the list is exact; it then stands for the moment.
 KeyKind keyKind(std::string_view tag, bool exactDates) {
@@ -32,6 +33,8 @@ KeyKind keyKind(std::string_view tag, bool exactDates) {
            : is("DATE")                   ? KeyKind::date
            : is("NUMBER")                 ? KeyKind::number
            : is("SHARE")                  ? KeyKind::share
+           : is("CHANGE")                 ? KeyKind::change
+           : is("BALANCE")                ? KeyKind::balance
            : exactDates && is("DATETIME") ? KeyKind::moment
                                           : KeyKind::text;
 }
@@ -69,6 +72,14 @@ std::string reformattedDate(std::string_view text, std::string_view picture) {
     return result;
 }
 
+// Of an amount; the larger one below zero comes first.
+std::string signedKey(std::string amount, bool isNegative) {
+    for (char& digit : amount) {
+        digit = isNegative ? static_cast<char>('0' + ('9' - digit)) : digit;
+    }
+    return amount.insert(0, isNegative ? "0" : "1");
+}
+
 // The key of a cell in a column that is not sorted as text.
 std::string sortKey(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
@@ -82,9 +93,12 @@ std::string sortKey(const ListCell& cell, KeyKind kind) {
     }
     constexpr double sharesTold = 1e12; // apart
     if (const auto value = numberOf(cell.tag)) {
-        modFormat::appendFormattedNumber(result, kind == KeyKind::share ? *value * sharesTold : *value,
+        const bool isShare = kind == KeyKind::share || kind == KeyKind::balance;
+        const bool isSigned = kind == KeyKind::change;
+        const double amount = kind == KeyKind::balance || isSigned ? std::abs(*value) : *value;
+        modFormat::appendFormattedNumber(result, isShare ? amount * sharesTold : amount,
                                          "0000000000000000000");
-        return result;
+        return isSigned ? signedKey(result, *value < 0) : result;
     }
     return tagText(cell.tag);
 }
@@ -94,7 +108,7 @@ std::string restoredText(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
         return reformattedDate(cell.text, "mm/dd/yyyy");
     }
-    if (kind == KeyKind::share) {
+    if (kind == KeyKind::share || kind == KeyKind::change || kind == KeyKind::balance) {
         return std::string(cell.text);
     }
     const auto value = kind == KeyKind::size ? numberOf(cell.tag) : std::nullopt;

@@ -49,10 +49,10 @@ void ListMenu::copy(const ListView& list, bool onlySelected) {
 
 // The kind of list, and the folder that it shows.
 std::string ListMenu::caption() const {
-    constexpr std::array<std::string_view, 5> prefixes{"", "Details - ", "File Types - ", "Owners - ",
-                                                       "Find - "};
+    constexpr std::array<std::string_view, 6> prefixes{"",          "Details - ", "File Types - ",
+                                                       "Owners - ", "Find - ",    "Changes - "};
     const int tab = dependencies_.views.tabs().currentIndex();
     std::string result(prefixes.at(static_cast<std::size_t>(tab)));
-    platform::appendDisplayPath(result, dependencies_.tree.selectedKey());
+    platform::appendDisplayPath(result, dependencies_.views.listedFolder());
     return result;
 }

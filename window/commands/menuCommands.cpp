@@ -18,7 +18,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 27> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 29> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -28,6 +28,8 @@ const std::array<MenuCommands::Command, 27> MenuCommands::commands{{
     {"EXPORTCHARTENTIRE", [](MenuCommands& self, int) { self.targets_.exportChart(true); }},
     {"EXPORTCHARTVISIBLE", [](MenuCommands& self, int) { self.targets_.exportChart(false); }},
     {"LOADMDB", [](MenuCommands& self, int) { self.targets_.loadDatabase(); }},
+    {"COMPARESCAN", [](MenuCommands& self, int) { self.targets_.compareScan(); }},
+    {"CLOSECOMPARISON", [](MenuCommands& self, int) { self.targets_.closeComparison(); }},
     {"SETTINGS", [](MenuCommands& self, int) { self.targets_.settings(); }},
     {"EXITAPP", [](MenuCommands& self, int) { self.targets_.exitApp(); }},
     {"REFRESH", [](MenuCommands& self, int) { self.targets_.refreshScreen(); }},

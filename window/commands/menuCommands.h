@@ -17,6 +17,8 @@ struct MenuTargets {
     std::function<void()> exportDatabase;
     std::function<void(bool entire)> exportChart; // true: entire chart; false: visible portion only
     std::function<void()> loadDatabase;
+    std::function<void()> compareScan;
+    std::function<void()> closeComparison;
     std::function<void()> settings;
     std::function<void()> exitApp;
     std::function<void()> refreshScreen;
@@ -50,7 +52,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 27> commands;
+    static const std::array<Command, 29> commands;
 
     void showOwners(int index);
     void showChart(std::string_view key, const std::function<void()>& show);

@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 51> mainMenu{{
+constexpr std::array<MenuItem, 53> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -43,6 +43,8 @@ constexpr std::array<MenuItem, 51> mainMenu{{
     {1, "Spacer0", "-"},
     {1, "LoadMDB", "Load from Access Database...", 12, Mark::none, "Ctrl+O", true},
     {1, "OpenRecent", "Open &Recent"},
+    {1, "CompareScan", "&Compare with Saved Scan..."},
+    {1, "CloseComparison", "C&lose Comparison"},
     {1, "SettingsSpacer", "-"},
     {1, "Settings", "&Settings...", PopMenu::noIcon, Mark::none, "Ctrl+,", true},
     {1, "Spacer2", "-"},
@@ -166,7 +168,8 @@ void setRowCommandsEnabled(PopMenu& cP, bool enabled) {
     for (int index = 1; index <= cP.count(); ++index) {
         const QString key = cP.itemKey(index);
         if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load")) ||
-            key == exactFigures || key == QStringLiteral("Settings") || key.toStdString() == openRecent) {
+            key == QStringLiteral("CompareScan") || key == exactFigures ||
+            key == QStringLiteral("Settings") || key.toStdString() == openRecent) {
             cP.setEnabled(index, enabled);
         }
     }

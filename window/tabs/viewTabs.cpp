@@ -28,6 +28,7 @@ ViewTabs::ViewTabs(const Dependencies& dependencies, QObject* parent)
       lvwU_(GroupLists::ownerColumns(), nullptr), filesList_(lvwF_, dependencies_.icons),
       groupLists_(lvwT_, lvwU_), find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
                                         [this] { return folderKey(); }, [this] { return holds_ > 0; }}),
+      changes_({dependencies_.icons, dependencies_.comparison, [this] { return folderKey(); }}),
       listTabs_{{{lvwF_, 2, &clsSettings::lvwFSortColumn, &clsSettings::setLvwFSortColumn,
                   &clsSettings::lvwFSortOrder, &clsSettings::setLvwFSortOrder},
                  {lvwT_, 3, &clsSettings::lvwTSortColumn, &clsSettings::setLvwTSortColumn,
@@ -108,8 +109,10 @@ void ViewTabs::wire() {
     connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] {
         filesList_.getListViewIcons();
         find_.fetchIcons();
+        changes_.fetchIcons();
     });
     wireFind();
+    wireChanges();
 }
 
 void ViewTabs::wireFind() {
@@ -120,6 +123,44 @@ void ViewTabs::wireFind() {
             [this](const std::string& key) { findOnly(FindBar::Field::extension, key); });
     connect(&lvwU_, &ListView::itemActivated, this,
             [this](const std::string& key) { findOnly(FindBar::Field::owner, key); });
+}
+
+// The tab is there while there is something to show on it.
+void ViewTabs::wireChanges() {
+    connect(&dependencies_.comparison, &OpenComparison::changed, this, [this] {
+        const int tab = XTab_.indexOf(&changes_);
+        if (!dependencies_.comparison.isOpen() && tab >= 0) {
+            XTab_.removeTab(tab);
+        } else if (dependencies_.comparison.isOpen() && tab < 0) {
+            XTab_.addTab(&changes_, QStringLiteral("Changes"));
+        }
+    });
+    connect(&changes_.list(), &ListView::menuRequested, this, &ViewTabs::menuRequested);
+    connect(&changes_.list(), &ListView::copyRequested, this, &ViewTabs::copyRequested);
+    connect(&changes_, &ChangesPage::itemActivated, this, &ViewTabs::foundActivated);
+    connect(&changes_, &ChangesPage::goneActivated, this, &ViewTabs::goneActivated);
+}
+
+void ViewTabs::showChanges() {
+    XTab_.setCurrentWidget(&changes_);
+    changes_.refresh();
+    changes_.list().setFocus();
+}
+
+void ViewTabs::enterFormer(const std::string& key) {
+    showChanges();
+    changes_.enterFormer(key);
+}
+
+std::string ViewTabs::listedFolder() const {
+    return XTab_.currentWidget() == &changes_ ? changes_.shownFolder() : dependencies_.tree.selectedKey();
+}
+
+bool ViewTabs::goUp() {
+    if (XTab_.currentWidget() == &changes_) {
+        return changes_.goUp();
+    }
+    return XTab_.currentWidget() == &chartPage_ && !showsTreemap_ && tc_.up();
 }
 
 // The files of a row of the file types or the owners.
@@ -140,7 +181,8 @@ void ViewTabs::filterList() {
 }
 
 void ViewTabs::followTab() {
-    if (XTab_.currentWidget() == &lvwF_ || XTab_.currentWidget() == &find_) {
+    if (XTab_.currentWidget() == &lvwF_ || XTab_.currentWidget() == &find_ ||
+        XTab_.currentWidget() == &changes_) {
         tmrListViewIcons_.start();
     } else {
         tmrListViewIcons_.stop();
@@ -203,6 +245,9 @@ const ListView* ViewTabs::activeList() const {
     const int active = XTab_.currentIndex();
     if (XTab_.currentWidget() == &find_) {
         return &find_.list();
+    }
+    if (XTab_.currentWidget() == &changes_) {
+        return &changes_.list();
     }
     return active < 1 ? nullptr : &listTabs_.at(static_cast<std::size_t>(active) - 1).list;
 }
@@ -311,6 +356,10 @@ void ViewTabs::refresh(bool selectFirst) {
         selectFirst ? find_.refresh() : find_.follow();
         return;
     }
+    if (XTab_.currentWidget() == &changes_) {
+        changes_.refresh();
+        return;
+    }
     const std::string key = folderKey();
     if (key.empty()) {
         return;
@@ -339,6 +388,7 @@ void ViewTabs::forget() {
     filesList_.clear();
     groupLists_.clear();
     find_.clear();
+    changes_.clear();
     tc_.setEntries({});
     tc_.setFolder({});
     treemapFeed_.clear();
@@ -393,7 +443,7 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
 void ViewTabs::restore(QSettings& state) {
     constexpr int widestColumn = 10'000;
     filesList_.further().restore(state);
-    for (ListView* const list : {&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
+    for (ListView* const list : {&lvwF_, &lvwT_, &lvwU_, &find_.list(), &changes_.list()}) {
         QHeaderView& bar = *list->header();
         const QStringList widths = state.value(list->objectName()).toStringList();
         for (int i = 0; i < bar.count() && i < widths.size(); ++i) {
@@ -404,13 +454,14 @@ void ViewTabs::restore(QSettings& state) {
         }
     }
     find_.restore(state);
+    changes_.restore(state);
     XTab_.setCurrentIndex(state.value(XTab_.objectName()).toInt());
 }
 
 void ViewTabs::save(QSettings& state) const {
     filesList_.further().save(state);
     for (const ListView* const list :
-         std::initializer_list<const ListView*>{&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
+         std::initializer_list<const ListView*>{&lvwF_, &lvwT_, &lvwU_, &find_.list(), &changes_.list()}) {
         const QHeaderView& bar = *list->header();
         QStringList widths;
         for (int i = 0; i < bar.count(); ++i) {
@@ -420,5 +471,6 @@ void ViewTabs::save(QSettings& state) const {
         state.setValue(list->objectName(), widths);
     }
     find_.save(state);
+    changes_.save(state);
     state.setValue(XTab_.objectName(), XTab_.currentIndex());
 }

@@ -23,13 +23,16 @@
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
 #include "widgets/treemap.h"
+#include "window/tabs/changesPage.h"
 #include "window/tabs/filterBar.h"
 #include "window/tabs/findPage.h"
+#include "window/tabs/openComparison.h"
 #include "window/tabs/treemapFeed.h"
 
 // The tab control XTab with the views of the folder selected in the tree: the chart tc with its scroll
-// bar fsb, or in their place the treemap tmp, the lists lvwF, lvwT and lvwU, and Find. It reads the rows
-// whenever a view is updated; without a selected folder, or without a database, the views stay unchanged.
+// bar fsb, or in their place the treemap tmp, the lists lvwF, lvwT and lvwU, Find and, while a comparison is
+// open, Changes. It reads the rows whenever a view is updated; without a selected folder, or without a
+// database, the views stay unchanged.
 class ViewTabs final : public QObject, public FolderViews {
     Q_OBJECT
 
@@ -41,6 +44,7 @@ public:
         clsSettings& settings;
         const WorkingDatabase& database;
         const clsSearch& search;
+        const OpenComparison& comparison;
     };
 
     explicit ViewTabs(const Dependencies& dependencies, QObject* parent = nullptr);
@@ -54,14 +58,22 @@ public:
     [[nodiscard]] bool showsTreemap() const noexcept { return showsTreemap_; }
     [[nodiscard]] ListView& filesList() noexcept { return lvwF_; }
     // Goes up inside the active view; false if it shows all of the folder.
-    bool goUp() { return XTab_.currentWidget() == &chartPage_ && !showsTreemap_ && tc_.up(); }
+    bool goUp();
     // Gives the focus to the active view.
     void takeFocus();
     // The list on the active tab; null for the chart's tab.
     [[nodiscard]] const ListView* activeList() const;
     [[nodiscard]] ListView* activeList();
     // The lists whose rows are files and folders.
-    [[nodiscard]] std::array<ListView*, 2> itemLists() noexcept { return {&lvwF_, &find_.list()}; }
+    [[nodiscard]] std::array<ListView*, 3> itemLists() noexcept {
+        return {&lvwF_, &find_.list(), &changes_.list()};
+    }
+    // The folder whose contents the list on the active tab shows.
+    [[nodiscard]] std::string listedFolder() const;
+    // Goes to the tab Changes.
+    void showChanges();
+    // There, goes into a folder that is gone.
+    void enterFormer(const std::string& key);
     // The box that narrows the active list; it stands below the tabs.
     [[nodiscard]] FilterBar& filterBar() noexcept { return filter_; }
     // Opens it; from the chart, goes to Find.
@@ -118,6 +130,8 @@ Q_SIGNALS:
     void foundActivated(const std::string& key, const std::string& tag);
     // Requests the context menu of the lists at this position on the screen.
     void menuRequested(const QPoint& place);
+    // A row of a file that is gone was activated.
+    void goneActivated(const std::string& key);
     // Ctrl+C was pressed in the active list.
     void copyRequested();
 
@@ -136,6 +150,7 @@ private:
     void wire();
     void wireList(ListTab& tab);
     void wireFind();
+    void wireChanges();
     void findOnly(FindBar::Field field, const std::string& groupKey);
     void followTab();
     void wireTreemap();
@@ -163,6 +178,7 @@ private:
     FilesList filesList_;
     GroupLists groupLists_;
     FindPage find_;
+    ChangesPage changes_;
     FilterBar filter_;
     std::array<ListTab, 3> listTabs_; // after the chart's tab, in this order
     // These work wherever the focus is; the tab control's own keys only work inside it.

@@ -64,6 +64,8 @@ protected:
                 .exportDatabase = noting("database"),
                 .exportChart = [this](bool entire) { calls.emplace_back(entire ? "entire" : "visible"); },
                 .loadDatabase = noting("load"),
+                .compareScan = noting("compare"),
+                .closeComparison = noting("close comparison"),
                 .settings = noting("settings"),
                 .exitApp = noting("exit"),
                 .refreshScreen = noting("refresh"),
@@ -132,7 +134,8 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     }
     EXPECT_EQ(enabled.join(u' '),
               QStringLiteral(
-                  "ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
+                  "CloseComparison ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners "
+                  "UnreadableFolders "
                   "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk Item ItemOpen ItemShow "
                   "ItemCopyPath ItemProperties "
                   "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
@@ -150,6 +153,8 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ExportChartEntire", {"entire"}},
         {"LoadMDB", {"load"}},
         {"ExportChartVisible", {"visible"}},
+        {"CompareScan", {"compare"}},
+        {"CloseComparison", {"close comparison"}},
         {"Settings", {"settings"}},
         {"ExitApp", {"exit"}},
         {"Refresh", {"refresh"}},
