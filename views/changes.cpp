@@ -78,6 +78,10 @@ void makeTable(Database& database) {
                     " filesBefore double, filesNow double, differences integer, dateModified text,"
                     " owner text, extension text, comparison integer, sizeChange double, amount double)");
     database.Define("create index changes_parentFolder on changes (parentFolder)");
+    database.Define(
+        "create view changed as select number as idx, parentFolder, fileName, null as description,"
+        " isFolder, coalesce(sizeNow, sizeBefore) as size, dateModified, null as dateAccessed,"
+        " owner, extension, state from changes");
 }
 
 Table::Table(Database& database, std::int64_t comparison)

@@ -52,6 +52,9 @@ struct Change {
 //   filesBefore, filesNow, differences
 // It holds what differs, and the compared folder itself, whose row has the name of a drive's root for a name
 // and no parent folder if it is one.
+//
+// View `changed` has the rows with the columns of `details`: `idx` is a row's number, and the size that of
+// the later scan or, of what is gone, of the earlier one.
 void makeTable(Database& database);
 
 // Appends rows to it.

@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 
-#include "views/chartAxis.h"
 #include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
 #include "widgets/treemap.h"
@@ -38,7 +37,7 @@ public:
         case QAccessible::Name:
             return chartLabel(chart_->shownEntry(index()));
         case QAccessible::Value:
-            return QString::fromStdString(chartMarkText(chart_->shownEntry(index()).size / 1024 / 1024));
+            return chart_->valueText(chart_->shownEntry(index()).size);
         default:
             return {};
         }

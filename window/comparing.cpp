@@ -103,6 +103,11 @@ void Comparing::close() {
     dependencies_.open.close();
 }
 
+void Comparing::showChart(bool shown) {
+    dependencies_.views.setChartOfChanges(shown && dependencies_.open.isOpen());
+    modMenus::setMark(dependencies_.menu, "ViewChanges", dependencies_.views.showsChartOfChanges());
+}
+
 void Comparing::open(const std::string& file) {
     choice_.forgetLastOutcome();
     if (selectedFolder().empty() || !dependencies_.database.isOpen()) {
@@ -119,7 +124,7 @@ void Comparing::open(const std::string& file) {
             dependencies_.window);
         comparison.earlier = std::make_unique<EarlierScan>(
             dependencies_.database, file, dependencies_.userInterface, [&] { return !work.isCancelled(); });
-        if (!comparison.earlier->isComplete()) {
+        if (!comparison.earlier->isComplete() || work.isCancelled()) {
             tellCancelled();
             return;
         }
@@ -208,7 +213,7 @@ std::optional<modChanges::Result> Comparing::compare(EarlierScan& earlier,
         modChanges::compare({dependencies_.database.database(), earlier.database(),
                              dependencies_.userInterface, [&] { return !work.isCancelled(); }},
                             request);
-    if (!result.complete) {
+    if (!result.complete || work.isCancelled()) {
         tellCancelled();
         return {};
     }
@@ -277,7 +282,10 @@ void Comparing::followRows() {
 // --- What is said -----------------------------------------------------------------------------------------
 
 void Comparing::follow() {
-    modMenus::setItemEnabled(dependencies_.menu, "CloseComparison", dependencies_.open.isOpen());
+    for (const std::string_view item : {"CloseComparison", "ViewChanges"}) {
+        modMenus::setItemEnabled(dependencies_.menu, item, dependencies_.open.isOpen());
+    }
+    showChart(dependencies_.views.showsChartOfChanges());
     showHeader();
     showRemark();
     showOutdated();

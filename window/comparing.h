@@ -54,6 +54,8 @@ public:
     // With the same saved scan.
     void compareAgain();
     void close();
+    // Shows the chart of changes instead of the chart, or the chart again; without effect if none is open.
+    void showChart(bool shown);
 
     // A scan has ended. One of a folder that the comparison has nothing to do with leaves it as it is.
     void scanned(const modProcessFiles::ScanResult& result);

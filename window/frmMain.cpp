@@ -251,8 +251,6 @@ void frmMain::wire() {
             bar_.closeShown();
         }
     });
-    connect(&views_, &ViewTabs::goneActivated, this,
-            [this](const std::string& key) { items_.tellGone({key}); });
     connect(&opening_, &Opening::folderOpened, this,
             [this](const std::string& key) { recent_.places().add(RecentPlaces::Kind::folder, key); });
     connect(&opening_, &Opening::typedOpened, &views_, &ViewTabs::takeFocus);
@@ -336,7 +334,11 @@ MenuTargets frmMain::menuTargets() {
     targets.cancelScan = [this] { search_.CancelScan = true; };
     targets.barStyle = [this] { showChart(ChartStyle::bar); };
     targets.pieStyle = [this] { showChart(ChartStyle::pie); };
-    targets.treemap = [this] { views_.setTreemap(true); };
+    targets.treemap = [this] {
+        comparing_.showChart(false);
+        views_.setTreemap(true);
+    };
+    targets.chartOfChanges = [this] { comparing_.showChart(!views_.showsChartOfChanges()); };
     targets.updateGraph = [this] { views_.updateGraph(); };
     targets.exactFigures = [this] { notices_.toggleExact(); };
     targets.sizeOnDisk = [this] { notices_.setOnDisk(!settings_.onDisk()); };
@@ -353,6 +355,7 @@ MenuTargets frmMain::menuTargets() {
 }
 
 void frmMain::showChart(ChartStyle style) {
+    comparing_.showChart(false);
     views_.setTreemap(false);
     views_.chart().setChartStyle(style);
 }
@@ -436,6 +439,10 @@ void frmMain::lvwFound_Click(const std::string& key, const std::string& tag) {
     modGlobal::trapped(moduleName, "lvwFound_Click", [&] {
         if (tag == "FOLDER") {
             selection_.revealFolder(key);
+        } else if (tag == "GONEFOLDER") {
+            views_.enterFormer(key);
+        } else if (tag == "GONEFILE") {
+            items_.tellGone({key});
         } else {
             userInterface_.openFile(key);
         }

@@ -65,8 +65,9 @@ ItemMenu::ItemMenu(const Dependencies& dependencies) : dependencies_(dependencie
     }
     connect(&dependencies_.tree, &FolderTree::menuRequested, this,
             [this](const std::string& key, const QPoint& place) { popUp(itemsOfTree(key), place); });
-    connect(&dependencies_.views.chart(), &FolderChart::menuRequested, this,
-            [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place); });
+    connect(
+        &dependencies_.views.chart(), &FolderChart::menuRequested, this,
+        [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place, isGoneInChart(index)); });
     connect(&dependencies_.views.treemap(), &Treemap::menuRequested, this,
             [this](const QPoint& place) { popUp(itemsOfTreemap(), place); });
 }
@@ -126,14 +127,14 @@ void ItemMenu::popUpForList(const QPoint& place) {
     dependencies_.cPLvw.popUpMenu().popup(place);
 }
 
-void ItemMenu::popUp(Items items, const QPoint& place) {
+void ItemMenu::popUp(Items items, const QPoint& place, bool isGone) {
     if (items.empty()) {
         return;
     }
     opened_ = std::move(items);
-    areOpenedGone_ = false;
+    areOpenedGone_ = isGone;
     isOpened_ = true;
-    offer(dependencies_.cPItem, opened_, false);
+    offer(dependencies_.cPItem, opened_, isGone);
     dependencies_.cPItem.popUpMenu().popup(place);
 }
 
@@ -195,8 +196,17 @@ bool ItemMenu::isGoneInList() const {
                        [&](int row) { return modChangesList::isGone(list.rows().row(row).tag()); });
 }
 
+bool ItemMenu::isGoneInChart(int index) const {
+    const std::string label = dependencies_.views.chart().shownEntry(index).label;
+    const std::optional<modChanges::Change> change = dependencies_.views.changeOf(label);
+    return change && change->state == modChanges::State::gone;
+}
+
 bool ItemMenu::isGoneSelected() const {
-    return showsItems(dependencies_.window.focusWidget()) && isGoneInList();
+    const QWidget* const focus = dependencies_.window.focusWidget();
+    return showsItems(focus) ? isGoneInList()
+                             : focus == &dependencies_.views.chart() &&
+                                   isGoneInChart(dependencies_.views.chart().selected());
 }
 
 ItemMenu::Items ItemMenu::itemsOfTree(const std::string& key) {

@@ -48,13 +48,14 @@ public:
 private:
     using Items = ItemCommands::Items;
 
-    void popUp(Items items, const QPoint& place);
+    void popUp(Items items, const QPoint& place, bool isGone = false);
     void offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles = true);
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
     [[nodiscard]] Items selectedItems() const;
     [[nodiscard]] bool showsItems(const QWidget* list) const;
     [[nodiscard]] Items itemsOfList() const;
     [[nodiscard]] bool isGoneInList() const;
+    [[nodiscard]] bool isGoneInChart(int index) const;
     [[nodiscard]] bool isGoneSelected() const;
     [[nodiscard]] static Items itemsOfTree(const std::string& key);
     [[nodiscard]] Items itemsOfChart(int index) const;

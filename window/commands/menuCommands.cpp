@@ -18,7 +18,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 29> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 30> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -46,6 +46,8 @@ const std::array<MenuCommands::Command, 29> MenuCommands::commands{{
     {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
     {"FILTERLIST", [](MenuCommands& self, int) { self.targets_.filterList(); }},
     {"SIZEONDISK", [](MenuCommands& self, int) { self.targets_.sizeOnDisk(); }},
+    {"VIEWCHANGES",
+     [](MenuCommands& self, int) { self.showChart("ViewBarChart", self.targets_.chartOfChanges); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

@@ -26,6 +26,7 @@ struct MenuTargets {
     std::function<void()> barStyle; // for the chart, which is redrawn afterwards
     std::function<void()> pieStyle;
     std::function<void()> treemap;
+    std::function<void()> chartOfChanges; // switches it on or off
     std::function<void()> updateGraph;
     std::function<void()> exactFigures;
     std::function<void()> sizeOnDisk;
@@ -52,7 +53,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 29> commands;
+    static const std::array<Command, 30> commands;
 
     void showOwners(int index);
     void showChart(std::string_view key, const std::function<void()>& show);

@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 53> mainMenu{{
+constexpr std::array<MenuItem, 54> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -69,6 +69,7 @@ constexpr std::array<MenuItem, 53> mainMenu{{
     {1, "ViewTreemap", "&Treemap", PopMenu::noIcon, Mark::off, "Ctrl+3", true},
     {1, "FilterList", "F&ilter the List", PopMenu::noIcon, Mark::none, "Ctrl+F", true},
     {1, "SizeOnDisk", "Size on &Disk", PopMenu::noIcon, Mark::onDisk},
+    {1, "ViewChanges", "Chart of Chan&ges", PopMenu::noIcon, Mark::off, "Ctrl+4", true},
     {0, "Item", "&Item"},
     {1, "ItemOpen", "&Open", PopMenu::noIcon, Mark::none, "Enter"},
     {1, "ItemShow", "&Show in File Manager", PopMenu::noIcon, Mark::none, "Ctrl+Enter"},

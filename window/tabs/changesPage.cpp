@@ -72,12 +72,10 @@ void ChangesPage::wire() {
     });
     connect(&lvwChanges_, &ListView::itemActivated, this,
             [this](const std::string& key, const std::string& tag) {
-                if (!modChangesList::isGone(tag)) {
-                    Q_EMIT itemActivated(key, tag);
-                } else if (tag == "GONEFOLDER") {
+                if (tag == "GONEFOLDER") {
                     enterFormer(key);
                 } else {
-                    Q_EMIT goneActivated(key);
+                    Q_EMIT itemActivated(key, tag);
                 }
             });
 }
@@ -110,7 +108,13 @@ bool ChangesPage::goUp() {
     if (shown_ == selected_) {
         return false;
     }
-    const std::string left = std::exchange(shown_, std::string(modChanges::splitKey(shown_).first));
+    const std::string left = shown_;
+    const std::string above(modChanges::splitKey(left).first);
+    const bool isGone = modGlobal::trapped(moduleName, "goUp", [&] {
+        const auto change = dependencies_.open.itself(above);
+        return change && change->state == modChanges::State::gone;
+    });
+    shown_ = isGone ? above : selected_;
     fill(left);
     return true;
 }

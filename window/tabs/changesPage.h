@@ -50,10 +50,8 @@ public:
     void save(QSettings& state) const;
 
 Q_SIGNALS:
-    // A row of what is still there was activated.
+    // A row was activated, unless it is that of a folder that is gone.
     void itemActivated(const std::string& key, const std::string& tag);
-    // A row of a file that is gone was.
-    void goneActivated(const std::string& key);
 
 private:
     void layOut();

@@ -26,8 +26,9 @@ ViewTabs::ViewTabs(const Dependencies& dependencies, QObject* parent)
       treemapFeed_({tmp_, dependencies_.database, dependencies_.search, [this] { return holds_ == 0; }}),
       lvwF_(FilesList::columns(), &dependencies_.icons), lvwT_(GroupLists::fileTypeColumns(), nullptr),
       lvwU_(GroupLists::ownerColumns(), nullptr), filesList_(lvwF_, dependencies_.icons),
-      groupLists_(lvwT_, lvwU_), find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
-                                        [this] { return folderKey(); }, [this] { return holds_ > 0; }}),
+      groupLists_(lvwT_, lvwU_),
+      find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
+             [this] { return folderKey(); }, [this] { return holds_ > 0; }, dependencies_.comparison}),
       changes_({dependencies_.icons, dependencies_.comparison, [this] { return folderKey(); }}),
       listTabs_{{{lvwF_, 2, &clsSettings::lvwFSortColumn, &clsSettings::setLvwFSortColumn,
                   &clsSettings::lvwFSortOrder, &clsSettings::setLvwFSortOrder},
@@ -89,10 +90,10 @@ void ViewTabs::layOut() {
 
 void ViewTabs::wire() {
     connect(&XTab_, &QTabWidget::currentChanged, this, &ViewTabs::followTab);
-    connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
+    connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::activateBar);
     connect(&tc_, &FolderChart::barEntered, this, [this](const std::string& label) {
         if (label == modFigures::filesLabel) {
-            showFiles();
+            showsChartOfChanges() ? showChanges() : showFiles();
         }
     });
     wireTreemap();
@@ -123,37 +124,6 @@ void ViewTabs::wireFind() {
             [this](const std::string& key) { findOnly(FindBar::Field::extension, key); });
     connect(&lvwU_, &ListView::itemActivated, this,
             [this](const std::string& key) { findOnly(FindBar::Field::owner, key); });
-}
-
-// The tab is there while there is something to show on it.
-void ViewTabs::wireChanges() {
-    connect(&dependencies_.comparison, &OpenComparison::changed, this, [this] {
-        const int tab = XTab_.indexOf(&changes_);
-        if (!dependencies_.comparison.isOpen() && tab >= 0) {
-            XTab_.removeTab(tab);
-        } else if (dependencies_.comparison.isOpen() && tab < 0) {
-            XTab_.addTab(&changes_, QStringLiteral("Changes"));
-        }
-    });
-    connect(&changes_.list(), &ListView::menuRequested, this, &ViewTabs::menuRequested);
-    connect(&changes_.list(), &ListView::copyRequested, this, &ViewTabs::copyRequested);
-    connect(&changes_, &ChangesPage::itemActivated, this, &ViewTabs::foundActivated);
-    connect(&changes_, &ChangesPage::goneActivated, this, &ViewTabs::goneActivated);
-}
-
-void ViewTabs::showChanges() {
-    XTab_.setCurrentWidget(&changes_);
-    changes_.refresh();
-    changes_.list().setFocus();
-}
-
-void ViewTabs::enterFormer(const std::string& key) {
-    showChanges();
-    changes_.enterFormer(key);
-}
-
-std::string ViewTabs::listedFolder() const {
-    return XTab_.currentWidget() == &changes_ ? changes_.shownFolder() : dependencies_.tree.selectedKey();
 }
 
 bool ViewTabs::goUp() {
@@ -285,6 +255,10 @@ void ViewTabs::updateGraph() {
             updateTreemap(key);
             return;
         }
+        if (showsChartOfChanges()) {
+            updateChartOfChanges(key);
+            return;
+        }
         const bool onDisk = dependencies_.database.database().countsSizeOnDisk();
         tc_.setFolder(modQt::shownPath(key) + (onDisk ? QStringLiteral(" (on disk)") : QString()));
         tc_.setEntries(modFigures::chartEntries(dependencies_.database.database(), key,
@@ -396,13 +370,17 @@ void ViewTabs::forget() {
     refreshActiveView();
 }
 
-void ViewTabs::followScan(bool running) {
-    scanning_ = running;
-    const QString hint = running
+void ViewTabs::showHint() {
+    const QString hint = scanning_
                              ? QStringLiteral("Scanning...")
                              : QStringLiteral("Nothing to show: the folder is empty or could not be read.");
     tc_.setHint(hint);
     tmp_.setHint(hint);
+}
+
+void ViewTabs::followScan(bool running) {
+    scanning_ = running;
+    showHint();
     if (running) {
         treemapFeed_.scanBegins();
         tmrChart_.start(millisecondsPerRefresh);
@@ -429,6 +407,11 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
     std::string text;
     modGlobal::trapped(moduleName, "tc_OnMarkTipToolGetText", [&] {
         const bool hasLabel = index >= 0 && index < static_cast<int>(tc_.entries().size());
+        if (const auto change =
+                hasLabel ? changeOf(tc_.entries()[static_cast<std::size_t>(index)].label) : std::nullopt) {
+            text = tipOfChange(*change).toStdString();
+            return;
+        }
         modChartTip::format(text, megabytes,
                             hasLabel ? dependencies_.tree.selectedKey() +
                                            tc_.entries()[static_cast<std::size_t>(index)].label

@@ -11,7 +11,10 @@
 #include <QWidget>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/clsSettings.h"
 #include "db/workingDatabase.h"
@@ -55,6 +58,11 @@ public:
     [[nodiscard]] Treemap& treemap() noexcept { return tmp_; }
     // Shows the treemap instead of the chart, or the chart again; it is updated by updateGraph.
     void setTreemap(bool shown);
+    // Shows the chart of changes instead of the chart of sizes, or that again; it is updated by updateGraph.
+    void setChartOfChanges(bool shown);
+    [[nodiscard]] bool showsChartOfChanges() const noexcept { return tc_.values() == ChartValues::changes; }
+    // Of the bar with this label there: what it is about; nothing if there is none.
+    [[nodiscard]] std::optional<modChanges::Change> changeOf(std::string_view label) const;
     [[nodiscard]] bool showsTreemap() const noexcept { return showsTreemap_; }
     [[nodiscard]] ListView& filesList() noexcept { return lvwF_; }
     // Goes up inside the active view; false if it shows all of the folder.
@@ -126,12 +134,10 @@ Q_SIGNALS:
     void pointedAt(const std::string& key);
     // A row of the files and folders list was activated.
     void rowActivated(const std::string& key, const std::string& tag);
-    // A row of what was found was activated.
+    // A row of what was found or has changed was activated.
     void foundActivated(const std::string& key, const std::string& tag);
     // Requests the context menu of the lists at this position on the screen.
     void menuRequested(const QPoint& place);
-    // A row of a file that is gone was activated.
-    void goneActivated(const std::string& key);
     // Ctrl+C was pressed in the active list.
     void copyRequested();
 
@@ -157,7 +163,11 @@ private:
     void showFiles();
     void enterItem(const std::string& path);
     void updateTreemap(const std::string& key);
+    void updateChartOfChanges(const std::string& key);
+    void activateBar(const std::string& label);
+    [[nodiscard]] static QString tipOfChange(const modChanges::Change& change);
     void layOutHidden();
+    void showHint();
     void turnTab(int step);
     [[nodiscard]] std::string folderKey() const;
     void refresh(bool selectFirst);
@@ -184,7 +194,8 @@ private:
     // These work wherever the focus is; the tab control's own keys only work inside it.
     QShortcut nextTab_{QKeySequence(Qt::CTRL | Qt::Key_Tab), &XTab_};
     QShortcut previousTab_{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), &XTab_};
-    std::string chartKey_; // the folder shown in the chart
+    std::vector<modChanges::Change> chartChanges_; // what the bars of the chart of changes are about
+    std::string chartKey_;                         // the folder shown in the chart
     QTimer tmrChart_;
     QTimer tmrListViewIcons_;
     int holds_ = 0;

@@ -73,6 +73,7 @@ protected:
                 .barStyle = noting("bar"),
                 .pieStyle = noting("pie"),
                 .treemap = noting("treemap"),
+                .chartOfChanges = noting("changes"),
                 .updateGraph = noting("graph"),
                 .exactFigures = noting("exact"),
                 .sizeOnDisk = noting("disk"),
@@ -132,13 +133,14 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
             enabled += cP.itemKey(index);
         }
     }
-    EXPECT_EQ(enabled.join(u' '),
-              QStringLiteral(
-                  "CloseComparison ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners "
-                  "UnreadableFolders "
-                  "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk Item ItemOpen ItemShow "
-                  "ItemCopyPath ItemProperties "
-                  "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
+    EXPECT_EQ(
+        enabled.join(u' '),
+        QStringLiteral("CloseComparison ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners "
+                       "UnreadableFolders "
+                       "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk ViewChanges Item "
+                       "ItemOpen ItemShow "
+                       "ItemCopyPath ItemProperties "
+                       "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
 }
 
 TEST_F(Menus, itemsGiveTheirOwnCommands) {
@@ -163,6 +165,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ViewBarChart", {"bar", "graph"}},
         {"ViewPieChart", {"pie", "graph"}},
         {"ViewTreemap", {"treemap", "graph"}},
+        {"ViewChanges", {"changes", "graph"}},
         {"ExactFigures", {"exact"}},
         {"UnreadableFolders", {"unreadable"}},
         {"GoUp", {"up"}},
