@@ -370,4 +370,20 @@ TEST_F(ComparingInWindow, offersForWhatIsGoneOnlyWhatMakesSense) {
               "Name,Before,Now,Change,State\r\nx.txt,10 bytes,,-10 bytes,gone");
 }
 
+// The saved scan may be anybody's.
+TEST_F(ComparingInWindow, copiesNoNameAsAFormula) {
+    openOnTree();
+    tree.write("b/=1+1", "x");
+    scanAnew();
+    save();
+    testSystem::removeAll(tree / "b/=1+1");
+    scanAnew();
+    window->compareWith(before());
+    activate("b");
+    ASSERT_FALSE(window->database().holdsLoadedRows());
+    QTest::keyClick(&control<ListView>("lvwChanges"), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
+              "Name,Before,Now,Change,State\r\n'=1+1,1 bytes,,-1 bytes,gone");
+}
+
 } // namespace

@@ -146,7 +146,8 @@ QString ChangesPage::answerText(std::span<const modChanges::Change> changes) con
         return QStringLiteral("Choose File > Compare with Saved Scan to see what has changed since.");
     }
     if (!dependencies_.open.covers(shown_)) {
-        return QStringLiteral("%1 is not in what was compared, which is %2.")
+        return QStringLiteral("%1 is not in what was compared, which is %2. Choose File > Compare with Saved "
+                              "Scan to compare it.")
             .arg(modQt::shownFolder(shown_),
                  modQt::shownFolder(dependencies_.open.comparison().request.folder));
     }
