@@ -28,6 +28,7 @@ constexpr qint64 quick = 500;             // ms: what takes no longer is compare
 std::string scannedFolder(const std::vector<modScans::Scan>& scans, Database& database,
                           std::string_view folder) {
     std::vector<std::string> scanned;
+    scanned.reserve(scans.size());
     for (const modScans::Scan& scan : scans) {
         scanned.push_back(scan.path);
     }
@@ -55,8 +56,8 @@ QString dateText(platform::Seconds moment) {
 
 } // namespace
 
-Comparing::Comparing(const Dependencies& dependencies)
-    : dependencies_(dependencies),
+Comparing::Comparing(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)),
       choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
 
 void Comparing::start() {

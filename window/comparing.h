@@ -40,7 +40,7 @@ public:
         std::function<void(const std::function<void()>&)> runExclusively;
     };
 
-    explicit Comparing(const Dependencies& dependencies);
+    explicit Comparing(Dependencies dependencies);
 
     // To be called when the menu has been made.
     void start();

@@ -198,7 +198,7 @@ TEST_F(ComparingInWindow, canBeCancelledWithNothingChanged) {
 TEST_F(ComparingInWindow, followsWhatIsShown) {
     openOnChangedTree();
     window->compareWith(before());
-    const std::string a = changesOfTree.front();
+    const std::string& a = changesOfTree.front();
     const std::pair<std::function<void()>, std::vector<std::string>> steps[] = {
         {[this] {
              tree.write("b/note.txt", std::string(300, 'x'));
@@ -218,7 +218,7 @@ TEST_F(ComparingInWindow, followsWhatIsShown) {
     };
     for (const auto& [step, expected] : steps) {
         step();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return changes() == expected; }))
+        EXPECT_TRUE(QTest::qWaitFor([&, &wanted = expected] { return changes() == wanted; }))
             << testing::PrintToString(changes());
         EXPECT_TRUE(QTest::qWaitFor([this] { return label("lblComparison").starts_with("Change: "); }));
         EXPECT_FALSE(control<MessageBar>("messageBar").holds(MessageBar::Topic::outdatedComparison));
@@ -325,7 +325,7 @@ TEST_F(ComparingInWindow, findKnowsWhatHasChanged) {
     for (const auto& [choice, expected] : cases) {
         state.setCurrentText(QString::fromUtf8(choice));
         Q_EMIT state.activated(state.currentIndex());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return label("lblFound") == expected; }))
+        EXPECT_TRUE(QTest::qWaitFor([&, wanted = expected] { return label("lblFound") == wanted; }))
             << choice << ": " << label("lblFound");
     }
     command("CloseComparison");

@@ -6,7 +6,6 @@
 
 #include "base/errorTrap.h"
 #include "base/numberFormat.h"
-#include "widgets/changesList.h"
 #include "widgets/helpTopic.h"
 #include "widgets/lvsort.h"
 #include "widgets/qtText.h"
@@ -20,7 +19,7 @@ constexpr int toggledOrder = -1;
 
 ChangesPage::ChangesPage(Dependencies dependencies)
     : dependencies_(std::move(dependencies)), lvwChanges_(modChangesList::columns(), &dependencies_.icons),
-      icons_(lvwChanges_, dependencies_.icons), column_(modChangesList::balance) {
+      icons_(lvwChanges_, dependencies_.icons) {
     layOut();
     wire();
 }
