@@ -73,17 +73,12 @@ std::string ConsoleComparison::folderBefore(std::string_view key, std::string_vi
 void ConsoleComparison::tellWhatDiffers(const std::string& key, const std::string& before,
                                         bool oneLacksFiles) {
     const std::vector<modScans::Scan> scansNow = modScans::all(working_.database());
-    std::string remark =
-        modScans::differences(modScans::within(earlier_->scans(), before), modScans::within(scansNow, key));
+    std::string remark = modChanges::remark(modScans::within(earlier_->scans(), before),
+                                            modScans::within(scansNow, key), oneLacksFiles);
     if (working_.database().countsSizeOnDisk()) {
-        userInterface_.message("Sizes are compared, not what is taken on the disk.");
-    }
-    if (oneLacksFiles) {
-        remark.append(remark.empty() ? "" : ", ")
-            .append("one of the two has no files, so only folders are compared");
+        userInterface_.message(modChanges::sizesRemark);
     }
     if (!remark.empty()) {
-        remark.insert(0, "Compared although the two scans differ: ").append(".");
         userInterface_.message(remark);
         if (std::find(remarks_.begin(), remarks_.end(), remark) == remarks_.end()) {
             remarks_.push_back(std::move(remark));

@@ -384,6 +384,10 @@ std::int64_t Connection::changedRows() const {
     return sqlite3_changes64(handle_);
 }
 
+std::int64_t Connection::allChangedRows() const {
+    return sqlite3_total_changes64(handle_);
+}
+
 void Connection::setLongWork(std::function<void()> callback) noexcept {
     longWork_ = std::move(callback);
     lastCalled_ = std::chrono::steady_clock::now();

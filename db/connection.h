@@ -80,6 +80,7 @@ public:
     void run(const std::string& text);
 
     [[nodiscard]] std::int64_t changedRows() const;
+    [[nodiscard]] std::int64_t allChangedRows() const; // since it was opened
 
     // See Database.
     void setLongWork(std::function<void()> callback) noexcept;

@@ -135,6 +135,10 @@ public:
     // Runs a statement that returns no rows; returns the number of rows affected.
     std::int64_t Execute(std::string_view statement);
 
+    // How many rows have been appended, changed and removed since it was opened. As long as it is the same,
+    // so are the rows.
+    [[nodiscard]] std::int64_t changes() const;
+
     // Makes a table or an index, from the engine's own text, which must hold nothing of other people.
     void Define(const std::string& definition);
 

@@ -93,6 +93,10 @@ std::int64_t Database::Execute(std::string_view statement) {
     return self.connection.changedRows();
 }
 
+std::int64_t Database::changes() const {
+    return open().connection.allChangedRows();
+}
+
 void Database::Define(const std::string& definition) {
     open().connection.run(definition);
 }

@@ -180,11 +180,16 @@ void modExport::loadDatabase(WorkingDatabase& working, std::string_view path,
     working.replaceBy(std::move(successor));
 }
 
-std::string modExport::savedScanText(std::string_view path, const std::vector<modScans::Scan>& scans) {
-    const std::string file = platform::toInternal(path);
+platform::Seconds modExport::savedScanMoment(std::string_view path,
+                                             const std::vector<modScans::Scan>& scans) {
     const platform::EntryFacts facts =
         platform::entryFacts(platform::toInternal(platform::resolveLinks(path)));
-    const platform::Seconds moment = modScans::lastFinished(scans).value_or(facts.modified);
+    return modScans::lastFinished(scans).value_or(facts.modified);
+}
+
+std::string modExport::savedScanText(std::string_view path, const std::vector<modScans::Scan>& scans) {
+    const std::string file = platform::toInternal(path);
+    const platform::Seconds moment = savedScanMoment(path, scans);
     return "Saved scan: " + platform::displayPath(file) + " (" +
            modFormat::formatDate(platform::localTime(moment), modFormat::storedDatePicture) + ")";
 }

@@ -37,8 +37,12 @@ struct SavedPart {
 // path; the working database is then as before.
 void loadDatabase(WorkingDatabase& working, std::string_view path, clsUserInterface& userInterface);
 
-// "Saved scan: FILE (11/22/2026 09:05:00 AM)", the path as typed: when the last of the scans that its
-// rows come from ended; or, if that is not known, the time of the file.
+// When the last of the scans that its rows come from ended; or, if that is not known, the time of the file, a
+// path as typed.
+[[nodiscard]] platform::Seconds savedScanMoment(std::string_view path,
+                                                const std::vector<modScans::Scan>& scans);
+
+// "Saved scan: FILE (11/22/2026 09:05:00 AM)", the path as typed: that moment.
 [[nodiscard]] std::string savedScanText(std::string_view path, const std::vector<modScans::Scan>& scans);
 
 } // namespace modExport

@@ -48,6 +48,16 @@ bool isLarger(const Change& left, const Change& right) {
     return std::abs(left.change()) > std::abs(right.change());
 }
 
+// The first of them; all if `most` is 0.
+std::vector<Change> rowsOf(Database& database, const std::string& condition, std::size_t most = 0) {
+    std::vector<Change> result;
+    Reader reader(database, condition, Reader::Order::largestFirst);
+    for (; !reader.atEnd() && (most == 0 || result.size() < most); reader.next()) {
+        result.push_back(reader.row());
+    }
+    return result;
+}
+
 } // namespace
 
 std::string_view stateText(State state) {
@@ -68,6 +78,10 @@ void makeTable(Database& database) {
                     " filesBefore double, filesNow double, differences integer, dateModified text,"
                     " owner text, extension text, comparison integer, sizeChange double, amount double)");
     database.Define("create index changes_parentFolder on changes (parentFolder)");
+    database.Define(
+        "create view changed as select number as idx, parentFolder, fileName, null as description,"
+        " isFolder, coalesce(sizeNow, sizeBefore) as size, dateModified, null as dateAccessed,"
+        " owner, extension, state from changes");
 }
 
 Table::Table(Database& database, std::int64_t comparison)
@@ -144,37 +158,42 @@ void Reader::next() {
     isRead_ = false;
 }
 
-std::vector<Change> childrenOf(Database& database, std::int64_t comparison, std::string_view folder) {
+std::optional<Change> folderRow(Database& database, std::int64_t comparison, std::string_view folder) {
     using modGlobal::quoted;
-    const std::string own = ofComparison(comparison) + " and isFolder=1 and parentFolder=";
-    std::vector<Change> result;
-    for (Reader reader(database, own + quoted(folder), Reader::Order::largestFirst); !reader.atEnd();
-         reader.next()) {
-        result.push_back(reader.row());
-    }
     const auto [parent, name] = splitKey(folder);
-    Reader itself(database, own + quoted(parent) + " and fileName=" + quoted(name),
+    Reader reader(database,
+                  ofComparison(comparison) + " and isFolder=1 and parentFolder=" + quoted(parent) +
+                      " and fileName=" + quoted(name),
                   Reader::Order::largestFirst);
-    if (!itself.atEnd() && (itself.row().filesBefore != 0 || itself.row().filesNow != 0)) {
+    return reader.atEnd() ? std::nullopt : std::optional(reader.row());
+}
+
+std::vector<Change> entriesIn(Database& database, std::int64_t comparison, std::string_view folder) {
+    return rowsOf(database, ofComparison(comparison) + " and parentFolder=" + modGlobal::quoted(folder));
+}
+
+std::vector<Change> childrenOf(Database& database, std::int64_t comparison, std::string_view folder) {
+    std::vector<Change> result = rowsOf(
+        database, ofComparison(comparison) + " and isFolder=1 and parentFolder=" + modGlobal::quoted(folder));
+    const std::optional<Change> itself = folderRow(database, comparison, folder);
+    if (itself && (itself->filesBefore != 0 || itself->filesNow != 0)) {
         Change files;
         files.folder = folder;
         files.name = modFigures::filesLabel;
-        files.before = itself.row().filesBefore;
-        files.now = itself.row().filesNow;
+        files.before = itself->filesBefore;
+        files.now = itself->filesNow;
         files.state = stateOf(*files.before, *files.now);
         result.insert(std::upper_bound(result.begin(), result.end(), files, isLarger), files);
     }
     return result;
 }
 
+void forget(Database& database, std::int64_t comparison) {
+    database.Execute("delete * from changes where " + ofComparison(comparison));
+}
+
 std::vector<Change> largest(Database& database, std::int64_t comparison, bool folders, std::size_t most) {
-    std::vector<Change> result;
-    Reader reader(database, ofComparison(comparison) + " and isFolder=" + (folders ? "1" : "0"),
-                  Reader::Order::largestFirst);
-    for (; !reader.atEnd() && (most == 0 || result.size() < most); reader.next()) {
-        result.push_back(reader.row());
-    }
-    return result;
+    return rowsOf(database, ofComparison(comparison) + " and isFolder=" + (folders ? "1" : "0"), most);
 }
 
 std::pair<std::string_view, std::string_view> splitKey(std::string_view folder) {

@@ -52,6 +52,9 @@ struct Change {
 //   filesBefore, filesNow, differences
 // It holds what differs, and the compared folder itself, whose row has the name of a drive's root for a name
 // and no parent folder if it is one.
+//
+// View `changed` has the rows with the columns of `details`: `idx` is a row's number, and the size that of
+// the later scan or, of what is gone, of the earlier one.
 void makeTable(Database& database);
 
 // Appends rows to it.
@@ -88,10 +91,21 @@ private:
     bool isRead_ = false;
 };
 
+// The row of a folder (a key); nothing if it is the same in both scans.
+[[nodiscard]] std::optional<Change> folderRow(Database& database, std::int64_t comparison,
+                                              std::string_view folder);
+
+// The files and folders directly in it that differ, largest change first.
+[[nodiscard]] std::vector<Change> entriesIn(Database& database, std::int64_t comparison,
+                                            std::string_view folder);
+
 // What of a folder (a key) differs, largest change first: its subfolders, and modFigures::filesLabel for the
 // files directly in it.
 [[nodiscard]] std::vector<Change> childrenOf(Database& database, std::int64_t comparison,
                                              std::string_view folder);
+
+// Removes the rows of a comparison.
+void forget(Database& database, std::int64_t comparison);
 
 // The first files or folders that differ, largest change first; all if `most` is 0.
 [[nodiscard]] std::vector<Change> largest(Database& database, std::int64_t comparison, bool folders,

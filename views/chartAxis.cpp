@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "base/formatSize.h"
 #include "base/numberFormat.h"
 
 namespace {
@@ -50,4 +51,9 @@ std::string chartAxisText(double megabytes) {
 std::string chartMarkText(double megabytes) {
     const bool tooSmall = megabytes > 0 && megabytes < finest / 2;
     return tooSmall ? "<" + chartAxisText(finest) : chartAxisText(megabytes);
+}
+
+std::string chartValueText(double megabytes, ChartValues values) {
+    return values == ChartValues::sizes ? chartMarkText(megabytes)
+                                        : modLvw::formatChange(megabytes * 1024 * 1024);
 }

@@ -24,3 +24,7 @@ struct ChartAxis {
 
 // The value shown at a bar, in the same form; if it is too small to show, "<0.001Mb" instead of zero.
 [[nodiscard]] std::string chartMarkText(double megabytes);
+
+// What is shown at a bar of a size or, in the chart of changes, of what has grown or shrunk: "+1.5 Mb".
+enum class ChartValues { sizes, changes };
+[[nodiscard]] std::string chartValueText(double megabytes, ChartValues values);

@@ -233,6 +233,16 @@ private:
 
 } // namespace
 
+std::string remark(const std::vector<modScans::Scan>& before, const std::vector<modScans::Scan>& now,
+                   bool oneLacksFiles) {
+    std::string text = modScans::differences(before, now);
+    if (oneLacksFiles) {
+        text.append(text.empty() ? "" : ", ")
+            .append("one of the two has no files, so only folders are compared");
+    }
+    return text.empty() ? text : "Compared although the two scans differ: " + text + ".";
+}
+
 Result compare(const Sources& sources, const Request& request) {
     constexpr std::int64_t rowsPerLook = 1024;
     Result result;

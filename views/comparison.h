@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "db/dao.h"
+#include "db/scanRecords.h"
 #include "views/changes.h"
 
 class clsUserInterface;
@@ -55,6 +57,13 @@ struct Sources {
     clsUserInterface& userInterface;
     std::function<bool()> goesOn = {}; // asked now and then; after a no, the result is incomplete
 };
+
+// What is to be said about figures that come from these scans and from those: "Compared although the two
+// scans differ: ..."; empty for nothing.
+[[nodiscard]] std::string remark(const std::vector<modScans::Scan>& before,
+                                 const std::vector<modScans::Scan>& now, bool oneLacksFiles);
+// Where the figures beside it are other ones.
+inline constexpr std::string_view sizesRemark = "Sizes are compared, not what is taken on the disk.";
 
 // Sizes of folders are those of their own rows or, of folders without one, the sums of what is recorded in
 // them. Dates of access and owners are not compared; names are, as the system compares names of files. What

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "platform/clock.h"
+#include "views/changes.h"
 
 // What somebody looks for among the recorded files and folders, and the texts in which they say it.
 namespace modFind {
@@ -26,6 +27,9 @@ struct Conditions {
     Date date = Date::modified; // the one of the next two
     std::optional<platform::LocalTime> older;
     std::optional<platform::LocalTime> newer;
+    // Only what differs from an earlier scan: in any way, or in this one. Not for empty folders.
+    bool onlyChanged = false;
+    std::optional<modChanges::State> state;
     bool tellsCaseOfExtensions = false; // as the setting caseSensitiveExtensions
 
     [[nodiscard]] bool operator==(const Conditions&) const = default;

@@ -146,15 +146,19 @@ bool FindQuery::advance(Database& database, std::chrono::milliseconds time) {
 
 // --- Where to look ----------------------------------------------------------------------------------------
 
+std::string FindQuery::table() const {
+    return conditions_.onlyChanged ? "changed" : "details";
+}
+
 void FindQuery::begin(Database& database) {
-    const auto first = database.OpenRecordset("select min(idx) from details");
-    const auto last = database.OpenRecordset("select max(idx) from details");
+    const auto first = database.OpenRecordset("select min(idx) from " + table());
+    const auto last = database.OpenRecordset("select max(idx) from " + table());
     row_ = first->Fields(0).number() - 1;
     lastRow_ = first->Fields(0).isNull() ? row_ : last->Fields(0).number();
     step_ = firstStep;
     stage_ = Stage::read;
     writeStatement(database.sizeColumn());
-    const bool hasIndexes = database.hasIndexes();
+    const bool hasIndexes = !conditions_.onlyChanged && database.hasIndexes(); // of rows that are read
     if (folder_.empty() || (hasIndexes && modFolderRows::holdsAll(database, folder_))) {
         return;
     }
@@ -206,6 +210,9 @@ void FindQuery::writeStatement(const std::string& size) {
         fits += " and " + size + "<" + digitsOf(*conditions_.smaller);
     }
     fits += textConditions(conditions_);
+    if (conditions_.state) {
+        fits += " and state=" + std::to_string(static_cast<int>(*conditions_.state));
+    }
     if (findsEmpty) { // all rows are read, as each says of a folder that it is not; what was not read has no
                       // stamp
         columns_ += ",parentFolder,(" + fits + " and details.size=0 and scanCompleteTime<>\"\") as fits";
@@ -234,7 +241,7 @@ void FindQuery::read(Database& database, Clock::time_point end) {
 }
 
 void FindQuery::readSlice(Database& database, double last) {
-    const auto rows = database.OpenRecordset("select " + columns_ + " from details where idx>" +
+    const auto rows = database.OpenRecordset("select " + columns_ + " from " + table() + " where idx>" +
                                              digitsOf(row_) + " and idx<=" + digitsOf(last) + condition_);
     const Row row(*rows, *this);
     for (; !rows->EndOfFile(); rows->MoveNext()) {
@@ -331,7 +338,8 @@ void FindQuery::fetch(Database& database, Clock::time_point end) {
         }
         const auto row = database.OpenRecordset(
             "select parentFolder,fileName,description,owner,dateModified,dateAccessed," +
-            database.sizeColumn() + ",isFolder from details where idx=" + digitsOf(found_[fetched_].row));
+            database.sizeColumn() + ",isFolder," + (conditions_.onlyChanged ? "state" : "0") + " from " +
+            table() + " where idx=" + digitsOf(found_[fetched_].row));
         if (row->EndOfFile()) { // it is gone by now
             continue;
         }
@@ -342,7 +350,8 @@ void FindQuery::fetch(Database& database, Clock::time_point end) {
             *text = row->Fields(column++).text();
         }
         item.size = modLvw::soundSize(row->Fields(column++).number());
-        item.isFolder = row->Fields(column).number() == 1;
+        item.isFolder = row->Fields(column++).number() == 1;
+        item.isGone = row->Fields(column).number() == static_cast<int>(modChanges::State::gone);
     }
     stage_ = Stage::done;
 }

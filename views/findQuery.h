@@ -33,6 +33,7 @@ struct Item {
     std::string accessed;
     double size = 0;
     bool isFolder = false;
+    bool isGone = false; // it is only in the earlier scan
 
     [[nodiscard]] std::string path() const { return folder + name; }
     [[nodiscard]] std::string_view nameAlone() const noexcept; // without "\"
@@ -49,7 +50,8 @@ public:
     // `folder` is the key of the one below which to look; empty for all rows. `most` items are kept.
     FindQuery(const Conditions& conditions, const Order& order, std::string_view folder, std::size_t most);
 
-    // Works for about that long; true when all is found. Database errors are thrown.
+    // Works for about that long; true when all is found. What differs from an earlier scan is found in the
+    // database beside the working one (views/changes.h). Database errors are thrown.
     [[nodiscard]] bool advance(Database& database, std::chrono::milliseconds time);
     // Works until all is found.
     void run(Database& database);
@@ -76,6 +78,7 @@ private:
     void begin(Database& database);
     void narrow(Database& database);
     void writeStatement(const std::string& size);
+    [[nodiscard]] std::string table() const;
     void read(Database& database, Clock::time_point end);
     void readSlice(Database& database, double last);
     [[nodiscard]] bool matches(const Row& row);

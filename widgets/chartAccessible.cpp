@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 
-#include "views/chartAxis.h"
 #include "widgets/chartLabel.h"
 #include "widgets/folderChart.h"
 #include "widgets/historyChart.h"
@@ -20,7 +19,7 @@ QString nameOf(Control& chart, int index) {
 }
 template <class Control>
 QString valueOf(Control& chart, int index) {
-    return QString::fromStdString(chartMarkText(chart.shownEntry(index).size / 1024 / 1024));
+    return chart.valueText(chart.shownEntry(index).size);
 }
 QString nameOf(HistoryChart& chart, int index) {
     return chart.nameOf(index);

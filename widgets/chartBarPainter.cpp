@@ -79,7 +79,10 @@ void paintThinBars(QPainter& painter, const ChartFrame& frame, const ChartBars& 
         path.addRect(bar.front);
     }
     painter.setPen(Qt::NoPen);
-    painter.setBrush(gradient({bars.zero, 0}, {frame.plot.right(), 0}, colours.thinStart, colours.thinEnd));
+    QLinearGradient colour =
+        gradient({bars.zero, 0}, {frame.plot.right(), 0}, colours.thinStart, colours.thinEnd);
+    colour.setSpread(QGradient::ReflectSpread); // to the left of zero
+    painter.setBrush(colour);
     painter.drawPath(path);
 }
 

@@ -35,7 +35,7 @@ ChartAxis roomyAxis(double least, double greatest, double pixelsPerMegabyte, con
 
 } // namespace
 
-ChartBars::ChartBars(const ChartFrame& frame, const ChartState& state) {
+ChartBars::ChartBars(const ChartFrame& frame, const ChartState& state) : values_(state.values) {
     const auto count = static_cast<int>(state.entries.size());
     const ChartPaging paging(count, frame.barRoom());
     const int last = state.entire ? count : count - paging.clamped(state.position);
@@ -68,7 +68,7 @@ double ChartBars::writeTexts(const ChartFrame& frame, const ChartState& state) {
         ChartBar& bar = bars[bars.size() - 1 - rank];
         const ChartEntry& entry = state.entries[static_cast<std::size_t>(bar.index)];
         bar.label = labelMetrics.elidedText(chartLabel(entry), Qt::ElideMiddle, frame.labelWidth);
-        bar.value = QString::fromStdString(chartMarkText(bar.megabytes));
+        bar.value = QString::fromStdString(chartValueText(bar.megabytes, values_));
         bar.mark.setSize({std::ceil(markMetrics.horizontalAdvance(bar.value)) + padding, frame.markHeight});
         widest = std::max(widest, bar.mark.width());
     }
@@ -77,8 +77,10 @@ double ChartBars::writeTexts(const ChartFrame& frame, const ChartState& state) {
 
 // Leaves room for the marks beyond the longest bars, at both ends of the range because sizes may be negative.
 void ChartBars::setRange(const ChartFrame& frame, double markWidth) {
-    const double least = std::min(bars.front().megabytes, 0.0);
-    const double greatest = std::max(bars.back().megabytes, 0.0);
+    const bool isBalance = values_ == ChartValues::changes;
+    const double amount = std::abs(bars.back().megabytes);
+    const double least = isBalance ? -amount : std::min(bars.front().megabytes, 0.0);
+    const double greatest = isBalance ? amount : std::max(bars.back().megabytes, 0.0);
     const double sides = least < 0 ? 2 : 1;
     const double markRoom =
         std::min(markWidth + frame.length(chartLook::calloutLength + chartLook::gap) + frame.depth.x() / 2,
@@ -127,6 +129,21 @@ void ChartBars::place(const ChartFrame& frame) {
     }
 }
 
+// On its side of zero, among so many above and below it.
+const ChartBar& ChartBars::longestBeside(std::size_t index, std::size_t besides) const {
+    const std::size_t first = index - std::min(besides, index);
+    const std::size_t last = std::min(index + besides, bars.size() - 1);
+    const ChartBar* longest = &bars[index];
+    for (std::size_t each = first; each <= last; ++each) {
+        const double megabytes = bars[each].megabytes;
+        if ((megabytes < 0) == (longest->megabytes < 0) &&
+            std::abs(megabytes) > std::abs(longest->megabytes)) {
+            longest = &bars[each];
+        }
+    }
+    return *longest;
+}
+
 // A mark that is taller than its bar's slot is also placed beyond the longer bars beside it. It stays within
 // the panel even if the chart is too narrow for it.
 void ChartBars::placeMark(const ChartFrame& frame, std::size_t index) {
@@ -134,8 +151,7 @@ void ChartBars::placeMark(const ChartFrame& frame, std::size_t index) {
     const bool toTheLeft = bar.megabytes < 0;
     const auto besides =
         slot_ < frame.leastSlot() ? static_cast<std::size_t>(std::ceil(frame.markHeight / 2 / slot_)) : 0;
-    const ChartBar& longest =
-        bars[toTheLeft ? index - std::min(besides, index) : std::min(index + besides, bars.size() - 1)];
+    const ChartBar& longest = longestBeside(index, besides);
     const double callout = std::round(frame.length(chartLook::calloutLength));
     const double centre = std::round(bar.front.center().y() + depth.y() / 2);
     bar.markFrom = QPointF(toTheLeft ? bar.front.left() : bar.front.right() + depth.x() / 2, centre);

@@ -24,7 +24,8 @@ struct ChartBar {
     [[nodiscard]] bool hasTexts() const { return !mark.isNull(); }
 };
 
-// The places of the bars in view, smallest first (at the bottom). The axis covers only the bars in view, so
+// The places of the bars in view, smallest first (at the bottom); those of changes stand to both sides of the
+// middle. The axis covers only the bars in view, so
 // that even very small ones can be told apart after scrolling to them. If all bars of a large folder are in
 // view, only some have texts; if there are more bars than pixels, one bar stands for several entries.
 struct ChartBars {
@@ -45,8 +46,10 @@ struct ChartBars {
 private:
     double writeTexts(const ChartFrame& frame, const ChartState& state);
     void setRange(const ChartFrame& frame, double markWidth);
+    [[nodiscard]] const ChartBar& longestBeside(std::size_t index, std::size_t besides) const;
     void place(const ChartFrame& frame);
     void placeMark(const ChartFrame& frame, std::size_t index);
 
+    ChartValues values_;
     double slot_ = 0; // height of a bar and the gap above it
 };

@@ -15,7 +15,8 @@ ChartHeading::ChartHeading(const ChartFrame& frame, const ChartState& state, std
         return std::ceil(metrics.horizontalAdvance(text));
     };
     const double room = frame.heading.width();
-    figures = QStringLiteral(" \u00b7 ") + QString::fromStdString(chartHeadingFigures(state.entries, shown));
+    figures = QStringLiteral(" \u00b7 ") +
+              QString::fromStdString(chartHeadingFigures(state.entries, shown, state.values));
     if (!state.date.isEmpty()) {
         figures += QStringLiteral(" \u00b7 ") + state.date;
     }

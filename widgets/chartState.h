@@ -4,6 +4,7 @@
 #include <QString>
 #include <span>
 
+#include "views/chartAxis.h"
 #include "views/quickSort.h"
 #include "widgets/chartColours.h"
 
@@ -11,7 +12,8 @@ enum class ChartStyle { bar, pie };
 
 // Everything that a picture of the chart shows. It refers to entries owned by the painter's caller.
 struct ChartState {
-    std::span<const ChartEntry> entries; // ascending by size
+    std::span<const ChartEntry> entries; // ascending by size; changes: by their amount
+    ChartValues values = ChartValues::sizes;
     ChartStyle style = ChartStyle::bar;
     bool entire = false; // all bars at once, regardless of scrolling
     int position = 0;    // the number of the largest bars scrolled past (views/chartPaging.h)

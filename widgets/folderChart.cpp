@@ -65,6 +65,21 @@ void FolderChart::setChartStyle(ChartStyle style) {
     }
 }
 
+void FolderChart::setValues(ChartValues values) {
+    if (values == ChartValues::changes) {
+        setChartStyle(ChartStyle::bar);
+    }
+    if (values != values_) {
+        setEntries({});
+        values_ = values;
+        background_ = {};
+    }
+}
+
+QString FolderChart::valueText(double bytes) const {
+    return QString::fromStdString(chartValueText(bytes / 1024 / 1024, values_));
+}
+
 void FolderChart::setHint(const QString& hint) {
     hint_ = hint;
     update();
@@ -100,6 +115,7 @@ void FolderChart::setPosition(int position) {
 ChartState FolderChart::state() const {
     ChartState state;
     state.entries = shown();
+    state.values = values_;
     state.style = style_;
     state.position = position_;
     state.hovered = hovered_.index;

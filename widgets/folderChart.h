@@ -52,6 +52,10 @@ public:
     // The text shown instead of bars if there are no entries.
     void setHint(const QString& hint);
 
+    // What the entries' sizes are. Changes are shown as bars, and ascending by their amount.
+    void setValues(ChartValues values);
+    [[nodiscard]] ChartValues values() const { return values_; }
+
     // The folder's path as it is shown, for the line below the title. Empty for no such line.
     void setFolder(const QString& shownPath);
 
@@ -83,6 +87,7 @@ public:
     [[nodiscard]] int rankOf(int index) const;
     // The entry, or the rest in the form of one; empty if there is neither.
     [[nodiscard]] ChartEntry shownEntry(int index) const;
+    [[nodiscard]] QString valueText(double bytes) const;
     // The index of the bar or slice at a place in the widget, -1 for none.
     [[nodiscard]] int entryAt(QPointF place) { return hitAt(place).index; }
     // Selects what has this rank and scrolls to it.
@@ -161,6 +166,7 @@ private:
 
     std::vector<ChartEntry> entries_;
     ChartStyle style_ = ChartStyle::bar;
+    ChartValues values_ = ChartValues::sizes;
     ChartColours colours_;
     QString hint_;
     QString folder_;

@@ -120,8 +120,7 @@ int FolderChart::indexAt(int rank) const {
 void FolderChart::select(int index) {
     selected_ = index;
     if (const ChartEntry entry = shownEntry(index); !entry.label.empty()) {
-        setAccessibleDescription(chartLabel(entry) + QStringLiteral(", ") +
-                                 QString::fromStdString(chartMarkText(entry.size / 1024 / 1024)));
+        setAccessibleDescription(chartLabel(entry) + QStringLiteral(", ") + valueText(entry.size));
         if (hasFocus()) {
             modChartAccessible::tellSelected(*this);
             startTip({ChartHit::Part::value, index, entry.size / 1024 / 1024, markOf(index)}, false);
@@ -254,8 +253,8 @@ QString FolderChart::tipText(const ChartHit& hit) const {
     if (hit.part == ChartHit::Part::label && hit.index >= 0) {
         return modQt::tip(modQt::inLines(chartLabel(shownEntry(hit.index))));
     }
-    const QString text = tipProvider_ ? tipProvider_(hit.megabytes, hit.index)
-                                      : QString::fromStdString(chartMarkText(hit.megabytes));
+    const QString text =
+        tipProvider_ ? tipProvider_(hit.megabytes, hit.index) : valueText(hit.megabytes * 1024 * 1024);
     return hit.index == ChartSlice::rest
                ? text + QStringLiteral("\nDouble-click to show these as a pie of their own")
                : text;

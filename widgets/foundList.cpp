@@ -17,6 +17,10 @@ constexpr std::array<ListColumn, 6> foundColumns{{
     {"Accessed", "DATETIME", false, "12/28/2028 10:58:58 AM"},
 }};
 
+std::string_view tagOf(const modFind::Item& item) {
+    return item.isFolder ? (item.isGone ? "GONEFOLDER" : "FOLDER") : (item.isGone ? "GONEFILE" : "FILE");
+}
+
 } // namespace
 
 std::span<const ListColumn> modFoundList::columns() noexcept {
@@ -35,7 +39,7 @@ std::vector<ListRow> modFoundList::rows(std::span<const modFind::Item> items) {
         const std::string size = modLvw::formatSize(item.size);
         const std::array<ListCell, foundColumns.size()> cells{
             {{name}, {folder}, {size, item.size}, {item.owner}, {item.modified}, {item.accessed}}};
-        rows.emplace_back(item.path(), item.isFolder ? "FOLDER" : "FILE", cells);
+        rows.emplace_back(item.path(), tagOf(item), cells);
     }
     return rows;
 }

@@ -8,7 +8,7 @@
 #include "widgets/listModel.h"
 
 // The list of files and folders that were found. A row's key is the full path (for a folder, ending in "\"),
-// its tag "FOLDER" or "FILE".
+// its tag "FOLDER" or "FILE", or as in modChangesList if it is gone.
 namespace modFoundList {
 
 // Counted from 1, as the list's headers are.

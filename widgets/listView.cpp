@@ -17,6 +17,7 @@ namespace {
 
 constexpr int roomBetweenRows = 6;
 constexpr std::string_view shareTag = "SHARE";
+constexpr std::string_view balanceTag = "BALANCE";
 
 class RowDelegate final : public QStyledItemDelegate {
 public:
@@ -33,11 +34,17 @@ public:
                const QModelIndex& index) const override {
         QStyledItemDelegate::paint(painter, option, index);
         const auto column = static_cast<std::size_t>(index.column());
-        if (list_.rows().columns()[column].tag == shareTag) {
+        const std::string_view tag = list_.rows().columns()[column].tag;
+        if (tag == shareTag || tag == balanceTag) {
             const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-            paintBar(*painter, option.rect,
-                     option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight),
-                     numberOf(list_.rows().row(index.row()).cell(index.column()).tag).value_or(0));
+            const QPalette& palette = tag == balanceTag && !isSelected ? list_.palette() : option.palette;
+            const QColor colour = palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
+            const double share = numberOf(list_.rows().row(index.row()).cell(index.column()).tag).value_or(0);
+            if (tag == shareTag) {
+                paintBar(*painter, option.rect, colour, share);
+            } else {
+                paintBalance(*painter, option.rect, colour, share);
+            }
         }
     }
 
@@ -67,6 +74,20 @@ private:
         QRect bar = cell.adjusted(margin, margin, -margin, -margin);
         bar.setWidth(static_cast<int>(std::lround(bar.width() * std::clamp(share, 0.0, 1.0))));
         painter.fillRect(bar, colour);
+    }
+
+    // From the middle line to the right or, below zero, to the left.
+    static void paintBalance(QPainter& painter, const QRect& cell, QColor colour, double share) {
+        constexpr int margin = 3;
+        constexpr int opacity = 160;
+        const QRect room = cell.adjusted(margin, margin, -margin, -margin);
+        const int middle = room.center().x();
+        const auto width = static_cast<int>(
+            std::ceil((room.width() / 2.0 - 1) * std::min(std::abs(share), 1.0))); // a small one is seen, too
+        painter.fillRect(QRect(middle, cell.top(), 1, cell.height()), colour);
+        colour.setAlpha(opacity);
+        painter.fillRect(QRect(share < 0 ? middle - width : middle + 1, room.top(), width, room.height()),
+                         colour);
     }
 
     [[nodiscard]] bool isNumber(const QModelIndex& index) const {

@@ -24,7 +24,7 @@ namespace {
 constexpr int toggle = -1;
 constexpr int indexOutOfBounds = 35600;
 
-enum class KeyKind { text, size, date, number, share, change, moment };
+enum class KeyKind { text, size, change, date, number, share, balance, moment };
 
 // "DATETIME" is not a known tag unless the list is exact; it then stands for the moment.
 KeyKind keyKind(std::string_view tag, bool exactDates) {
@@ -34,6 +34,7 @@ KeyKind keyKind(std::string_view tag, bool exactDates) {
            : is("NUMBER")                 ? KeyKind::number
            : is("SHARE")                  ? KeyKind::share
            : is("CHANGE")                 ? KeyKind::change
+           : is("BALANCE")                ? KeyKind::balance
            : exactDates && is("DATETIME") ? KeyKind::moment
                                           : KeyKind::text;
 }
@@ -71,18 +72,12 @@ std::string reformattedDate(std::string_view text, std::string_view picture) {
     return result;
 }
 
-// Of numbers that may be negative; cells without one come first.
-std::string changeKey(const CellTag& tag) {
-    const auto value = numberOf(tag);
-    if (!value) {
-        return {};
+// Of an amount; the larger one below zero comes first.
+std::string signedKey(std::string amount, bool isNegative) {
+    for (char& digit : amount) {
+        digit = isNegative ? static_cast<char>('0' + ('9' - digit)) : digit;
     }
-    std::string digits = modFormat::formatNumber(std::abs(*value), "00000000000000000000000000000");
-    if (*value < 0) {
-        std::transform(digits.begin(), digits.end(), digits.begin(),
-                       [](char digit) { return static_cast<char>('0' + '9' - digit); });
-    }
-    return (*value < 0 ? "0" : "1") + digits;
+    return amount.insert(0, isNegative ? "0" : "1");
 }
 
 // The key of a cell in a column that is not sorted as text.
@@ -96,14 +91,14 @@ std::string sortKey(const ListCell& cell, KeyKind kind) {
         modFormat::appendReformattedDate(result, cell.text, "yyyy/mm/dd hh:nn:ss");
         return result.insert(0, isDate ? "1" : "0");
     }
-    if (kind == KeyKind::change) {
-        return changeKey(cell.tag);
-    }
     constexpr double sharesTold = 1e12; // apart
     if (const auto value = numberOf(cell.tag)) {
-        modFormat::appendFormattedNumber(result, kind == KeyKind::share ? *value * sharesTold : *value,
-                                         "0000000000000000000");
-        return result;
+        const bool isShare = kind == KeyKind::share || kind == KeyKind::balance;
+        const bool isSigned = kind == KeyKind::change;
+        const double amount = kind == KeyKind::balance || isSigned ? std::abs(*value) : *value;
+        modFormat::appendFormattedNumber(result, isShare ? amount * sharesTold : amount,
+                                         isSigned ? "00000000000000000000000000000" : "0000000000000000000");
+        return isSigned ? signedKey(result, *value < 0) : result;
     }
     return tagText(cell.tag);
 }
@@ -113,7 +108,7 @@ std::string restoredText(const ListCell& cell, KeyKind kind) {
     if (kind == KeyKind::date) {
         return reformattedDate(cell.text, "mm/dd/yyyy");
     }
-    if (kind == KeyKind::share || kind == KeyKind::change) {
+    if (kind == KeyKind::share || kind == KeyKind::change || kind == KeyKind::balance) {
         return std::string(cell.text);
     }
     const auto value = kind == KeyKind::size ? numberOf(cell.tag) : std::nullopt;

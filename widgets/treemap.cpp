@@ -99,6 +99,10 @@ std::string Treemap::selectedFolder() const {
     return selected_ < 0 ? std::string() : scene_.map.folderOf(static_cast<std::uint32_t>(selected_));
 }
 
+QString Treemap::valueText(double bytes) {
+    return QString::fromStdString(chartMarkText(bytes / 1024 / 1024));
+}
+
 ChartEntry Treemap::shownEntry(int index) {
     if (index < 0 || index >= selectable()) {
         return {};

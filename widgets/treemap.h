@@ -50,6 +50,7 @@ public:
     [[nodiscard]] static int rankOf(int index) { return index; }
     // Its place below the folder, and its size; empty if there is none.
     [[nodiscard]] ChartEntry shownEntry(int index);
+    [[nodiscard]] static QString valueText(double bytes);
     [[nodiscard]] int entryAt(QPointF place); // -1 for none
     [[nodiscard]] int selected() const noexcept { return selected_; }
     void selectRank(int index) { select(index); }

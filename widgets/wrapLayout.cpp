@@ -40,6 +40,9 @@ QSize WrapLayout::sizeHint() const {
 QSize WrapLayout::minimumSize() const {
     QSize size;
     for (const auto& item : items_) {
+        if (item->isEmpty()) { // hidden
+            continue;
+        }
         size = size.expandedTo(item->minimumSize());
     }
     return size.grownBy(contentsMargins());
@@ -59,6 +62,9 @@ int WrapLayout::layOut(const QRect& room, bool places) const {
     int y = 0;
     int lineHeight = 0;
     for (const auto& item : items_) {
+        if (item->isEmpty()) {
+            continue;
+        }
         const QSize size = item->sizeHint().boundedTo(
             {std::max(inner.width(), item->minimumSize().width()), QWIDGETSIZE_MAX});
         if (x > 0 && x + size.width() > inner.width()) {

@@ -36,16 +36,20 @@ FolderHeader::FolderHeader(const Dependencies& dependencies, QWidget* parent)
     figures_.addWidget(&lblDrive_);
     rows_.addLayout(&figures_);
     rows_.addWidget(&lblSavedScan_);
+    rows_.addWidget(&lblComparison_);
     lblFigures_.setObjectName(QStringLiteral("lblFigures"));
     lblExcludes_.setObjectName(QStringLiteral("lblExcludes"));
     lblDrive_.setObjectName(QStringLiteral("lblDrive"));
     lblSavedScan_.setObjectName(QStringLiteral("lblSavedScan"));
     lblSavedScan_.setIndent(margin);
-    for (CutLabel* label : {&lblFigures_, &lblExcludes_, &lblDrive_, &lblSavedScan_}) {
+    lblComparison_.setObjectName(QStringLiteral("lblComparison"));
+    lblComparison_.setIndent(margin);
+    for (CutLabel* label : {&lblFigures_, &lblExcludes_, &lblDrive_, &lblSavedScan_, &lblComparison_}) {
         label->setTextFormat(Qt::PlainText);
         label->setCutAt(label == &lblSavedScan_ ? Qt::ElideMiddle : Qt::ElideRight);
     }
     lblSavedScan_.hide();
+    lblComparison_.hide();
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(&crumbs_, &Breadcrumbs::folderChosen, this, &FolderHeader::folderChosen);
     showFolder({});
@@ -143,4 +147,9 @@ void FolderHeader::resizeEvent(QResizeEvent* event) {
 void FolderHeader::setSavedScan(const QString& text) {
     present(lblSavedScan_, text);
     lblSavedScan_.setVisible(!text.isEmpty());
+}
+
+void FolderHeader::setComparison(const QString& text, const QString& tip) {
+    present(lblComparison_, text, tip);
+    lblComparison_.setVisible(!text.isEmpty());
 }

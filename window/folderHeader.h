@@ -39,6 +39,9 @@ public:
     // Shows this text until no loaded row is left (see refresh) or another comes; empty for none.
     void setSavedScan(const QString& text);
 
+    // What is compared, and the sizes of the folder in both scans; empty for nothing.
+    void setComparison(const QString& text, const QString& tip);
+
 Q_SIGNALS:
     // A folder of the path was chosen.
     void folderChosen(const std::string& key);
@@ -61,4 +64,5 @@ private:
     CutLabel lblExcludes_;
     CutLabel lblDrive_;
     CutLabel lblSavedScan_;
+    CutLabel lblComparison_;
 };

@@ -44,7 +44,7 @@ std::unique_ptr<QSettings> openState(const std::string& file) {
 frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
     : applicationFolder_(modGlobal::addBackslash(applicationFolder)), dialogs_(dialogs),
       stateFile_(applicationFolder_ + "window.ini"), state_(openState(stateFile_)),
-      views_({tvw_, imlFiles_, settings_, working_, search_}, this),
+      views_({tvw_, imlFiles_, settings_, working_, search_, openComparison_}, this),
       userInterface_(dialogs, statusBar_, prg_),
       selection_({.tree = tvw_,
                   .icons = imlFiles_,
@@ -67,6 +67,9 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, working_, views_, dialogs}),
       changeSettings_({cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),
+      comparing_({*this, openComparison_, working_, search_, selection_, tvw_, views_, bar_, header_, cP_,
+                  userInterface_, dialogs, [this] { return mayLoad(); },
+                  [this](const std::function<void()>& command) { runExclusively(command); }}),
       opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
                 [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
       recent_({cP_, [this](const std::string& path) { return opening_.open(path); }}),
@@ -106,6 +109,7 @@ void frmMain::form_load() {
         navigation_.update();
         itemMenu_.connectMenus();
         recent_.connectMenu();
+        comparing_.start();
     });
     loadStep([this] { ani_.open(findDataFile(applicationFolder_, "2.avi")); }, modGlobal::Logging::quiet);
     loadStep([this] { modStartupTree::initializeTreeView(tvw_, store_); });
@@ -325,7 +329,7 @@ HistoryCommand::Dependencies frmMain::historyNeeds() {
                     const auto& saved = recent_.places().of(RecentPlaces::Kind::savedScan);
                     return saved.empty() ? std::string() : saved.front();
                 },
-            .openAsBefore = {}};
+            .openAsBefore = [this](const std::string& file) { compareWith(platform::displayPath(file)); }};
 }
 
 MenuTargets frmMain::menuTargets() {
@@ -335,7 +339,9 @@ MenuTargets frmMain::menuTargets() {
     };
     targets.exportOverview = [this] { runExclusively([this] { reports_.exportOverview(search_.gaps); }); };
     targets.exportDatabase = [this] {
+        comparing_.followRows();
         runExclusively([this] { noteSavedScan(databases_.exportDatabase()); });
+        comparing_.overlookChanges();
     };
     targets.exportChart = [this](bool entire) { runExclusively([&] { charts_.exportChart(entire); }); };
     targets.loadDatabase = [this] {
@@ -345,6 +351,8 @@ MenuTargets frmMain::menuTargets() {
             }
         });
     };
+    targets.compareScan = [this] { comparing_.chooseAndCompare(); };
+    targets.closeComparison = [this] { comparing_.close(); };
     targets.history = [this] { history_.show(); };
     targets.settings = [this] { changeSettings_.run(); };
     targets.exitApp = [this] { close(); };
@@ -352,7 +360,11 @@ MenuTargets frmMain::menuTargets() {
     targets.cancelScan = [this] { search_.CancelScan = true; };
     targets.barStyle = [this] { showChart(ChartStyle::bar); };
     targets.pieStyle = [this] { showChart(ChartStyle::pie); };
-    targets.treemap = [this] { views_.setTreemap(true); };
+    targets.treemap = [this] {
+        comparing_.showChart(false);
+        views_.setTreemap(true);
+    };
+    targets.chartOfChanges = [this] { comparing_.showChart(!views_.showsChartOfChanges()); };
     targets.updateGraph = [this] { views_.updateGraph(); };
     targets.exactFigures = [this] { notices_.toggleExact(); };
     targets.sizeOnDisk = [this] { notices_.setOnDisk(!settings_.onDisk()); };
@@ -369,6 +381,7 @@ MenuTargets frmMain::menuTargets() {
 }
 
 void frmMain::showChart(ChartStyle style) {
+    comparing_.showChart(false);
     views_.setTreemap(false);
     views_.chart().setChartStyle(style);
 }
@@ -452,6 +465,10 @@ void frmMain::lvwFound_Click(const std::string& key, const std::string& tag) {
     modGlobal::trapped(moduleName, "lvwFound_Click", [&] {
         if (tag == "FOLDER") {
             selection_.revealFolder(key);
+        } else if (tag == "GONEFOLDER") {
+            views_.enterFormer(key);
+        } else if (tag == "GONEFILE") {
+            items_.tellGone({key});
         } else {
             userInterface_.openFile(key);
         }

@@ -27,6 +27,7 @@
 #include "window/commands/menuCommands.h"
 #include "window/commands/qtClipboard.h"
 #include "window/commands/reportCommands.h"
+#include "window/comparing.h"
 #include "window/dialogs/clsDialogs.h"
 #include "window/dialogs/frmUnreadable.h"
 #include "window/figureNotices.h"
@@ -60,6 +61,9 @@ public:
 
     // Selects and scans a folder, or loads a saved scan.
     void openPath(std::string_view typedPath) { opening_.open(typedPath); }
+
+    // Compares what is shown of the selected folder with a saved scan, a path as typed (Comparing).
+    void compareWith(const std::string& file) { comparing_.compareWith(file); }
 
     [[nodiscard]] clsSettings& settings() noexcept { return settings_; }
     [[nodiscard]] const clsSearch& search() const noexcept { return search_; }
@@ -109,6 +113,7 @@ private:
     clsSettings settings_;
     WorkingDatabase working_;
     clsSearch search_{working_, settings_};
+    OpenComparison openComparison_;
 
     // Each control is declared after the one that contains it, so that it is destroyed first.
     ImageList imlFiles_{this};
@@ -149,6 +154,7 @@ private:
     frmUnreadable unreadable_{this};
     FigureNotices notices_;
     SettingsCommand changeSettings_;
+    Comparing comparing_;
     Opening opening_;
     RecentMenu recent_;
     HistoryCommand history_;

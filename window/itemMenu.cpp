@@ -9,10 +9,19 @@
 #include "platform/text.h"
 #include "tree/nodeKeys.h"
 #include "views/folderFigures.h"
+#include "widgets/changesList.h"
 
 namespace {
 
 using Offer = ItemCommands::Offer;
+
+// The former contents of a folder can be looked at.
+Offer offerForGone(const ItemCommands::Items& items) {
+    Offer offer;
+    offer.open = items.size() == 1 && items.front().ends_with('\\');
+    offer.copyPath = true;
+    return offer;
+}
 
 struct Command {
     const char* key;
@@ -47,16 +56,18 @@ ItemMenu::ItemMenu(const Dependencies& dependencies) : dependencies_(dependencie
           std::pair(Qt::ALT | Qt::Key_Enter, "ItemProperties")}) {
         addKey(QKeySequence(keys), key, dependencies_.window, Qt::WindowShortcut);
     }
-    for (QWidget* const where :
-         std::initializer_list<QWidget*>{&dependencies_.tree, dependencies_.views.itemLists().front(),
-                                         dependencies_.views.itemLists().back(), &dependencies_.views.chart(),
-                                         &dependencies_.views.treemap()}) {
+    for (QWidget* const where : std::initializer_list<QWidget*>{
+             &dependencies_.tree, &dependencies_.views.chart(), &dependencies_.views.treemap()}) {
         addKey(QKeySequence(Qt::Key_Delete), "ItemTrash", *where, Qt::WidgetShortcut);
+    }
+    for (ListView* const list : dependencies_.views.itemLists()) {
+        addKey(QKeySequence(Qt::Key_Delete), "ItemTrash", *list, Qt::WidgetShortcut);
     }
     connect(&dependencies_.tree, &FolderTree::menuRequested, this,
             [this](const std::string& key, const QPoint& place) { popUp(itemsOfTree(key), place); });
-    connect(&dependencies_.views.chart(), &FolderChart::menuRequested, this,
-            [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place); });
+    connect(
+        &dependencies_.views.chart(), &FolderChart::menuRequested, this,
+        [this](int index, const QPoint& place) { popUp(itemsOfChart(index), place, isGoneInChart(index)); });
     connect(&dependencies_.views.treemap(), &Treemap::menuRequested, this,
             [this](const QPoint& place) { popUp(itemsOfTreemap(), place); });
 }
@@ -75,7 +86,7 @@ void ItemMenu::connectMenus() {
     for (int index = 1; index <= dependencies_.cP.count(); ++index) {
         if (dependencies_.cP.itemKey(index) == QStringLiteral("Item")) {
             connect(dependencies_.cP.action(index).menu(), &QMenu::aboutToShow, this,
-                    [this] { offer(dependencies_.cP, selectedItems()); });
+                    [this] { offer(dependencies_.cP, selectedItems(), isGoneSelected()); });
         }
     }
     for (PopMenu* const menu : {&dependencies_.cPLvw, &dependencies_.cPItem}) {
@@ -92,7 +103,17 @@ bool ItemMenu::run(std::string_view key) {
     if (command == nullptr) {
         return false;
     }
-    const Items items = std::exchange(isOpened_, false) ? std::move(opened_) : selectedItems();
+    const bool isOpened = std::exchange(isOpened_, false);
+    const bool areGone = isOpened ? areOpenedGone_ : isGoneSelected();
+    const Items items = isOpened ? std::move(opened_) : selectedItems();
+    if (!(offerForGone(items).*command->offered) && areGone) {
+        dependencies_.commands.tellGone(items);
+        return true;
+    }
+    if (areGone && command->offered == &Offer::open) {
+        dependencies_.views.enterFormer(items.front());
+        return true;
+    }
     (dependencies_.commands.*command->run)(items);
     return true;
 }
@@ -100,23 +121,25 @@ bool ItemMenu::run(std::string_view key) {
 void ItemMenu::popUpForList(const QPoint& place) {
     const bool isForFiles = showsItems(dependencies_.views.activeList());
     opened_ = isForFiles ? itemsOfList() : Items();
+    areOpenedGone_ = isForFiles && isGoneInList();
     isOpened_ = true;
-    offer(dependencies_.cPLvw, opened_, isForFiles);
+    offer(dependencies_.cPLvw, opened_, areOpenedGone_, isForFiles);
     dependencies_.cPLvw.popUpMenu().popup(place);
 }
 
-void ItemMenu::popUp(Items items, const QPoint& place) {
+void ItemMenu::popUp(Items items, const QPoint& place, bool isGone) {
     if (items.empty()) {
         return;
     }
     opened_ = std::move(items);
+    areOpenedGone_ = isGone;
     isOpened_ = true;
-    offer(dependencies_.cPItem, opened_);
+    offer(dependencies_.cPItem, opened_, isGone);
     dependencies_.cPItem.popUpMenu().popup(place);
 }
 
-void ItemMenu::offer(PopMenu& menu, const Items& items, bool isForFiles) {
-    const Offer offered = dependencies_.commands.offerFor(items);
+void ItemMenu::offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles) {
+    const Offer offered = areGone ? offerForGone(items) : dependencies_.commands.offerFor(items);
     for (int index = 1; index <= menu.count(); ++index) {
         const std::string key = menu.itemKey(index).toStdString();
         const Command* const command = commandOf(key);
@@ -163,6 +186,27 @@ ItemMenu::Items ItemMenu::itemsOfList() const {
         items.emplace_back(list.rows().row(row).key());
     }
     return items;
+}
+
+// Of the active tab: one of them is only in the earlier of two scans.
+bool ItemMenu::isGoneInList() const {
+    const ListView& list = *dependencies_.views.activeList();
+    const std::vector<int> rows = list.selectedRows();
+    return std::any_of(rows.begin(), rows.end(),
+                       [&](int row) { return modChangesList::isGone(list.rows().row(row).tag()); });
+}
+
+bool ItemMenu::isGoneInChart(int index) const {
+    const std::string label = dependencies_.views.chart().shownEntry(index).label;
+    const std::optional<modChanges::Change> change = dependencies_.views.changeOf(label);
+    return change && change->state == modChanges::State::gone;
+}
+
+bool ItemMenu::isGoneSelected() const {
+    const QWidget* const focus = dependencies_.window.focusWidget();
+    return showsItems(focus) ? isGoneInList()
+                             : focus == &dependencies_.views.chart() &&
+                                   isGoneInChart(dependencies_.views.chart().selected());
 }
 
 ItemMenu::Items ItemMenu::itemsOfTree(const std::string& key) {

@@ -48,18 +48,22 @@ public:
 private:
     using Items = ItemCommands::Items;
 
-    void popUp(Items items, const QPoint& place);
-    void offer(PopMenu& menu, const Items& items, bool isForFiles = true);
+    void popUp(Items items, const QPoint& place, bool isGone = false);
+    void offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles = true);
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
     [[nodiscard]] Items selectedItems() const;
     [[nodiscard]] bool showsItems(const QWidget* list) const;
     [[nodiscard]] Items itemsOfList() const;
+    [[nodiscard]] bool isGoneInList() const;
+    [[nodiscard]] bool isGoneInChart(int index) const;
+    [[nodiscard]] bool isGoneSelected() const;
     [[nodiscard]] static Items itemsOfTree(const std::string& key);
     [[nodiscard]] Items itemsOfChart(int index) const;
     [[nodiscard]] Items itemsOfTreemap() const;
 
     Dependencies dependencies_;
-    Items opened_;          // what a context menu was opened for
-    bool isOpened_ = false; // until its command has run, or it is closed
+    Items opened_;               // what a context menu was opened for
+    bool areOpenedGone_ = false; // some of them
+    bool isOpened_ = false;      // until its command has run, or it is closed
     std::vector<std::unique_ptr<QShortcut>> keys_;
 };

@@ -22,7 +22,14 @@ class MessageBar final : public QFrame {
 
 public:
     // In order of urgency.
-    enum class Topic { wrappedSizes, unreadable, lacksSizesOnDisk, firstStart };
+    enum class Topic {
+        outdatedComparison,
+        wrappedSizes,
+        unreadable,
+        lacksSizesOnDisk,
+        comparison,
+        firstStart
+    };
 
     struct Message {
         struct Action {

@@ -54,6 +54,9 @@ void WindowInterface::progressStart(std::int64_t maximum) {
     progressBar_.setRange(0, maximum == 0 ? 0 : progressSteps); // 0 shows a bar that moves by itself
     progressBar_.setValue(0);
     progressBar_.show();
+    if (work_ != nullptr) {
+        work_->setProgress(0, progressBar_.maximum());
+    }
     yieldToEvents();
     sinceProgress_.start();
 }
@@ -63,6 +66,9 @@ void WindowInterface::progressStep() {
     if (isLast || (progressValue_ % progressPerStep_ == 0 && sinceProgress_.hasExpired(progressPause))) {
         sinceProgress_.start();
         progressBar_.setValue(static_cast<int>(progressValue_ * progressSteps / progressMaximum_));
+        if (work_ != nullptr) {
+            work_->setProgress(progressBar_.value(), progressSteps);
+        }
         yieldToEvents();
     }
 }
@@ -75,10 +81,14 @@ void WindowInterface::status(StatusPanel panel, std::string_view text) {
     panels_.set(panel, text);
 }
 
-// Handles user input only during a scan, where it cancels or queues. Anywhere else, or while such input is
-// being handled, it would start work in the middle of other work.
+// Handles user input only during a scan, where it cancels or queues, and while a box holds all input away but
+// its own. Anywhere else, or while such input is being handled, it would start work in the middle of other
+// work.
 void WindowInterface::yieldToEvents() {
-    const bool takesInput = scanning_ && !yielding_;
+    if (work_ != nullptr && !yielding_) {
+        work_->showIfLong();
+    }
+    const bool takesInput = (scanning_ || (work_ != nullptr && work_->isVisible())) && !yielding_;
     const bool wasYielding = std::exchange(yielding_, true);
     QApplication::processEvents(takesInput ? QEventLoop::AllEvents : QEventLoop::ExcludeUserInputEvents);
     yielding_ = wasYielding;
@@ -89,6 +99,15 @@ void WindowInterface::openFile(std::string_view path) {
         status(StatusPanel::folder,
                "No application is associated with " + platform::displayPath(platform::toInternal(path)));
     }
+}
+
+WindowInterface::Cancellable::Cancellable(WindowInterface& interface, const QString& text, QWidget& window)
+    : interface_(interface), box_(text, &window) {
+    interface_.work_ = &box_;
+}
+
+WindowInterface::Cancellable::~Cancellable() {
+    interface_.work_ = nullptr;
 }
 
 // A timer may start a scan while something else handles events; this scan accepts input like any other.

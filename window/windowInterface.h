@@ -8,6 +8,7 @@
 
 #include "base/clsUserInterface.h"
 #include "window/dialogs/clsDialogs.h"
+#include "window/dialogs/frmWork.h"
 #include "window/statusPanels.h"
 
 // The user interface of the window: its messages, status bar, progress bar and pointer.
@@ -34,6 +35,21 @@ public:
     void beginScan();
     void endScan();
 
+    // While an object lives, the work that goes on can be cancelled: if it takes long, a box says so.
+    class Cancellable {
+    public:
+        Cancellable(WindowInterface& interface, const QString& text, QWidget& window);
+        ~Cancellable();
+        Cancellable(const Cancellable&) = delete;
+        Cancellable& operator=(const Cancellable&) = delete;
+
+        [[nodiscard]] bool isCancelled() const noexcept { return box_.isCancelled(); }
+
+    private:
+        WindowInterface& interface_;
+        frmWork box_;
+    };
+
 private:
     clsDialogs& dialogs_;
     QProgressBar& progressBar_;
@@ -42,6 +58,7 @@ private:
     std::int64_t progressMaximum_ = 0;
     std::int64_t progressPerStep_ = 1; // for as many steps as can be distinguished
     QElapsedTimer sinceProgress_;      // since the bar was last painted
+    frmWork* work_ = nullptr;
     bool scanning_ = false;
     bool yielding_ = false;
     std::int64_t messages_ = 0; // of the running scan

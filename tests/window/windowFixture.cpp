@@ -35,6 +35,19 @@ void RecordingDialogs::settings(SettingsSheet& sheet) {
     box.exec();
 }
 
+QString RecordingDialogs::folderBefore(const FolderBeforeRequest& request) {
+    frmFolderBefore box(request, nullptr);
+    QTimer::singleShot(0, &box, [&] {
+        if (chooseFolderBefore) {
+            chooseFolderBefore(box);
+        }
+        if (box.isVisible()) {
+            box.reject();
+        }
+    });
+    return box.exec() == QDialog::Accepted ? box.folder() : QString();
+}
+
 std::string RecordingDialogs::chosen(const FileRequest& request) {
     requests.push_back(request);
     if (file.empty()) {

@@ -37,6 +37,7 @@ public:
     void about() override { ++abouts; }
     void exportOptions(clsExport& options) override;
     void settings(SettingsSheet& sheet) override;
+    [[nodiscard]] QString folderBefore(const FolderBeforeRequest& request) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] std::string openFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] std::string chooseFolder(const std::string& present) override {
@@ -59,6 +60,7 @@ public:
     std::string file;                                 // the answer to file dialogs; empty: Cancel
     std::function<void(frmExport&)> setExportOptions; // what to do with that box; empty: OK
     std::function<void(frmSettings&)> changeSettings; // the same
+    std::function<void(frmFolderBefore&)> chooseFolderBefore;
 
 private:
     std::string chosen(const FileRequest& request);

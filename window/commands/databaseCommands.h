@@ -43,9 +43,10 @@ public:
     // failed. Whether the file was loaded.
     bool loadDatabase(const std::string& file);
 
-private:
+    // Of the dialogs for such files.
     static const std::string databaseFilter;
 
+private:
     void showTree(const std::string& file);
 
     Dependencies dependencies_;

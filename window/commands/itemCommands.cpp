@@ -76,6 +76,12 @@ ItemCommands::Offer ItemCommands::offerFor(const Items& items) const {
     return offer;
 }
 
+void ItemCommands::tellGone(const Items& items) const {
+    dependencies_.userInterface.status(StatusPanel::folder,
+                                       items.size() == 1 ? shown(items.front()) + " is no longer there."
+                                                         : "Some of these are no longer there.");
+}
+
 void ItemCommands::open(const Items& items) {
     modGlobal::trapped(moduleName, "open", [&] {
         if (!offerFor(items).open) {

@@ -44,6 +44,9 @@ public:
     };
     [[nodiscard]] Offer offerFor(const Items& items) const;
 
+    // Says that they are no longer there.
+    void tellGone(const Items& items) const;
+
     // Goes to a single folder, or opens files in their applications.
     void open(const Items& items);
     void showInFileManager(const Items& items);

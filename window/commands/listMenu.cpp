@@ -43,16 +43,17 @@ void ListMenu::copySelection() {
 
 void ListMenu::copy(const ListView& list, bool onlySelected) {
     const ShownList table(list.rows(), onlySelected ? std::optional(list.selectedRows()) : std::nullopt);
-    modGlobal::copyClipboardLvw(table, dependencies_.userInterface, dependencies_.clipboard,
-                                dependencies_.settings.exact(), dependencies_.database.holdsLoadedRows());
+    modGlobal::copyClipboardLvw(
+        table, dependencies_.userInterface, dependencies_.clipboard, dependencies_.settings.exact(),
+        dependencies_.database.holdsLoadedRows() || dependencies_.views.listsSavedRows());
 }
 
 // The kind of list, and the folder that it shows.
 std::string ListMenu::caption() const {
-    constexpr std::array<std::string_view, 5> prefixes{"", "Details - ", "File Types - ", "Owners - ",
-                                                       "Find - "};
+    constexpr std::array<std::string_view, 6> prefixes{"",          "Details - ", "File Types - ",
+                                                       "Owners - ", "Find - ",    "Changes - "};
     const int tab = dependencies_.views.tabs().currentIndex();
     std::string result(prefixes.at(static_cast<std::size_t>(tab)));
-    platform::appendDisplayPath(result, dependencies_.tree.selectedKey());
+    platform::appendDisplayPath(result, dependencies_.views.listedFolder());
     return result;
 }

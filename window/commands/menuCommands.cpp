@@ -18,7 +18,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 28> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 31> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -28,6 +28,8 @@ const std::array<MenuCommands::Command, 28> MenuCommands::commands{{
     {"EXPORTCHARTENTIRE", [](MenuCommands& self, int) { self.targets_.exportChart(true); }},
     {"EXPORTCHARTVISIBLE", [](MenuCommands& self, int) { self.targets_.exportChart(false); }},
     {"LOADMDB", [](MenuCommands& self, int) { self.targets_.loadDatabase(); }},
+    {"COMPARESCAN", [](MenuCommands& self, int) { self.targets_.compareScan(); }},
+    {"CLOSECOMPARISON", [](MenuCommands& self, int) { self.targets_.closeComparison(); }},
     {"HISTORY", [](MenuCommands& self, int) { self.targets_.history(); }},
     {"SETTINGS", [](MenuCommands& self, int) { self.targets_.settings(); }},
     {"EXITAPP", [](MenuCommands& self, int) { self.targets_.exitApp(); }},
@@ -45,6 +47,8 @@ const std::array<MenuCommands::Command, 28> MenuCommands::commands{{
     {"TREESIZES", [](MenuCommands& self, int) { self.targets_.treeSizes(); }},
     {"FILTERLIST", [](MenuCommands& self, int) { self.targets_.filterList(); }},
     {"SIZEONDISK", [](MenuCommands& self, int) { self.targets_.sizeOnDisk(); }},
+    {"VIEWCHANGES",
+     [](MenuCommands& self, int) { self.showChart("ViewBarChart", self.targets_.chartOfChanges); }},
     {"HELPABOUT", [](MenuCommands& self, int) { self.targets_.showAbout(); }},
     {"HELPCONTENTS", [](MenuCommands& self, int) { self.targets_.showHelp(); }},
 }};

@@ -17,6 +17,8 @@ struct MenuTargets {
     std::function<void()> exportDatabase;
     std::function<void(bool entire)> exportChart; // true: entire chart; false: visible portion only
     std::function<void()> loadDatabase;
+    std::function<void()> compareScan;
+    std::function<void()> closeComparison;
     std::function<void()> history;
     std::function<void()> settings;
     std::function<void()> exitApp;
@@ -25,6 +27,7 @@ struct MenuTargets {
     std::function<void()> barStyle; // for the chart, which is redrawn afterwards
     std::function<void()> pieStyle;
     std::function<void()> treemap;
+    std::function<void()> chartOfChanges; // switches it on or off
     std::function<void()> updateGraph;
     std::function<void()> exactFigures;
     std::function<void()> sizeOnDisk;
@@ -51,7 +54,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 28> commands;
+    static const std::array<Command, 31> commands;
 
     void showOwners(int index);
     void showChart(std::string_view key, const std::function<void()>& show);

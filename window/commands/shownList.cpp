@@ -8,10 +8,10 @@ namespace {
 using Kind = modExport::ListTable::Kind;
 
 Kind kindOf(std::string_view tag) {
-    return tag == "SIZE"       ? Kind::bytes
-           : tag == "NUMBER"   ? Kind::count
-           : tag == "DATETIME" ? Kind::date
-                               : Kind::text;
+    return tag == "SIZE" || tag == "CHANGE" ? Kind::bytes
+           : tag == "NUMBER"                ? Kind::count
+           : tag == "DATETIME"              ? Kind::date
+                                            : Kind::text;
 }
 
 } // namespace
@@ -19,6 +19,9 @@ Kind kindOf(std::string_view tag) {
 ShownList::ShownList(const ListModel& rows, std::optional<std::vector<int>> chosen)
     : rows_(rows), chosen_(std::move(chosen)) {
     for (const ListColumn& column : rows.columns()) {
+        if (column.tag == "BALANCE") { // the last one, a picture
+            break;
+        }
         columns_.push_back({column.header, kindOf(column.tag)});
     }
 }

@@ -3,6 +3,7 @@
 #include <QString>
 #include <string>
 
+#include "window/dialogs/frmFolderBefore.h"
 #include "window/dialogs/propertyRows.h"
 
 class SettingsSheet;
@@ -36,6 +37,9 @@ public:
     virtual void exportOptions(clsExport& options) = 0;
     // The settings (frmSettings), which stores those that are changed.
     virtual void settings(SettingsSheet& sheet) = 0;
+
+    // Which folder of a saved scan stands against the selected one (frmFolderBefore); empty for Cancel.
+    [[nodiscard]] virtual QString folderBefore(const FolderBeforeRequest& request) = 0;
 
     // The file dialogs: return the chosen path as a user would type it, or throw
     // errorNumber::dialogCancelled. The save dialog does not ask before overwriting a file; the caller does.

@@ -95,6 +95,12 @@ void QtDialogs::settings(SettingsSheet& sheet) {
     parent_ = parent;
 }
 
+QString QtDialogs::folderBefore(const FolderBeforeRequest& request) {
+    const PlainPointer pointer;
+    frmFolderBefore box(request, parent_);
+    return box.exec() == QDialog::Accepted ? box.folder() : QString();
+}
+
 std::string QtDialogs::saveFile(const FileRequest& request) {
     return chooseFile(request, true);
 }

@@ -17,6 +17,7 @@ public:
     void about() override;
     void exportOptions(clsExport& options) override;
     void settings(SettingsSheet& sheet) override;
+    [[nodiscard]] QString folderBefore(const FolderBeforeRequest& request) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override;
     [[nodiscard]] std::string openFile(const FileRequest& request) override;
     [[nodiscard]] std::string chooseFolder(const std::string& present) override;

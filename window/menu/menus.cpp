@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 52> mainMenu{{
+constexpr std::array<MenuItem, 55> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -43,6 +43,8 @@ constexpr std::array<MenuItem, 52> mainMenu{{
     {1, "Spacer0", "-"},
     {1, "LoadMDB", "Load from Access Database...", 12, Mark::none, "Ctrl+O", true},
     {1, "OpenRecent", "Open &Recent"},
+    {1, "CompareScan", "&Compare with Saved Scan..."},
+    {1, "CloseComparison", "C&lose Comparison"},
     {1, "History", "&History..."},
     {1, "SettingsSpacer", "-"},
     {1, "Settings", "&Settings...", PopMenu::noIcon, Mark::none, "Ctrl+,", true},
@@ -68,6 +70,7 @@ constexpr std::array<MenuItem, 52> mainMenu{{
     {1, "ViewTreemap", "&Treemap", PopMenu::noIcon, Mark::off, "Ctrl+3", true},
     {1, "FilterList", "F&ilter the List", PopMenu::noIcon, Mark::none, "Ctrl+F", true},
     {1, "SizeOnDisk", "Size on &Disk", PopMenu::noIcon, Mark::onDisk},
+    {1, "ViewChanges", "Chart of Chan&ges", PopMenu::noIcon, Mark::off, "Ctrl+4", true},
     {0, "Item", "&Item"},
     {1, "ItemOpen", "&Open", PopMenu::noIcon, Mark::none, "Enter"},
     {1, "ItemShow", "&Show in File Manager", PopMenu::noIcon, Mark::none, "Ctrl+Enter"},
@@ -167,7 +170,8 @@ void setRowCommandsEnabled(PopMenu& cP, bool enabled) {
     for (int index = 1; index <= cP.count(); ++index) {
         const QString key = cP.itemKey(index);
         if (key.startsWith(QStringLiteral("Export")) || key.startsWith(QStringLiteral("Load")) ||
-            key == exactFigures || key == QStringLiteral("Settings") || key.toStdString() == openRecent) {
+            key == QStringLiteral("CompareScan") || key == exactFigures ||
+            key == QStringLiteral("Settings") || key.toStdString() == openRecent) {
             cP.setEnabled(index, enabled);
         }
     }

@@ -23,7 +23,7 @@ void setMark(PopMenu& cP, std::string_view key, bool marked);
 void setItemEnabled(PopMenu& cP, std::string_view key, bool enabled);
 
 // Enables or disables the main menu's commands that need the rows for themselves: those that export and load,
-// OpenRecent, ExactFigures and Settings, with which a scan would stand still.
+// OpenRecent, CompareScan, ExactFigures and Settings, with which a scan would stand still.
 void setRowCommandsEnabled(PopMenu& cP, bool enabled);
 
 } // namespace modMenus

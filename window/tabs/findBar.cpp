@@ -58,6 +58,12 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent) {
               QStringLiteral("The date that \"older\" and \"newer\" are about"));
     addBox(older);
     addBox(newer);
+    addChoice(cboState_, QStringLiteral("cboFindState"), QStringLiteral("Chan&ged:"),
+              {QStringLiteral("(no matter)"), QStringLiteral("In any way"), QStringLiteral("New"),
+               QStringLiteral("Gone"), QStringLiteral("Grown"), QStringLiteral("Shrunk"),
+               QStringLiteral("Touched")},
+              QStringLiteral("How it differs from the saved scan that it is compared with"));
+    setHasComparison(false);
     cmdClear_.setObjectName(QStringLiteral("cmdFindClear"));
     cmdClear_.setText(QStringLiteral("&Clear"));
     cmdClear_.setToolTip(QStringLiteral("Take all conditions away"));
@@ -65,8 +71,9 @@ FindBar::FindBar(QWidget* parent) : QWidget(parent) {
     layout_.addWidget(&cmdClear_);
     connect(&cboPreset_, &QComboBox::activated, this,
             [this](int index) { setPreset(static_cast<Preset>(index)); });
-    for (QComboBox* const choice : {&cboKind_, &cboDate_}) {
+    for (QComboBox* const choice : {&cboKind_, &cboDate_, &cboState_}) {
         connect(choice, &QComboBox::activated, this, [this] {
+            followKind();
             cboPreset_.setCurrentIndex(-1);
             Q_EMIT changed();
         });
@@ -158,6 +165,13 @@ std::optional<modFind::Conditions> FindBar::conditions() const {
     result.smaller = modFind::parseSize(text(smaller));
     result.extension = text(extension);
     result.owner = text(owner);
+    if (cboState_.isEnabled() && cboState_.currentIndex() > 0) {
+        constexpr int inAnyWay = 1; // behind it, the states but for the first, which is none
+        result.onlyChanged = true;
+        if (cboState_.currentIndex() > inAnyWay) {
+            result.state = static_cast<modChanges::State>(cboState_.currentIndex() - inAnyWay);
+        }
+    }
     result.older = modFind::parseMoment(text(older), now);
     result.newer = modFind::parseMoment(text(newer), now);
     return result;
@@ -170,6 +184,8 @@ void FindBar::clear() {
     }
     cboKind_.setCurrentIndex(0);
     cboDate_.setCurrentIndex(0);
+    cboState_.setCurrentIndex(0);
+    followKind();
     cboPreset_.setCurrentIndex(-1);
     isSetting_ = false;
 }
@@ -192,9 +208,22 @@ void FindBar::setPreset(Preset preset) {
         boxes_.at(newer).setText(QStringLiteral("7"));
     } else if (preset == Preset::emptyFolders) {
         cboKind_.setCurrentIndex(static_cast<int>(modFind::Kind::emptyFolders));
+        followKind();
     }
     isSetting_ = false;
     Q_EMIT presetChosen(preset);
+}
+
+void FindBar::setHasComparison(bool has) {
+    cboState_.setCurrentIndex(has ? cboState_.currentIndex() : 0);
+    cboState_.parentWidget()->setVisible(has);
+    followKind();
+}
+
+// What is empty is known of what is there now only.
+void FindBar::followKind() {
+    cboState_.setEnabled(cboKind_.currentIndex() != static_cast<int>(modFind::Kind::emptyFolders) &&
+                         !cboState_.parentWidget()->isHidden());
 }
 
 void FindBar::focusName() {

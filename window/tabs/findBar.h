@@ -33,6 +33,8 @@ public:
     void setOnly(Field field, const std::string& value);
     void setPreset(Preset preset);
     void focusName();
+    // Whether there is a comparison, so that it can be said what has changed.
+    void setHasComparison(bool has);
 
 Q_SIGNALS:
     // While somebody types.
@@ -50,6 +52,7 @@ private:
     void addChoice(QComboBox& choice, const QString& objectName, const QString& label,
                    const QStringList& texts, const QString& tip);
     void clear();
+    void followKind();
     [[nodiscard]] std::string text(Box box) const;
     [[nodiscard]] bool isUnderstood(Box box) const;
 
@@ -58,6 +61,7 @@ private:
     QComboBox cboPreset_;
     QComboBox cboKind_;
     QComboBox cboDate_;
+    QComboBox cboState_;
     std::array<QLineEdit, boxCount> boxes_;
     QPushButton cmdClear_;
     std::list<QLabel> labels_;

@@ -128,6 +128,16 @@ void FindPage::wire() {
         }
         refresh();
     });
+    connect(&dependencies_.comparison, &OpenComparison::changed, this, [this] {
+        const bool readsChanges = query_ && query_->conditions().onlyChanged;
+        bar_.setHasComparison(dependencies_.comparison.isOpen());
+        if (readsChanges) { // which are no longer there
+            stop();
+        }
+        if (isVisible()) {
+            refresh();
+        }
+    });
     connect(&tmrTyped_, &QTimer::timeout, this, &FindPage::refresh);
     connect(&tmrFind_, &QTimer::timeout, this, &FindPage::work);
     // Of more than is shown, another order shows others.
@@ -217,7 +227,9 @@ void FindPage::work() {
     }
     const std::int64_t start = platform::tickCount();
     const bool done = modGlobal::trapped(moduleName, "find", [&] {
-        if (!query_->advance(dependencies_.database.database(), piece)) {
+        Database& rows = query_->conditions().onlyChanged ? dependencies_.comparison.database()
+                                                          : dependencies_.database.database();
+        if (!query_->advance(rows, piece)) {
             tmrFind_.start(0);
             return false;
         }

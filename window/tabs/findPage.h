@@ -18,6 +18,7 @@
 #include "widgets/rowIcons.h"
 #include "widgets/systemIcons.h"
 #include "window/tabs/findBar.h"
+#include "window/tabs/openComparison.h"
 
 // The tab Find: the conditions, what was found below the selected folder, and its number and size. A query
 // works for some milliseconds at a time; a newer one takes its place. Errors are logged.
@@ -34,6 +35,7 @@ public:
         const WorkingDatabase& database;
         std::function<std::string()> folderKey; // below which to look; empty for none
         std::function<bool()> isHeld;           // nothing may be read or shown now
+        const OpenComparison& comparison;
     };
 
     explicit FindPage(Dependencies dependencies);

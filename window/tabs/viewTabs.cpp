@@ -26,8 +26,10 @@ ViewTabs::ViewTabs(const Dependencies& dependencies, QObject* parent)
       treemapFeed_({tmp_, dependencies_.database, dependencies_.search, [this] { return holds_ == 0; }}),
       lvwF_(FilesList::columns(), &dependencies_.icons), lvwT_(GroupLists::fileTypeColumns(), nullptr),
       lvwU_(GroupLists::ownerColumns(), nullptr), filesList_(lvwF_, dependencies_.icons),
-      groupLists_(lvwT_, lvwU_), find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
-                                        [this] { return folderKey(); }, [this] { return holds_ > 0; }}),
+      groupLists_(lvwT_, lvwU_),
+      find_({dependencies_.icons, dependencies_.settings, dependencies_.database,
+             [this] { return folderKey(); }, [this] { return holds_ > 0; }, dependencies_.comparison}),
+      changes_({dependencies_.icons, dependencies_.comparison, [this] { return folderKey(); }}),
       listTabs_{{{lvwF_, 2, &clsSettings::lvwFSortColumn, &clsSettings::setLvwFSortColumn,
                   &clsSettings::lvwFSortOrder, &clsSettings::setLvwFSortOrder},
                  {lvwT_, 3, &clsSettings::lvwTSortColumn, &clsSettings::setLvwTSortColumn,
@@ -88,10 +90,10 @@ void ViewTabs::layOut() {
 
 void ViewTabs::wire() {
     connect(&XTab_, &QTabWidget::currentChanged, this, &ViewTabs::followTab);
-    connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::barChosen);
+    connect(&tc_, &FolderChart::barActivated, this, &ViewTabs::activateBar);
     connect(&tc_, &FolderChart::barEntered, this, [this](const std::string& label) {
         if (label == modFigures::filesLabel) {
-            showFiles();
+            showsChartOfChanges() ? showChanges() : showFiles();
         }
     });
     wireTreemap();
@@ -108,8 +110,10 @@ void ViewTabs::wire() {
     connect(&tmrListViewIcons_, &QTimer::timeout, this, [this] {
         filesList_.getListViewIcons();
         find_.fetchIcons();
+        changes_.fetchIcons();
     });
     wireFind();
+    wireChanges();
 }
 
 void ViewTabs::wireFind() {
@@ -120,6 +124,13 @@ void ViewTabs::wireFind() {
             [this](const std::string& key) { findOnly(FindBar::Field::extension, key); });
     connect(&lvwU_, &ListView::itemActivated, this,
             [this](const std::string& key) { findOnly(FindBar::Field::owner, key); });
+}
+
+bool ViewTabs::goUp() {
+    if (XTab_.currentWidget() == &changes_) {
+        return changes_.goUp();
+    }
+    return XTab_.currentWidget() == &chartPage_ && !showsTreemap_ && tc_.up();
 }
 
 // The files of a row of the file types or the owners.
@@ -140,7 +151,8 @@ void ViewTabs::filterList() {
 }
 
 void ViewTabs::followTab() {
-    if (XTab_.currentWidget() == &lvwF_ || XTab_.currentWidget() == &find_) {
+    if (XTab_.currentWidget() == &lvwF_ || XTab_.currentWidget() == &find_ ||
+        XTab_.currentWidget() == &changes_) {
         tmrListViewIcons_.start();
     } else {
         tmrListViewIcons_.stop();
@@ -204,6 +216,9 @@ const ListView* ViewTabs::activeList() const {
     if (XTab_.currentWidget() == &find_) {
         return &find_.list();
     }
+    if (XTab_.currentWidget() == &changes_) {
+        return &changes_.list();
+    }
     return active < 1 ? nullptr : &listTabs_.at(static_cast<std::size_t>(active) - 1).list;
 }
 
@@ -238,6 +253,10 @@ void ViewTabs::updateGraph() {
         }
         if (showsTreemap_) {
             updateTreemap(key);
+            return;
+        }
+        if (showsChartOfChanges()) {
+            updateChartOfChanges(key);
             return;
         }
         const bool onDisk = dependencies_.database.database().countsSizeOnDisk();
@@ -311,6 +330,10 @@ void ViewTabs::refresh(bool selectFirst) {
         selectFirst ? find_.refresh() : find_.follow();
         return;
     }
+    if (XTab_.currentWidget() == &changes_) {
+        changes_.refresh();
+        return;
+    }
     const std::string key = folderKey();
     if (key.empty()) {
         return;
@@ -339,6 +362,7 @@ void ViewTabs::forget() {
     filesList_.clear();
     groupLists_.clear();
     find_.clear();
+    changes_.clear();
     tc_.setEntries({});
     tc_.setFolder({});
     treemapFeed_.clear();
@@ -346,13 +370,17 @@ void ViewTabs::forget() {
     refreshActiveView();
 }
 
-void ViewTabs::followScan(bool running) {
-    scanning_ = running;
-    const QString hint = running
+void ViewTabs::showHint() {
+    const QString hint = scanning_
                              ? QStringLiteral("Scanning...")
                              : QStringLiteral("Nothing to show: the folder is empty or could not be read.");
     tc_.setHint(hint);
     tmp_.setHint(hint);
+}
+
+void ViewTabs::followScan(bool running) {
+    scanning_ = running;
+    showHint();
     if (running) {
         treemapFeed_.scanBegins();
         tmrChart_.start(millisecondsPerRefresh);
@@ -379,6 +407,11 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
     std::string text;
     modGlobal::trapped(moduleName, "tc_OnMarkTipToolGetText", [&] {
         const bool hasLabel = index >= 0 && index < static_cast<int>(tc_.entries().size());
+        if (const auto change =
+                hasLabel ? changeOf(tc_.entries()[static_cast<std::size_t>(index)].label) : std::nullopt) {
+            text = tipOfChange(*change).toStdString();
+            return;
+        }
         modChartTip::format(text, megabytes,
                             hasLabel ? dependencies_.tree.selectedKey() +
                                            tc_.entries()[static_cast<std::size_t>(index)].label
@@ -393,7 +426,7 @@ QString ViewTabs::tc_OnMarkTipToolGetText(double megabytes, int index) {
 void ViewTabs::restore(QSettings& state) {
     constexpr int widestColumn = 10'000;
     filesList_.further().restore(state);
-    for (ListView* const list : {&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
+    for (ListView* const list : {&lvwF_, &lvwT_, &lvwU_, &find_.list(), &changes_.list()}) {
         QHeaderView& bar = *list->header();
         const QStringList widths = state.value(list->objectName()).toStringList();
         for (int i = 0; i < bar.count() && i < widths.size(); ++i) {
@@ -404,13 +437,14 @@ void ViewTabs::restore(QSettings& state) {
         }
     }
     find_.restore(state);
+    changes_.restore(state);
     XTab_.setCurrentIndex(state.value(XTab_.objectName()).toInt());
 }
 
 void ViewTabs::save(QSettings& state) const {
     filesList_.further().save(state);
     for (const ListView* const list :
-         std::initializer_list<const ListView*>{&lvwF_, &lvwT_, &lvwU_, &find_.list()}) {
+         std::initializer_list<const ListView*>{&lvwF_, &lvwT_, &lvwU_, &find_.list(), &changes_.list()}) {
         const QHeaderView& bar = *list->header();
         QStringList widths;
         for (int i = 0; i < bar.count(); ++i) {
@@ -420,5 +454,6 @@ void ViewTabs::save(QSettings& state) const {
         state.setValue(list->objectName(), widths);
     }
     find_.save(state);
+    changes_.save(state);
     state.setValue(XTab_.objectName(), XTab_.currentIndex());
 }

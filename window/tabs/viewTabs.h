@@ -11,7 +11,10 @@
 #include <QWidget>
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "base/clsSettings.h"
 #include "db/workingDatabase.h"
@@ -23,13 +26,16 @@
 #include "widgets/listView.h"
 #include "widgets/systemIcons.h"
 #include "widgets/treemap.h"
+#include "window/tabs/changesPage.h"
 #include "window/tabs/filterBar.h"
 #include "window/tabs/findPage.h"
+#include "window/tabs/openComparison.h"
 #include "window/tabs/treemapFeed.h"
 
 // The tab control XTab with the views of the folder selected in the tree: the chart tc with its scroll
-// bar fsb, or in their place the treemap tmp, the lists lvwF, lvwT and lvwU, and Find. It reads the rows
-// whenever a view is updated; without a selected folder, or without a database, the views stay unchanged.
+// bar fsb, or in their place the treemap tmp, the lists lvwF, lvwT and lvwU, Find and, while a comparison is
+// open, Changes. It reads the rows whenever a view is updated; without a selected folder, or without a
+// database, the views stay unchanged.
 class ViewTabs final : public QObject, public FolderViews {
     Q_OBJECT
 
@@ -41,6 +47,7 @@ public:
         clsSettings& settings;
         const WorkingDatabase& database;
         const clsSearch& search;
+        const OpenComparison& comparison;
     };
 
     explicit ViewTabs(const Dependencies& dependencies, QObject* parent = nullptr);
@@ -51,17 +58,32 @@ public:
     [[nodiscard]] Treemap& treemap() noexcept { return tmp_; }
     // Shows the treemap instead of the chart, or the chart again; it is updated by updateGraph.
     void setTreemap(bool shown);
+    // Shows the chart of changes instead of the chart of sizes, or that again; it is updated by updateGraph.
+    void setChartOfChanges(bool shown);
+    [[nodiscard]] bool showsChartOfChanges() const noexcept { return tc_.values() == ChartValues::changes; }
+    // Of the bar with this label there: what it is about; nothing if there is none.
+    [[nodiscard]] std::optional<modChanges::Change> changeOf(std::string_view label) const;
     [[nodiscard]] bool showsTreemap() const noexcept { return showsTreemap_; }
     [[nodiscard]] ListView& filesList() noexcept { return lvwF_; }
     // Goes up inside the active view; false if it shows all of the folder.
-    bool goUp() { return XTab_.currentWidget() == &chartPage_ && !showsTreemap_ && tc_.up(); }
+    bool goUp();
     // Gives the focus to the active view.
     void takeFocus();
     // The list on the active tab; null for the chart's tab.
     [[nodiscard]] const ListView* activeList() const;
     [[nodiscard]] ListView* activeList();
     // The lists whose rows are files and folders.
-    [[nodiscard]] std::array<ListView*, 2> itemLists() noexcept { return {&lvwF_, &find_.list()}; }
+    [[nodiscard]] std::array<ListView*, 3> itemLists() noexcept {
+        return {&lvwF_, &find_.list(), &changes_.list()};
+    }
+    // The folder whose contents the list on the active tab shows.
+    [[nodiscard]] std::string listedFolder() const;
+    // Whether rows of the list on the active tab may be those of a saved scan that is compared with.
+    [[nodiscard]] bool listsSavedRows() const;
+    // Goes to the tab Changes.
+    void showChanges();
+    // There, goes into a folder that is gone.
+    void enterFormer(const std::string& key);
     // The box that narrows the active list; it stands below the tabs.
     [[nodiscard]] FilterBar& filterBar() noexcept { return filter_; }
     // Opens it; from the chart, goes to Find.
@@ -114,7 +136,7 @@ Q_SIGNALS:
     void pointedAt(const std::string& key);
     // A row of the files and folders list was activated.
     void rowActivated(const std::string& key, const std::string& tag);
-    // A row of what was found was activated.
+    // A row of what was found or has changed was activated.
     void foundActivated(const std::string& key, const std::string& tag);
     // Requests the context menu of the lists at this position on the screen.
     void menuRequested(const QPoint& place);
@@ -136,13 +158,18 @@ private:
     void wire();
     void wireList(ListTab& tab);
     void wireFind();
+    void wireChanges();
     void findOnly(FindBar::Field field, const std::string& groupKey);
     void followTab();
     void wireTreemap();
     void showFiles();
     void enterItem(const std::string& path);
     void updateTreemap(const std::string& key);
+    void updateChartOfChanges(const std::string& key);
+    void activateBar(const std::string& label);
+    [[nodiscard]] static QString tipOfChange(const modChanges::Change& change);
     void layOutHidden();
+    void showHint();
     void turnTab(int step);
     [[nodiscard]] std::string folderKey() const;
     void refresh(bool selectFirst);
@@ -163,12 +190,14 @@ private:
     FilesList filesList_;
     GroupLists groupLists_;
     FindPage find_;
+    ChangesPage changes_;
     FilterBar filter_;
     std::array<ListTab, 3> listTabs_; // after the chart's tab, in this order
     // These work wherever the focus is; the tab control's own keys only work inside it.
     QShortcut nextTab_{QKeySequence(Qt::CTRL | Qt::Key_Tab), &XTab_};
     QShortcut previousTab_{QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Tab), &XTab_};
-    std::string chartKey_; // the folder shown in the chart
+    std::vector<modChanges::Change> chartChanges_; // what the bars of the chart of changes are about
+    std::string chartKey_;                         // the folder shown in the chart
     QTimer tmrChart_;
     QTimer tmrListViewIcons_;
     int holds_ = 0;

@@ -64,6 +64,8 @@ protected:
                 .exportDatabase = noting("database"),
                 .exportChart = [this](bool entire) { calls.emplace_back(entire ? "entire" : "visible"); },
                 .loadDatabase = noting("load"),
+                .compareScan = noting("compare"),
+                .closeComparison = noting("close comparison"),
                 .history = noting("history"),
                 .settings = noting("settings"),
                 .exitApp = noting("exit"),
@@ -72,6 +74,7 @@ protected:
                 .barStyle = noting("bar"),
                 .pieStyle = noting("pie"),
                 .treemap = noting("treemap"),
+                .chartOfChanges = noting("changes"),
                 .updateGraph = noting("graph"),
                 .exactFigures = noting("exact"),
                 .sizeOnDisk = noting("disk"),
@@ -133,8 +136,10 @@ TEST_F(Menus, disablingWhatNeedsTheRowsLeavesTheRest) {
     }
     EXPECT_EQ(enabled.join(u' '),
               QStringLiteral(
-                  "History ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners UnreadableFolders "
-                  "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk Item ItemOpen ItemShow "
+                  "CloseComparison History ExitApp Refresh CancelScan ViewBarChart ViewPieChart ShowOwners "
+                  "UnreadableFolders "
+                  "GoUp GoBack GoForward TreeSizes ViewTreemap FilterList SizeOnDisk ViewChanges Item "
+                  "ItemOpen ItemShow "
                   "ItemCopyPath ItemProperties "
                   "ItemScanAgain ItemTrash ItemExclude HelpContents HelpAbout"));
 }
@@ -151,6 +156,8 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ExportChartEntire", {"entire"}},
         {"LoadMDB", {"load"}},
         {"ExportChartVisible", {"visible"}},
+        {"CompareScan", {"compare"}},
+        {"CloseComparison", {"close comparison"}},
         {"History", {"history"}},
         {"Settings", {"settings"}},
         {"ExitApp", {"exit"}},
@@ -160,6 +167,7 @@ TEST_F(Menus, itemsGiveTheirOwnCommands) {
         {"ViewBarChart", {"bar", "graph"}},
         {"ViewPieChart", {"pie", "graph"}},
         {"ViewTreemap", {"treemap", "graph"}},
+        {"ViewChanges", {"changes", "graph"}},
         {"ExactFigures", {"exact"}},
         {"UnreadableFolders", {"unreadable"}},
         {"GoUp", {"up"}},
