@@ -67,6 +67,7 @@ public:
 
     // Runs a statement and hands its answer over as it arrives. A server that fails in the midst of an answer
     // breaks off, or appends its error as text: whoever reads rows must know how many there are.
+    // With the parameter enable_http_compression=1 it comes compressed, and is unpacked here.
     void ask(std::string_view statement, const Target& target, const Parameters& parameters = {});
 
     // The same for a short answer; `strange` if it has more bytes.

@@ -51,11 +51,12 @@ public:
 
     [[nodiscard]] std::string_view text() {
         constexpr unsigned bitsEach = 7;
+        constexpr unsigned mostBits = 4 * bitsEach; // of the longest text's length
         std::uint64_t length = 0;
         for (unsigned shift = 0;; shift += bitsEach) {
             const auto byte = number<std::uint8_t>();
             length |= static_cast<std::uint64_t>(byte & 0x7FU) << shift;
-            isSound_ = isSound_ && length <= longestText;
+            isSound_ = isSound_ && length <= longestText && shift < mostBits;
             if (byte < 0x80 || !isSound_) {
                 break;
             }

@@ -218,11 +218,14 @@ TEST(RowFormOf, whatIsNoRowIsRefused) {
           std::string_view("\x01t\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x01")}) {
         EXPECT_EQ(errorNumberOf([&] { take(odd); }), databaseError::damaged) << odd;
     }
-    const std::string endless(20, '\xFF'); // a length without end
-    std::string_view rest = endless;
-    Row taken;
-    modRowForm::Decoder decoder('/');
-    EXPECT_EQ(errorNumberOf([&] { static_cast<void>(decoder.take(rest, taken)); }), databaseError::damaged);
+    for (const char byte : {'\xFF', '\x80'}) { // a length without end
+        const std::string endless(20, byte);
+        std::string_view rest = endless;
+        Row taken;
+        modRowForm::Decoder decoder('/');
+        EXPECT_EQ(errorNumberOf([&] { static_cast<void>(decoder.take(rest, taken)); }),
+                  databaseError::damaged);
+    }
     for (const std::string_view scans : {std::string_view(""), std::string_view("\xFF\xFF\xFF\xFF", 4),
                                          std::string_view("\x01\0\0\0x", 5)}) {
         EXPECT_EQ(errorNumberOf([&] { static_cast<void>(modRowForm::decodedScans(scans)); }),
