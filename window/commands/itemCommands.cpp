@@ -1,6 +1,7 @@
 #include "window/commands/itemCommands.h"
 
 #include <QFile>
+#include <QStandardPaths>
 #include <algorithm>
 #include <numeric>
 
@@ -11,6 +12,7 @@
 #include "db/folderRows.h"
 #include "platform/fileManager.h"
 #include "platform/paths.h"
+#include "platform/trash.h"
 #include "views/folderSummary.h"
 #include "widgets/qtText.h"
 #include "window/commands/itemProperties.h"
@@ -39,6 +41,12 @@ QString movedToTrash(const std::string& item) {
     const QString name = QFile::decodeName(native.c_str());
     if (QFile::encodeName(name).toStdString() != native) {
         return QStringLiteral("Its name is not text that the trash can keep.");
+    }
+    try { // without a folder to move it to, Qt would move it to the working directory
+        const QString userData = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        platform::provideTrash(platform::toInternal(QFile::encodeName(userData).toStdString()));
+    } catch (const RuntimeError& error) {
+        return QString::fromUtf8(error.what());
     }
     QFile file(name);
     if (file.moveToTrash()) {
