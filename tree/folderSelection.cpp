@@ -132,9 +132,9 @@ void FolderSelection::clickNode(const std::string& key) {
 }
 
 // The view need not wait for the indexes of what was scanned into an empty table.
-void FolderSelection::showFigures() {
+void FolderSelection::showFigures(void (FolderViews::*refresh)()) {
     showItems();
-    dependencies_.views.refreshActiveView();
+    (dependencies_.views.*refresh)();
     if (!dependencies_.search.processing) {
         makeIndexes();
     }

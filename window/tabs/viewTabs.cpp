@@ -9,6 +9,7 @@
 #include "views/chartTip.h"
 #include "views/folderFigures.h"
 #include "widgets/helpTopic.h"
+#include "widgets/listPlace.h"
 #include "widgets/lvsort.h"
 #include "widgets/qtText.h"
 
@@ -340,6 +341,7 @@ void ViewTabs::refresh(bool selectFirst) {
     }
     Database& database = dependencies_.database.database();
     const ListTab& tab = listTabs_.at(static_cast<std::size_t>(active) - 1);
+    const ListPlace place(tab.list);
     const ListView::AllRows all(tab.list);
     tab.list.setExactDates(dependencies_.settings.exact());
     if (&tab.list == &lvwF_) {
@@ -352,10 +354,15 @@ void ViewTabs::refresh(bool selectFirst) {
     const auto& sort = filesList_.further().sort();
     if (&tab.list == &lvwF_ && sort) {
         modLvw::lvsort(tab.list, filesList_.further().placeOf(sort->further), sort->order, selectFirst);
-        return;
+    } else {
+        modLvw::sortAsRemembered(tab.list, (dependencies_.settings.*tab.column)(),
+                                 (dependencies_.settings.*tab.order)(), tab.defaultColumn, selectFirst);
     }
-    modLvw::sortAsRemembered(tab.list, (dependencies_.settings.*tab.column)(),
-                             (dependencies_.settings.*tab.order)(), tab.defaultColumn, selectFirst);
+    place.restore(tab.list);
+}
+
+void ViewTabs::followRows() {
+    XTab_.currentWidget() == &find_ ? find_.reread() : refresh(false);
 }
 
 void ViewTabs::forget() {
