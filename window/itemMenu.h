@@ -52,6 +52,7 @@ private:
     void offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles = true);
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
     [[nodiscard]] Items selectedItems() const;
+    [[nodiscard]] bool isNoneMeant() const;
     [[nodiscard]] bool showsItems(const QWidget* list) const;
     [[nodiscard]] Items itemsOfList() const;
     [[nodiscard]] bool isGoneInList() const;

@@ -266,6 +266,11 @@ void ViewTabs::updateGraph() {
                                                 scanning_ ? modFigures::ScanState::running
                                                           : modFigures::ScanState::ended),
                        key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
+        if (tc_.hasFocus() && chartKey_.size() > key.size() && chartKey_.starts_with(key)) {
+            tc_.selectLabel( // where one came from
+                std::string_view(chartKey_).substr(key.size(),
+                                                   chartKey_.find('\\', key.size()) - key.size()));
+        }
         chartKey_ = key;
     });
 }
