@@ -127,7 +127,16 @@ void ItemMenu::popUpForList(const QPoint& place) {
     areOpenedGone_ = isForFiles && isGoneInList();
     isOpened_ = true;
     offer(dependencies_.cPLvw, opened_, areOpenedGone_, isForFiles);
+    showCopyKey();
     dependencies_.cPLvw.popUpMenu().popup(place);
+}
+
+// With several rows selected, the key copies these.
+void ItemMenu::showCopyKey() {
+    PopMenu& menu = dependencies_.cPLvw;
+    const int copy = menu.indexOf(QStringLiteral("ExportText"));
+    const bool isKeyRight = dependencies_.views.activeList()->selectedRows().size() < 2;
+    menu.action(copy).setText(menu.caption(copy) + (isKeyRight ? QStringLiteral("\tCtrl+C") : QString()));
 }
 
 void ItemMenu::popUp(Items items, const QPoint& place, bool isGone) {

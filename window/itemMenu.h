@@ -51,6 +51,7 @@ private:
     void popUp(Items items, const QPoint& place, bool isGone = false);
     void offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles = true);
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
+    void showCopyKey();
     [[nodiscard]] Items selectedItems() const;
     [[nodiscard]] bool isNoneMeant() const;
     [[nodiscard]] bool showsItems(const QWidget* list) const;

@@ -198,6 +198,21 @@ TEST_F(ItemMenuTest, chartIsUsedByKeysAlone) {
     EXPECT_EQ(selected(), key("a"));
 }
 
+TEST_F(ItemMenuTest, showsTheKeyOfACopyOnlyWhereItDoesTheSame) {
+    openOnTree();
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    const std::pair<std::vector<std::string>, bool> cases[]{
+        {{"a"}, true}, {{"a", "b"}, false}, {{"b"}, true}};
+    for (const auto& [names, isShown] : cases) {
+        selectRows(names);
+        QApplication::sendEvent(&control<ListView>("lvwF"), &byKey);
+        const QString text = openMenu()->actions().at(1)->text();
+        EXPECT_EQ(text.endsWith(QStringLiteral("Ctrl+C")), isShown) << text.toStdString();
+        openMenu()->close();
+        QTest::qWait(0);
+    }
+}
+
 TEST_F(ItemMenuTest, tellsPropertiesOfOneAndOfSeveral) {
     openOnTree();
     selectRows({"own.txt"});
