@@ -1,6 +1,7 @@
 #include "window/tabs/viewTabs.h"
 
 #include <QHeaderView>
+#include <QTabBar>
 #include <algorithm>
 #include <utility>
 
@@ -97,6 +98,15 @@ void ViewTabs::wire() {
             showsChartOfChanges() ? showChanges() : showFiles();
         }
     });
+    // A click leaves the focus where it was; then keys such as F1 would be for another part of the window.
+    connect(
+        XTab_.tabBar(), &QTabBar::tabBarClicked, this,
+        [this](int tab) {
+            if (tab >= 0) {
+                takeFocus();
+            }
+        },
+        Qt::QueuedConnection);
     wireTreemap();
     connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
     connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
