@@ -355,6 +355,11 @@ bool FolderSelection::isOnlyLoaded(const std::string& key) const {
     return hasLoadedRow(modFolderRows::itself(key)) || hasLoadedRow(modFolderRows::anywhereIn(key));
 }
 
+bool FolderSelection::holdsLoadedRowsIn(const std::string& key) const {
+    return lastLoadedRow_ > 0 && dependencies_.database.isOpen() &&
+           hasLoadedRow(modFolderRows::anywhereIn(key));
+}
+
 bool FolderSelection::hasLoadedRow(const std::string& condition) const {
     return !dependencies_.database.database()
                 .OpenRecordset("select idx from details where " + condition +

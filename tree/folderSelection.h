@@ -115,6 +115,9 @@ public:
     // Whether what is shown of the folder was loaded, and not scanned here.
     [[nodiscard]] bool isLoaded(const std::string& key) const;
 
+    // Whether rows of anything in the folder were loaded.
+    [[nodiscard]] bool holdsLoadedRowsIn(const std::string& key) const;
+
     // Whether the folder was scanned for itself in this session, or loaded so.
     [[nodiscard]] bool wasScanned(const std::string& key) const {
         return starts_.contains(key) || isLoaded(key);

@@ -190,6 +190,7 @@ void frmMain::followScan(bool running) {
         ani_.stop();
     }
     views_.followScan(running);
+    header_.followScan(running);
     bar_.setEnabled(!running);
     updateEscape();
     modMenus::setRowCommandsEnabled(cP_, !running);
