@@ -253,6 +253,10 @@ TEST_F(ItemMenuTest, offersOnlyWhatMakesSenseForALoadedScan) {
     command("LoadMDB");
     click(key());
     rightClickNode(key("b"));
+    EXPECT_EQ(offered(), "Open CopyPath ScanAgain ") << "it is on this machine, too";
+    openMenu()->close();
+    testSystem::removeAll(tree / "b");
+    rightClickNode(key("b"));
     EXPECT_EQ(offered(), "Open CopyPath ");
     openMenu()->close();
     QTest::qWait(0);

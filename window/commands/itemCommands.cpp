@@ -10,7 +10,9 @@
 #include "base/excludes.h"
 #include "base/formatSize.h"
 #include "db/folderRows.h"
+#include "platform/answering.h"
 #include "platform/fileManager.h"
+#include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/trash.h"
 #include "views/folderSummary.h"
@@ -64,6 +66,11 @@ bool ItemCommands::isLoaded(const std::string& item) const {
                                                            : std::string(clsFile(item).parentFolder()));
 }
 
+// What was loaded may also be on this computer. A volume that may never answer is asked only by a scan.
+bool ItemCommands::isHereNow(const std::string& folder) const {
+    return !isLoaded(folder) || platform::mayNotAnswer(folder) || platform::folderExists(folder);
+}
+
 ItemCommands::Offer ItemCommands::offerFor(const Items& items) const {
     Offer offer;
     if (items.empty()) {
@@ -77,7 +84,9 @@ ItemCommands::Offer ItemCommands::offerFor(const Items& items) const {
     offer.show = isHere && items.size() == 1;
     offer.copyPath = true;
     offer.properties = isHere;
-    offer.scanAgain = isFree && std::any_of(items.begin(), items.end(), isFolder);
+    offer.scanAgain = !dependencies_.search.processing && dependencies_.database.isOpen() &&
+                      std::any_of(items.begin(), items.end(),
+                                  [&](const auto& item) { return isFolder(item) && isHereNow(item); });
     offer.trash =
         isFree && !dependencies_.settings.readOnly() && std::none_of(items.begin(), items.end(), isRoot);
     offer.exclude = offer.trash;
