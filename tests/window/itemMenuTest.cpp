@@ -225,12 +225,21 @@ TEST_F(ItemMenuTest, tellsPropertiesOfOneAndOfSeveral) {
         testing::IsSupersetOf({Pair("Name", "own.txt"), Pair("Kind", "File"), Pair("Size", "50 bytes")}));
     EXPECT_THAT(dialogs.shownProperties[1],
                 ElementsAre(Pair("Items", "2"), Pair("Folders", "1"), Pair("Files", "1"),
-                            Pair("Size (scanned)", "3.0 Kb (3,060 bytes)")));
+                            Pair("In the folders", "2 files, 1 folder"),
+                            Pair("Size (scanned)", "3.0 Kb (3,060 bytes)"),
+                            Pair("Size on disk (scanned)", testing::_)));
+    const PropertyRows several = dialogs.shownProperties.back();
+    command("SizeOnDisk");
+    selectRows({"own.txt", "a"});
+    command("ItemProperties");
+    EXPECT_EQ(dialogs.shownProperties.back(), several) << "whichever size is shown elsewhere";
+    command("SizeOnDisk");
     control<FolderTree>("tvw").setFocus();
     command("ItemProperties");
     EXPECT_THAT(dialogs.shownProperties.back(),
                 testing::IsSupersetOf({Pair("Kind", "Folder"), Pair("Size (scanned)", "3.2 Kb (3,260 bytes)"),
                                        Pair("Contains", "4 files, 3 folders")}));
+    EXPECT_THAT(dialogs.shownProperties.back(), Contains(Pair("Size on disk (scanned)", testing::_)));
     selectRows({"b"});
     command("ItemProperties");
     EXPECT_THAT(dialogs.shownProperties.back(), Contains(Pair("Contains", "1 file, 0 folders")));
