@@ -16,8 +16,8 @@ class ImageList;
 // A column of a report list.
 struct ListColumn {
     std::string_view header;
-    std::string_view tag; // how modLvw::lvsort builds its keys: "SIZE", "CHANGE", "NUMBER", "SHARE",
-                          // "BALANCE", "DATE"; else text
+    // How modLvw::lvsort builds its keys: "SIZE", "CHANGE", "NUMBER", "SHARE", "BALANCE", "DATE"; else text.
+    std::string_view tag;
     bool isNumber;           // right-aligned
     std::string_view widest; // a text that initially fits into the column
     bool holdsNames = false; // internal names, or parts of them, which are shown as on the disk

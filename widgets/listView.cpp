@@ -37,8 +37,8 @@ public:
         const std::string_view tag = list_.rows().columns()[column].tag;
         if (tag == shareTag || tag == balanceTag) {
             const bool isSelected = option.state.testFlag(QStyle::State_Selected);
-            const QColor colour =
-                option.palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
+            const QPalette& palette = tag == balanceTag && !isSelected ? list_.palette() : option.palette;
+            const QColor colour = palette.color(isSelected ? QPalette::HighlightedText : QPalette::Highlight);
             const double share = numberOf(list_.rows().row(index.row()).cell(index.column()).tag).value_or(0);
             if (tag == shareTag) {
                 paintBar(*painter, option.rect, colour, share);

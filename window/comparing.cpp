@@ -28,6 +28,7 @@ constexpr qint64 quick = 500;             // ms: what takes no longer is compare
 std::string scannedFolder(const std::vector<modScans::Scan>& scans, Database& database,
                           std::string_view folder) {
     std::vector<std::string> scanned;
+    scanned.reserve(scans.size());
     for (const modScans::Scan& scan : scans) {
         scanned.push_back(scan.path);
     }
@@ -55,8 +56,8 @@ QString dateText(platform::Seconds moment) {
 
 } // namespace
 
-Comparing::Comparing(const Dependencies& dependencies)
-    : dependencies_(dependencies),
+Comparing::Comparing(Dependencies dependencies)
+    : dependencies_(std::move(dependencies)),
       choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database) {}
 
 void Comparing::start() {
@@ -256,20 +257,23 @@ void Comparing::scanned(const modProcessFiles::ScanResult& result) {
 
 // While a scan runs, only what it has to do with the comparison counts.
 void Comparing::followRows() {
-    if (dependencies_.open.isOpen() && !dependencies_.open.isOutdated() && rowsVersion() != rows_) {
-        const std::string& folder = dependencies_.open.comparison().request.folder;
-        const std::string& start = dependencies_.search.rootPath;
-        if (!dependencies_.search.processing || modScans::isAtOrBelow(start, folder) ||
-            modScans::isAtOrBelow(folder, start)) {
-            dependencies_.open.setOutdated();
-        }
+    if (!dependencies_.open.isOpen()) {
+        return;
+    }
+    const std::string& folder = dependencies_.open.comparison().request.folder;
+    const std::string& start = dependencies_.search.rootPath;
+    if (!dependencies_.open.isOutdated() && rowsVersion() != rows_ &&
+        (!dependencies_.search.processing || modScans::isAtOrBelow(start, folder) ||
+         modScans::isAtOrBelow(folder, start))) {
+        dependencies_.open.setOutdated();
+    }
+    if (dependencies_.database.isOpen() &&
+        std::exchange(onDisk_, dependencies_.database.database().countsSizeOnDisk()) !=
+            dependencies_.database.database().countsSizeOnDisk()) {
+        showRemark();
     }
     showHeader();
-    const bool isDue =
-        dependencies_.open.isOutdated() && cost_ <= quick && !dependencies_.search.processing &&
-        modFolderRows::find(dependencies_.database.database(), dependencies_.open.comparison().request.folder)
-            .isThere();
-    if (isDue && !std::exchange(isAgainDue_, true)) {
+    if (isAgainQuick() && !std::exchange(isAgainDue_, true)) {
         QTimer::singleShot(0, this, [this] {
             isAgainDue_ = false;
             if (dependencies_.open.isOutdated()) {
@@ -277,6 +281,18 @@ void Comparing::followRows() {
             }
         });
     }
+}
+
+// Whether it is to be compared again without being asked: what takes long, or was loaded without the compared
+// folder, is not.
+bool Comparing::isAgainQuick() const {
+    return modGlobal::trapped(moduleName, "followRows", [this] {
+        return dependencies_.open.isOutdated() && cost_ <= quick && !dependencies_.search.processing &&
+               !dependencies_.search.isBulkLoad() && dependencies_.database.isOpen() &&
+               modFolderRows::find(dependencies_.database.database(),
+                                   dependencies_.open.comparison().request.folder)
+                   .isThere();
+    });
 }
 
 // --- What is said -----------------------------------------------------------------------------------------
@@ -343,6 +359,7 @@ void Comparing::showRemark() {
     modGlobal::trapped(moduleName, "showComparison", [&] {
         const OpenComparison::Comparison& comparison = open.comparison();
         Database& rows = dependencies_.database.database();
+        onDisk_ = rows.countsSizeOnDisk();
         std::string remark =
             modChanges::remark(modScans::within(comparison.earlier->scans(), comparison.request.folderBefore),
                                modScans::within(modScans::all(rows), comparison.request.folder),

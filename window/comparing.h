@@ -40,7 +40,7 @@ public:
         std::function<void(const std::function<void()>&)> runExclusively;
     };
 
-    explicit Comparing(const Dependencies& dependencies);
+    explicit Comparing(Dependencies dependencies);
 
     // To be called when the menu has been made.
     void start();
@@ -77,6 +77,7 @@ private:
     [[nodiscard]] std::optional<modChanges::Result> compare(EarlierScan& earlier,
                                                             const modChanges::Request& request);
     void tellCancelled();
+    [[nodiscard]] bool isAgainQuick() const;
     void follow();
     void showHeader();
     void showRemark();
@@ -90,4 +91,5 @@ private:
     std::int64_t rows_ = 0; // the version that was compared
     qint64 cost_ = 0;       // of the last comparison, in milliseconds, without reading the saved scan
     bool isAgainDue_ = false;
+    bool onDisk_ = false; // the sizes that the views count
 };

@@ -45,8 +45,9 @@ QSize CutLabel::minimumSizeHint() const {
 
 void CutLabel::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    const QString cut = fontMetrics().elidedText(text(), cutAt_, width());
-    style()->drawItemText(&painter, rect(), static_cast<int>(alignment()), palette(), isEnabled(), cut,
+    const QRect room = rect().adjusted(std::max(indent(), 0), 0, 0, 0);
+    const QString cut = fontMetrics().elidedText(text(), cutAt_, room.width());
+    style()->drawItemText(&painter, room, static_cast<int>(alignment()), palette(), isEnabled(), cut,
                           foregroundRole());
 }
 

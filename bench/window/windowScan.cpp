@@ -27,6 +27,7 @@ public:
     void about() override {}
     void exportOptions(clsExport&) override {}
     void settings(SettingsSheet&) override {}
+    [[nodiscard]] QString folderBefore(const FolderBeforeRequest&) override { return {}; }
     [[nodiscard]] std::string saveFile(const FileRequest&) override { return file; }
     [[nodiscard]] std::string openFile(const FileRequest&) override { return file; }
     [[nodiscard]] bool startProgramOf(const std::string&) override { return true; }

@@ -44,6 +44,36 @@ TEST(ChartPainting, barsFollowTheirValues) {
     }
 }
 
+TEST(ChartPainting, changesStandToBothSidesOfTheMiddle) {
+    for (const int count : {1, 2, 15, 200}) {
+        std::vector<ChartEntry> entries = ascending(count); // the largest shrinks
+        for (std::size_t i = 1; i <= entries.size(); i += 2) {
+            entries[entries.size() - i].size *= -1;
+        }
+        ChartState state = stateOf(entries);
+        state.values = ChartValues::changes;
+        state.entire = true;
+        const ChartFrame frame(QRectF(0, 0, 900, 600), state);
+        const ChartBars bars(frame, state);
+        EXPECT_NEAR(bars.zero, frame.plot.center().x(), 1);
+        std::vector<QRectF> marks;
+        for (const ChartBar& bar : bars.bars) {
+            EXPECT_EQ(bar.front.center().x() < bars.zero + frame.depth.x() / 2, bar.megabytes < 0) << count;
+            EXPECT_NEAR(bar.front.width(), std::max(std::fabs(bar.megabytes) * bars.pixelsPerMegabyte, 1.0),
+                        1.5);
+            if (bar.hasTexts()) {
+                EXPECT_EQ(bar.mark.center().x() < bars.zero, bar.megabytes < 0) << count;
+                EXPECT_TRUE(bar.value.startsWith(bar.megabytes < 0 ? u'-' : u'+'));
+                EXPECT_TRUE(frame.panel.contains(bar.mark)) << count;
+                for (const QRectF& other : marks) {
+                    EXPECT_FALSE(bar.mark.intersects(other)) << count;
+                }
+                marks.push_back(bar.mark);
+            }
+        }
+    }
+}
+
 // Whatever the size and the entries, marks and labels stay within the panel and do not overlap.
 TEST(ChartPainting, nothingOverlapsOrLeavesThePanel) {
     std::vector<ChartEntry> names = ascending(15);

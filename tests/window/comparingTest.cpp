@@ -198,7 +198,7 @@ TEST_F(ComparingInWindow, canBeCancelledWithNothingChanged) {
 TEST_F(ComparingInWindow, followsWhatIsShown) {
     openOnChangedTree();
     window->compareWith(before());
-    const std::string a = changesOfTree.front();
+    const std::string& a = changesOfTree.front();
     const std::pair<std::function<void()>, std::vector<std::string>> steps[] = {
         {[this] {
              tree.write("b/note.txt", std::string(300, 'x'));
@@ -218,7 +218,7 @@ TEST_F(ComparingInWindow, followsWhatIsShown) {
     };
     for (const auto& [step, expected] : steps) {
         step();
-        EXPECT_TRUE(QTest::qWaitFor([&] { return changes() == expected; }))
+        EXPECT_TRUE(QTest::qWaitFor([&, &wanted = expected] { return changes() == wanted; }))
             << testing::PrintToString(changes());
         EXPECT_TRUE(QTest::qWaitFor([this] { return label("lblComparison").starts_with("Change: "); }));
         EXPECT_FALSE(control<MessageBar>("messageBar").holds(MessageBar::Topic::outdatedComparison));
@@ -325,7 +325,7 @@ TEST_F(ComparingInWindow, findKnowsWhatHasChanged) {
     for (const auto& [choice, expected] : cases) {
         state.setCurrentText(QString::fromUtf8(choice));
         Q_EMIT state.activated(state.currentIndex());
-        EXPECT_TRUE(QTest::qWaitFor([&] { return label("lblFound") == expected; }))
+        EXPECT_TRUE(QTest::qWaitFor([&, wanted = expected] { return label("lblFound") == wanted; }))
             << choice << ": " << label("lblFound");
     }
     command("CloseComparison");
@@ -368,6 +368,22 @@ TEST_F(ComparingInWindow, offersForWhatIsGoneOnlyWhatMakesSense) {
     QTest::keyClick(&list, Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
               "Name,Before,Now,Change,State\r\nx.txt,10 bytes,,-10 bytes,gone");
+}
+
+// The saved scan may be anybody's.
+TEST_F(ComparingInWindow, copiesNoNameAsAFormula) {
+    openOnTree();
+    tree.write("b/=1+1", "x");
+    scanAnew();
+    save();
+    testSystem::removeAll(tree / "b/=1+1");
+    scanAnew();
+    window->compareWith(before());
+    activate("b");
+    ASSERT_FALSE(window->database().holdsLoadedRows());
+    QTest::keyClick(&control<ListView>("lvwChanges"), Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().toStdString(),
+              "Name,Before,Now,Change,State\r\n'=1+1,1 bytes,,-1 bytes,gone");
 }
 
 } // namespace

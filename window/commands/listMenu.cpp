@@ -43,8 +43,9 @@ void ListMenu::copySelection() {
 
 void ListMenu::copy(const ListView& list, bool onlySelected) {
     const ShownList table(list.rows(), onlySelected ? std::optional(list.selectedRows()) : std::nullopt);
-    modGlobal::copyClipboardLvw(table, dependencies_.userInterface, dependencies_.clipboard,
-                                dependencies_.settings.exact(), dependencies_.database.holdsLoadedRows());
+    modGlobal::copyClipboardLvw(
+        table, dependencies_.userInterface, dependencies_.clipboard, dependencies_.settings.exact(),
+        dependencies_.database.holdsLoadedRows() || dependencies_.views.listsSavedRows());
 }
 
 // The kind of list, and the folder that it shows.

@@ -6,7 +6,6 @@
 
 #include "base/errorTrap.h"
 #include "base/numberFormat.h"
-#include "widgets/changesList.h"
 #include "widgets/helpTopic.h"
 #include "widgets/lvsort.h"
 #include "widgets/qtText.h"
@@ -20,7 +19,7 @@ constexpr int toggledOrder = -1;
 
 ChangesPage::ChangesPage(Dependencies dependencies)
     : dependencies_(std::move(dependencies)), lvwChanges_(modChangesList::columns(), &dependencies_.icons),
-      icons_(lvwChanges_, dependencies_.icons), column_(modChangesList::balance) {
+      icons_(lvwChanges_, dependencies_.icons) {
     layOut();
     wire();
 }
@@ -146,7 +145,8 @@ QString ChangesPage::answerText(std::span<const modChanges::Change> changes) con
         return QStringLiteral("Choose File > Compare with Saved Scan to see what has changed since.");
     }
     if (!dependencies_.open.covers(shown_)) {
-        return QStringLiteral("%1 is not in what was compared, which is %2.")
+        return QStringLiteral("%1 is not in what was compared, which is %2. Choose File > Compare with Saved "
+                              "Scan to compare it.")
             .arg(modQt::shownFolder(shown_),
                  modQt::shownFolder(dependencies_.open.comparison().request.folder));
     }

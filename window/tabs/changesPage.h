@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 
+#include "widgets/changesList.h"
 #include "widgets/listView.h"
 #include "widgets/rowIcons.h"
 #include "widgets/systemIcons.h"
@@ -66,8 +67,8 @@ private:
     QLabel lblChanges_;
     ListView lvwChanges_;
     RowIcons icons_;
-    std::string selected_; // the selected folder for which the list was filled
-    std::string shown_;    // that, or a folder below it that is gone
-    int column_;           // by which the list is sorted, counted from 1
+    std::string selected_;                 // the selected folder for which the list was filled
+    std::string shown_;                    // that, or a folder below it that is gone
+    int column_ = modChangesList::balance; // by which the list is sorted, counted from 1
     bool descending_ = true;
 };

@@ -78,6 +78,8 @@ public:
     }
     // The folder whose contents the list on the active tab shows.
     [[nodiscard]] std::string listedFolder() const;
+    // Whether rows of the list on the active tab may be those of a saved scan that is compared with.
+    [[nodiscard]] bool listsSavedRows() const;
     // Goes to the tab Changes.
     void showChanges();
     // There, goes into a folder that is gone.

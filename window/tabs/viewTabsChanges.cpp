@@ -41,6 +41,11 @@ void ViewTabs::showChanges() {
     changes_.list().setFocus();
 }
 
+bool ViewTabs::listsSavedRows() const {
+    const QWidget* const shown = XTab_.currentWidget();
+    return dependencies_.comparison.isOpen() && (shown == &changes_ || shown == &find_);
+}
+
 void ViewTabs::enterFormer(const std::string& key) {
     showChanges();
     changes_.enterFormer(key);
