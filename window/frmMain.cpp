@@ -142,18 +142,26 @@ void frmMain::form_unload() {
         modGlobal::Logging::quiet);
 }
 
-void frmMain::saveLook() {
+// Qt writes it when events are handled next.
+void frmMain::saveRecent() {
     if (!state_) {
         return;
     }
     if (!platform::somethingExists(stateFile_)) {
         platform::replaceFile(stateFile_, {}, platform::NewFile::own); // Qt would make it for all to read
     }
+    recent_.places().save(*state_);
+}
+
+void frmMain::saveLook() {
+    if (!state_) {
+        return;
+    }
+    saveRecent();
     state_->setValue(QStringLiteral("geometry"), saveGeometry());
     state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
     views_.save(*state_);
     treeSizes_.save(*state_);
-    recent_.places().save(*state_);
     history_.save(*state_);
     state_->sync();
 }
@@ -184,6 +192,7 @@ void frmMain::followScan(bool running) {
         ani_.stop();
     }
     views_.followScan(running);
+    header_.followScan(running);
     bar_.setEnabled(!running);
     updateEscape();
     modMenus::setRowCommandsEnabled(cP_, !running);
@@ -254,7 +263,11 @@ void frmMain::wire() {
         }
     });
     connect(&opening_, &Opening::folderOpened, this,
-            [this](const std::string& key) { recent_.places().add(RecentPlaces::Kind::folder, key); });
+            [this](const std::string& key) { recent_.add(RecentPlaces::Kind::folder, key); });
+    connect(&recent_, &RecentMenu::changed, this, [this] { // also if the program is killed
+        modGlobal::trapped(
+            moduleName, "saveRecent", [this] { saveRecent(); }, modGlobal::Logging::quiet);
+    });
     connect(&opening_, &Opening::typedOpened, &views_, &ViewTabs::takeFocus);
     connect(&bar_, &MessageBar::shownChanged, this, &frmMain::updateEscape);
     connect(&unreadable_, &frmUnreadable::folderChosen, this,
@@ -397,7 +410,7 @@ void frmMain::loadChosen(const std::string& file) {
 
 void frmMain::noteSavedScan(const std::string& file) {
     if (!file.empty()) {
-        recent_.places().add(RecentPlaces::Kind::savedScan, platform::toInternal(file));
+        recent_.add(RecentPlaces::Kind::savedScan, platform::toInternal(file));
     }
 }
 

@@ -78,6 +78,7 @@ private:
     void form_load();
     void form_unload();
     void restoreLook();
+    void saveRecent();
     void saveLook();
     [[nodiscard]] std::string newWorkbook();
     void nameControls();
