@@ -73,8 +73,9 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
                 [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
       recent_({cP_, [this](const std::string& path) { return opening_.open(path); }}),
-      history_(historyNeeds()), commands_(cP_, settings_, userInterface_, menuTargets()),
-      escape_(Qt::Key_Escape, this), toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
+      history_(historyNeeds()), servers_({*this, working_, databases_, userInterface_, dialogs}),
+      commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
+      toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
     layOut();
     wire();
@@ -130,6 +131,7 @@ void frmMain::restoreLook() {
     treeSizes_.restore(*state_);
     recent_.places().restore(*state_);
     history_.restore(*state_);
+    servers_.restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -163,6 +165,7 @@ void frmMain::saveLook() {
     views_.save(*state_);
     treeSizes_.save(*state_);
     history_.save(*state_);
+    servers_.save(*state_);
     state_->sync();
 }
 
@@ -367,6 +370,7 @@ MenuTargets frmMain::menuTargets() {
     targets.compareScan = [this] { comparing_.chooseAndCompare(); };
     targets.closeComparison = [this] { comparing_.close(); };
     targets.history = [this] { history_.show(); };
+    targets.loadFromServer = [this] { runExclusively([this] { loadFromServer(); }); };
     targets.settings = [this] { changeSettings_.run(); };
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };
@@ -405,6 +409,14 @@ void frmMain::loadChosen(const std::string& file) {
         notices_.loaded();
         header_.setSavedScan(
             modQt::shownText(modExport::savedScanText(file, modScans::all(working_.database()))));
+    }
+}
+
+void frmMain::loadFromServer() {
+    const auto title = servers_.load();
+    if (title) {
+        notices_.loaded();
+        header_.setSavedScan(modQt::shownText(*title));
     }
 }
 
