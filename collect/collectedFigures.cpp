@@ -54,7 +54,7 @@ public:
     }
 
     [[nodiscard]] std::string figuresOf(const std::string& scans) const {
-        return "SELECT host, scan, path, toUnixTimestamp(finished), " + size() +
+        return "SELECT host, scan, path, toUnixTimestamp(finished), foldersOnly, " + size() +
                ", fileCount, folderCount FROM (" + scans + ")";
     }
     // The same figures of the folder, in each of the scans.
@@ -102,7 +102,7 @@ private:
     }
     [[nodiscard]] std::string size() const { return question_.onDisk ? "sizeOnDisk" : "size"; }
     [[nodiscard]] std::string limit() const {
-        return question_.top == 0 ? std::string() : " LIMIT " + std::to_string(question_.top);
+        return " LIMIT " + std::to_string(question_.top == 0 ? mostRows : question_.top + 1);
     }
 
     // The condition on scans that the question is about them: of the host, and at, below or above the path.
@@ -148,8 +148,7 @@ private:
 
 // One scan, or what it tells of a folder.
 struct Scan {
-    std::string scan;
-    std::string path;
+    std::string scan; // its id
     Row row;
 };
 
@@ -204,7 +203,7 @@ private:
         static const HttpClient::Parameters parameters{{"wait_end_of_query", "1"},
                                                        {"max_bytes_before_external_group_by", "1000000000"},
                                                        {"max_bytes_before_external_sort", "1000000000"}};
-        TabSeparated answer(fields, take);
+        TabSeparated answer(fields, mostRows, take);
         server_.ask(
             statement, [&](std::string_view piece) { answer.add(piece); }, parameters);
         answer.finish();
@@ -217,13 +216,16 @@ private:
     // By host and path, in the order of the statement.
     [[nodiscard]] std::vector<Scan> scansOf(const std::string& statement) {
         std::vector<Scan> scans;
-        read(statements_.figuresOf(statement), 7, [&](Fields& fields) {
+        read(statements_.figuresOf(statement), 8, [&](Fields& fields) {
             Scan scan;
             scan.scan = std::move(fields[1]);
-            scan.path = std::move(fields[2]);
+            const std::string path = std::move(fields[2]);
             const platform::Seconds finished = wholeNumber(fields[3]);
-            fields = {std::move(fields[0]), scan.path, fields[4], fields[5], fields[6]};
+            const bool isFoldersOnly = wholeNumber(fields[4]) != 0;
+            fields = {std::move(fields[0]), path, fields[5], fields[6], fields[7]};
             scan.row = folderIn(fields);
+            scan.row.began = path;
+            scan.row.isFoldersOnly = isFoldersOnly;
             scan.row.scanned = finished;
             scans.push_back(std::move(scan));
         });
@@ -233,7 +235,7 @@ private:
 
     // Where the folder lies within a scan, it takes the place of the scan's.
     void lookIntoScans(std::vector<Scan>& scans, const std::string& statement) {
-        const auto isAbove = [&](const Scan& scan) { return scan.path.size() < question_.path.size(); };
+        const auto isAbove = [&](const Scan& scan) { return scan.row.began.size() < question_.path.size(); };
         if (std::none_of(scans.begin(), scans.end(), isAbove)) {
             return;
         }
@@ -243,16 +245,18 @@ private:
             fields[1] = question_.path;
             found.emplace(std::move(key), folderIn(fields));
         });
-        std::erase_if(scans, [&](Scan& scan) {
-            const auto place = found.find({scan.row.host, scan.scan});
-            if (!isAbove(scan) || place == found.end()) {
-                return isAbove(scan);
+        for (Scan& scan : scans) {
+            if (!isAbove(scan)) {
+                continue;
             }
-            const auto scanned = scan.row.scanned;
-            scan.row = place->second;
-            scan.row.scanned = scanned;
-            return false;
-        });
+            Row& row = scan.row;
+            row.name = question_.path;
+            const auto place = found.find({row.host, scan.scan});
+            row.isGone = place == found.end();
+            row.size = row.isGone ? 0 : place->second.size;
+            row.files = row.isGone ? 0 : place->second.files;
+            row.folders = row.isGone ? 0 : place->second.folders;
+        }
     }
 
     void askForMachines() {
@@ -262,26 +266,28 @@ private:
         for (Scan& scan : scansOf(statements_.newestScans(2))) {
             std::vector<Row>& machines = rows(Table::machines);
             const bool isSecond = !machines.empty() && machines.back().host == scan.row.host &&
-                                  machines.back().name == scan.row.name && lastPath_ == scan.path;
+                                  machines.back().began == scan.row.began;
             if (isSecond) {
-                machines.back().before = scan.row.size;
+                machines.back().before = scan.row.isGone ? std::nullopt : scan.row.size;
                 machines.back().since = scan.row.scanned;
             } else {
                 scan.row.isInOther = !outermost.contains({scan.row.host, scan.scan});
                 machines.push_back(std::move(scan.row));
-                lastPath_ = std::move(scan.path);
             }
         }
+        std::erase_if(rows(Table::machines), [](const Row& row) { return row.isGone && !row.before; });
     }
 
     void askForGrowth() {
         std::map<std::pair<std::string, std::string>, Row> before;
         for (Scan& scan : scansOf(statements_.scansBefore(since_))) {
-            before.emplace(std::pair(scan.row.host, scan.row.name), std::move(scan.row));
+            if (!scan.row.isGone) {
+                before.emplace(std::pair(scan.row.host, scan.row.began), std::move(scan.row));
+            }
         }
         std::vector<Row>& grown = rows(Table::growth);
         for (const Row& machine : rows(Table::machines)) {
-            const auto place = before.find({machine.host, machine.name});
+            const auto place = before.find({machine.host, machine.began});
             if (place != before.end() && place->second.scanned != machine.scanned) {
                 grown.push_back(machine);
                 grown.back().before = place->second.size;
@@ -298,7 +304,6 @@ private:
     Statements statements_;
     platform::Seconds since_;
     Figures figures_;
-    std::string lastPath_; // of the machine listed last
 };
 
 bool isDriveLetter(std::string_view path) {

@@ -18,7 +18,8 @@ struct Question {
     std::string host; // empty for all
     std::string path; // of a folder, as it is called there; empty for all
     bool onDisk = false;
-    std::size_t top = 0;   // rows of each table but that of the machines; 0 for all
+    // Rows of each table but that of the machines, and one more if there are; 0 for all.
+    std::size_t top = 0;
     std::int64_t days = 0; // that growth is told of
 };
 
@@ -36,13 +37,16 @@ inline constexpr std::size_t tables = 6;
 struct Row {
     std::string host;
     std::string name;                         // a path, an owner or an extension
+    std::string began;                        // of a machine: the path with which the scan began
     std::optional<platform::Seconds> scanned; // when the newest scan of it ended
     std::optional<platform::Seconds> since;   // when the one before, that `before` comes from, did
     std::optional<double> size;
     std::optional<double> files;
     std::optional<double> folders;
     std::optional<double> before;
-    bool isInOther = false; // of a machine: within another scan of it, and so counted in no other table
+    bool isGone = false;        // the newest scan has come to the folder's place, and has not found it
+    bool isFoldersOnly = false; // of a machine: its files are in no other table
+    bool isInOther = false;     // of a machine: within another scan of it, and so counted in no other table
 
     [[nodiscard]] std::optional<double> change() const {
         return size && before ? std::optional(*size - *before) : std::nullopt;
@@ -57,6 +61,9 @@ struct Figures {
         return rows.at(static_cast<std::size_t>(table));
     }
 };
+
+// No answer has more rows than this; `strange` if a server sends more.
+inline constexpr std::size_t mostRows = 200'000;
 
 // Asks the server. Throws ServerError; `strange` as well if its tables are not of this version.
 [[nodiscard]] Figures ask(HttpClient& server, const Question& question, platform::Seconds now);

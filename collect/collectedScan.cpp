@@ -21,6 +21,7 @@ namespace modCollected {
 namespace {
 
 constexpr std::size_t mostListed = 10;
+constexpr std::uint64_t mostRows = 10'000'000'000; // of a scan
 
 [[noreturn]] void refuse(const HttpClient& server, const std::string& reason) {
     throw ServerError(ServerError::Kind::refused, errorNumber::fileNotFound,
@@ -60,10 +61,10 @@ std::string statementFor(const HttpClient& server, const Wanted& wanted) {
            std::to_string(mostListed + 1);
 }
 
-std::vector<Found> ask(HttpClient& server, const std::string& statement) {
+std::vector<Found> ask(HttpClient& server, const std::string& statement, std::size_t most) {
     constexpr std::size_t columns = 10;
     std::vector<Found> all;
-    TabSeparated answer(columns, [&](TabSeparated::Row& row) {
+    TabSeparated answer(columns, most, [&](TabSeparated::Row& row) {
         Found found;
         found.host = std::move(row[0]);
         found.scan = std::move(row[1]);
@@ -72,6 +73,9 @@ std::vector<Found> ask(HttpClient& server, const std::string& statement) {
         found.separator = row[4] == "\\" ? '\\' : '/';
         found.finished = numberIn<platform::Seconds>(row[5]);
         found.rows = numberIn<std::uint64_t>(row[6]);
+        if (found.rows > mostRows) {
+            refuseRows(server);
+        }
         found.size = static_cast<double>(numberIn<std::int64_t>(row[7]));
         found.files = static_cast<double>(numberIn<std::int64_t>(row[8]));
         found.records = std::move(row[9]);
@@ -154,12 +158,14 @@ void fill(Database& target, HttpClient& server, const Found& found) {
 } // namespace
 
 std::vector<Found> list(HttpClient& server, std::size_t most) {
-    return ask(server, selectFrom(server, "''") + " ORDER BY host, path, finished DESC, scan LIMIT " +
-                           std::to_string(most));
+    return ask(server,
+               selectFrom(server, "''") + " ORDER BY host, path, finished DESC, scan LIMIT " +
+                   std::to_string(most),
+               most);
 }
 
 Found find(HttpClient& server, const Wanted& wanted) {
-    std::vector<Found> all = ask(server, statementFor(server, wanted));
+    std::vector<Found> all = ask(server, statementFor(server, wanted), mostListed + 1);
     if (all.empty()) {
         refuse(server, "no such scan of " + oneSafeLine(wanted.host));
     }
@@ -178,12 +184,29 @@ Fetched fetch(WorkingDatabase& working, HttpClient& server, const Found& found,
               clsUserInterface& userInterface) {
     Fetched fetched = working.prepareCompanion();
     const ShownProgress progress(userInterface, 0);
-    runInBackground(userInterface, [&] { fill(fetched->database(), server, found); });
+    try {
+        runInBackground(userInterface, [&] { fill(fetched->database(), server, found); });
+    } catch (const ServerError&) {
+        throw;
+    } catch (const RuntimeError& error) {
+        if (error.number() == databaseError::diskFull) {
+            throw;
+        }
+        refuseRows(server); // what a row cannot hold, or two rows of one number
+    }
     return fetched;
 }
 
 void load(WorkingDatabase& working, const Fetched& fetched, clsUserInterface& userInterface) {
-    modExport::loadDatabase(working, platform::displayPath(fetched->finish()), userInterface);
+    try {
+        modExport::loadDatabase(working, platform::displayPath(fetched->finish()), userInterface);
+    } catch (const RuntimeError& error) {
+        if (error.number() != databaseError::damaged) {
+            throw;
+        }
+        throw RuntimeError(databaseError::damaged,
+                           "What the server has sent cannot be the rows of a scan. It was not loaded.");
+    }
 }
 
 std::string titleOf(const Found& found, const HttpClient& server) {

@@ -126,6 +126,7 @@ struct HttpClient::Transfer {
     std::int64_t sent = 0;
 
     std::string refusal = {}; // the start of an answer that is none
+    bool hasRefused = false;  // there is no need for the rest
     std::exception_ptr thrown = nullptr;
     bool cancelled = false;
     bool silent = false;
@@ -157,6 +158,7 @@ struct HttpClient::Transfer {
             (*target)(part);
         } else {
             refusal.append(part.substr(0, mostErrorBytes - std::min(mostErrorBytes, refusal.size())));
+            hasRefused = refusal.size() >= mostErrorBytes;
         }
     }
 
@@ -192,7 +194,7 @@ struct HttpClient::Transfer {
         const std::size_t failed = size * count + 1;
         return self.guarded(failed, [&] {
             self.write({buffer, size * count});
-            return size * count;
+            return self.hasRefused ? failed : size * count;
         });
     }
     static int progressCallback(void* transfer, curl_off_t /*toCome*/, curl_off_t come, curl_off_t /*toGo*/,
@@ -312,7 +314,6 @@ void HttpClient::run(Transfer& transfer, std::string_view body, const Parameters
     handle_->set(CURLOPT_NOPROGRESS, 0L);
     handle_->set(CURLOPT_XFERINFOFUNCTION, &Transfer::progressCallback);
     handle_->set(CURLOPT_XFERINFODATA, static_cast<void*>(&transfer));
-    curl_easy_setopt(transfer.curl, CURLOPT_ACCEPT_ENCODING, "gzip"); // if the library can
     if (transfer.source != nullptr) {
         headers.add("Transfer-Encoding: chunked");
         headers.add("Content-Encoding: gzip");
@@ -338,7 +339,7 @@ void HttpClient::requireSuccess(Transfer& transfer, int result) const {
     long status = 0;
     curl_easy_getinfo(transfer.curl, CURLINFO_RESPONSE_CODE, &status);
     // A server that has refused breaks off; what it said before counts.
-    if (result != CURLE_OK && (status < firstRefusal || transfer.cancelled)) {
+    if (result != CURLE_OK && (transfer.cancelled || (status < firstRefusal && !transfer.hasRefused))) {
         fail(transfer, result);
     }
     const char* kind = nullptr;
@@ -393,6 +394,10 @@ ServerError HttpClient::refusal(const Transfer& transfer) const {
     const bool isDenied = status == unauthorized || status == forbidden;
     std::string said = oneSafeLine(transfer.refusal);
     said = said.empty() ? "status " + std::to_string(status) : said;
+    constexpr std::array<int, 3> wrongUser{192, 193, 516};
+    if (isDenied || std::find(wrongUser.begin(), wrongUser.end(), code) != wrongUser.end()) {
+        said += " (wrong user or password; see --collect-password-file)";
+    }
     return {mayPass ? Kind::unreachable : Kind::refused,
             isDenied ? errorNumber::permissionDenied : errorNumber::inputOutput, server + " refuses: " + said,
             code};

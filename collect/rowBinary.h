@@ -35,7 +35,7 @@ inline void appendText(std::string& result, std::string_view text) {
 class Reader {
 public:
     // A longer text than this is none of a scan.
-    static constexpr std::size_t longestText = 1U << 24;
+    static constexpr std::size_t longestText = 1U << 20;
 
     explicit Reader(std::string_view bytes) : bytes_(bytes) {}
 

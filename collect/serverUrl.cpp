@@ -112,6 +112,9 @@ ServerUrl parseServerUrl(std::string_view text) {
         refuse("it names no host");
     }
     url.host = place;
+    if (text.ends_with('/')) {
+        text.remove_suffix(1);
+    }
     if (!isPlainName(text)) {
         refuse("behind its host must stand \"/\" and the name of a database, of letters, digits and \"_\"");
     }

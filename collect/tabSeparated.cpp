@@ -6,7 +6,8 @@
 
 namespace {
 
-constexpr std::size_t mostBytes = std::size_t{1} << 20;
+constexpr std::size_t mostBytes = std::size_t{1} << 20; // of a row
+constexpr std::size_t mostBytesOfAll = std::size_t{256} << 20;
 
 [[noreturn]] void refuse() {
     throw ServerError(ServerError::Kind::strange, errorNumber::inputOutput,
@@ -35,8 +36,8 @@ char unescaped(char letter) {
 
 } // namespace
 
-TabSeparated::TabSeparated(std::size_t fields, std::function<void(Row& row)> take)
-    : fields_(fields), take_(std::move(take)), row_(1) {}
+TabSeparated::TabSeparated(std::size_t fields, std::size_t mostRows, std::function<void(Row& row)> take)
+    : fields_(fields), rowsLeft_(mostRows), take_(std::move(take)), row_(1) {}
 
 void TabSeparated::add(std::string_view piece) {
     for (const char c : piece) {
@@ -45,7 +46,7 @@ void TabSeparated::add(std::string_view piece) {
 }
 
 void TabSeparated::addByte(char c) {
-    if (++bytes_ > mostBytes) {
+    if (++bytes_ > mostBytes || ++allBytes_ > mostBytesOfAll) {
         refuse();
     }
     if (isEscaped_) {
@@ -65,7 +66,7 @@ void TabSeparated::addByte(char c) {
 }
 
 void TabSeparated::endRow() {
-    if (row_.size() != fields_) {
+    if (row_.size() != fields_ || rowsLeft_-- == 0) {
         refuse();
     }
     take_(row_);

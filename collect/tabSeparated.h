@@ -11,10 +11,12 @@
 class TabSeparated {
 public:
     using Row = std::vector<std::string>;
-    // Takes each row; its fields may be moved from. Every row has that many fields.
-    TabSeparated(std::size_t fields, std::function<void(Row& row)> take);
+    // Takes each row; its fields may be moved from. Every row has that many fields, and there are at most so
+    // many rows.
+    TabSeparated(std::size_t fields, std::size_t mostRows, std::function<void(Row& row)> take);
 
-    // Throws ServerError (strange) if a row has another number of fields, or more bytes than one can have.
+    // Throws ServerError (strange) if a row has another number of fields, there are more rows, or more bytes
+    // than these can have.
     void add(std::string_view piece);
     // Throws it if the last row is not complete.
     void finish() const;
@@ -24,8 +26,10 @@ private:
     void endRow();
 
     std::size_t fields_;
+    std::size_t rowsLeft_;
     std::function<void(Row& row)> take_;
     Row row_;
     std::size_t bytes_ = 0; // of the row
+    std::size_t allBytes_ = 0;
     bool isEscaped_ = false;
 };

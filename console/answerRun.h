@@ -32,6 +32,7 @@ protected:
     [[nodiscard]] const std::string& applicationFolder() const noexcept { return applicationFolder_; }
     [[nodiscard]] clsRegSettings& store() noexcept { return store_; }
 
+    [[nodiscard]] bool hasOutputs() const noexcept { return !outputs_.empty(); }
     void print(const std::string& text);
     // Writes each output, which `one` does; a message of its tells of a failure.
     void write(const std::function<void(const Output& output, clsUserInterface& userInterface)>& one);

@@ -19,16 +19,18 @@ void CollectedRun::answer() {
     question.host = options().host;
     question.path = options().paths.empty() ? "" : modCollected::folderPath(options().paths.front());
     question.onDisk = options().onDisk.value_or(false);
-    question.top = static_cast<std::size_t>(options().top);
+    question.top = hasOutputs() ? 0 : static_cast<std::size_t>(options().top); // reports have all rows
     question.days = options().days;
     modServer::requireSchema(server);
     const platform::Seconds now = platform::now();
     const modCollected::Figures figures = modCollected::ask(server, question, now);
     if (figures.of(Table::machines).empty()) {
-        fail(server.url().shown(), "There is no scan of this on the server");
+        const std::string host = question.host.empty() ? "" : " of " + oneSafeLine(question.host);
+        const std::string path = question.path.empty() ? "" : " with " + oneSafeLine(question.path);
+        fail(server.url().shown(), "There is no scan" + host + path + " on the server");
         return;
     }
-    print(collectedTables(figures, question, now));
+    print(collectedTables(figures, question.days, static_cast<std::size_t>(options().top), now));
     write([&](const Output& output, clsUserInterface& userInterface) {
         const modCollected::CollectedTable table(figures, *output.format == modExport::ReportFormat::html);
         modExport::exportListFile(*output.format, table, "Collected on " + server.url().shown(),

@@ -15,7 +15,6 @@
 namespace {
 
 using modCollected::Figures;
-using modCollected::Question;
 using modCollected::Row;
 using modCollected::Table;
 
@@ -63,9 +62,15 @@ std::string printed(const Figures& figures, Table table, const std::array<std::s
     for (std::size_t i = 0; i < textTable::shownRows(all.size(), top); ++i) {
         rows.push_back(cells(all[i]));
     }
+    const bool hasMore = textTable::shownRows(all.size(), top) < all.size();
     return all.empty()
                ? std::string()
-               : textTable::table(rows, number, numbersEnd) + textTable::moreLine(all.size(), top) + "\n";
+               : textTable::table(rows, number, numbersEnd) + (hasMore ? "  (and more)\n" : "") + "\n";
+}
+
+std::string remarkOf(const Row& row) {
+    return std::string(row.isGone ? " (gone)" : "") + (row.isFoldersOnly ? " (folders only)" : "") +
+           (row.isInOther ? " (in another scan)" : "");
 }
 
 std::string machines(const Figures& figures, platform::Seconds now) {
@@ -73,30 +78,39 @@ std::string machines(const Figures& figures, platform::Seconds now) {
         {"Host", "Size", "Change", "Files", "Folders", "Age", "Scanned", "Path"}};
     double size = 0;
     double files = 0;
+    double foldersOnly = 0;
     std::set<std::string> hosts;
     for (const Row& row : figures.of(Table::machines)) {
         rows.push_back({forTerminal(row.host), sizeText(row.size), changeText(row), countText(row.files),
                         countText(row.folders), ageText(row.scanned, now), dateText(row.scanned),
-                        forTerminal(row.name) + (row.isInOther ? " (in another scan)" : "")});
-        size += row.isInOther ? 0 : row.size.value_or(0);
-        files += row.isInOther ? 0 : row.files.value_or(0);
-        hosts.insert(row.host);
+                        forTerminal(row.name) + remarkOf(row)});
+        const bool counts = !row.isInOther && !row.isGone;
+        size += counts ? row.size.value_or(0) : 0;
+        files += counts ? row.files.value_or(0) : 0;
+        foldersOnly += counts && row.isFoldersOnly ? 1 : 0;
+        if (counts) {
+            hosts.insert(row.host);
+        }
     }
     return textTable::table(rows, 1, 6) +
            "\nTotal: " + modFormat::countedText(static_cast<double>(hosts.size()), "machine", "machines") +
-           ", " + modLvw::formatSize(size) + ", " + modFormat::countedText(files, "file", "files") + "\n\n";
+           ", " + modLvw::formatSize(size) + ", " + modFormat::countedText(files, "file", "files") + "\n" +
+           (foldersOnly > 0 ? modFormat::countedText(foldersOnly, "scan has", "scans have") +
+                                  " folders only: their files are in no table below.\n"
+                            : "") +
+           "\n";
 }
 
-std::string groups(const Figures& figures, Table table, const std::string& header) {
-    return printed<3>(figures, table, {header, "Total Size", "File Count"}, 1, 3, 0,
+std::string groups(const Figures& figures, Table table, const std::string& header, std::size_t top) {
+    return printed<3>(figures, table, {header, "Total Size", "File Count"}, 1, 3, top,
                       [](const Row& row) -> std::array<std::string, 3> {
                           return {forTerminal(row.name), sizeText(row.size), countText(row.files)};
                       });
 }
 
-std::string folders(const Figures& figures) {
+std::string folders(const Figures& figures, std::size_t top) {
     return printed<5>(figures, Table::folders, {"Size", "Files", "Folders", "Host", "Largest Folders"}, 0, 3,
-                      0, [](const Row& row) -> std::array<std::string, 5> {
+                      top, [](const Row& row) -> std::array<std::string, 5> {
                           return {sizeText(row.size), countText(row.files), countText(row.folders),
                                   forTerminal(row.host), forTerminal(row.name)};
                       });
@@ -110,9 +124,9 @@ std::string growth(const Figures& figures, const std::string& days, std::size_t 
                       });
 }
 
-std::string grownFolders(const Figures& figures, const std::string& days) {
+std::string grownFolders(const Figures& figures, const std::string& days, std::size_t top) {
     return printed<5>(figures, Table::grownFolders,
-                      {"Before", "Now", "Change", "Host", "Folders That Changed Most" + days}, 0, 3, 0,
+                      {"Before", "Now", "Change", "Host", "Folders That Changed Most" + days}, 0, 3, top,
                       [](const Row& row) -> std::array<std::string, 5> {
                           return {sizeText(row.before), sizeText(row.size), changeText(row),
                                   forTerminal(row.host), forTerminal(row.name)};
@@ -121,12 +135,12 @@ std::string grownFolders(const Figures& figures, const std::string& days) {
 
 } // namespace
 
-std::string collectedTables(const Figures& figures, const Question& question, platform::Seconds now) {
+std::string collectedTables(const Figures& figures, std::int64_t days, std::size_t top,
+                            platform::Seconds now) {
     std::string text = machines(figures, now);
-    text += groups(figures, Table::owners, "Owner");
-    text += groups(figures, Table::types, "Extension");
-    text += folders(figures);
-    const std::string days =
-        " in " + modFormat::countedText(static_cast<double>(question.days), "Day", "Days");
-    return text + growth(figures, days, question.top) + grownFolders(figures, days);
+    text += groups(figures, Table::owners, "Owner", top);
+    text += groups(figures, Table::types, "Extension", top);
+    text += folders(figures, top);
+    const std::string since = " in " + modFormat::countedText(static_cast<double>(days), "Day", "Days");
+    return text + growth(figures, since, top) + grownFolders(figures, since, top);
 }

@@ -231,8 +231,11 @@ bool ConsoleRun::loadSaved() {
         }
         return true;
     } catch (const RuntimeError& error) {
-        modGlobal::logCurrentException("spannory-scan", "load", true);
-        fail({}, error.what());
+        cancelled_ = platform::wasInterrupted();
+        if (!cancelled_) {
+            modGlobal::logCurrentException("spannory-scan", "load", true);
+            fail({}, error.what());
+        }
         return false;
     }
 }

@@ -28,6 +28,9 @@ public:
     void exportOptions(clsExport&) override {}
     void settings(SettingsSheet&) override {}
     [[nodiscard]] QString folderBefore(const FolderBeforeRequest&) override { return {}; }
+    [[nodiscard]] std::optional<ServerScan> serverScan(const QString&, clsUserInterface&) override {
+        return {};
+    }
     [[nodiscard]] std::string saveFile(const FileRequest&) override { return file; }
     [[nodiscard]] std::string openFile(const FileRequest&) override { return file; }
     [[nodiscard]] std::string chooseFolder(const std::string&) override { return file; }

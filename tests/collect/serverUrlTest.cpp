@@ -42,7 +42,7 @@ TEST(ServerUrl, isRefusedWithoutBeingRepeated) {
         "http://secret",
         "http://secret/",
         "http:///secret",
-        "http://secret/x/",
+        "http://secret/x//",
         "http://secret/x?user=me&password=secret",
         "http://secret/x#y",
         "http://secret:0/x",

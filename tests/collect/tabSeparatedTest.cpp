@@ -11,7 +11,8 @@ using testing::ElementsAre;
 
 std::vector<TabSeparated::Row> read(std::size_t fields, std::string_view text, std::size_t pieceSize) {
     std::vector<TabSeparated::Row> rows;
-    TabSeparated answer(fields, [&](TabSeparated::Row& row) { rows.push_back(std::move(row)); });
+    constexpr std::size_t mostRows = 2;
+    TabSeparated answer(fields, mostRows, [&](TabSeparated::Row& row) { rows.push_back(std::move(row)); });
     for (std::size_t at = 0; at < text.size(); at += pieceSize) {
         answer.add(text.substr(at, pieceSize));
     }
@@ -34,7 +35,8 @@ TEST(TabSeparated, readsBytesOfAllKindsHoweverTheyAreCut) {
 TEST(TabSeparated, refusesWhatIsNoSuchAnswer) {
     const std::string endless(std::size_t{2} << 20, 'x');
     for (const std::string& text : {std::string("a\n"), std::string("a\tb\tc\n"), std::string("a\tb"),
-                                    std::string("a\tb\nCode: 160"), endless}) {
+                                    std::string("a\tb\nCode: 160"), endless,
+                                    std::string("a\tb\na\tb\na\tb\n")}) {
         EXPECT_THROW(read(2, text, 7), ServerError) << text.substr(0, 20);
     }
 }

@@ -60,6 +60,7 @@ public:
     void setTreemap(bool shown);
     // Shows the chart of changes instead of the chart of sizes, or that again; it is updated by updateGraph.
     void setChartOfChanges(bool shown);
+    [[nodiscard]] bool isChartShown() const { return XTab_.currentWidget() == &chartPage_; }
     [[nodiscard]] bool showsChartOfChanges() const noexcept { return tc_.values() == ChartValues::changes; }
     // Of the bar with this label there: what it is about; nothing if there is none.
     [[nodiscard]] std::optional<modChanges::Change> changeOf(std::string_view label) const;

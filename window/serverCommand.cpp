@@ -1,4 +1,4 @@
-#include "window/commands/serverCommand.h"
+#include "window/serverCommand.h"
 
 #include "base/runInBackground.h"
 #include "collect/httpClient.h"
