@@ -84,7 +84,14 @@ frmSettings::frmSettings(SettingsSheet& sheet, clsDialogs& dialogs, QWidget* par
     }
     updateEnd();
     const QSize usual = QSize(46, 42) * fontMetrics().height();
-    resize(usual.boundedTo(screen()->availableSize() * 0.95));
+    const QSize room = screen()->availableSize() * 0.95;
+    if (layout_.minimumSize().width() > room.width()) { // the margins are all that can be spared
+        QMargins margins = layout_.contentsMargins();
+        margins.setLeft(margins.left() / 4);
+        margins.setRight(margins.right() / 4);
+        layout_.setContentsMargins(margins);
+    }
+    resize(usual.boundedTo(room));
     fields_.front()->control().setFocus();
 }
 
