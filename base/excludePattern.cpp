@@ -82,6 +82,7 @@ ExcludePattern::ExcludePattern(std::string_view text, Rules rules) {
             parts_.push_back({.kind = Part::Kind::one});
             ++position;
         } else if (c != '[' || !addSet(pattern, position, takesEscapes)) {
+            hasOpenSet_ = hasOpenSet_ || c == '[';
             const bool isEscape = takesEscapes && c == '\\' && position + 1 < pattern.size();
             position += isEscape ? 1 : 0;
             addText(std::string_view(pattern).substr(position, 1));

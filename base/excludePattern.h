@@ -17,6 +17,9 @@ public:
 
     explicit ExcludePattern(std::string_view text, Rules rules = systemRules());
 
+    // Whether it has a "[" without its "]", which stands for itself.
+    [[nodiscard]] bool hasOpenSet() const noexcept { return hasOpenSet_; }
+
     // A path as the system writes it, in the form in which it is compared.
     static void makeComparable(std::string& path, Rules rules);
 
@@ -42,4 +45,5 @@ private:
     [[nodiscard]] static bool consume(const Part& part, std::string_view text, std::size_t& position);
 
     std::vector<Part> parts_;
+    bool hasOpenSet_ = false;
 };

@@ -10,10 +10,23 @@
 
 namespace {
 
-constexpr std::string_view section = "Excludes";
+bool isPlain(std::string_view character) {
+    constexpr char firstPrintable = 0x20;
+    return character.size() == 1 && character.front() >= firstPrintable && character.front() < 0x7F;
+}
 
-// How patterns stand in the file: what is no plain character of it there is as in an internal name.
-std::string fromStored(std::string_view stored) {
+// Where an editor begins a new line: the separators of lines and paragraphs, and Qt's own of frames.
+bool endsLine(char32_t character) {
+    return character == 0x2028 || character == 0x2029 || character == 0xFDD0 || character == 0xFDD1;
+}
+
+std::string patternStored(const clsRegSettings& store, std::string_view key) {
+    return modExcludes::fromStored(store.GetSetting(modExcludes::section, key, "", stpIni));
+}
+
+} // namespace
+
+std::string modExcludes::fromStored(std::string_view stored) {
     std::string pattern;
     for (std::size_t position = 0; position < stored.size();) {
         const std::size_t start = position;
@@ -29,31 +42,24 @@ std::string fromStored(std::string_view stored) {
     return pattern;
 }
 
-bool isPlain(std::string_view character) {
-    constexpr char firstPrintable = 0x20;
-    return character.size() == 1 && character.front() >= firstPrintable && character.front() < 0x7F;
-}
-
-std::string toStored(std::string_view pattern) {
+std::string modExcludes::toStored(std::string_view pattern) {
     std::string stored;
     for (std::size_t position = 0; position < pattern.size();) {
         const std::size_t start = position;
-        static_cast<void>(platform::decodeCodePoint(pattern, position));
+        const char32_t character = platform::decodeCodePoint(pattern, position);
         const std::string_view bytes = pattern.substr(start, position - start);
         if (isPlain(bytes)) {
             stored.append(bytes);
+        } else if (endsLine(character)) {
+            for (const char& byte : bytes) {
+                platform::appendInternalName(stored, {&byte, 1});
+            }
         } else {
             platform::appendInternalName(stored, bytes);
         }
     }
     return stored;
 }
-
-std::string patternStored(const clsRegSettings& store, std::string_view key) {
-    return fromStored(store.GetSetting(section, key, "", stpIni));
-}
-
-} // namespace
 
 void Excludes::add(std::string_view pattern) {
     if (!pattern.empty() && std::find(texts_.begin(), texts_.end(), pattern) == texts_.end()) {
@@ -132,13 +138,17 @@ Excludes modExcludes::load(const clsRegSettings& store) {
     return excludes;
 }
 
-void modExcludes::save(const clsRegSettings& store, std::string_view pattern) {
+std::string modExcludes::freeKey(const clsRegSettings& store) {
     const std::vector<std::string> keys = store.keys(section);
     int number = 1;
     while (std::find(keys.begin(), keys.end(), std::to_string(number)) != keys.end()) {
         ++number;
     }
-    const std::string key = std::to_string(number);
+    return std::to_string(number);
+}
+
+void modExcludes::save(const clsRegSettings& store, std::string_view pattern) {
+    const std::string key = freeKey(store);
     store.SaveSetting(section, key, toStored(pattern), stpIni);
     if (patternStored(store, key) == pattern) {
         return;

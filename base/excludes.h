@@ -46,8 +46,17 @@ void appendNativePath(std::string& result, std::string_view internalPath, const 
 // The pattern that only this internal path fits.
 [[nodiscard]] std::string patternOf(std::string_view internalPath);
 
-// Section [Excludes] of the INI file: the value of each key is a pattern. Bytes that a line cannot hold are
-// stored as internal names have them (platform/paths.h).
+// Section [Excludes] of the INI file: the value of each key is a pattern.
+inline constexpr std::string_view section = "Excludes";
+
+// How patterns stand in the file, valid UTF-8 without any kind of line break: bytes that a line cannot hold
+// are as internal names have them (platform/paths.h).
+[[nodiscard]] std::string toStored(std::string_view pattern);
+[[nodiscard]] std::string fromStored(std::string_view stored);
+
+// The first number that is no key there.
+[[nodiscard]] std::string freeKey(const clsRegSettings& store);
+
 [[nodiscard]] Excludes load(const clsRegSettings& store);
 // Adds one under a key of its own. Throws if the file does not hold it then.
 void save(const clsRegSettings& store, std::string_view pattern);

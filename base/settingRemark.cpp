@@ -4,6 +4,7 @@
 
 #include "base/clsFile.h"
 #include "base/clsRegSettings.h"
+#include "base/excludeLines.h"
 #include "base/settingValues.h"
 #include "platform/answering.h"
 #include "platform/environment.h"
@@ -106,6 +107,9 @@ void Remark::add(const RuntimeError& error) {
 }
 
 Remark remarkOn(const Key& key, std::string_view text) {
+    if (key.kind == Kind::patterns) {
+        return modExcludes::remarkOnLines(text);
+    }
     Remark remark;
     if (text.find_first_of("\r\n") != std::string_view::npos) {
         remark.add(Weight::error, "A line break cannot be stored.");

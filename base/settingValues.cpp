@@ -55,3 +55,9 @@ std::int16_t modSettings::numberOf(std::string_view text) {
     }
     return static_cast<std::int16_t>(rounded);
 }
+
+std::string modSettings::asWritten(const std::string& value) {
+    const bool quoted =
+        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
+    return quoted || platform::trimmed(value) != value ? '"' + value + '"' : value;
+}

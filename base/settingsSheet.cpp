@@ -4,6 +4,7 @@
 
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
+#include "base/excludeLines.h"
 #include "base/modGlobal.h"
 #include "base/settingValues.h"
 #include "platform/environment.h"
@@ -34,18 +35,12 @@ std::string normalised(const Key& key, const std::string& text) {
             return modSettings::numberOf(text) == 0 ? "0" : "1";
         case Kind::database:
         case Kind::errorLog:
+        case Kind::patterns:
             return text;
         }
     } catch (const RuntimeError&) { // no number, or too large
     }
     return {};
-}
-
-// Blanks at the ends, and one pair of quotes, are not part of a value in the file.
-std::string asWritten(const std::string& value) {
-    const bool quoted =
-        value.size() >= 2 && value.front() == value.back() && (value.front() == '"' || value.front() == '\'');
-    return quoted || platform::trimmed(value) != value ? '"' + value + '"' : value;
 }
 
 } // namespace
@@ -59,6 +54,10 @@ SettingsSheet::SettingsSheet(const clsRegSettings& store, const clsSettings& set
 }
 
 void SettingsSheet::read(const Key& key) {
+    if (key.kind == Kind::patterns) {
+        values_[key.name] = texts_[key.name] = modExcludes::lines(store_);
+        return;
+    }
     const auto text = store_.storedText(key.section, key.name);
     isInFile_[key.name] = text.has_value();
     texts_[key.name] = text.value_or("");
@@ -100,6 +99,9 @@ std::string SettingsSheet::whyNotWritable() const {
 Remark SettingsSheet::fileRemark(const Key& key) const {
     using Weight = Remark::Weight;
     Remark remark;
+    if (key.kind == Kind::patterns) {
+        return modExcludes::remarkOnFile(store_);
+    }
     if (!isInFile_.at(key.name)) {
         return remark;
     }
@@ -130,11 +132,17 @@ bool SettingsSheet::isChanged(const Key& key, const std::string& wanted) const {
     if (isPath(key.kind)) {
         return wanted != fileText(key) || wanted.empty() == isInFile_.at(key.name);
     }
+    if (key.kind == Kind::patterns) {
+        return wanted != value(key);
+    }
     return !wanted.empty() && wanted != value(key) && whyFixed(key).empty();
 }
 
 // The default path is what is used without the key.
 bool SettingsSheet::write(const Key& key, const std::string& wanted) const {
+    if (key.kind == Kind::patterns) {
+        return modExcludes::saveLines(store_, value(key), wanted);
+    }
     if (isPath(key.kind)) {
         const std::string standardPath = modSettings::defaultOf(key, applicationFolder_);
         if (wanted.empty() || wanted == standardPath || wanted == platform::displayPath(standardPath)) {
@@ -142,7 +150,7 @@ bool SettingsSheet::write(const Key& key, const std::string& wanted) const {
             return !store_.storedText(key.section, key.name);
         }
     }
-    store_.SaveSetting(key.section, key.name, asWritten(wanted), stpIni);
+    store_.SaveSetting(key.section, key.name, modSettings::asWritten(wanted), stpIni);
     return store_.storedText(key.section, key.name) == wanted;
 }
 

@@ -12,7 +12,7 @@ class clsRegSettings;
 class clsSettings;
 
 // The settings as a person looks at them and changes them, read once. A value is a text: "0" or "1" of what
-// is on or off, a number, or a path, which is empty for the default.
+// is on or off, a number, a path, which is empty for the default, or the lines of all excludes.
 class SettingsSheet {
 public:
     using Values = std::map<std::string_view, std::string>; // by the names of keys
@@ -41,8 +41,8 @@ public:
     // Why the value cannot be changed here; empty if it can be.
     [[nodiscard]] std::string whyFixed(const modSettings::Key& key) const;
 
-    // Writes the values that are other than value() to settings.ini and reads them back. An empty value that
-    // is no path stays as it is. Returns the names of the keys that could not be stored.
+    // Writes the values that are other than value() to settings.ini and reads them back. An empty value
+    // stays as it is where it means nothing. Returns the names of the keys that could not be stored.
     [[nodiscard]] std::vector<std::string_view> store(const Values& values);
     // All that have been stored, by any of the calls.
     [[nodiscard]] const std::vector<std::string_view>& stored() const noexcept { return stored_; }

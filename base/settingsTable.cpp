@@ -13,12 +13,13 @@ namespace {
 constexpr std::string_view application = "APPLICATION_SETTINGS";
 constexpr std::string_view startup = "startup";
 constexpr std::string_view user = "User_Settings";
+constexpr std::string_view excludes = "Excludes";
 
 constexpr std::string_view columnText =
     "The column by which the list is sorted. A click on its header does the same.";
 constexpr std::string_view orderText = "Which end comes first. A second click on the header turns it round.";
 
-constexpr std::array<Key, 18> table{{
+constexpr std::array<Key, 19> table{{
     {application, "exact", "0", Kind::flag, Topic::scanning, Effect::atOnce, true, "&Exact figures",
      "Counts every file with its real size, scans everything below a folder when you refresh it, sorts dates "
      "by time, and writes reports in the forms that today's programs expect. Without it, figures and "
@@ -44,6 +45,16 @@ constexpr std::array<Key, 18> table{{
      "a scan is waiting. The figures do not depend on it."},
     {application, "getExtensionInfo", "1", Kind::flag, Topic::scanning, Effect::none, false,
      "Look up e&xtensions", "Is only here because older settings files have it."},
+
+    {excludes, "Excludes", "", Kind::patterns, Topic::excludes, Effect::nextScan, false,
+     "&Patterns, one a line",
+     "What fits a pattern is not read and counts in nothing; of a folder, neither does what is in it. "
+     "* stands for any characters, also /, ? for one, [a-z] for one of these, [!a-z] for one of all others, "
+     "and \\ takes the next character as it stands. A pattern has to describe the whole path of a file or "
+     "folder, from the root on, or all that is behind one of its /: build leaves out each file or folder of "
+     "this name, a/build only those in an a, and build/, with a / at its end, nothing. On Windows, upper and "
+     "lower case are the same, and \\ is a separator like /. Item > Exclude from Scans adds whole paths: "
+     "remove the line to undo it, and scan the folder above it again."},
 
     {user, "DetailListSortColumn", "2", Kind::column, Topic::filesList, Effect::atOnce, true, "Sort &by",
      columnText},

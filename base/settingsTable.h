@@ -15,10 +15,11 @@ enum class Kind {
     readers,  // a number of threads; any negative one for as many as help
     database, // the path of the working database; the default is the name of a file in the application folder
     errorLog, // the path of an error log; the same
+    patterns, // all of a section, whose keys have names of their own, as lines (base/excludeLines.h)
 };
 
 // The part of the program that a key is about.
-enum class Topic { scanning, filesList, fileTypesList, ownersList, files, window };
+enum class Topic { scanning, excludes, filesList, fileTypesList, ownersList, files, window };
 
 enum class Effect { none, atOnce, nextScan, nextStart };
 

@@ -66,7 +66,7 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       items_({selection_, search_, settings_, store_, working_, userInterface_, dialogs, clipboard_}),
       itemMenu_({*this, cP_, cPLvw_, cPItem_, tvw_, views_, settings_, items_}),
       notices_({bar_, unreadable_, cP_, settings_, store_, search_, selection_, working_, views_, dialogs}),
-      changeSettings_({cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_}),
+      changeSettings_({cP_, settings_, store_, applicationFolder_, dialogs, views_, notices_, header_}),
       comparing_({*this, openComparison_, working_, search_, selection_, tvw_, views_, bar_, header_, cP_,
                   userInterface_, dialogs, [this] { return mayLoad(); },
                   [this](const std::function<void()>& command) { runExclusively(command); }}),

@@ -1,10 +1,12 @@
 #include "window/settingsCommand.h"
 
+#include "base/excludes.h"
 #include "base/settingsTable.h"
 #include "window/menu/menus.h"
 
 using modSettings::Effect;
 using modSettings::Key;
+using modSettings::Kind;
 
 void SettingsCommand::run() {
     SettingsSheet sheet(dependencies_.store, dependencies_.settings, dependencies_.applicationFolder);
@@ -23,6 +25,9 @@ void SettingsCommand::follow(const SettingsSheet& sheet) {
             exact = sheet.value(key) == "1";
         } else if (name == "onDisk") {
             onDisk = sheet.value(key) == "1";
+        } else if (key.kind == Kind::patterns) {
+            dependencies_.settings.setExcludes(modExcludes::load(dependencies_.store));
+            dependencies_.header.refresh();
         } else if (!isPath(key.kind) && key.effect != Effect::nextStart) {
             dependencies_.settings.setText(name, sheet.value(key));
             listsChanged = listsChanged || isOfList(key.kind);

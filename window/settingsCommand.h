@@ -7,6 +7,7 @@
 #include "base/settingsSheet.h"
 #include "window/dialogs/clsDialogs.h"
 #include "window/figureNotices.h"
+#include "window/folderHeader.h"
 #include "window/menu/popMenu.h"
 #include "window/tabs/viewTabs.h"
 
@@ -22,6 +23,7 @@ public:
         clsDialogs& dialogs;
         ViewTabs& views;
         FigureNotices& notices;
+        FolderHeader& header;
     };
 
     explicit SettingsCommand(const Dependencies& dependencies) : dependencies_(dependencies) {}

@@ -6,6 +6,7 @@
 
 #include "base/clsRegSettings.h"
 #include "base/clsSettings.h"
+#include "base/excludes.h"
 #include "platform/paths.h"
 #include "support/temporaryFolder.h"
 #include "support/testSystem.h"
@@ -118,6 +119,114 @@ TEST_F(Sheet, storesOnlyWhatIsChangedAndKeepsTheRest) {
     EXPECT_THAT(sheet.store(values), IsEmpty());
     EXPECT_THAT(file(), HasSubstr("readOnly=1"));
     EXPECT_EQ(store.storedText("startup", "errorLogTextFile"), std::nullopt);
+}
+
+TEST_F(Sheet, showsExcludesAsLinesAndSaysWhichMissTheirPurpose) {
+    testSystem::setVariable("SPANNORY_TEST_SET", "*.old");
+    const Key& excludes = keyNamed("Excludes");
+    const std::string cut(254, 'x');
+    struct Case {
+        std::string section; // its lines in the file
+        std::string value;
+        Weight weight;
+        const char* remark;
+    };
+    const Case cases[] = {
+        {"", "", Weight::none, ""},
+        {"1=*.tmp\n;2=no\nname = b/c \n3\n4=\n5=*.tmp\n", "*.tmp\nb/c\n*.tmp", Weight::none, ""},
+        {"a=x\nA=y\nb=z\n", "x\nz", Weight::none, ""},
+        {"a='\" '\n", "\" ", Weight::note, "blank"},
+        {"a=x\ty\n", "x\xEF\x80\x89y", Weight::none, ""},
+        {"a=/\n", "/", Weight::none, ""},
+        {"a=build/\n", "build/", Weight::warning, "\"build/\" leaves out nothing"},
+        {"a=**\n", "**", Weight::warning, "fits everything"},
+        {"a=[[]x]\n", "[[]x]", Weight::none, ""},
+        {"a=x[ab\n", "x[ab", Weight::note, "[ without a ]"},
+        {"a=SPANNORY_TEST_SET\n", "SPANNORY_TEST_SET", Weight::note, "value \"*.old\""},
+        {"a=b[\nb=c[\nc=d[\nd=e[\ne=/*\n", "b[\nc[\nd[\ne[\n/*", Weight::warning, "\"/*\" fits"},
+        {"a=b[\nb=c[\nc=d[\nd=e[\ne=/*\n", "b[\nc[\nd[\ne[\n/*", Weight::warning, "about 2 more"},
+        {"long=" + cut + "x\n", cut, Weight::warning, "for the key long"},
+    };
+    for (const Case& c : cases) {
+        const SettingsSheet sheet = open("[other]\n1=no\n[EXCLUDES]\n" + c.section);
+        EXPECT_EQ(sheet.value(excludes), c.value);
+        const Remark remark = sheet.fileRemark(excludes);
+        EXPECT_EQ(remark.weight, c.weight) << c.section << ": " << remark.text;
+        EXPECT_THAT(remark.text, HasSubstr(c.remark));
+    }
+    EXPECT_EQ(remarkOn(excludes, "ok\n" + cut).weight, Weight::none);
+    const Remark tooLong = remarkOn(excludes, "*\na/\n[\n" + cut + "x");
+    EXPECT_EQ(tooLong.weight, Weight::error);
+    EXPECT_THAT(tooLong.text, testing::StartsWith('"' + cut.substr(0, 60) + "…\" has 255 characters"));
+}
+
+TEST_F(Sheet, storesWhichExcludesWereChangedAndKeepsTheRest) {
+    struct Case {
+        std::string before; // lines of the section
+        std::string typed;
+        std::string after;
+    };
+    const Case cases[] = {
+        {"", "*.tmp\n\n  \nb", "1=*.tmp|2=b|"},
+        {"; mine|x = a |4=b|1=c|", "a\nc", "; mine|x = a |1=c|"},
+        {"x=a|4=b|", "a\nnew", "x=a|4=new|"},      // a line that was changed keeps its key
+        {"x=a|4=b|", "b\na", "x=a|4=b|"},          // the order means nothing
+        {"2=a|", "b\na\nb\na\nc", "2=a|1=b|3=c|"}, // and one is enough
+        {"x=a|y=a|", "a", "y=a|"},
+        {"x=a|X=b|y=c|", "c", "y=c|"}, // what was hidden does not come up
+        {"e=|k|x=a|", "", "e=|k|"},
+        {"1=x|", "x\n b \n'q'\n\"", "1=x|2=\" b \"|3=\"'q'\"|4=\"|"},
+        {"1=[|", "[\nx\ty\n\xC3\xA9\n;c\n[s]\na=b", "1=[|2=x\xEF\x80\x89y|3=\xC3\xA9|4=;c|5=[s]|6=a=b|"},
+    };
+    const auto lines = [](std::string text) {
+        for (std::size_t at = text.find('|'); at != std::string::npos; at = text.find('|')) {
+            text.replace(at, 1, "\r\n");
+        }
+        return text;
+    };
+    const Key& excludes = keyNamed("Excludes");
+    for (const Case& c : cases) {
+        const auto whole = [&](const std::string& section) {
+            return "[Excludes]\r\n" + lines(section) + "[z]\r\nother=1\r\n";
+        };
+        SettingsSheet sheet = open(whole(c.before));
+        EXPECT_THAT(sheet.store({{"Excludes", sheet.value(excludes)}}), IsEmpty());
+        EXPECT_THAT(sheet.stored(), IsEmpty());
+        EXPECT_THAT(sheet.store({{"Excludes", c.typed}}), IsEmpty());
+        EXPECT_THAT(sheet.stored(), ElementsAre("Excludes"));
+        EXPECT_EQ(file(), whole(c.after)) << c.before << " -> " << c.typed;
+        EXPECT_EQ(SettingsSheet(store, settings, folder.internal()).value(excludes), sheet.value(excludes));
+    }
+
+    SettingsSheet sheet = open("[Excludes]\r\n1=a\r\n");
+    modExcludes::save(store, "meanwhile");
+    EXPECT_THAT(sheet.store({{"Excludes", ""}}), IsEmpty());
+    EXPECT_EQ(sheet.value(excludes), "meanwhile") << "nobody has seen it here";
+}
+
+// Whatever was excluded comes back from its line, which is one line in any editor.
+TEST_F(Sheet, keepsEveryExcludeThatIsNotChanged) {
+    static_cast<void>(open(""));
+    std::vector<std::string> names = testSystem::hostileNames();
+    for (const char* name : {"'q'", "\xC2\xA0", "\xEF\xBF\xBC"}) {
+        names.emplace_back(name);
+    }
+    std::erase_if(names, [](const std::string& name) { // Windows' files of settings hold no lone surrogates
+        return platform::internalName(name).find("\xED\xA0\x80") != std::string::npos ||
+               platform::internalName(name).find("\xED\xBF\xBF") != std::string::npos;
+    });
+    for (const std::string& name : names) {
+        modExcludes::save(store,
+                          modExcludes::patternOf(folder.internal() + "\\" + platform::internalName(name)));
+    }
+    const std::vector<std::string> before = modExcludes::load(store).texts();
+    ASSERT_FALSE(before.empty());
+    SettingsSheet sheet(store, settings, folder.internal());
+    EXPECT_THAT(sheet.store({{"Excludes", "new\n" + sheet.value(keyNamed("Excludes"))}}), IsEmpty());
+    std::vector<std::string> after = modExcludes::load(store).texts();
+    ASSERT_EQ(after.back(), "new");
+    after.pop_back();
+    EXPECT_EQ(after, before);
 }
 
 TEST_F(Sheet, saysWhatCannotBeStored) {

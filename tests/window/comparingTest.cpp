@@ -309,6 +309,27 @@ TEST_F(ComparingInWindow, chartShowsWhatHasGrownAndShrunk) {
     EXPECT_FALSE(command("ViewChanges", QString())->isEnabled());
 }
 
+TEST_F(ComparingInWindow, withoutTheChartOfChangesTheLookIsAsBefore) {
+    openOnChangedTree();
+    click(key("a"));
+    for (const char* end : {"ViewChanges", "CloseComparison"}) {
+        for (const char* look : {"ViewBarChart", "ViewPieChart", "ViewTreemap"}) {
+            window->compareWith(before());
+            command(look);
+            const bool isTreemap = control<Treemap>("tmp").isVisibleTo(window.get());
+            const ChartStyle style = control<FolderChart>("tc").chartStyle();
+            command("ViewChanges");
+            ASSERT_TRUE(control<FolderChart>("tc").isVisibleTo(window.get()));
+            tabs().setCurrentIndex(1);
+            command(end);
+            EXPECT_EQ(tabs().currentIndex(), 1) << "nobody is taken to another tab";
+            tabs().setCurrentIndex(0);
+            EXPECT_EQ(control<Treemap>("tmp").isVisibleTo(window.get()), isTreemap) << look << ' ' << end;
+            EXPECT_EQ(control<FolderChart>("tc").chartStyle(), style) << look << ' ' << end;
+        }
+    }
+}
+
 TEST_F(ComparingInWindow, findKnowsWhatHasChanged) {
     openOnChangedTree();
     auto& state = control<QComboBox>("cboFindState");

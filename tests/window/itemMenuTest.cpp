@@ -7,6 +7,7 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
+#include <QPlainTextEdit>
 #include <QTest>
 
 #include "platform/paths.h"
@@ -321,6 +322,32 @@ TEST_F(ItemMenuTest, excludesFromThisAndLaterScans) {
     open().openPath(tree.typed());
     EXPECT_EQ(query("select sum(size) from details where isFolder=0"), std::vector<std::string>{"3010"});
     EXPECT_EQ(panel(4), "3 items were left out by excludes.");
+}
+
+TEST_F(ItemMenuTest, theSettingsTakeExcludesBack) {
+    openOnTree();
+    auto& line = control<QLabel>("lblExcludes");
+    selectRows({"b"});
+    command("ItemExclude");
+    ASSERT_THAT(rows("lvwF"), testing::Not(Contains(testing::StartsWith("b|"))));
+    const auto type = [this](const char* text) {
+        dialogs.changeSettings = [text](frmSettings& form) {
+            form.findChild<QPlainTextEdit*>(QStringLiteral("Excludes"))
+                ->setPlainText(QString::fromUtf8(text));
+            form.accept();
+        };
+        command("Settings");
+    };
+    type("own.*\nx.txt");
+    EXPECT_EQ(line.text().toStdString(), "2 excludes");
+    EXPECT_TRUE(line.isVisibleTo(window.get()));
+    command("Refresh");
+    EXPECT_THAT(rows("lvwF"), Contains(testing::StartsWith("b|")));
+    EXPECT_THAT(rows("lvwF"), testing::Not(Contains(testing::StartsWith("own.txt|"))));
+    type("");
+    EXPECT_FALSE(line.isVisibleTo(window.get()));
+    command("Refresh");
+    EXPECT_THAT(rows("lvwF"), Contains(testing::StartsWith("own.txt|")));
 }
 
 TEST_F(ItemMenuTest, excludesNothingThatCannotBeStored) {

@@ -29,8 +29,9 @@ struct TopicFacts {
     const char* group; // empty if the fields stand on the tab itself
 };
 
-constexpr std::array<TopicFacts, 6> topics{{
+constexpr std::array<TopicFacts, 7> topics{{
     {Topic::scanning, "&Scanning", ""},
+    {Topic::excludes, "Excl&udes", ""},
     {Topic::filesList, "&Lists", "Files && Folders"},
     {Topic::fileTypesList, "&Lists", "File Types"},
     {Topic::ownersList, "&Lists", "Owners"},
@@ -83,7 +84,14 @@ frmSettings::frmSettings(SettingsSheet& sheet, clsDialogs& dialogs, QWidget* par
     }
     updateEnd();
     const QSize usual = QSize(46, 42) * fontMetrics().height();
-    resize(usual.boundedTo(screen()->availableSize() * 0.95));
+    const QSize room = screen()->availableSize() * 0.95;
+    if (layout_.minimumSize().width() > room.width()) { // the margins are all that can be spared
+        QMargins margins = layout_.contentsMargins();
+        margins.setLeft(margins.left() / 4);
+        margins.setRight(margins.right() / 4);
+        layout_.setContentsMargins(margins);
+    }
+    resize(usual.boundedTo(room));
     fields_.front()->control().setFocus();
 }
 
@@ -118,7 +126,9 @@ void frmSettings::addPages() {
         }
     }
     for (const auto& page : pages_) {
-        page->layout.addStretch(1);
+        if (!page->layout.expandingDirections().testFlag(Qt::Vertical)) {
+            page->layout.addStretch(1);
+        }
     }
 }
 
@@ -156,7 +166,8 @@ void frmSettings::layOutEnd() {
     cmdCancel_.setText(QStringLiteral("Cancel"));
     cmdDefaults_.setObjectName(QStringLiteral("cmdDefaults"));
     cmdDefaults_.setText(QStringLiteral("Restore &Defaults"));
-    cmdDefaults_.setToolTip(QStringLiteral("Fills in the defaults everywhere; OK stores them"));
+    cmdDefaults_.setToolTip(
+        QStringLiteral("Fills in the defaults everywhere but in Excludes; OK stores them"));
     for (QPushButton* const button : {&cmdShowFile_, &cmdDefaults_}) {
         button->setAutoDefault(false); // so that Enter means OK
     }
@@ -209,7 +220,8 @@ void frmSettings::checkField(SettingField& field) {
         remark.add(Remark::Weight::note, why);
     } else {
         const bool isAtHand = value == sheet_.value(key);
-        const bool isTyped = isPath(key.kind) && !value.empty() && !isAtHand;
+        const bool isText = isPath(key.kind) || key.kind == Kind::patterns;
+        const bool isTyped = isText && !value.empty() && !isAtHand;
         remark = isAtHand ? sheet_.fileRemark(key) : isTyped ? remarkOn(key, value) : Remark();
         if (key.kind == Kind::database && !value.empty()) {
             modDatabase::addRemark(remark, value, sheet_.applicationFolder());
@@ -274,8 +286,9 @@ void frmSettings::chooseFile(SettingField& field) {
 
 void frmSettings::restoreDefaults() {
     for (const auto& field : fields_) {
-        if (sheet_.whyFixed(field->key()).empty()) {
-            field->setValue(SettingsSheet::standard(field->key()), {});
+        const Key& key = field->key();
+        if (sheet_.whyFixed(key).empty() && key.kind != Kind::patterns) { // which is nobody's default
+            field->setValue(SettingsSheet::standard(key), {});
         }
     }
 }

@@ -3,8 +3,10 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QStyle>
+#include <QTextDocument>
 #include <QWheelEvent>
 
 #include "platform/paths.h"
@@ -147,6 +149,41 @@ private:
     QPushButton cmdChoose_;
 };
 
+// Lines of text. Enter begins another one.
+class PatternsField final : public SettingField {
+public:
+    explicit PatternsField(const Key& key) : SettingField(key) {
+        constexpr int fewestLines = 5;
+        edit_.setTabChangesFocus(true);
+        edit_.setLineWrapMode(QPlainTextEdit::NoWrap);
+        edit_.setMinimumHeight(edit_.fontMetrics().lineSpacing() * fewestLines);
+        caption().setBuddy(&edit_);
+        column_.addWidget(&caption());
+        column_.addWidget(&edit_, 1);
+        row().addLayout(&column_);
+        layOut();
+        connect(&edit_, &QPlainTextEdit::textChanged, this, &SettingField::changed);
+    }
+
+    // The raw text, because the plain one has other blanks. Empty lines mean nothing.
+    [[nodiscard]] std::string value() const override {
+        const QString ends = QStringLiteral("\u2028\u2029");
+        QString lines = edit_.document()->toRawText();
+        for (const QChar end : ends) {
+            lines.replace(end, u'\n');
+        }
+        return lines.split(u'\n', Qt::SkipEmptyParts).join(u'\n').toStdString();
+    }
+    void setValue(const std::string& value, const std::string& /*fileText*/) override {
+        edit_.setPlainText(QString::fromStdString(value));
+    }
+    [[nodiscard]] QWidget& control() override { return edit_; }
+
+private:
+    QPlainTextEdit edit_;
+    QVBoxLayout column_;
+};
+
 } // namespace
 
 SettingField::SettingField(const Key& key) : key_(key) {}
@@ -161,6 +198,8 @@ std::unique_ptr<SettingField> SettingField::make(const Key& key, const QStringLi
     case Kind::order:
     case Kind::readers:
         return std::make_unique<ChoiceField>(key, columns);
+    case Kind::patterns:
+        return std::make_unique<PatternsField>(key);
     case Kind::database:
     case Kind::errorLog:
         break;
@@ -171,7 +210,9 @@ std::unique_ptr<SettingField> SettingField::make(const Key& key, const QStringLi
 void SettingField::layOut() {
     const QString name = text(key_.name);
     const QString place =
-        QStringLiteral("The key %1 in the section [%2] of settings.ini").arg(name, text(key_.section));
+        key_.kind == Kind::patterns
+            ? QStringLiteral("The section [%1] of settings.ini").arg(text(key_.section))
+            : QStringLiteral("The key %1 in the section [%2] of settings.ini").arg(name, text(key_.section));
     lblCaption_.setText(text(key_.caption));
     wrapped(lblMeaning_).setText(text(key_.explanation));
     wrapped(lblKey_).setText(name + QStringLiteral(": ") + text(modSettings::effectText(key_.effect)));

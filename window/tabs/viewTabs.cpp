@@ -289,9 +289,12 @@ void ViewTabs::setTreemap(bool shown) {
     if (shown) {
         XTab_.setCurrentWidget(&chartPage_);
     }
-    if (shown == showsTreemap_) {
-        return;
+    if (shown != showsTreemap_) {
+        switchTreemap(shown);
     }
+}
+
+void ViewTabs::switchTreemap(bool shown) {
     const bool hadFocus = tc_.hasFocus() || tmp_.hasFocus();
     showsTreemap_ = shown;
     tc_.setVisible(!shown);

@@ -58,7 +58,8 @@ public:
     [[nodiscard]] Treemap& treemap() noexcept { return tmp_; }
     // Shows the treemap instead of the chart, or the chart again; it is updated by updateGraph.
     void setTreemap(bool shown);
-    // Shows the chart of changes instead of the chart of sizes, or that again; it is updated by updateGraph.
+    // Shows the chart of changes, or again what it took the place of, the treemap or a chart of sizes; it is
+    // updated by updateGraph.
     void setChartOfChanges(bool shown);
     [[nodiscard]] bool isChartShown() const { return XTab_.currentWidget() == &chartPage_; }
     [[nodiscard]] bool showsChartOfChanges() const noexcept { return tc_.values() == ChartValues::changes; }
@@ -167,6 +168,7 @@ private:
     void showFiles();
     void enterItem(const std::string& path);
     void updateTreemap(const std::string& key);
+    void switchTreemap(bool shown);
     void updateChartOfChanges(const std::string& key);
     void activateBar(const std::string& label);
     [[nodiscard]] static QString tipOfChange(const modChanges::Change& change);
@@ -205,4 +207,6 @@ private:
     int holds_ = 0;
     bool scanning_ = false;
     bool showsTreemap_ = false;
+    bool showedTreemap_ = false; // this and the style, before the chart of changes
+    ChartStyle styleBefore_ = ChartStyle::bar;
 };

@@ -58,12 +58,23 @@ std::string ViewTabs::listedFolder() const {
 // --- The chart of changes ---------------------------------------------------------------------------------
 
 void ViewTabs::setChartOfChanges(bool shown) {
+    const bool isOther = shown != showsChartOfChanges();
+    if (shown && isOther) {
+        showedTreemap_ = showsTreemap_;
+        styleBefore_ = tc_.chartStyle();
+    }
     if (shown) {
         setTreemap(false);
         XTab_.setCurrentWidget(&chartPage_);
     }
-    if (shown != showsChartOfChanges()) {
+    if (isOther) {
         tc_.setValues(shown ? ChartValues::changes : ChartValues::sizes);
+        if (!shown) {
+            tc_.setChartStyle(styleBefore_);
+        }
+        if (!shown && showedTreemap_) {
+            switchTreemap(true);
+        }
         chartKey_.clear();
         showHint();
     }

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/excludePattern.h"
+#include "base/excludes.h"
 
 namespace {
 
@@ -18,6 +19,17 @@ bool systemFits(const std::string& pattern, const std::string& path) {
         start = slash == std::string::npos ? slash : slash + 1;
     }
     return false;
+}
+
+// Where an editor of lines would begin another one.
+TEST(ExcludePattern, isStoredAsOneLine) {
+    const std::string pattern = "a\nb\r\xE2\x80\xA8\xE2\x80\xA9\xEF\xB7\x90\xEF\xB7\x91\xC2\xA0";
+    const std::string stored = modExcludes::toStored(pattern);
+    for (const char* end : {"\n", "\r", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xEF\xB7\x90", "\xEF\xB7\x91"}) {
+        EXPECT_EQ(stored.find(end), std::string::npos);
+    }
+    EXPECT_EQ(modExcludes::fromStored(stored), pattern);
+    EXPECT_EQ(modExcludes::toStored(modExcludes::fromStored(stored)), stored);
 }
 
 TEST(ExcludePattern, agreesWithTheSystemsMatcher) {

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTest>
 #include <QWheelEvent>
@@ -70,7 +71,7 @@ TEST_F(SettingsDialog, everyKeyIsReachedByTabAndByItsAccessKeyFromTopToBottom) {
     auto& tabs = control<QTabWidget>("settingTabs");
     for (int page = 0; page < tabs.count(); ++page) {
         tabs.setCurrentIndex(page);
-        QString taken = QStringLiteral("SLFWMD"); // of the tabs and the buttons
+        QString taken = QStringLiteral("SULFWMD"); // of the tabs and the buttons
         int lowest = 0;
         QWidget* last = nullptr;
         for (const Key& key : modSettings::keys()) {
@@ -102,7 +103,7 @@ TEST_F(SettingsDialog, enterStoresAlsoAfterTheFocusWasOnCancel) {
     open();
     control<QPushButton>("cmdCancel").setFocus();
     auto& readOnly = control<QCheckBox>("readOnly");
-    control<QTabWidget>("settingTabs").setCurrentIndex(3);
+    control<QTabWidget>("settingTabs").setCurrentIndex(4);
     readOnly.setFocus();
     readOnly.click();
     QTest::keyClick(&readOnly, Qt::Key_Return);
@@ -170,7 +171,7 @@ TEST_F(SettingsDialog, complaintsKeepOkFromStoring) {
     folder.write("x.dat", "somebody's by now");
     ok().click();
     EXPECT_TRUE(form->isVisible());
-    EXPECT_EQ(control<QTabWidget>("settingTabs").currentIndex(), 2);
+    EXPECT_EQ(control<QTabWidget>("settingTabs").currentIndex(), 3);
     EXPECT_TRUE(database.hasFocus());
     EXPECT_THAT(remark("databasePath"), HasSubstr("not a database"));
     EXPECT_THAT(sheet->stored(), IsEmpty());
@@ -188,7 +189,7 @@ TEST_F(SettingsDialog, badValuesInTheFileAreShownAndLeftAlone) {
     EXPECT_THAT(remark("UserListSortOrder"), HasSubstr("up"));
     EXPECT_EQ(control<QComboBox>("UserListSortOrder").currentText(), QStringLiteral("(up)"));
     EXPECT_FALSE(control<QTabWidget>("settingTabs").tabIcon(0).isNull());
-    EXPECT_TRUE(control<QTabWidget>("settingTabs").tabIcon(3).isNull());
+    EXPECT_TRUE(control<QTabWidget>("settingTabs").tabIcon(4).isNull());
     ASSERT_TRUE(ok().isEnabled()) << "the program works with it";
     ok().click();
     EXPECT_EQ(folder.read("settings.ini"), file);
@@ -219,6 +220,41 @@ TEST_F(SettingsDialog, staysWithAllThatWasTypedIfItCannotBeStored) {
     EXPECT_FALSE(form->isVisible());
     EXPECT_THAT(folder.read("settings.ini"), HasSubstr("errorLogFile=" + folder.typed("log")));
     EXPECT_TRUE(store.GetSetting("application_settings", "readOnly", "", stpIni) == "1");
+}
+
+TEST_F(SettingsDialog, excludesAreLinesThatAreCheckedAsTheyAreTyped) {
+    const std::string odd = "a\xC2\xA0"
+                            "b";
+    open("[Excludes]\r\nmine=" + odd + "\r\n2=old\r\n; end\r\n");
+    auto& tabs = control<QTabWidget>("settingTabs");
+    tabs.setCurrentIndex(1);
+    auto& edit = control<QPlainTextEdit>("Excludes");
+    EXPECT_EQ(edit.toPlainText().count(u'\n'), 1);
+    EXPECT_GT(edit.height(), form->height() / 4) << "it takes the room that there is";
+    EXPECT_EQ(remark("Excludes"), "");
+    edit.setFocus();
+    edit.moveCursor(QTextCursor::End);
+    QTest::keyClicks(&edit, QStringLiteral("er"));
+    QTest::keyClick(&edit, Qt::Key_Return);
+    QTest::keyClicks(&edit, QStringLiteral("build/"));
+    EXPECT_TRUE(form->isVisible()) << "Enter begins a line";
+    EXPECT_THAT(remark("Excludes"), HasSubstr("\"build/\" leaves out nothing"));
+    EXPECT_FALSE(tabs.tabIcon(1).isNull());
+    EXPECT_TRUE(ok().isEnabled());
+    QTest::keyClicks(&edit, QString(300, u'x'));
+    EXPECT_THAT(remark("Excludes"), HasSubstr("has 306 characters; at most 254"));
+    EXPECT_FALSE(ok().isEnabled());
+    EXPECT_THAT(complaint(), HasSubstr("Patterns"));
+    for (int i = 0; i < 301; ++i) {
+        QTest::keyClick(&edit, Qt::Key_Backspace);
+    }
+    edit.insertPlainText(QStringLiteral("\n\n*.tmp\u2028*.bak\n"));
+    EXPECT_EQ(remark("Excludes"), "");
+    control<QPushButton>("cmdDefaults").click();
+    ok().click();
+    EXPECT_THAT(sheet->stored(), testing::Contains("Excludes"));
+    EXPECT_EQ(folder.read("settings.ini"),
+              "[Excludes]\r\nmine=" + odd + "\r\n2=older\r\n; end\r\n1=build\r\n3=*.tmp\r\n4=*.bak\r\n");
 }
 
 TEST_F(SettingsDialog, filesAreChosen) {
