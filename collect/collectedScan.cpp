@@ -8,6 +8,7 @@
 
 #include "base/clsUserInterface.h"
 #include "base/dateFormat.h"
+#include "base/runInBackground.h"
 #include "collect/rowForm.h"
 #include "collect/schema.h"
 #include "collect/tabSeparated.h"
@@ -129,7 +130,7 @@ private:
     const HttpClient& server_;
 };
 
-void fill(Database& target, HttpClient& server, const Found& found, clsUserInterface& userInterface) {
+void fill(Database& target, HttpClient& server, const Found& found) {
     const std::string statement =
         "SELECT " + modRowForm::serverColumnList() + " FROM " +
         modSchema::qualified(server.url().database, "details") +
@@ -139,11 +140,7 @@ void fill(Database& target, HttpClient& server, const Found& found, clsUserInter
     const std::vector<std::string> indexes = target.TakeIndexes("details");
     {
         Filling filling(target, found, server);
-        server.ask(statement,
-                   [&](std::string_view piece) {
-                       filling.add(piece);
-                       userInterface.yieldToEvents();
-                   },
+        server.ask(statement, [&](std::string_view piece) { filling.add(piece); },
                    {{"max_bytes_before_external_sort", "1000000000"}});
         filling.finish();
     }
@@ -177,13 +174,16 @@ Found find(HttpClient& server, const Wanted& wanted) {
     return std::move(all.front());
 }
 
-void load(WorkingDatabase& working, HttpClient& server, const Found& found, clsUserInterface& userInterface) {
-    const auto companion = working.prepareCompanion();
-    {
-        const ShownProgress progress(userInterface, 0);
-        fill(companion->database(), server, found, userInterface);
-    }
-    modExport::loadDatabase(working, platform::displayPath(companion->finish()), userInterface);
+Fetched fetch(WorkingDatabase& working, HttpClient& server, const Found& found,
+              clsUserInterface& userInterface) {
+    Fetched fetched = working.prepareCompanion();
+    const ShownProgress progress(userInterface, 0);
+    runInBackground(userInterface, [&] { fill(fetched->database(), server, found); });
+    return fetched;
+}
+
+void load(WorkingDatabase& working, const Fetched& fetched, clsUserInterface& userInterface) {
+    modExport::loadDatabase(working, platform::displayPath(fetched->finish()), userInterface);
 }
 
 std::string titleOf(const Found& found, const HttpClient& server) {

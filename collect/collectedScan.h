@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -41,10 +42,17 @@ struct Found {
 // Throws ServerError; `refused` if there is none, or none is meant more than others.
 [[nodiscard]] Found find(HttpClient& server, const Wanted& wanted);
 
-// Replaces the rows of the working database by those of the scan, and appends its tree nodes, as if they had
-// been loaded from a file (modExport::loadDatabase): what a server sends is trusted no more than that. Throws
-// ServerError or as that does; the working database is then as before.
-void load(WorkingDatabase& working, HttpClient& server, const Found& found, clsUserInterface& userInterface);
+// Its rows, in a database beside the working one. Throws ServerError, and 3049 for rows that are none. Events
+// are handled meanwhile, while another thread talks to the server: what the client asks whether to go on must
+// bear that.
+using Fetched = std::unique_ptr<WorkingDatabase::Successor>;
+[[nodiscard]] Fetched fetch(WorkingDatabase& working, HttpClient& server, const Found& found,
+                            clsUserInterface& userInterface);
+
+// Replaces the rows of the working database by these, and appends its tree nodes, as if they had been loaded
+// from a file: what a server sends is trusted no more than that. Throws as modExport::loadDatabase does; the
+// working database is then as before.
+void load(WorkingDatabase& working, const Fetched& fetched, clsUserInterface& userInterface);
 
 // "Scan of nas1 on https://backup:8443 (11/22/2026 09:05:00 AM)"
 [[nodiscard]] std::string titleOf(const Found& found, const HttpClient& server);

@@ -10,6 +10,7 @@
 
 #include "collect/gzip.h"
 #include "platform/clock.h"
+#include "platform/terminal.h"
 #include "platform/text.h"
 
 namespace {
@@ -41,6 +42,7 @@ int codeOf(std::string_view answer) {
 }
 
 void startLibrary() {
+    platform::ignoreBrokenPipes(); // a server that goes away
     static const CURLcode started = curl_global_init(CURL_GLOBAL_DEFAULT);
     if (started != CURLE_OK) {
         throw RuntimeError(errorNumber::outOfMemory);

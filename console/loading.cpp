@@ -24,7 +24,7 @@ void Loading::loadFromServer(WorkingDatabase& working) {
     const std::string path =
         options_.paths.empty() ? std::string() : modCollected::folderPath(options_.paths.front());
     const modCollected::Found found = modCollected::find(server, {options_.host, options_.scan, path});
-    modCollected::load(working, server, found, userInterface_);
+    modCollected::load(working, modCollected::fetch(working, server, found, userInterface_), userInterface_);
     title_ = modCollected::titleOf(found, server);
 }
 

@@ -123,7 +123,7 @@ std::string replacementName(std::string_view targetName, int number) {
 }
 
 RuntimeError noRoomBeside(std::string_view path) {
-    return fileError(errorNumber::permissionDenied, "No file can be made in its folder", path,
+    return fileError(errorNumber::permissionDenied, "Permission is denied to make a file in its folder", path,
                      NotDone::written);
 }
 

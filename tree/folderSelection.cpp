@@ -132,9 +132,9 @@ void FolderSelection::clickNode(const std::string& key) {
 }
 
 // The view need not wait for the indexes of what was scanned into an empty table.
-void FolderSelection::showFigures() {
+void FolderSelection::showFigures(void (FolderViews::*refresh)()) {
     showItems();
-    dependencies_.views.refreshActiveView();
+    (dependencies_.views.*refresh)();
     if (!dependencies_.search.processing) {
         makeIndexes();
     }
@@ -353,6 +353,11 @@ bool FolderSelection::isOnlyLoaded(const std::string& key) const {
         return false;
     }
     return hasLoadedRow(modFolderRows::itself(key)) || hasLoadedRow(modFolderRows::anywhereIn(key));
+}
+
+bool FolderSelection::holdsLoadedRowsIn(const std::string& key) const {
+    return lastLoadedRow_ > 0 && dependencies_.database.isOpen() &&
+           hasLoadedRow(modFolderRows::anywhereIn(key));
 }
 
 bool FolderSelection::hasLoadedRow(const std::string& condition) const {

@@ -26,6 +26,8 @@ public:
     virtual void updateGraph() = 0;
     // Updates the view of the active tab from the rows, and sorts it as remembered.
     virtual void refreshActiveView() = 0;
+    // The same after some rows have changed or gone: what is selected stays so, or what stands next to it is.
+    virtual void followRows() = 0;
     // Empties the files and folders list, so that it is filled again from the first row.
     virtual void clearFilesList() = 0;
 };
@@ -113,6 +115,9 @@ public:
     // Whether what is shown of the folder was loaded, and not scanned here.
     [[nodiscard]] bool isLoaded(const std::string& key) const;
 
+    // Whether rows of anything in the folder were loaded.
+    [[nodiscard]] bool holdsLoadedRowsIn(const std::string& key) const;
+
     // Whether the folder was scanned for itself in this session, or loaded so.
     [[nodiscard]] bool wasScanned(const std::string& key) const {
         return starts_.contains(key) || isLoaded(key);
@@ -154,7 +159,7 @@ private:
     bool scan(const std::string& key); // false if it was not completed
     void handleQueued(const std::string& key);
     void showItems();
-    void showFigures();
+    void showFigures(void (FolderViews::*refresh)() = &FolderViews::refreshActiveView);
     void makeIndexes();
     [[nodiscard]] std::int64_t lastRow() const;
     [[nodiscard]] bool isOnlyLoaded(const std::string& key) const;

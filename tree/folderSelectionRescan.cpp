@@ -93,7 +93,7 @@ void FolderSelection::entriesRemoved(const std::vector<std::string>& entries) {
 void FolderSelection::refreshViews() {
     if (!suppressed_) {
         dependencies_.views.updateGraph();
-        showFigures();
+        showFigures(&FolderViews::followRows);
     }
 }
 

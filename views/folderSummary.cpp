@@ -75,7 +75,7 @@ std::string modFigures::percentText(double share) {
 
 std::string modFigures::shareText(double size, const platform::DriveSpace& space) {
     std::string text;
-    if (size >= 0 && space.used > 0) {
+    if (size >= 0 && space.used > 0 && size <= space.used) {
         text += percentText(size / space.used) + " of used space, ";
     }
     return text + modLvw::formatSize(space.free) + " free";

@@ -44,7 +44,7 @@ inline constexpr const char* lackingText =
 [[nodiscard]] std::string percentText(double share);
 
 // "12.3% of used space, 5.0 Gb free". The share is left out if there is none: the size of very large files
-// may be recorded as negative.
+// may be recorded as negative, and sparse files take less than they hold.
 [[nodiscard]] std::string shareText(double size, const platform::DriveSpace& space);
 
 // "2.0 Gb used, 5.0 Gb free of 7.0 Gb".

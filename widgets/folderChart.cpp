@@ -30,6 +30,7 @@ void FolderChart::setEntries(std::vector<ChartEntry> entries, View view) {
     rests_.clear();
     entries_ = std::move(entries);
     if (view == View::largest) {
+        stopTip();
         position_ = 0;
         selected_ = -1;
         clicked_.clear();

@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "views/chartPaging.h"
@@ -80,6 +81,9 @@ public:
     // The entry with the keyboard highlight, ChartSlice::rest for the rest, -1 for none.
     [[nodiscard]] int selected() const { return selected_; }
 
+    // What keys are for: the selected entry or, without one, the one that the pointer has highlighted.
+    [[nodiscard]] int pointedAt() const { return selected_ == -1 ? hovered_.index : selected_; }
+
     // --- bars and slices by rank, largest first -----------------------------------------------------------
     // The number of bars, in view or not, or of slices; behind the entries' own comes the rest's.
     [[nodiscard]] int selectable() const;
@@ -92,6 +96,8 @@ public:
     [[nodiscard]] int entryAt(QPointF place) { return hitAt(place).index; }
     // Selects what has this rank and scrolls to it.
     void selectRank(int rank);
+    // Selects the entry with this label, if there is one, and scrolls to it.
+    void selectLabel(std::string_view label);
     // Does what Enter does.
     void activateSelected();
 
@@ -159,6 +165,8 @@ private:
     void select(int index);
     [[nodiscard]] ChartHit hitAt(QPointF point);
     bool moveByKey(int key);
+    bool selectFirst();
+    void popUpForSelected();
     void startTip(const ChartHit& hit, bool byMouse);
     void stopTip();
     void showTip();

@@ -161,6 +161,15 @@ bool FolderChart::moveByKey(int key) {
     return true;
 }
 
+// As an arrow key does that finds nothing selected. False if something is, or there is nothing.
+bool FolderChart::selectFirst() {
+    if (selected_ != -1 || selectable() == 0) {
+        return false;
+    }
+    selectRank(style_ == ChartStyle::bar ? position_ : 0);
+    return true;
+}
+
 void FolderChart::activateSelected() {
     const std::string label = labelAt(selected_);
     enter(selected_);
@@ -174,29 +183,48 @@ void FolderChart::selectRank(int rank) {
     select(indexAt(rank));
 }
 
+void FolderChart::selectLabel(std::string_view label) {
+    const auto all = shown();
+    const auto entry =
+        std::find_if(all.begin(), all.end(), [&](const ChartEntry& e) { return e.label == label; });
+    const int index = entry == all.end() ? -1 : static_cast<int>(entry - all.begin());
+    if (index >= 0 && rankOf(index) < selectable()) {
+        selectRank(rankOf(index));
+    }
+}
+
+void FolderChart::popUpForSelected() {
+    if (pointedAt() == -1) {
+        selectFirst();
+    }
+    if (const int index = pointedAt(); index >= 0) {
+        stopTip(); // it would cover the menu
+        Q_EMIT menuRequested(index, mapToGlobal(markOf(index).center().toPoint()));
+    }
+}
+
 void FolderChart::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
     const bool plain = (event->modifiers() & ~(Qt::ShiftModifier | Qt::KeypadModifier)) == 0;
     const bool isUp =
         plain ? key == Qt::Key_Backspace : key == Qt::Key_Up && event->modifiers().testFlag(Qt::AltModifier);
     if (plain && (key == Qt::Key_Enter || key == Qt::Key_Return || key == Qt::Key_Space)) {
-        if (!event->isAutoRepeat()) { // Enter may have gone down in the path box
+        if (!event->isAutoRepeat() && !selectFirst()) { // Enter may have gone down in the path box
             activateSelected();
         }
-    } else if (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier && selected_ >= 0) {
-        Q_EMIT menuRequested(selected_, mapToGlobal(markOf(selected_).center().toPoint()));
+    } else if (key == Qt::Key_F10 && event->modifiers() == Qt::ShiftModifier) {
+        popUpForSelected();
     } else if (isUp ? !up() : !plain || !moveByKey(key)) {
         QWidget::keyPressEvent(event); // for whoever stands around the chart
     }
 }
 
 void FolderChart::contextMenuEvent(QContextMenuEvent* event) {
-    const bool isMouse = event->reason() == QContextMenuEvent::Mouse;
-    const int index = isMouse ? entryAt(event->pos()) : selected_;
-    if (index >= 0) {
+    if (event->reason() != QContextMenuEvent::Mouse) {
+        popUpForSelected();
+    } else if (const int index = entryAt(event->pos()); index >= 0) {
         stopTip(); // it would cover the menu
-        Q_EMIT menuRequested(index,
-                             isMouse ? event->globalPos() : mapToGlobal(markOf(index).center().toPoint()));
+        Q_EMIT menuRequested(index, event->globalPos());
     }
     event->accept();
 }
@@ -204,8 +232,8 @@ void FolderChart::contextMenuEvent(QContextMenuEvent* event) {
 void FolderChart::focusInEvent(QFocusEvent* event) {
     const bool byKeyboard =
         event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
-    if (byKeyboard && selected_ == -1 && selectable() > 0) {
-        select(count() - 1 - (style_ == ChartStyle::bar ? position_ : 0));
+    if (byKeyboard) {
+        selectFirst();
     }
     update();
 }

@@ -1,16 +1,20 @@
 #include "window/folderHeader.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "base/clsFile.h"
 #include "base/errorTrap.h"
 #include "base/excludes.h"
+#include "base/formatSize.h"
 #include "platform/drives.h"
+#include "views/folderFigures.h"
 #include "widgets/qtText.h"
 
 namespace {
 
 constexpr std::string_view moduleName = "frmMain";
+const QString scanningText = QStringLiteral("Scanning …"); // until there are figures
 
 bool isDriveRoot(std::string_view key) {
     return clsFile(key).fullPathNoDrive().empty();
@@ -98,10 +102,12 @@ void FolderHeader::showExcludes() {
 
 void FolderHeader::readFigures() {
     showExcludes();
+    showSavedScan();
     const modFigures::FolderSummary summary = summaryOfKey();
     const bool isCut = isIncomplete(summary);
     const QString text = summary.isRecorded ? QString::fromStdString(modFigures::summaryText(summary)) +
                                                   (isCut ? QStringLiteral(" …") : QString())
+                         : isBeingScanned() ? scanningText
                                             : QString();
     present(lblFigures_, text,
             isCut ? text + QStringLiteral("\nNot all of the folder has been scanned.") : text);
@@ -118,11 +124,20 @@ void FolderHeader::readFigures() {
                 QString::fromStdString(modFigures::spaceText(*space)));
 }
 
-// While a scan fills an empty table, reading the table would take longer and longer.
+// While a scan fills an empty table, reading the table would take longer and longer. During another scan,
+// what it has recorded of a folder that has no row yet counts, as it does in the chart.
 modFigures::FolderSummary FolderHeader::summaryOfKey() const {
     const clsSearch& search = dependencies_.search;
     if (!search.isBulkLoad()) {
-        return modFigures::summary(dependencies_.database.database(), key_);
+        Database& database = dependencies_.database.database();
+        modFigures::FolderSummary summary = modFigures::summary(database, key_);
+        if (search.processing && summary.isRecorded && !summary.isStamped) {
+            const auto entries = modFigures::chartEntries(database, key_, modFigures::ScanState::running);
+            summary.size = modLvw::soundSize(
+                std::accumulate(entries.begin(), entries.end(), 0.0,
+                                [](double sum, const ChartEntry& entry) { return sum + entry.size; }));
+        }
+        return summary;
     }
     const clsSearch::Progress& progress = search.progress();
     const bool onDisk = dependencies_.database.database().countsSizeOnDisk();
@@ -131,8 +146,20 @@ modFigures::FolderSummary FolderHeader::summaryOfKey() const {
 }
 
 bool FolderHeader::isIncomplete(const modFigures::FolderSummary& summary) const {
-    const bool isScanned = dependencies_.search.processing && key_.starts_with(dependencies_.search.rootPath);
-    return isScanned || (isDriveRoot(key_) ? dependencies_.selection.isUnfinished(key_) : !summary.isStamped);
+    return isBeingScanned() ||
+           (isDriveRoot(key_) ? dependencies_.selection.isUnfinished(key_) : !summary.isStamped);
+}
+
+bool FolderHeader::isBeingScanned() const {
+    return dependencies_.search.processing && key_.starts_with(dependencies_.search.rootPath);
+}
+
+void FolderHeader::followScan(bool running) {
+    if (running && lblFigures_.text().isEmpty()) {
+        present(lblFigures_, scanningText);
+    } else if (!running && lblFigures_.text() == scanningText) {
+        present(lblFigures_, {});
+    }
 }
 
 // Whether both have room beside each other must not depend on the figures, which would jump during a scan.
@@ -145,8 +172,17 @@ void FolderHeader::resizeEvent(QResizeEvent* event) {
 }
 
 void FolderHeader::setSavedScan(const QString& text) {
-    present(lblSavedScan_, text);
-    lblSavedScan_.setVisible(!text.isEmpty());
+    savedScan_ = text;
+    showSavedScan();
+}
+
+// A refresh may have replaced some of the loaded rows, or all.
+void FolderHeader::showSavedScan() {
+    const bool isLoaded = savedScan_.isEmpty() || key_.empty() || dependencies_.selection.isLoaded(key_);
+    const bool isPartlyLoaded = !isLoaded && dependencies_.selection.holdsLoadedRowsIn(key_);
+    present(lblSavedScan_,
+            isPartlyLoaded ? QStringLiteral("Partly scanned again. ") + savedScan_ : savedScan_);
+    lblSavedScan_.setVisible(!savedScan_.isEmpty() && (isLoaded || isPartlyLoaded));
 }
 
 void FolderHeader::setComparison(const QString& text, const QString& tip) {

@@ -36,7 +36,10 @@ public:
     // Reads the figures again. During a scan, and after one that was cancelled, they end in "…".
     void refresh();
 
-    // Shows this text until no loaded row is left (see refresh) or another comes; empty for none.
+    // Until the first figures of a folder are there, says that it is being scanned.
+    void followScan(bool running);
+
+    // Shows this text for folders of which loaded rows are left, until another comes; empty for none.
     void setSavedScan(const QString& text);
 
     // What is compared, and the sizes of the folder in both scans; empty for nothing.
@@ -52,11 +55,14 @@ protected:
 private:
     void readFigures();
     void showExcludes();
+    void showSavedScan();
     [[nodiscard]] modFigures::FolderSummary summaryOfKey() const;
+    [[nodiscard]] bool isBeingScanned() const;
     [[nodiscard]] bool isIncomplete(const modFigures::FolderSummary& summary) const;
 
     Dependencies dependencies_;
     std::string key_;
+    QString savedScan_;
     QVBoxLayout rows_{this};
     Breadcrumbs crumbs_;
     QBoxLayout figures_{QBoxLayout::LeftToRight}; // or, in a narrow window, one below the other

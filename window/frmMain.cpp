@@ -73,8 +73,9 @@ frmMain::frmMain(std::string_view applicationFolder, clsDialogs& dialogs)
       opening_({*this, txtPath_, selection_, userInterface_, [this] { return mayLoad(); },
                 [this](const std::string& file) { runExclusively([&] { loadChosen(file); }); }}),
       recent_({cP_, [this](const std::string& path) { return opening_.open(path); }}),
-      history_(historyNeeds()), commands_(cP_, settings_, userInterface_, menuTargets()),
-      escape_(Qt::Key_Escape, this), toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
+      history_(historyNeeds()), servers_({*this, working_, databases_, userInterface_, dialogs}),
+      commands_(cP_, settings_, userInterface_, menuTargets()), escape_(Qt::Key_Escape, this),
+      toPath_(QKeySequence(Qt::CTRL | Qt::Key_L), this) {
     setObjectName(QStringLiteral("frmMain"));
     layOut();
     wire();
@@ -130,6 +131,7 @@ void frmMain::restoreLook() {
     treeSizes_.restore(*state_);
     recent_.places().restore(*state_);
     history_.restore(*state_);
+    servers_.restore(*state_);
 }
 
 void frmMain::form_unload() {
@@ -142,19 +144,28 @@ void frmMain::form_unload() {
         modGlobal::Logging::quiet);
 }
 
-void frmMain::saveLook() {
+// Qt writes it when events are handled next.
+void frmMain::saveRecent() {
     if (!state_) {
         return;
     }
     if (!platform::somethingExists(stateFile_)) {
         platform::replaceFile(stateFile_, {}, platform::NewFile::own); // Qt would make it for all to read
     }
+    recent_.places().save(*state_);
+}
+
+void frmMain::saveLook() {
+    if (!state_) {
+        return;
+    }
+    saveRecent();
     state_->setValue(QStringLiteral("geometry"), saveGeometry());
     state_->setValue(QStringLiteral("splitter"), splitter_.saveState());
     views_.save(*state_);
     treeSizes_.save(*state_);
-    recent_.places().save(*state_);
     history_.save(*state_);
+    servers_.save(*state_);
     state_->sync();
 }
 
@@ -184,6 +195,7 @@ void frmMain::followScan(bool running) {
         ani_.stop();
     }
     views_.followScan(running);
+    header_.followScan(running);
     bar_.setEnabled(!running);
     updateEscape();
     modMenus::setRowCommandsEnabled(cP_, !running);
@@ -254,7 +266,11 @@ void frmMain::wire() {
         }
     });
     connect(&opening_, &Opening::folderOpened, this,
-            [this](const std::string& key) { recent_.places().add(RecentPlaces::Kind::folder, key); });
+            [this](const std::string& key) { recent_.add(RecentPlaces::Kind::folder, key); });
+    connect(&recent_, &RecentMenu::changed, this, [this] { // also if the program is killed
+        modGlobal::trapped(
+            moduleName, "saveRecent", [this] { saveRecent(); }, modGlobal::Logging::quiet);
+    });
     connect(&opening_, &Opening::typedOpened, &views_, &ViewTabs::takeFocus);
     connect(&bar_, &MessageBar::shownChanged, this, &frmMain::updateEscape);
     connect(&unreadable_, &frmUnreadable::folderChosen, this,
@@ -354,6 +370,7 @@ MenuTargets frmMain::menuTargets() {
     targets.compareScan = [this] { comparing_.chooseAndCompare(); };
     targets.closeComparison = [this] { comparing_.close(); };
     targets.history = [this] { history_.show(); };
+    targets.loadFromServer = [this] { runExclusively([this] { loadFromServer(); }); };
     targets.settings = [this] { changeSettings_.run(); };
     targets.exitApp = [this] { close(); };
     targets.refreshScreen = [this] { selection_.refreshScreen(); };
@@ -395,9 +412,17 @@ void frmMain::loadChosen(const std::string& file) {
     }
 }
 
+void frmMain::loadFromServer() {
+    const auto title = servers_.load();
+    if (title) {
+        notices_.loaded();
+        header_.setSavedScan(modQt::shownText(*title));
+    }
+}
+
 void frmMain::noteSavedScan(const std::string& file) {
     if (!file.empty()) {
-        recent_.places().add(RecentPlaces::Kind::savedScan, platform::toInternal(file));
+        recent_.add(RecentPlaces::Kind::savedScan, platform::toInternal(file));
     }
 }
 

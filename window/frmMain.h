@@ -27,6 +27,7 @@
 #include "window/commands/menuCommands.h"
 #include "window/commands/qtClipboard.h"
 #include "window/commands/reportCommands.h"
+#include "window/commands/serverCommand.h"
 #include "window/comparing.h"
 #include "window/dialogs/clsDialogs.h"
 #include "window/dialogs/frmUnreadable.h"
@@ -78,6 +79,7 @@ private:
     void form_load();
     void form_unload();
     void restoreLook();
+    void saveRecent();
     void saveLook();
     [[nodiscard]] std::string newWorkbook();
     void nameControls();
@@ -89,6 +91,7 @@ private:
     void runExclusively(const std::function<void()>& command);
     void showChart(ChartStyle style);
     void loadChosen(const std::string& file);
+    void loadFromServer();
     void noteSavedScan(const std::string& file);
     [[nodiscard]] bool mayLoad() const;
     void closeIfWanted();
@@ -158,6 +161,7 @@ private:
     Opening opening_;
     RecentMenu recent_;
     HistoryCommand history_;
+    ServerCommand servers_;
     MenuCommands commands_;
     QShortcut escape_;
     QShortcut toPath_;

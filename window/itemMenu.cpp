@@ -110,6 +110,9 @@ bool ItemMenu::run(std::string_view key) {
         dependencies_.commands.tellGone(items);
         return true;
     }
+    if (!isOpened && command->offered == &Offer::trash && isNoneMeant()) {
+        return true;
+    }
     if (areGone && command->offered == &Offer::open) {
         dependencies_.views.enterFormer(items.front());
         return true;
@@ -124,7 +127,16 @@ void ItemMenu::popUpForList(const QPoint& place) {
     areOpenedGone_ = isForFiles && isGoneInList();
     isOpened_ = true;
     offer(dependencies_.cPLvw, opened_, areOpenedGone_, isForFiles);
+    showCopyKey();
     dependencies_.cPLvw.popUpMenu().popup(place);
+}
+
+// With several rows selected, the key copies these.
+void ItemMenu::showCopyKey() {
+    PopMenu& menu = dependencies_.cPLvw;
+    const int copy = menu.indexOf(QStringLiteral("ExportText"));
+    const bool isKeyRight = dependencies_.views.activeList()->selectedRows().size() < 2;
+    menu.action(copy).setText(menu.caption(copy) + (isKeyRight ? QStringLiteral("\tCtrl+C") : QString()));
 }
 
 void ItemMenu::popUp(Items items, const QPoint& place, bool isGone) {
@@ -139,7 +151,8 @@ void ItemMenu::popUp(Items items, const QPoint& place, bool isGone) {
 }
 
 void ItemMenu::offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles) {
-    const Offer offered = areGone ? offerForGone(items) : dependencies_.commands.offerFor(items);
+    Offer offered = areGone ? offerForGone(items) : dependencies_.commands.offerFor(items);
+    offered.trash = offered.trash && !(&menu == &dependencies_.cP && isNoneMeant());
     for (int index = 1; index <= menu.count(); ++index) {
         const std::string key = menu.itemKey(index).toStdString();
         const Command* const command = commandOf(key);
@@ -161,7 +174,7 @@ ItemMenu::Items ItemMenu::selectedItems() const {
         return itemsOfList();
     }
     if (focus == &dependencies_.views.chart()) {
-        if (Items items = itemsOfChart(dependencies_.views.chart().selected()); !items.empty()) {
+        if (Items items = itemsOfChart(dependencies_.views.chart().pointedAt()); !items.empty()) {
             return items;
         }
     }
@@ -171,6 +184,15 @@ ItemMenu::Items ItemMenu::selectedItems() const {
         }
     }
     return itemsOfTree(dependencies_.tree.selectedKey());
+}
+
+// The focus is in a picture of the shown folder, and on none of its items. Commands are for the folder then,
+// but for the one that would take away more than anyone has pointed at.
+bool ItemMenu::isNoneMeant() const {
+    const QWidget* const focus = dependencies_.window.focusWidget();
+    return (focus == &dependencies_.views.chart() &&
+            itemsOfChart(dependencies_.views.chart().pointedAt()).empty()) ||
+           (focus == &dependencies_.views.treemap() && itemsOfTreemap().empty());
 }
 
 bool ItemMenu::showsItems(const QWidget* list) const {
@@ -206,7 +228,7 @@ bool ItemMenu::isGoneSelected() const {
     const QWidget* const focus = dependencies_.window.focusWidget();
     return showsItems(focus) ? isGoneInList()
                              : focus == &dependencies_.views.chart() &&
-                                   isGoneInChart(dependencies_.views.chart().selected());
+                                   isGoneInChart(dependencies_.views.chart().pointedAt());
 }
 
 ItemMenu::Items ItemMenu::itemsOfTree(const std::string& key) {

@@ -51,7 +51,9 @@ private:
     void popUp(Items items, const QPoint& place, bool isGone = false);
     void offer(PopMenu& menu, const Items& items, bool areGone, bool isForFiles = true);
     void addKey(const QKeySequence& keys, const char* key, QWidget& where, Qt::ShortcutContext context);
+    void showCopyKey();
     [[nodiscard]] Items selectedItems() const;
+    [[nodiscard]] bool isNoneMeant() const;
     [[nodiscard]] bool showsItems(const QWidget* list) const;
     [[nodiscard]] Items itemsOfList() const;
     [[nodiscard]] bool isGoneInList() const;

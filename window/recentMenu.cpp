@@ -24,6 +24,11 @@ void RecentMenu::connectMenu() {
     connect(&menu, &QMenu::aboutToShow, this, [this, &menu] { fill(menu); });
 }
 
+void RecentMenu::add(RecentPlaces::Kind kind, std::string_view path) {
+    places_.add(kind, path);
+    Q_EMIT changed();
+}
+
 void RecentMenu::fill(QMenu& menu) {
     menu.clear();
     if (places_.isEmpty()) {
@@ -34,7 +39,10 @@ void RecentMenu::fill(QMenu& menu) {
     addPlaces(menu, Kind::savedScan);
     QAction* const clear = menu.addAction(QStringLiteral("C&lear"));
     clear->setObjectName(QStringLiteral("ClearRecent"));
-    connect(clear, &QAction::triggered, this, [this] { places_.clear(); });
+    connect(clear, &QAction::triggered, this, [this] {
+        places_.clear();
+        Q_EMIT changed();
+    });
 }
 
 void RecentMenu::addPlaces(QMenu& menu, RecentPlaces::Kind kind) {
@@ -64,5 +72,6 @@ void RecentMenu::addPlaces(QMenu& menu, RecentPlaces::Kind kind) {
 void RecentMenu::choose(RecentPlaces::Kind kind, const std::string& path) {
     if (!dependencies_.open(platform::displayPath(path))) {
         places_.remove(kind, path);
+        Q_EMIT changed();
     }
 }

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "window/menu/popMenu.h"
@@ -27,6 +28,11 @@ public:
     void connectMenu();
 
     [[nodiscard]] RecentPlaces& places() { return places_; }
+    void add(RecentPlaces::Kind kind, std::string_view path);
+
+Q_SIGNALS:
+    // What there is to remember is another.
+    void changed();
 
 private:
     void fill(QMenu& menu);

@@ -51,7 +51,8 @@ protected:
         found.scan = "1";
         found.rows = count;
         found.records = modRowForm::encodedScans(modScans::all(working.database()));
-        modCollected::load(working, client, found, userInterface);
+        modCollected::load(working, modCollected::fetch(working, client, found, userInterface),
+                           userInterface);
     }
 
     std::string bytes;

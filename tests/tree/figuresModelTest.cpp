@@ -29,6 +29,7 @@ constexpr int stepsPerSequence = 30;
 struct NoViews final : FolderViews {
     void updateGraph() override {}
     void refreshActiveView() override {}
+    void followRows() override {}
     void clearFilesList() override {}
 };
 

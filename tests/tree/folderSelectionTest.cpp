@@ -17,6 +17,7 @@ class CountingViews final : public FolderViews {
 public:
     void updateGraph() override {}
     void refreshActiveView() override { ++refreshes; }
+    void followRows() override { ++refreshes; }
     void clearFilesList() override {}
 
     int refreshes = 0;

@@ -69,6 +69,7 @@ TEST(DriveTexts, leaveOutAShareThatIsNone) {
     EXPECT_EQ(modFigures::shareText(1, space), "<0.1% of used space, 5.0 Gb free");
     EXPECT_EQ(modFigures::shareText(0, space), "0.0% of used space, 5.0 Gb free");
     EXPECT_EQ(modFigures::shareText(-gigabyte, space), "5.0 Gb free");
+    EXPECT_EQ(modFigures::shareText(5 * gigabyte, space), "5.0 Gb free");
     EXPECT_EQ(modFigures::shareText(1, {gigabyte, 0, gigabyte}), "1.0 Gb free");
 }
 

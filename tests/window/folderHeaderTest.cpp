@@ -5,8 +5,11 @@
 
 #include <QMenu>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
+#include <functional>
 
+#include "base/formatSize.h"
 #include "support/testSystem.h"
 #include "window/windowFixture.h"
 
@@ -93,6 +96,38 @@ TEST_F(HeaderInWindow, growsWithTheScanAndKeepsTheMarkOfACancelledOne) {
     }
 }
 
+// What the scan has recorded of a subfolder without a row counts in both; all else of the drive does not.
+TEST_F(HeaderInWindow, agreesWithTheChartDuringAScanOfAFolderAbove) {
+    tree.write("a/1", std::string(5000, 'x'));
+    tree.write("m/1", std::string(7000, 'x'));
+    for (int i = 0; i < 300; ++i) { // there is time to look
+        tree.write("m/d" + std::to_string(i) + "/2", std::string(300, 'x'));
+    }
+    open();
+    window->openPath(tree.typed("a"));
+    std::string header;
+    std::function<void()> look = [&] {
+        control<QTimer>("tmrChart").start(0);
+        QTest::qWait(1);
+        double total = 0;
+        bool isUnfinished = false;
+        for (const ChartEntry& entry : control<FolderChart>("tc").entries()) {
+            total += entry.size;
+            isUnfinished = isUnfinished || (entry.unfinished && entry.size > 0);
+        }
+        if (isUnfinished) {
+            header = figures();
+            EXPECT_THAT(header, StartsWith(modLvw::formatSize(total) + ", "));
+        } else {
+            EXPECT_NE(figures(), "");
+            duringScan(look);
+        }
+    };
+    duringScan(look);
+    window->openPath(tree.typed());
+    EXPECT_NE(header, "");
+}
+
 TEST_F(HeaderInWindow, losesTheMarkWhenAScanOfAFolderAboveIsComplete) {
     makeTree();
     open();
@@ -161,6 +196,13 @@ TEST_F(HeaderInWindow, namesTheSavedScanUntilNothingOfItIsLeft) {
     click(key("a"));
     EXPECT_EQ(figures(), "2.9 Kb, 2 files, 1 folder");
     EXPECT_TRUE(control<QLabel>("lblSavedScan").isVisible());
+    click(key());
+    pressF5();
+    EXPECT_THAT(label("lblSavedScan"), StartsWith("Partly scanned again. Saved scan: "));
+    click(key("a/deep"));
+    EXPECT_THAT(label("lblSavedScan"), StartsWith("Saved scan: "));
+    pressF5();
+    EXPECT_FALSE(control<QLabel>("lblSavedScan").isVisible()) << "all of it was scanned here";
     command("ExactFigures"); // so that F5 leaves nothing
     click(key());
     pressF5();

@@ -136,6 +136,83 @@ TEST_F(ItemMenuTest, worksByKeysOnWhatIsSelected) {
     EXPECT_EQ(selected(), key("a"));
 }
 
+// With the focus in the chart, keys are for a bar. Nobody has pointed at the shown folder: it is not deleted.
+TEST_F(ItemMenuTest, keysAreForTheBarThatIsHighlighted) {
+    openOnTree();
+    dialogs.answer = false;
+    auto& chart = control<FolderChart>("tc"); // |Files| 50, b 200, a 3010
+    chart.setFocus();
+    const auto point = [&](QPointF place) {
+        QMouseEvent move(QEvent::MouseMove, place, chart.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+        QApplication::sendEvent(&chart, &move);
+    };
+    const struct {
+        int hovered;  // no bar: -1
+        int selected; // by keys
+        const char* deleted;
+        const char* copied;
+    } cases[]{{-1, -1, nullptr, ""},
+              {1, -1, "b", "b"},
+              {0, -1, nullptr, ""},
+              {1, 2, "a", "a"},
+              {1, 0, nullptr, ""}};
+    for (const auto& each : cases) {
+        SCOPED_TRACE(testing::Message() << each.hovered << ' ' << each.selected);
+        control<FolderTree>("tvw").setFocus(); // so that no bar is selected
+        window->openPath(tree.typed("b"));
+        control<FolderTree>("tvw").setFocus();
+        window->openPath(tree.typed());
+        chart.setFocus();
+        point(each.hovered < 0 ? QPointF(1, 1) : chart.markOf(each.hovered).center());
+        if (each.selected >= 0) {
+            chart.selectRank(chart.rankOf(each.selected));
+        }
+        dialogs.questions.clear();
+        QTest::keyClick(&chart, Qt::Key_Delete);
+        if (each.deleted == nullptr) {
+            EXPECT_THAT(dialogs.questions, IsEmpty());
+        } else {
+            EXPECT_THAT(dialogs.questions, ElementsAre(HasSubstr("Move " + tree.typed(each.deleted) + " (")));
+        }
+        QTest::keyClick(&chart, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(clipboardText(), tree.typed(each.copied));
+    }
+}
+
+TEST_F(ItemMenuTest, chartIsUsedByKeysAlone) {
+    openOnTree();
+    window->openPath(tree.typed("a"));
+    auto& chart = control<FolderChart>("tc");
+    chart.setFocus();
+    ASSERT_EQ(chart.selected(), -1);
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    QTest::keyClick(&chart, Qt::Key_Return);
+    EXPECT_EQ(chart.selected(), 1) << "the largest: the files";
+    QTest::keyClick(&chart, Qt::Key_Backspace);
+    EXPECT_EQ(selected(), key());
+    EXPECT_EQ(chart.shownEntry(chart.selected()).label, "a") << "where one came from";
+    QApplication::sendEvent(&chart, &byKey);
+    choose("ItemCopyPath");
+    EXPECT_EQ(clipboardText(), tree.typed("a"));
+    QTest::keyClick(&chart, Qt::Key_Return);
+    EXPECT_EQ(selected(), key("a"));
+}
+
+TEST_F(ItemMenuTest, showsTheKeyOfACopyOnlyWhereItDoesTheSame) {
+    openOnTree();
+    QContextMenuEvent byKey(QContextMenuEvent::Keyboard, {}, {});
+    const std::pair<std::vector<std::string>, bool> cases[]{
+        {{"a"}, true}, {{"a", "b"}, false}, {{"b"}, true}};
+    for (const auto& [names, isShown] : cases) {
+        selectRows(names);
+        QApplication::sendEvent(&control<ListView>("lvwF"), &byKey);
+        const QString text = openMenu()->actions().at(1)->text();
+        EXPECT_EQ(text.endsWith(QStringLiteral("Ctrl+C")), isShown) << text.toStdString();
+        openMenu()->close();
+        QTest::qWait(0);
+    }
+}
+
 TEST_F(ItemMenuTest, tellsPropertiesOfOneAndOfSeveral) {
     openOnTree();
     selectRows({"own.txt"});
@@ -148,12 +225,21 @@ TEST_F(ItemMenuTest, tellsPropertiesOfOneAndOfSeveral) {
         testing::IsSupersetOf({Pair("Name", "own.txt"), Pair("Kind", "File"), Pair("Size", "50 bytes")}));
     EXPECT_THAT(dialogs.shownProperties[1],
                 ElementsAre(Pair("Items", "2"), Pair("Folders", "1"), Pair("Files", "1"),
-                            Pair("Size (scanned)", "3.0 Kb (3,060 bytes)")));
+                            Pair("In the folders", "2 files, 1 folder"),
+                            Pair("Size (scanned)", "3.0 Kb (3,060 bytes)"),
+                            Pair("Size on disk (scanned)", testing::_)));
+    const PropertyRows several = dialogs.shownProperties.back();
+    command("SizeOnDisk");
+    selectRows({"own.txt", "a"});
+    command("ItemProperties");
+    EXPECT_EQ(dialogs.shownProperties.back(), several) << "whichever size is shown elsewhere";
+    command("SizeOnDisk");
     control<FolderTree>("tvw").setFocus();
     command("ItemProperties");
     EXPECT_THAT(dialogs.shownProperties.back(),
                 testing::IsSupersetOf({Pair("Kind", "Folder"), Pair("Size (scanned)", "3.2 Kb (3,260 bytes)"),
                                        Pair("Contains", "4 files, 3 folders")}));
+    EXPECT_THAT(dialogs.shownProperties.back(), Contains(Pair("Size on disk (scanned)", testing::_)));
     selectRows({"b"});
     command("ItemProperties");
     EXPECT_THAT(dialogs.shownProperties.back(), Contains(Pair("Contains", "1 file, 0 folders")));
@@ -175,6 +261,10 @@ TEST_F(ItemMenuTest, offersOnlyWhatMakesSenseForALoadedScan) {
     command("ExportMDB");
     command("LoadMDB");
     click(key());
+    rightClickNode(key("b"));
+    EXPECT_EQ(offered(), "Open CopyPath ScanAgain ") << "it is on this machine, too";
+    openMenu()->close();
+    testSystem::removeAll(tree / "b");
     rightClickNode(key("b"));
     EXPECT_EQ(offered(), "Open CopyPath ");
     openMenu()->close();

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QContextMenuEvent>
 #include <QShortcut>
+#include <QTabBar>
 #include <QTest>
 #include <QTextBrowser>
 #include <map>
@@ -85,6 +86,19 @@ TEST_F(KeysInWindow, areGivenOnce) {
     EXPECT_EQ(given.count("Ctrl+O") + given.count("Ctrl+Q") + given.count("Esc"), 3U);
     EXPECT_EQ(given.count("F1") + given.count("Ctrl+C") + given.count("F5"), 0U)
         << "they are handled otherwise";
+}
+
+TEST_F(KeysInWindow, areForTheTabThatWasClicked) {
+    openActive();
+    window->openPath(tree.typed());
+    const std::pair<int, const char*> cases[]{{1, "lvwF"}, {2, "lvwT"}, {4, "lvwFound"}, {0, "tc"}};
+    for (const auto& [tab, view] : cases) {
+        control<QWidget>("tvw").setFocus();
+        QTabBar& bar = *tabs().tabBar();
+        QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.tabRect(tab).center());
+        QTest::qWait(0);
+        EXPECT_EQ(window->focusWidget(), &control<QWidget>(view));
+    }
 }
 
 TEST_F(KeysInWindow, f1ShowsThePageForWhatHasTheFocus) {

@@ -151,6 +151,24 @@ TEST_F(RecentInWindow, offersWhatWasOpenedByItsPathAndOpensItAgain) {
     EXPECT_THAT(entries(), ElementsAre("(none)"));
 }
 
+TEST_F(RecentInWindow, areWrittenWhenTheyChange) {
+    openActive();
+    const auto written = [this](const char* folder) {
+        QSettings state(QString::fromStdString(application.typed("window.ini")), QSettings::IniFormat);
+        RecentPlaces places;
+        places.restore(state);
+        return *folder == '\0' ? places.isEmpty() : places.of(Kind::folder).at(0) == key(folder);
+    };
+    for (const char* const folder : {"a", "b"}) {
+        window->openPath(tree.typed(folder));
+        QTest::qWait(0);
+        EXPECT_TRUE(written(folder));
+    }
+    choose(static_cast<int>(entries().size()) - 1);
+    QTest::qWait(0);
+    EXPECT_TRUE(written(""));
+}
+
 TEST_F(RecentInWindow, forgetsWhatIsGoneAfterTheUsualMessage) {
     openActive();
     window->openPath(tree.typed("a"));

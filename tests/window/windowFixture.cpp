@@ -48,6 +48,19 @@ QString RecordingDialogs::folderBefore(const FolderBeforeRequest& request) {
     return box.exec() == QDialog::Accepted ? box.folder() : QString();
 }
 
+std::optional<ServerScan> RecordingDialogs::serverScan(const QString& url, clsUserInterface& userInterface) {
+    frmServer box(url, userInterface, nullptr);
+    QTimer::singleShot(0, &box, [&] {
+        if (useServer) {
+            useServer(box);
+        }
+        if (box.isVisible()) {
+            box.reject();
+        }
+    });
+    return box.exec() == QDialog::Accepted ? std::optional(box.chosen()) : std::nullopt;
+}
+
 std::string RecordingDialogs::chosen(const FileRequest& request) {
     requests.push_back(request);
     if (file.empty()) {

@@ -38,6 +38,8 @@ public:
     void exportOptions(clsExport& options) override;
     void settings(SettingsSheet& sheet) override;
     [[nodiscard]] QString folderBefore(const FolderBeforeRequest& request) override;
+    [[nodiscard]] std::optional<ServerScan> serverScan(const QString& url,
+                                                       clsUserInterface& userInterface) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] std::string openFile(const FileRequest& request) override { return chosen(request); }
     [[nodiscard]] std::string chooseFolder(const std::string& present) override {
@@ -61,6 +63,7 @@ public:
     std::function<void(frmExport&)> setExportOptions; // what to do with that box; empty: OK
     std::function<void(frmSettings&)> changeSettings; // the same
     std::function<void(frmFolderBefore&)> chooseFolderBefore;
+    std::function<void(frmServer& box)> useServer; // else it is cancelled
 
 private:
     std::string chosen(const FileRequest& request);

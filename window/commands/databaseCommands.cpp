@@ -43,15 +43,22 @@ std::string DatabaseCommands::exportDatabase() {
 }
 
 bool DatabaseCommands::loadDatabase(const std::string& file) {
+    const auto loadFile = [&] {
+        modExport::loadDatabase(dependencies_.database, file, dependencies_.userInterface);
+    };
+    return load(loadFile, platform::displayPath(platform::toInternal(file)));
+}
+
+bool DatabaseCommands::load(const std::function<void()>& load, const std::string& name) {
     choice_.forgetLastOutcome();
     const BusyPointer busy(dependencies_.userInterface);
     bool isLoaded = false;
     bool replaced = !dependencies_.database.isOpen(); // then there is no scan to keep
     modGlobal::trapped("frmMain", "cp_Click", [&] {
-        modExport::loadDatabase(dependencies_.database, file, dependencies_.userInterface);
+        load();
         isLoaded = true;
         replaced = true;
-        showTree(file);
+        showTree(name);
     });
     if (!replaced) {
         return false;
@@ -67,7 +74,7 @@ bool DatabaseCommands::loadDatabase(const std::string& file) {
 }
 
 // A scan that was saved without a tree, as by the console program, shows its folders below the drives.
-void DatabaseCommands::showTree(const std::string& file) {
+void DatabaseCommands::showTree(const std::string& name) {
     Database& database = dependencies_.database.database();
     const LongWork answering(database, [this] { dependencies_.userInterface.yieldToEvents(); });
     if (!modGlobal::tvwLoadNodes(dependencies_.tree, database, dependencies_.icons)) {
@@ -75,6 +82,5 @@ void DatabaseCommands::showTree(const std::string& file) {
         modGlobal::addTopFolders(dependencies_.tree, dependencies_.icons,
                                  modSavedScan::scannedFolders(database, mostTopFolders));
     }
-    dependencies_.userInterface.status(StatusPanel::folder,
-                                       "Loaded " + platform::displayPath(platform::toInternal(file)));
+    dependencies_.userInterface.status(StatusPanel::folder, "Loaded " + name);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "base/clsRegSettings.h"
@@ -42,12 +43,14 @@ public:
     // was refused, everything stays as it is; otherwise the views show what the database contains, whatever
     // failed. Whether the file was loaded.
     bool loadDatabase(const std::string& file);
+    // The same with rows that `load` puts into the database; `name` says where from.
+    bool load(const std::function<void()>& load, const std::string& name);
 
     // Of the dialogs for such files.
     static const std::string databaseFilter;
 
 private:
-    void showTree(const std::string& file);
+    void showTree(const std::string& name);
 
     Dependencies dependencies_;
     FileChoice choice_;

@@ -37,7 +37,6 @@ HistoryCommand::HistoryCommand(Dependencies dependencies)
     : dependencies_(std::move(dependencies)),
       choice_(dependencies_.dialogs, dependencies_.userInterface, dependencies_.database),
       history_(dependencies_.dialogs, &dependencies_.window) {
-    history_.setComparable(static_cast<bool>(dependencies_.openAsBefore));
     connect(&history_, &frmHistory::openAsBefore, this, [this](const std::string& file) {
         modGlobal::trapped(moduleName, "openAsBefore", [&] { dependencies_.openAsBefore(file); });
     });

@@ -1,6 +1,7 @@
 #include "window/commands/itemCommands.h"
 
 #include <QFile>
+#include <QStandardPaths>
 #include <algorithm>
 #include <numeric>
 
@@ -9,8 +10,11 @@
 #include "base/excludes.h"
 #include "base/formatSize.h"
 #include "db/folderRows.h"
+#include "platform/answering.h"
 #include "platform/fileManager.h"
+#include "platform/folders.h"
 #include "platform/paths.h"
+#include "platform/trash.h"
 #include "views/folderSummary.h"
 #include "widgets/qtText.h"
 #include "window/commands/itemProperties.h"
@@ -40,6 +44,12 @@ QString movedToTrash(const std::string& item) {
     if (QFile::encodeName(name).toStdString() != native) {
         return QStringLiteral("Its name is not text that the trash can keep.");
     }
+    try { // without a folder to move it to, Qt would move it to the working directory
+        const QString userData = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+        platform::provideTrash(platform::toInternal(QFile::encodeName(userData).toStdString()));
+    } catch (const RuntimeError& error) {
+        return QString::fromUtf8(error.what());
+    }
     QFile file(name);
     if (file.moveToTrash()) {
         return {};
@@ -56,6 +66,11 @@ bool ItemCommands::isLoaded(const std::string& item) const {
                                                            : std::string(clsFile(item).parentFolder()));
 }
 
+// What was loaded may also be on this computer. A volume that may never answer is asked only by a scan.
+bool ItemCommands::isHereNow(const std::string& folder) const {
+    return !isLoaded(folder) || platform::mayNotAnswer(folder) || platform::folderExists(folder);
+}
+
 ItemCommands::Offer ItemCommands::offerFor(const Items& items) const {
     Offer offer;
     if (items.empty()) {
@@ -69,7 +84,9 @@ ItemCommands::Offer ItemCommands::offerFor(const Items& items) const {
     offer.show = isHere && items.size() == 1;
     offer.copyPath = true;
     offer.properties = isHere;
-    offer.scanAgain = isFree && std::any_of(items.begin(), items.end(), isFolder);
+    offer.scanAgain = !dependencies_.search.processing && dependencies_.database.isOpen() &&
+                      std::any_of(items.begin(), items.end(),
+                                  [&](const auto& item) { return isFolder(item) && isHereNow(item); });
     offer.trash =
         isFree && !dependencies_.settings.readOnly() && std::none_of(items.begin(), items.end(), isRoot);
     offer.exclude = offer.trash;

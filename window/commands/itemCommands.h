@@ -32,7 +32,7 @@ public:
     explicit ItemCommands(const Dependencies& dependencies) : dependencies_(dependencies) {}
 
     // Which of the commands make sense for the items: of what was loaded, only opening and copying the path,
-    // as it may be on another machine.
+    // as it may be on another machine, and scanning those folders again that are on this one, too.
     struct Offer {
         bool open = false;
         bool show = false;
@@ -62,6 +62,7 @@ public:
 
 private:
     [[nodiscard]] bool isLoaded(const std::string& item) const;
+    [[nodiscard]] bool isHereNow(const std::string& folder) const;
     [[nodiscard]] double sizeOf(const std::string& item) const;
     [[nodiscard]] std::string keepExcluded(const std::string& item, Excludes& excludes) const;
     [[nodiscard]] std::string question(const Items& items) const;

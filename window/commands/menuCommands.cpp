@@ -18,7 +18,7 @@ struct MenuCommands::Command {
 };
 
 // The first matching key selects the command.
-const std::array<MenuCommands::Command, 31> MenuCommands::commands{{
+const std::array<MenuCommands::Command, 32> MenuCommands::commands{{
     {"EXPORTHTML", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::html); }},
     {"EXPORTMDB", [](MenuCommands& self, int) { self.targets_.exportDatabase(); }},
     {"EXPORTTEXT", [](MenuCommands& self, int) { self.targets_.exportReport(ReportFormat::text); }},
@@ -31,6 +31,7 @@ const std::array<MenuCommands::Command, 31> MenuCommands::commands{{
     {"COMPARESCAN", [](MenuCommands& self, int) { self.targets_.compareScan(); }},
     {"CLOSECOMPARISON", [](MenuCommands& self, int) { self.targets_.closeComparison(); }},
     {"HISTORY", [](MenuCommands& self, int) { self.targets_.history(); }},
+    {"LOADSERVER", [](MenuCommands& self, int) { self.targets_.loadFromServer(); }},
     {"SETTINGS", [](MenuCommands& self, int) { self.targets_.settings(); }},
     {"EXITAPP", [](MenuCommands& self, int) { self.targets_.exitApp(); }},
     {"REFRESH", [](MenuCommands& self, int) { self.targets_.refreshScreen(); }},

@@ -20,6 +20,7 @@ struct MenuTargets {
     std::function<void()> compareScan;
     std::function<void()> closeComparison;
     std::function<void()> history;
+    std::function<void()> loadFromServer;
     std::function<void()> settings;
     std::function<void()> exitApp;
     std::function<void()> refreshScreen;
@@ -54,7 +55,7 @@ public:
 
 private:
     struct Command;
-    static const std::array<Command, 31> commands;
+    static const std::array<Command, 32> commands;
 
     void showOwners(int index);
     void showChart(std::string_view key, const std::function<void()>& show);

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 #include <string>
 
 #include "window/dialogs/frmFolderBefore.h"
+#include "window/dialogs/frmServer.h"
 #include "window/dialogs/propertyRows.h"
 
 class SettingsSheet;
@@ -40,6 +42,11 @@ public:
 
     // Which folder of a saved scan stands against the selected one (frmFolderBefore); empty for Cancel.
     [[nodiscard]] virtual QString folderBefore(const FolderBeforeRequest& request) = 0;
+
+    // A scan on a server (frmServer), beginning with the server at this URL, which may be empty; nothing for
+    // Cancel. Events are handled by the interface.
+    [[nodiscard]] virtual std::optional<ServerScan> serverScan(const QString& url,
+                                                               clsUserInterface& userInterface) = 0;
 
     // The file dialogs: return the chosen path as a user would type it, or throw
     // errorNumber::dialogCancelled. The save dialog does not ask before overwriting a file; the caller does.

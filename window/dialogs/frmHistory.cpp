@@ -112,7 +112,6 @@ void frmHistory::layOutButtons() {
     buttons_.addButton(&cmdCopy_, QDialogButtonBox::ActionRole);
     buttons_.addButton(&cmdClose_, QDialogButtonBox::RejectRole);
     layout_.addWidget(&buttons_);
-    cmdCompare_.hide();
 }
 
 void frmHistory::wire() {
@@ -340,14 +339,9 @@ void frmHistory::updateButtons() {
     cmdCompare_.setEnabled(selectedPoint() != nullptr);
 }
 
-void frmHistory::setComparable(bool isComparable) {
-    isComparable_ = isComparable;
-    cmdCompare_.setVisible(isComparable);
-}
-
 // The file may be gone with the next answer, which comparing may bring.
 void frmHistory::activate() {
-    if (const auto* const point = selectedPoint(); point != nullptr && isComparable_) {
+    if (const auto* const point = selectedPoint(); point != nullptr) {
         const std::string file = point->file;
         Q_EMIT openAsBefore(file);
     }

@@ -38,9 +38,6 @@ public:
     void setScans(const QString& typed);
     [[nodiscard]] QString scans() const { return txtScans_.text(); }
 
-    // Whether a saved scan can be compared with; if not, points only tell about themselves.
-    void setComparable(bool isComparable);
-
     [[nodiscard]] ListView& list() noexcept { return lvwHistory_; }
     // What the list shows.
     [[nodiscard]] const modExport::FolderHistory& listed() const;
@@ -84,9 +81,8 @@ private:
     HistoryReader::Answer answer_;
     HistoryReader::Question read_; // the last question
     std::size_t listed_ = 0;       // the number of the history in the list
-    bool isComparable_ = false;
-    bool wantsFocus_ = false;  // the chart, when there is one
-    bool isFollowing_ = false; // one part of the window follows another
+    bool wantsFocus_ = false;      // the chart, when there is one
+    bool isFollowing_ = false;     // one part of the window follows another
 
     QVBoxLayout layout_{this};
     QHBoxLayout scansRow_;

@@ -1,13 +1,17 @@
 #include "window/dialogs/frmProperties.h"
 
 #include <QLabel>
+#include <QScreen>
+#include <algorithm>
 #include <memory>
 
 #include "widgets/helpTopic.h"
 #include "widgets/qtText.h"
 
 frmProperties::frmProperties(const PropertyRows& rows, QWidget* parent) : QDialog(parent), layout_(this) {
-    constexpr int longestLine = 60; // in average characters; longer paths are wrapped
+    constexpr int mostCharacters = 60; // longer paths are wrapped
+    const int longestLine = std::min(mostCharacters * fontMetrics().averageCharWidth(),
+                                     screen()->availableSize().width() / 2); // beside the names
     setObjectName(QStringLiteral("frmProperties"));
     setWindowTitle(QStringLiteral("Properties"));
     modQt::setHelpTopic(*this, "files.html");
@@ -16,8 +20,8 @@ frmProperties::frmProperties(const PropertyRows& rows, QWidget* parent) : QDialo
         text->setObjectName(QString::fromStdString(name));
         text->setTextFormat(Qt::PlainText);
         text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-        text->setWordWrap(text->sizeHint().width() > fontMetrics().averageCharWidth() * longestLine);
-        text->setMinimumWidth(fontMetrics().averageCharWidth() * longestLine / 2);
+        text->setWordWrap(text->sizeHint().width() > longestLine);
+        text->setMinimumWidth(longestLine / 2);
         layout_.addRow(QString::fromStdString(name) + u':', text.release()); // the layout owns it
     }
     cmdClose_.setObjectName(QStringLiteral("cmdClose"));

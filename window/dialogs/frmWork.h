@@ -6,6 +6,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <atomic>
 
 // Stands above the window while long work goes on there that can be cancelled: what is done, how far it is,
 // and Cancel. It appears when the work has taken some time, and holds all other input away.
@@ -33,5 +34,5 @@ private:
     QProgressBar prgWork_;
     QPushButton cmdCancelWork_;
     QElapsedTimer since_;
-    bool isCancelled_ = false;
+    std::atomic<bool> isCancelled_ = false; // other threads may ask
 };

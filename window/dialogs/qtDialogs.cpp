@@ -101,6 +101,11 @@ QString QtDialogs::folderBefore(const FolderBeforeRequest& request) {
     return box.exec() == QDialog::Accepted ? box.folder() : QString();
 }
 
+std::optional<ServerScan> QtDialogs::serverScan(const QString& url, clsUserInterface& userInterface) {
+    frmServer box(url, userInterface, parent_);
+    return box.exec() == QDialog::Accepted ? std::optional(box.chosen()) : std::nullopt;
+}
+
 std::string QtDialogs::saveFile(const FileRequest& request) {
     return chooseFile(request, true);
 }

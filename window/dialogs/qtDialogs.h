@@ -18,6 +18,8 @@ public:
     void exportOptions(clsExport& options) override;
     void settings(SettingsSheet& sheet) override;
     [[nodiscard]] QString folderBefore(const FolderBeforeRequest& request) override;
+    [[nodiscard]] std::optional<ServerScan> serverScan(const QString& url,
+                                                       clsUserInterface& userInterface) override;
     [[nodiscard]] std::string saveFile(const FileRequest& request) override;
     [[nodiscard]] std::string openFile(const FileRequest& request) override;
     [[nodiscard]] std::string chooseFolder(const std::string& present) override;

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QStyle>
+#include <QWheelEvent>
 
 #include "platform/paths.h"
 #include "platform/text.h"
@@ -48,6 +49,17 @@ public:
 
 private:
     QCheckBox box_;
+};
+
+// Changed by the wheel only when it has the focus; otherwise the page is scrolled.
+class ChoiceBox final : public QComboBox {
+public:
+    ChoiceBox() { setFocusPolicy(Qt::StrongFocus); }
+
+protected:
+    void wheelEvent(QWheelEvent* event) override {
+        hasFocus() ? QComboBox::wheelEvent(event) : event->ignore();
+    }
 };
 
 // A column, an order or a number of threads. What is none of them gets a line of its own, until another is
@@ -97,7 +109,7 @@ public:
     [[nodiscard]] QWidget& control() override { return box_; }
 
 private:
-    QComboBox box_;
+    ChoiceBox box_;
     int usual_ = 0; // the number of lines that stand for something
 };
 

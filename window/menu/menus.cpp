@@ -28,7 +28,7 @@ struct MenuItem {
 
 // Odd on purpose: the captions of the first View items end in a tab; two of them have a blank before it; the
 // separators of View have the same key; two items of File have no access key.
-constexpr std::array<MenuItem, 55> mainMenu{{
+constexpr std::array<MenuItem, 56> mainMenu{{
     {0, "", "&File"},
     {1, "Export", "&Export Data", 1},
     {2, "ExportXML", "&XML File...", 4},
@@ -46,6 +46,7 @@ constexpr std::array<MenuItem, 55> mainMenu{{
     {1, "CompareScan", "&Compare with Saved Scan..."},
     {1, "CloseComparison", "C&lose Comparison"},
     {1, "History", "&History..."},
+    {1, "LoadServer", "Load from Ser&ver..."},
     {1, "SettingsSpacer", "-"},
     {1, "Settings", "&Settings...", PopMenu::noIcon, Mark::none, "Ctrl+,", true},
     {1, "Spacer2", "-"},

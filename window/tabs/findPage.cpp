@@ -1,9 +1,7 @@
 #include "window/tabs/findPage.h"
 
 #include <QApplication>
-#include <QScrollBar>
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "base/errorTrap.h"
@@ -12,6 +10,7 @@
 #include "platform/locale.h"
 #include "widgets/foundList.h"
 #include "widgets/helpTopic.h"
+#include "widgets/listPlace.h"
 #include "widgets/lvsort.h"
 
 namespace {
@@ -184,6 +183,11 @@ void FindPage::follow() {
     }
 }
 
+void FindPage::reread() {
+    selectFirst_ = selectFirst_ && tmrFind_.isActive();
+    start();
+}
+
 void FindPage::clear() {
     stop();
     lvwFound_.rows().clear();
@@ -253,40 +257,15 @@ void FindPage::showAnswer() {
     if (isSame && !selectFirst_) {
         return;
     }
+    const ListPlace place(lvwFound_);
     const ListView::AllRows all(lvwFound_);
     if (!isSame) {
-        fill(std::move(rows));
+        lvwFound_.rows().clear();
+        lvwFound_.rows().append(std::move(rows));
         shownDigest_ = digest;
     }
     modLvw::lvsort(lvwFound_, column_, descending_ ? 1 : 0, selectFirst_);
-}
-
-// What was selected stays so, and in its place, if it is found again.
-void FindPage::fill(std::vector<ListRow> rows) {
-    std::set<std::string> selected;
-    for (const int row : lvwFound_.selectedRows()) {
-        selected.emplace(lvwFound_.rows().row(row).key());
-    }
-    const int top = lvwFound_.verticalScrollBar()->value();
-    lvwFound_.rows().clear();
-    lvwFound_.rows().append(std::move(rows));
-    if (selectFirst_ || selected.empty()) {
-        return;
-    }
-    const ListModel& shown = lvwFound_.rows();
-    QItemSelection selection;
-    for (int row = 0; row < shown.rowCount(); ++row) {
-        if (selected.contains(std::string(shown.row(row).key()))) {
-            selection.select(shown.index(row, 0), shown.index(row, shown.columnCount() - 1));
-        }
-    }
-    if (!selection.isEmpty()) {
-        lvwFound_.selectionModel()->setCurrentIndex(selection.front().topLeft(),
-                                                    QItemSelectionModel::NoUpdate);
-        lvwFound_.selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
-    }
-    lvwFound_.doItemsLayout();
-    lvwFound_.verticalScrollBar()->setValue(top);
+    place.restore(lvwFound_);
 }
 
 QString FindPage::answerText() const {

@@ -48,6 +48,8 @@ public:
     // is selected kept.
     void refresh();
     void follow();
+    // After rows have changed or gone: at once, with what is selected kept.
+    void reread();
     // Empties the list.
     void clear();
 
@@ -70,7 +72,6 @@ private:
     void stop();
     void work();
     void showAnswer();
-    void fill(std::vector<ListRow> rows);
     void sortBy(int column, bool descending);
     [[nodiscard]] modFind::Order order() const;
     [[nodiscard]] QString answerText() const;

@@ -1,6 +1,7 @@
 #include "window/tabs/viewTabs.h"
 
 #include <QHeaderView>
+#include <QTabBar>
 #include <algorithm>
 #include <utility>
 
@@ -9,6 +10,7 @@
 #include "views/chartTip.h"
 #include "views/folderFigures.h"
 #include "widgets/helpTopic.h"
+#include "widgets/listPlace.h"
 #include "widgets/lvsort.h"
 #include "widgets/qtText.h"
 
@@ -96,6 +98,15 @@ void ViewTabs::wire() {
             showsChartOfChanges() ? showChanges() : showFiles();
         }
     });
+    // A click leaves the focus where it was; then keys such as F1 would be for another part of the window.
+    connect(
+        XTab_.tabBar(), &QTabBar::tabBarClicked, this,
+        [this](int tab) {
+            if (tab >= 0) {
+                takeFocus();
+            }
+        },
+        Qt::QueuedConnection);
     wireTreemap();
     connect(&nextTab_, &QShortcut::activated, this, [this] { turnTab(1); });
     connect(&previousTab_, &QShortcut::activated, this, [this] { turnTab(-1); });
@@ -265,6 +276,11 @@ void ViewTabs::updateGraph() {
                                                 scanning_ ? modFigures::ScanState::running
                                                           : modFigures::ScanState::ended),
                        key == chartKey_ ? FolderChart::View::kept : FolderChart::View::largest);
+        if (tc_.hasFocus() && chartKey_.size() > key.size() && chartKey_.starts_with(key)) {
+            tc_.selectLabel( // where one came from
+                std::string_view(chartKey_).substr(key.size(),
+                                                   chartKey_.find('\\', key.size()) - key.size()));
+        }
         chartKey_ = key;
     });
 }
@@ -340,6 +356,7 @@ void ViewTabs::refresh(bool selectFirst) {
     }
     Database& database = dependencies_.database.database();
     const ListTab& tab = listTabs_.at(static_cast<std::size_t>(active) - 1);
+    const ListPlace place(tab.list);
     const ListView::AllRows all(tab.list);
     tab.list.setExactDates(dependencies_.settings.exact());
     if (&tab.list == &lvwF_) {
@@ -352,10 +369,15 @@ void ViewTabs::refresh(bool selectFirst) {
     const auto& sort = filesList_.further().sort();
     if (&tab.list == &lvwF_ && sort) {
         modLvw::lvsort(tab.list, filesList_.further().placeOf(sort->further), sort->order, selectFirst);
-        return;
+    } else {
+        modLvw::sortAsRemembered(tab.list, (dependencies_.settings.*tab.column)(),
+                                 (dependencies_.settings.*tab.order)(), tab.defaultColumn, selectFirst);
     }
-    modLvw::sortAsRemembered(tab.list, (dependencies_.settings.*tab.column)(),
-                             (dependencies_.settings.*tab.order)(), tab.defaultColumn, selectFirst);
+    place.restore(tab.list);
+}
+
+void ViewTabs::followRows() {
+    XTab_.currentWidget() == &find_ ? find_.reread() : refresh(false);
 }
 
 void ViewTabs::forget() {

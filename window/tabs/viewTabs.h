@@ -99,6 +99,7 @@ public:
     void updateGraph() override;
     // Updates the view of the active tab; a list is sorted as remembered and its first row selected.
     void refreshActiveView() override { refresh(true); }
+    void followRows() override;
     // Empties the files and folders list, so that it is filled again from its first row.
     void clearFilesList() override { filesList_.clear(); }
 

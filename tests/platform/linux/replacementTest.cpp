@@ -154,8 +154,8 @@ TEST_F(Replacement, saysThatTheFolderTakesNoNewFile) {
         ADD_FAILURE();
     } catch (const RuntimeError& error) {
         EXPECT_EQ(error.number(), 70);
-        EXPECT_EQ(error.what(),
-                  "No file can be made in its folder: " + file("closed/report") + " was not written.");
+        EXPECT_EQ(error.what(), "Permission is denied to make a file in its folder: " +
+                                    file("closed/report") + " was not written.");
     }
     EXPECT_EQ(folder.read("closed/report"), "old");
 }

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QScrollBar>
 #include <QTest>
+#include <QWheelEvent>
 #include <optional>
 
 #include "base/clsRegSettings.h"
@@ -262,6 +263,31 @@ TEST_F(SettingsDialog, scrollsWhereThereIsLittleRoom) {
     auto& last = control<QCheckBox>("getExtensionInfo");
     QTest::keyClick(form.get(), Qt::Key_X, Qt::AltModifier);
     EXPECT_TRUE(last.hasFocus());
+}
+
+// The wheel scrolls the page; only in the box that has the focus it goes through the choices.
+TEST_F(SettingsDialog, areNotChangedInPassing) {
+    open();
+    for (QComboBox* const box : form->findChildren<QComboBox*>()) {
+        const bool isLast = box->currentIndex() == box->count() - 1;
+        const int before = box->currentIndex();
+        const QPointF place = box->rect().center();
+        QWheelEvent turn(place, box->mapToGlobal(place), {}, {0, isLast ? 120 : -120}, Qt::NoButton, {},
+                         Qt::NoScrollPhase, false);
+        box->clearFocus();
+        turn.accept();
+        QApplication::sendEvent(box, &turn);
+        EXPECT_EQ(box->currentIndex(), before) << box->objectName().toStdString();
+        EXPECT_FALSE(turn.isAccepted()) << "the page takes it";
+        EXPECT_FALSE(box->focusPolicy() == Qt::WheelFocus);
+    }
+    auto& readers = control<QComboBox>("readers");
+    readers.setFocus();
+    QWheelEvent turn(readers.rect().center(), readers.mapToGlobal(readers.rect().center()), {}, {0, -120},
+                     Qt::NoButton, {}, Qt::NoScrollPhase, false);
+    const int before = readers.currentIndex();
+    QApplication::sendEvent(&readers, &turn);
+    EXPECT_NE(readers.currentIndex(), before);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include <gmock/gmock.h>
 
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
 #include <filesystem>
 
@@ -21,16 +22,17 @@ protected:
     void SetUp() override { qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.typed())); }
     void TearDown() override { qunsetenv("XDG_DATA_HOME"); }
 
-    // Moves the rows with these names of the files list.
-    void trashRows(const std::vector<std::string>& names) {
-        tabs().setCurrentIndex(1);
-        auto& list = control<ListView>("lvwF");
+    // Moves the rows with these names of the files list, or of another.
+    void trashRows(const std::vector<std::string>& names, int tab = 1, const char* listName = "lvwF") {
+        tabs().setCurrentIndex(tab);
+        auto& list = control<ListView>(listName);
         list.setFocus();
         list.clearSelection();
         for (int row = 0; row < list.model()->rowCount(); ++row) {
             const QModelIndex index = list.model()->index(row, 0);
             if (std::find(names.begin(), names.end(), index.data().toString().toStdString()) != names.end()) {
                 list.selectionModel()->select(index, QItemSelectionModel::Select | QItemSelectionModel::Rows);
+                list.selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
             }
         }
         QTest::keyClick(&list, Qt::Key_Delete);
@@ -103,6 +105,72 @@ TEST_F(Trash, asksFirstAndNamesWhatFailed) {
                 ElementsAre(HasSubstr("Not moved to the trash:\n" + tree.typed("own.txt") + ": ")));
     EXPECT_THAT(rows("lvwF"), Contains(HasSubstr("own.txt"))) << "it is for a scan to find out";
     EXPECT_THAT(rows("lvwF"), Not(Contains(StartsWith("b|"))));
+}
+
+// What stood below it is selected then or, at the end, what stood above; what could not be moved stays so.
+TEST_F(Trash, leavesTheSelectionInPlace) {
+    constexpr int findTab = 4;
+    for (const auto& [tab, list] : {std::pair(1, "lvwF"), std::pair(findTab, "lvwFound")}) {
+        SCOPED_TRACE(list);
+        dialogs.messages.clear();
+        for (const auto& [name, size] : {std::pair("1", 500), std::pair("2", 400), std::pair("3", 350),
+                                         std::pair("4", 300), std::pair("5", 250)}) {
+            tree.write(std::string("files/") + name, std::string(static_cast<std::size_t>(size), 'x'));
+        }
+        openOnTree();
+        window->openPath(tree.typed("files"));
+        tabs().setCurrentIndex(tab);
+        const auto selectedNames = [&, list = list] {
+            EXPECT_TRUE(QTest::qWaitFor([&] { return !control<QTimer>("tmrFind").isActive(); }));
+            std::string names;
+            for (const int row : control<ListView>(list).selectedRows()) {
+                names += control<ListView>(list).rows().text(row, 0);
+            }
+            return names;
+        };
+        ASSERT_EQ(selectedNames(), "1");
+        trashRows({"2", "3"}, tab, list);
+        EXPECT_EQ(selectedNames(), "4");
+        trashRows({"5"}, tab, list);
+        EXPECT_EQ(selectedNames(), "4");
+        std::filesystem::remove(tree / "files/4");
+        trashRows({"4"}, tab, list);
+        EXPECT_EQ(selectedNames(), "4");
+        EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr("files/4: ")));
+        close();
+    }
+}
+
+// A trash folder that is missing is made, with all above it. If it cannot be, nothing is moved: least of all
+// to the working directory.
+TEST_F(Trash, isNeverTheWorkingFolder) {
+    home.write("file", "x");
+    home.write("without/Trash", "x");
+    TemporaryFolder working;
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::current_path(working.path());
+    struct Case {
+        const char* data;
+        bool isMoved;
+    };
+    for (const auto& [data, isMoved] :
+         {Case{"file/data", false}, Case{"without", false}, Case{"new/data", true}}) {
+        SCOPED_TRACE(data);
+        qputenv("XDG_DATA_HOME", QByteArray::fromStdString(home.typed(data)));
+        dialogs.messages.clear();
+        openOnTree();
+        trashRows({"own.txt"});
+        EXPECT_EQ(std::filesystem::exists(tree / "own.txt"), !isMoved);
+        EXPECT_EQ(std::filesystem::exists(home / data / "Trash/files/own.txt"), isMoved);
+        if (isMoved) {
+            EXPECT_THAT(dialogs.messages, IsEmpty());
+        } else {
+            EXPECT_THAT(dialogs.messages, ElementsAre(HasSubstr("Trash was not created.")));
+        }
+        EXPECT_TRUE(std::filesystem::is_empty(working.path()));
+        close();
+    }
+    std::filesystem::current_path(before);
 }
 
 } // namespace
