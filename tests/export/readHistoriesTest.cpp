@@ -9,6 +9,7 @@
 #include "base/formatSize.h"
 #include "export/databaseFile.h"
 #include "export/historyLines.h"
+#include "platform/paths.h"
 #include "support/scanFixture.h"
 #include "support/sqliteScript.h"
 
@@ -156,8 +157,11 @@ modExport::HistoryPoint point(int day, std::optional<double> size, const char* h
 
 TEST(HistoryLines, areOneForEachFolderAndMachine) {
     FolderHistories histories;
-    histories.folder = {"/home/me/", {point(1, 5, "a"), point(2, 7, ""), point(3, {}, "a", true)}, 0, {}};
-    histories.subfolders = {{"/home/me/in/", {point(2, -3, "")}, 0, {}}};
+    histories.folder = {platform::displayPath("/home\\me\\"),
+                        {point(1, 5, "a"), point(2, 7, ""), point(3, {}, "a", true)},
+                        0,
+                        {}};
+    histories.subfolders = {{platform::displayPath("/home\\me\\in\\"), {point(2, -3, "")}, 0, {}}};
     std::vector<std::string> told;
     for (const modTimeChart::Line& line : modExport::historyLines(histories)) {
         std::string text = line.name + ":" + std::to_string(line.group) + std::to_string(line.pattern);
