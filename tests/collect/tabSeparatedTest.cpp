@@ -34,9 +34,9 @@ TEST(TabSeparated, readsBytesOfAllKindsHoweverTheyAreCut) {
 
 TEST(TabSeparated, refusesWhatIsNoSuchAnswer) {
     const std::string endless(std::size_t{2} << 20, 'x');
-    for (const std::string& text : {std::string("a\n"), std::string("a\tb\tc\n"), std::string("a\tb"),
-                                    std::string("a\tb\nCode: 160"), endless,
-                                    std::string("a\tb\na\tb\na\tb\n")}) {
+    for (const std::string& text :
+         {std::string("a\n"), std::string("a\tb\tc\n"), std::string("a\tb"), std::string("a\tb\nCode: 160"),
+          endless, std::string("a\tb\na\tb\na\tb\n")}) {
         EXPECT_THROW(read(2, text, 7), ServerError) << text.substr(0, 20);
     }
 }

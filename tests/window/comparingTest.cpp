@@ -321,9 +321,15 @@ TEST_F(ComparingInWindow, withoutTheChartOfChangesTheLookIsAsBefore) {
             command("ViewChanges");
             ASSERT_TRUE(control<FolderChart>("tc").isVisibleTo(window.get()));
             tabs().setCurrentIndex(1);
-            command(end);
-            EXPECT_EQ(tabs().currentIndex(), 1) << "nobody is taken to another tab";
-            tabs().setCurrentIndex(0);
+            if (end == std::string_view("ViewChanges")) {
+                command(end);
+                EXPECT_EQ(tabs().currentIndex(), 0) << "first, what is wanted is seen";
+                command(end);
+            } else {
+                command(end);
+                EXPECT_EQ(tabs().currentIndex(), 1) << "nobody is taken to another tab";
+                tabs().setCurrentIndex(0);
+            }
             EXPECT_EQ(control<Treemap>("tmp").isVisibleTo(window.get()), isTreemap) << look << ' ' << end;
             EXPECT_EQ(control<FolderChart>("tc").chartStyle(), style) << look << ' ' << end;
         }
