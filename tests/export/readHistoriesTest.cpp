@@ -146,7 +146,7 @@ TEST_F(Histories, areInterruptedWithinAFile) {
 
 modExport::HistoryPoint point(int day, std::optional<double> size, const char* host, bool cancelled = false) {
     modExport::HistoryPoint result;
-    result.moment = day * 86400;
+    result.moment = platform::Seconds{86400} * day;
     if (size) {
         result.folder = ScanFile::Folder{*size, 1, 0};
     }
