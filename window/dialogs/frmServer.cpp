@@ -57,7 +57,7 @@ frmServer::frmServer(const QString& url, clsUserInterface& userInterface, QWidge
 }
 
 void frmServer::layOut() {
-    constexpr int characters = 90;
+    constexpr int characters = 120;
     constexpr int lines = 28;
     resize(characters * fontMetrics().averageCharWidth(), lines * fontMetrics().lineSpacing());
     txtServer_.setObjectName(QStringLiteral("txtServer"));
