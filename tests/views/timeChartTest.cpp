@@ -14,7 +14,6 @@ using modTimeChart::Direction;
 using modTimeChart::Line;
 using modTimeChart::Place;
 using modTimeChart::TimeChart;
-using testing::ElementsAre;
 using testing::SizeIs;
 
 constexpr platform::Seconds day = 86400;
