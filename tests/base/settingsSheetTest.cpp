@@ -168,7 +168,7 @@ TEST_F(Sheet, storesWhichExcludesWereChangedAndKeepsTheRest) {
     };
     const Case cases[] = {
         {"", "*.tmp\n\n  \nb", "1=*.tmp|2=b|"},
-        {"; mine|x = a |4=b|1=c|", "a\nc", "; mine|x = a |1=c|"},
+        {"; mine|x=a|4=b|1=c|", "a\nc", "; mine|x=a|1=c|"},
         {"x=a|4=b|", "a\nnew", "x=a|4=new|"},      // a line that was changed keeps its key
         {"x=a|4=b|", "b\na", "x=a|4=b|"},          // the order means nothing
         {"2=a|", "b\na\nb\na\nc", "2=a|1=b|3=c|"}, // and one is enough
