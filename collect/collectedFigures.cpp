@@ -1,7 +1,6 @@
 #include "collect/collectedFigures.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -18,18 +17,8 @@ constexpr platform::Seconds secondsPerDay = 86400;
 
 using Fields = TabSeparated::Row;
 
-std::int64_t wholeNumber(const std::string& text) {
-    std::int64_t number = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
-    if (result.ec != std::errc() || result.ptr != text.data() + text.size()) {
-        throw ServerError(ServerError::Kind::strange, errorNumber::inputOutput,
-                          "The server's answer holds no number where one belongs");
-    }
-    return number;
-}
-
-double numberIn(const std::string& text) {
-    return static_cast<double>(wholeNumber(text));
+double numberIn(const std::string& field) {
+    return static_cast<double>(wholeNumber<std::int64_t>(field));
 }
 
 // The statements, for one question.
@@ -220,8 +209,8 @@ private:
             Scan scan;
             scan.scan = std::move(fields[1]);
             const std::string path = std::move(fields[2]);
-            const platform::Seconds finished = wholeNumber(fields[3]);
-            const bool isFoldersOnly = wholeNumber(fields[4]) != 0;
+            const auto finished = wholeNumber<platform::Seconds>(fields[3]);
+            const bool isFoldersOnly = wholeNumber<int>(fields[4]) != 0;
             fields = {std::move(fields[0]), path, fields[5], fields[6], fields[7]};
             scan.row = folderIn(fields);
             scan.row.began = path;
@@ -330,6 +319,19 @@ std::string folderPath(std::string_view typed) {
         path.push_back(separator);
     }
     return path;
+}
+
+std::string remarkOf(const Row& row) {
+    std::string text;
+    const auto add = [&](bool applies, std::string_view remark) {
+        if (applies) {
+            text.append(text.empty() ? "" : ", ").append(remark);
+        }
+    };
+    add(row.isGone, "gone");
+    add(row.isFoldersOnly, "folders only");
+    add(row.isInOther, "in another scan");
+    return text;
 }
 
 std::string_view captionOf(Table table) {

@@ -53,6 +53,9 @@ struct Row {
     }
 };
 
+// "gone, in another scan"; empty for most.
+[[nodiscard]] std::string remarkOf(const Row& row);
+
 struct Figures {
     // Machines by name, all else largest first.
     std::array<std::vector<Row>, tables> rows;
@@ -62,7 +65,7 @@ struct Figures {
     }
 };
 
-// No answer has more rows than this; `strange` if a server sends more.
+// No table has more rows than this: of more, the first are asked for. `strange` if a server sends more.
 inline constexpr std::size_t mostRows = 200'000;
 
 // Asks the server. Throws ServerError; `strange` as well if its tables are not of this version.

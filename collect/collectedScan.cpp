@@ -1,7 +1,6 @@
 #include "collect/collectedScan.h"
 
 #include <array>
-#include <charconv>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -33,13 +32,6 @@ constexpr std::uint64_t mostRows = 10'000'000'000; // of a scan
                       server.url().shown() + " sends other rows than those of the scan");
 }
 
-template <class Number>
-Number numberIn(const std::string& text) {
-    Number number = 0;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
-}
-
 std::string selectFrom(const HttpClient& server, const std::string& records) {
     return "SELECT host, scan, attempt, path, separator, toUnixTimestamp(finished), rows, size, fileCount, " +
            records + " FROM " + modSchema::qualified(server.url().database, "counted");
@@ -68,16 +60,16 @@ std::vector<Found> ask(HttpClient& server, const std::string& statement, std::si
         Found found;
         found.host = std::move(row[0]);
         found.scan = std::move(row[1]);
-        found.attempt = numberIn<std::uint64_t>(row[2]);
+        found.attempt = wholeNumber<std::uint64_t>(row[2]);
         found.path = std::move(row[3]);
         found.separator = row[4] == "\\" ? '\\' : '/';
-        found.finished = numberIn<platform::Seconds>(row[5]);
-        found.rows = numberIn<std::uint64_t>(row[6]);
+        found.finished = wholeNumber<platform::Seconds>(row[5]);
+        found.rows = wholeNumber<std::uint64_t>(row[6]);
         if (found.rows > mostRows) {
             refuseRows(server);
         }
-        found.size = static_cast<double>(numberIn<std::int64_t>(row[7]));
-        found.files = static_cast<double>(numberIn<std::int64_t>(row[8]));
+        found.size = static_cast<double>(wholeNumber<std::int64_t>(row[7]));
+        found.files = static_cast<double>(wholeNumber<std::int64_t>(row[8]));
         found.records = std::move(row[9]);
         all.push_back(std::move(found));
     });
@@ -189,10 +181,13 @@ Fetched fetch(WorkingDatabase& working, HttpClient& server, const Found& found,
     } catch (const ServerError&) {
         throw;
     } catch (const RuntimeError& error) {
-        if (error.number() == databaseError::diskFull) {
+        const bool isOfRows = error.number() == databaseError::damaged ||
+                              error.number() == databaseError::duplicateKey ||
+                              error.number() == databaseError::engine; // a text for a number
+        if (!isOfRows) {
             throw;
         }
-        refuseRows(server); // what a row cannot hold, or two rows of one number
+        refuseRows(server);
     }
     return fetched;
 }

@@ -8,12 +8,26 @@ namespace modCollected {
 
 namespace {
 
-enum class Cell { table, host, name, scanned, since, files, folders, bytes, size, before, changed, change };
+enum class Cell {
+    table,
+    host,
+    name,
+    scanned,
+    since,
+    files,
+    folders,
+    bytes,
+    size,
+    before,
+    changed,
+    change,
+    remark
+};
 
 using Kind = modExport::ListTable::Kind;
 
 // In the order of Cell.
-constexpr std::array<modExport::ListTable::Column, 12> allColumns{{{"Table", Kind::text},
+constexpr std::array<modExport::ListTable::Column, 13> allColumns{{{"Table", Kind::text},
                                                                    {"Host", Kind::text},
                                                                    {"Name", Kind::text},
                                                                    {"Scanned", Kind::date},
@@ -24,7 +38,8 @@ constexpr std::array<modExport::ListTable::Column, 12> allColumns{{{"Table", Kin
                                                                    {"Size", Kind::bytes},
                                                                    {"Before (Bytes)", Kind::bytes},
                                                                    {"Change (Bytes)", Kind::bytes},
-                                                                   {"Change", Kind::bytes}}};
+                                                                   {"Change", Kind::bytes},
+                                                                   {"Remark", Kind::text}}};
 
 Cell cellAt(const modExport::ListTable::Column& column) {
     std::size_t cell = 0;
@@ -70,6 +85,8 @@ std::string textOf(Table table, const Row& row, Cell cell) {
         return dateText(row.scanned);
     case Cell::since:
         return dateText(row.since);
+    case Cell::remark:
+        return remarkOf(row);
     default:
         break;
     }

@@ -2,8 +2,6 @@
 
 #include <utility>
 
-#include "collect/httpClient.h"
-
 namespace {
 
 constexpr std::size_t mostBytes = std::size_t{1} << 20; // of a row

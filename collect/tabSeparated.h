@@ -1,10 +1,13 @@
 #pragma once
 
+#include <charconv>
 #include <cstddef>
 #include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "collect/httpClient.h"
 
 // Reads an answer in the form "TabSeparated", which comes in pieces cut anywhere: fields between tabs, rows
 // that end in a line feed, some bytes as a backslash and a letter.
@@ -33,3 +36,16 @@ private:
     std::size_t allBytes_ = 0;
     bool isEscaped_ = false;
 };
+
+// A field that is a whole number. Throws ServerError (strange) if it is none, or too large.
+template <class Number>
+[[nodiscard]] Number wholeNumber(std::string_view field) {
+    Number number = 0;
+    const char* const end = field.data() + field.size();
+    const auto result = std::from_chars(field.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end) {
+        throw ServerError(ServerError::Kind::strange, errorNumber::inputOutput,
+                          "The server's answer holds no number where one belongs");
+    }
+    return number;
+}

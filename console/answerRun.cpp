@@ -55,12 +55,9 @@ bool AnswerRun::start() {
 }
 
 void AnswerRun::checkOutputs() {
-    const modGlobal::ErrorLogFiles log = modGlobal::errorLogFiles(store_, applicationFolder_);
-    std::vector<OwnFile> ownFiles{{applicationFolder_ + "main.dat", "the working database"},
-                                  {applicationFolder_ + "settings.ini", "the file of settings"},
-                                  {applicationFolder_ + "window.ini", "a file of the program"},
-                                  {log.appended, "the error log"},
-                                  {log.madeAnew, "the error log"}};
+    std::vector<OwnFile> ownFiles =
+        programsFiles(applicationFolder_, modGlobal::errorLogFiles(store_, applicationFolder_));
+    ownFiles.push_back({applicationFolder_ + "main.dat", "the working database"});
     for (OwnFile& file : inputs()) {
         ownFiles.push_back(std::move(file));
     }
@@ -97,10 +94,6 @@ void AnswerRun::write(const std::function<void(const Output& output, clsUserInte
 
 void AnswerRun::fail(std::string_view subject, std::string_view reason) {
     failed_ = true;
-    tell(subject, reason);
-}
-
-void AnswerRun::tell(std::string_view subject, std::string_view text) {
     userInterface_.setSubject(subject);
-    userInterface_.message(text);
+    userInterface_.message(reason);
 }

@@ -29,16 +29,12 @@ protected:
     [[nodiscard]] virtual std::vector<OwnFile> inputs() { return {}; }
 
     [[nodiscard]] const ConsoleOptions& options() const noexcept { return options_; }
-    [[nodiscard]] const std::string& applicationFolder() const noexcept { return applicationFolder_; }
-    [[nodiscard]] clsRegSettings& store() noexcept { return store_; }
 
     [[nodiscard]] bool hasOutputs() const noexcept { return !outputs_.empty(); }
     void print(const std::string& text);
     // Writes each output, which `one` does; a message of its tells of a failure.
     void write(const std::function<void(const Output& output, clsUserInterface& userInterface)>& one);
     void fail(std::string_view subject, std::string_view reason);
-    // Tells something, without failing.
-    void tell(std::string_view subject, std::string_view text);
 
 private:
     [[nodiscard]] bool start();

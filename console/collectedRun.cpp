@@ -1,6 +1,6 @@
 #include "console/collectedRun.h"
 
-#include "base/terminalText.h"
+#include "base/numberFormat.h"
 #include "collect/collectedFigures.h"
 #include "collect/collectedTable.h"
 #include "collect/httpClient.h"
@@ -31,6 +31,13 @@ void CollectedRun::answer() {
         return;
     }
     print(collectedTables(figures, question.days, static_cast<std::size_t>(options().top), now));
+    for (std::size_t table = 0; table < modCollected::tables; ++table) {
+        if (figures.rows.at(table).size() == modCollected::mostRows) {
+            fail(modCollected::captionOf(static_cast<Table>(table)),
+                 "Only the first " + modFormat::countText(static_cast<double>(modCollected::mostRows)) +
+                     " rows were asked for.");
+        }
+    }
     write([&](const Output& output, clsUserInterface& userInterface) {
         const modCollected::CollectedTable table(figures, *output.format == modExport::ReportFormat::html);
         modExport::exportListFile(*output.format, table, "Collected on " + server.url().shown(),

@@ -68,11 +68,6 @@ std::string printed(const Figures& figures, Table table, const std::array<std::s
                : textTable::table(rows, number, numbersEnd) + (hasMore ? "  (and more)\n" : "") + "\n";
 }
 
-std::string remarkOf(const Row& row) {
-    return std::string(row.isGone ? " (gone)" : "") + (row.isFoldersOnly ? " (folders only)" : "") +
-           (row.isInOther ? " (in another scan)" : "");
-}
-
 std::string machines(const Figures& figures, platform::Seconds now) {
     std::vector<std::array<std::string, 8>> rows{
         {"Host", "Size", "Change", "Files", "Folders", "Age", "Scanned", "Path"}};
@@ -81,9 +76,10 @@ std::string machines(const Figures& figures, platform::Seconds now) {
     double foldersOnly = 0;
     std::set<std::string> hosts;
     for (const Row& row : figures.of(Table::machines)) {
+        const std::string remark = modCollected::remarkOf(row);
         rows.push_back({forTerminal(row.host), sizeText(row.size), changeText(row), countText(row.files),
                         countText(row.folders), ageText(row.scanned, now), dateText(row.scanned),
-                        forTerminal(row.name) + remarkOf(row)});
+                        forTerminal(row.name) + (remark.empty() ? "" : " (" + remark + ")")});
         const bool counts = !row.isInOther && !row.isGone;
         size += counts ? row.size.value_or(0) : 0;
         files += counts ? row.files.value_or(0) : 0;

@@ -329,14 +329,11 @@ std::string ConsoleRun::figuresOf(std::string_view key) const {
 
 // Before the scan, so that nobody waits for one that cannot be written.
 void ConsoleRun::checkOutputs() {
-    const modGlobal::ErrorLogFiles log = modGlobal::errorLogFiles(store_, applicationFolder_);
-    const std::vector<OwnFile> ownFiles{{working_.path(), "the working database"},
-                                        {working_.path() + ".lock", "the lock of the working database"},
-                                        {findDataFile(applicationFolder_, "001.dat"), "the template"},
-                                        {applicationFolder_ + "settings.ini", "the file of settings"},
-                                        {applicationFolder_ + "window.ini", "a file of the program"},
-                                        {log.appended, "the error log"},
-                                        {log.madeAnew, "the error log"}};
+    std::vector<OwnFile> ownFiles =
+        programsFiles(applicationFolder_, modGlobal::errorLogFiles(store_, applicationFolder_));
+    ownFiles.push_back({working_.path(), "the working database"});
+    ownFiles.push_back({working_.path() + ".lock", "the lock of the working database"});
+    ownFiles.push_back({findDataFile(applicationFolder_, "001.dat"), "the template"});
     outputs_ = outputsOf(options_);
     if (!keepWritable(outputs_, ownFiles, userInterface_)) {
         failed_ = true;

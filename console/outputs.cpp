@@ -69,6 +69,14 @@ std::vector<Output> outputsOf(const ConsoleOptions& options) {
     return result;
 }
 
+std::vector<OwnFile> programsFiles(const std::string& applicationFolder,
+                                   const modGlobal::ErrorLogFiles& log) {
+    return {{applicationFolder + "settings.ini", "the file of settings"},
+            {applicationFolder + "window.ini", "a file of the program"},
+            {log.appended, "the error log"},
+            {log.madeAnew, "the error log"}};
+}
+
 bool keepWritable(std::vector<Output>& outputs, const std::vector<OwnFile>& ownFiles,
                   ConsoleInterface& userInterface) {
     std::vector<Output> kept;

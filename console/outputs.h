@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/errorLogFiles.h"
 #include "console/consoleInterface.h"
 #include "console/consoleOptions.h"
 #include "export/reportFormats.h"
@@ -25,6 +26,10 @@ struct OwnFile {
     std::string path;
     std::string_view what; // "the error log"
 };
+
+// Those in the application folder, but for the working database, and the error log.
+[[nodiscard]] std::vector<OwnFile> programsFiles(const std::string& applicationFolder,
+                                                 const modGlobal::ErrorLogFiles& log);
 
 // Looks at the outputs before a scan begins, asks before overwriting, and takes out those that cannot or may
 // not be written, each with a message. False if any was taken out.

@@ -50,10 +50,11 @@ TEST(CollectedTable, isOneListOfAllTables) {
     const modCollected::CollectedTable table(figures, false);
     ASSERT_EQ(table.rowCount(), 4U);
     EXPECT_THAT(rowText(table, 0), testing::StartsWith("Machines|nas1|/srv/|"));
-    EXPECT_THAT(rowText(table, 0), testing::EndsWith("|10||3072|1024|2048|"));
-    EXPECT_EQ(rowText(table, 3), "Owners||=cmd()|||1||5|||");
+    EXPECT_THAT(rowText(table, 0), testing::EndsWith("|10||3072|1024|2048||"));
+    EXPECT_EQ(rowText(table, 3), "Owners||=cmd()|||1||5||||");
+    EXPECT_THAT(rowText(table, 1), testing::EndsWith("|in another scan|")) << "it must not be added up";
     const modCollected::CollectedTable forPeople(figures, true);
-    EXPECT_THAT(rowText(forPeople, 0), testing::EndsWith("|10||3072|3.0 Kb|1024|2048|+2.0 Kb|"));
+    EXPECT_THAT(rowText(forPeople, 0), testing::EndsWith("|10||3072|3.0 Kb|1024|2048|+2.0 Kb||"));
 }
 
 } // namespace

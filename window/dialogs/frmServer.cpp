@@ -53,7 +53,7 @@ frmServer::frmServer(const QString& url, clsUserInterface& userInterface, QWidge
     wire();
     txtServer_.setText(url);
     (url.isEmpty() ? txtServer_ : txtPassword_).setFocus();
-    update();
+    updateButtons();
 }
 
 void frmServer::layOut() {
@@ -87,7 +87,7 @@ void frmServer::layOut() {
 void frmServer::wire() {
     connect(&cmdShowScans_, &QPushButton::clicked, this, &frmServer::askServer);
     connect(&txtServer_, &QLineEdit::textChanged, this, [this] {
-        show({}); // those of another server
+        list({}); // those of another server
         say({});
     });
     connect(&lvwServer_, &ListView::columnClicked, this, [this](int column) {
@@ -95,13 +95,14 @@ void frmServer::wire() {
         modLvw::lvsort(lvwServer_, column, toggledOrder, false);
     });
     connect(&lvwServer_, &ListView::itemActivated, this, &QDialog::accept);
-    connect(lvwServer_.selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmServer::update);
+    connect(lvwServer_.selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &frmServer::updateButtons);
     connect(&buttons_, &QDialogButtonBox::accepted, this, &QDialog::accept);
     connect(&buttons_, &QDialogButtonBox::rejected, this, &frmServer::reject);
 }
 
 // The default button is what comes next.
-void frmServer::update() {
+void frmServer::updateButtons() {
     const bool isChosen = !isReading_ && lvwServer_.selectedRow() >= 0;
     QPushButton& load = *buttons_.button(QDialogButtonBox::Ok);
     load.setEnabled(isChosen);
@@ -130,26 +131,28 @@ std::vector<modCollected::Found> frmServer::scans() {
 void frmServer::askServer() {
     isReading_ = true;
     isCancelled_ = false;
-    show({});
+    list({});
     say(QStringLiteral("Reading what is there…"));
-    update();
+    updateButtons();
     QString outcome;
     std::vector<modCollected::Found> found;
     try {
         found = scans();
-        outcome = found.empty() ? QStringLiteral("There is no scan on the server yet.")
-                                : modQt::shownText(modFormat::countedText(static_cast<double>(found.size()),
-                                                                          "scan.", "scans."));
+        const std::string count =
+            modFormat::countedText(static_cast<double>(found.size()), "scan.", "scans.");
+        outcome = found.empty()               ? QStringLiteral("There is no scan on the server yet.")
+                  : found.size() == mostScans ? modQt::shownText("The first " + count)
+                                              : modQt::shownText(count);
     } catch (const RuntimeError& error) {
         outcome = modQt::shownText(error.what());
     }
     isReading_ = false;
-    show(std::move(found));
+    list(std::move(found));
     say(outcome);
-    update();
+    updateButtons();
 }
 
-void frmServer::show(std::vector<modCollected::Found> scans) {
+void frmServer::list(std::vector<modCollected::Found> scans) {
     scans_ = std::move(scans);
     std::vector<ListRow> rows;
     rows.reserve(scans_.size());
@@ -163,7 +166,7 @@ void frmServer::show(std::vector<modCollected::Found> scans) {
         lvwServer_.selectRow(0);
         lvwServer_.setFocus();
     }
-    update();
+    updateButtons();
 }
 
 ServerScan frmServer::chosen() const {

@@ -41,9 +41,9 @@ private:
     void wire();
     void askServer();
     [[nodiscard]] std::vector<modCollected::Found> scans();
-    void show(std::vector<modCollected::Found> scans);
+    void list(std::vector<modCollected::Found> scans);
     void say(const QString& text);
-    void update();
+    void updateButtons();
 
     clsUserInterface& userInterface_;
     std::vector<modCollected::Found> scans_;
