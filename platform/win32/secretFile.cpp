@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <vector>
@@ -15,12 +16,8 @@ namespace {
 bool isEveryone(PSID identifier) {
     constexpr std::array<WELL_KNOWN_SID_TYPE, 3> everyone{WinWorldSid, WinAuthenticatedUserSid,
                                                           WinBuiltinUsersSid};
-    for (const WELL_KNOWN_SID_TYPE kind : everyone) {
-        if (::IsWellKnownSid(identifier, kind) != 0) {
-            return true;
-        }
-    }
-    return false;
+    return std::ranges::any_of(
+        everyone, [identifier](WELL_KNOWN_SID_TYPE kind) { return ::IsWellKnownSid(identifier, kind) != 0; });
 }
 
 bool givesToAll(ACL* list) {
