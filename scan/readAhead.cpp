@@ -44,7 +44,7 @@ ReadAhead::FolderPtr ReadAhead::start(std::string_view path, bool isNew) {
 ReadAhead::FolderPtr ReadAhead::subfolder(const FolderPtr& parent, std::size_t index, bool isNew) {
     FolderPtr folder =
         readers_->withOrder([&](ReadOrder& order) { return order.take(*parent, index, isNew); });
-    if (!readers_->wait(*folder, goesOn_)) {
+    if (!readers_->wait(*folder, reader_, goesOn_)) {
         return nullptr;
     }
     if (ReadOrder::isUnread(*folder)) {

@@ -37,14 +37,24 @@ void Readers::finish(const ReadOrder::FolderPtr& folder) {
     wake();
 }
 
-bool Readers::wait(const ReadOrder::Folder& folder, const std::function<bool()>& goesOn) {
+// The walk would rather read what it wants next than sleep: to be woken for each folder costs as much as to
+// read one.
+bool Readers::wait(const ReadOrder::Folder& folder, platform::FolderReader& reader,
+                   const std::function<bool()>& goesOn) {
+    auto lastLook = Clock::now();
     Lock lock(mutex_);
-    while (!done_.wait_for(lock, untilNextLook, [&] { return !ReadOrder::isBeingRead(folder); })) {
-        lock.unlock();
-        if (!goesOn()) {
-            return false;
+    const auto isRead = [&] { return !ReadOrder::isBeingRead(folder); };
+    while (!isRead()) {
+        const bool lookIsDue = doWork(lock, reader) ? Clock::now() - lastLook >= untilNextLook
+                                                    : !done_.wait_for(lock, untilNextLook, isRead);
+        if (lookIsDue) {
+            lock.unlock();
+            if (!goesOn()) {
+                return false;
+            }
+            lastLook = Clock::now();
+            lock.lock();
         }
-        lock.lock();
     }
     return true;
 }

@@ -1,6 +1,7 @@
 #include "views/folderFigures.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
@@ -8,26 +9,27 @@
 #include "db/folderRows.h"
 #include "db/values.h"
 #include "platform/locale.h"
+#include "views/fileGroups.h"
 
 namespace {
 
 // Odd on purpose: groups with the same name share a row of the list, which shows the last of them.
-std::vector<modFigures::FileGroup> groups(Database& database, const std::string& query,
-                                          std::string_view nameColumn) {
+std::vector<modFigures::FileGroup> shown(const FileGroups& groups,
+                                         std::optional<std::string> FileGroups::Key::*name) {
     std::vector<modFigures::FileGroup> result;
-    const auto rows = database.OpenRecordset(query);
-    const Field& name = rows->Fields(nameColumn);
-    const Field& size = rows->Fields("TotalSize");
-    const Field& count = rows->Fields("totalcount");
     std::unordered_map<std::string, std::size_t> indexes;
-    for (; !rows->EndOfFile(); rows->MoveNext()) {
-        const auto [known, isNew] = indexes.try_emplace(std::string(name.text()), result.size());
+    groups.forEach([&](const FileGroups::Key& key, const FileGroups::Total& total) {
+        const auto [known, isNew] = indexes.try_emplace((key.*name).value_or(""), result.size());
         if (isNew) {
             result.emplace_back();
         }
-        result[known->second] = {known->first, modLvw::soundSize(size.number()), std::string(count.text())};
-    }
+        result[known->second] = {known->first, modLvw::soundSize(total.size), std::to_string(total.files)};
+    });
     return result;
+}
+
+std::optional<std::string_view> valueOf(const Field& field) {
+    return field.isNull() ? std::nullopt : std::optional(field.text());
 }
 
 // A saved scan may keep folders only; their sizes tell what the files took. What a folder itself takes on the
@@ -113,26 +115,31 @@ std::vector<ChartEntry> modFigures::chartEntries(Database& database, std::string
 }
 
 std::vector<modFigures::FileGroup> modFigures::fileTypes(Database& database, std::string_view key) {
-    return groups(database,
-                  "SELECT details.extension, details.description, Sum(details." + database.sizeColumn() +
-                      ") AS totalSize, "
-                      "Count(details.extension) AS totalCount "
-                      "From details "
-                      "WHERE " +
-                      modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::range) +
-                      " GROUP BY details.extension, details.description;",
-                  "extension");
+    FileGroups groups;
+    const auto files = database.OpenRecordset(
+        "select extension,description," + database.selectedSize() + " from details where " +
+        modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::range));
+    const Field& extension = files->Fields("extension");
+    const Field& description = files->Fields("description");
+    const Field& size = files->Fields("size");
+    for (; !files->EndOfFile(); files->MoveNext()) {
+        groups.add({valueOf(extension), valueOf(description)}, size.number(), !extension.isNull());
+    }
+    return shown(groups, &FileGroups::Key::extension);
 }
 
 std::vector<modFigures::FileGroup> modFigures::owners(Database& database, std::string_view key) {
-    return groups(database,
-                  "SELECT details.owner, Sum(details." + database.sizeColumn() +
-                      ") AS totalSize, Count(details.extension) AS totalCount "
-                      "From details "
-                      "WHERE " +
-                      modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern) +
-                      " GROUP BY details.owner;",
-                  "owner");
+    FileGroups groups;
+    const auto files =
+        database.OpenRecordset("select owner,extension," + database.selectedSize() + " from details where " +
+                               modFolderRows::filesAnywhereIn(database, key, modFolderRows::Form::pattern));
+    const Field& owner = files->Fields("owner");
+    const Field& extension = files->Fields("extension");
+    const Field& size = files->Fields("size");
+    for (; !files->EndOfFile(); files->MoveNext()) {
+        groups.add({std::nullopt, valueOf(owner)}, size.number(), !extension.isNull());
+    }
+    return shown(groups, &FileGroups::Key::name);
 }
 
 std::string modFigures::itemsText(Database& database) {

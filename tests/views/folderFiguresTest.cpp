@@ -3,8 +3,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <map>
+#include <random>
 
+#include "platform/locale.h"
+#include "platform/text.h"
 #include "support/expected.h"
 #include "support/scanFixture.h"
 
@@ -73,6 +78,46 @@ TEST_F(FolderFigures, areTheSameForASmallAndALargePartOfTheTable) {
             EXPECT_THAT(owners(path + "\\"), ElementsAre("me|12|2"));
         }
     }
+}
+
+// The database's own grouping is what they must be equal to; of groups with the same name, the last is shown.
+TEST_F(FolderFigures, areThoseOfTheDatabasesGroups) {
+    const std::vector<std::string> extensions{"null", "''", "'txt'", "'TXT'", "'ext 1'", "'z'"};
+    const std::vector<std::string> names{"null",       "''",         "'Anna'", "'anna'",
+                                         "'\u00c9va'", "'\u00e9va'", "'Zoe'"};
+    Database& database = working.database();
+    std::minstd_rand random; // NOLINT: the same rows each time
+    const auto one = [&](const std::vector<std::string>& texts) { return texts[random() % texts.size()]; };
+    for (int i = 0; i < 500; ++i) {
+        database.Execute("insert into details "
+                         "(parentFolder,fileName,isFolder,extension,description,owner,size) values ('" +
+                         key() + "','f',0," + one(extensions) + "," + one(names) + "," + one(names) + "," +
+                         (i % 10 == 0 ? "null" : std::to_string(i)) + ")");
+    }
+    const auto grouped = [&](const std::string& shown, const std::string& columns) {
+        std::map<std::string, std::string> last;
+        const auto rows = database.OpenRecordset("select " + shown +
+                                                 ",sum(size) as total,count(extension) as files "
+                                                 "from details where isFolder=0 group by " +
+                                                 columns);
+        for (; !rows->EndOfFile(); rows->MoveNext()) {
+            const std::string name(rows->Fields(0).text());
+            last[platform::namesIgnoreCase() && shown == "owner" ? platform::lowerCase(name) : name] =
+                valueText(rows->Fields(1).number()) + "|" + std::string(rows->Fields(2).text());
+        }
+        std::vector<std::string> result;
+        for (const auto& [name, figures] : last) {
+            result.push_back(name + "|" + figures);
+        }
+        return result;
+    };
+    EXPECT_THAT(fileTypes(key()),
+                testing::UnorderedElementsAreArray(grouped("extension", "extension,description")));
+    std::vector<std::string> found = owners(key());
+    if (platform::namesIgnoreCase()) {
+        std::transform(found.begin(), found.end(), found.begin(), platform::lowerCase);
+    }
+    EXPECT_THAT(found, testing::UnorderedElementsAreArray(grouped("owner", "owner")));
 }
 
 // The chart and the tables make lengths and shares of them.
