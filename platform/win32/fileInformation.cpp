@@ -81,12 +81,17 @@ std::optional<FileInformation> informationOfClosed(const std::wstring& path) {
     return result;
 }
 
+// With links followed.
+Handle openForFacts(const std::wstring& path) {
+    return Handle(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
+                                FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+}
+
 } // namespace
 
 std::optional<FileInformation> informationOf(const std::wstring& path) {
-    const Handle file(::CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr));
+    const Handle file = openForFacts(path);
     if (!file.isOpen()) {
         return ::GetLastError() == ERROR_ACCESS_DENIED ? informationOfClosed(path) : std::nullopt;
     }
@@ -101,8 +106,15 @@ std::optional<FileInformation> informationOf(const std::wstring& path) {
     result.isRegular = !result.facts.isFolder;
     result.volume = record.dwVolumeSerialNumber;
     result.number = static_cast<std::uint64_t>(record.nFileIndexHigh) << 32 | record.nFileIndexLow;
-    result.names = record.nNumberOfLinks;
     return result;
+}
+
+DWORD nameCount(const std::wstring& path) {
+    const Handle file = openForFacts(path);
+    FILE_STANDARD_INFO found{};
+    const bool isKnown = file.isOpen() && ::GetFileInformationByHandleEx(file.get(), FileStandardInfo, &found,
+                                                                         sizeof found) != 0;
+    return isKnown ? found.NumberOfLinks : 0;
 }
 
 EntryFacts factsOf(const FILE_FULL_DIR_INFO& entry) {

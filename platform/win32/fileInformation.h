@@ -15,11 +15,14 @@ struct FileInformation {
     bool isRegular = false; // neither folder nor device
     DWORD volume = 0;       // identifies a file together with the number
     std::uint64_t number = 0;
-    DWORD names = 0; // in folders
 };
 
 // With links followed; nothing if there is no such file. A file that may not be opened has no number.
 [[nodiscard]] std::optional<FileInformation> informationOf(const std::wstring& path);
+
+// How many names the file has, in any folders; 0 if it may not be opened. Unlike informationOf(), this is no
+// question about its volume.
+[[nodiscard]] DWORD nameCount(const std::wstring& path);
 
 // The facts in a find record and in those of a listed folder. A link (a junction, a mount point, a symbolic
 // link) is not a folder.

@@ -55,7 +55,8 @@ std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
 
 struct FolderReader::Implementation {
     std::wstring start; // without a trailing "\"; empty if there is none
-    std::optional<FolderPlace> startPlace;
+    std::optional<std::wstring> startPlace;
+    DWORD volume = 0; // of the start
     std::string name;
     DWORD error = ERROR_SUCCESS; // of the last folder
     std::function<bool()> goesOn;
@@ -67,7 +68,9 @@ struct FolderReader::Implementation {
 
     void startAt(const std::wstring& path, const OpenFolder& folder) {
         start = path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
-        startPlace = folder.error() == ERROR_SUCCESS ? folder.place(buffer) : std::nullopt;
+        const bool isOpen = folder.error() == ERROR_SUCCESS;
+        startPlace = isOpen ? folder.place(buffer) : std::nullopt;
+        volume = isOpen ? folder.volume() : 0;
     }
 
     // A folder below the start has to be where its path says. If a folder on the way has become a link, or
@@ -77,18 +80,16 @@ struct FolderReader::Implementation {
         if (start.empty() || !startPlace || !isBelow) {
             return ERROR_SUCCESS;
         }
-        const std::optional<FolderPlace> place = folder.place(buffer);
+        const std::optional<std::wstring> place = folder.place(buffer);
         if (!place) {
             return ::GetLastError();
         }
-        if (place->volume != startPlace->volume) {
-            return ERROR_NOT_SAME_DEVICE;
-        }
-        const std::wstring expected = startPlace->path + path.substr(start.size());
+        const std::wstring expected = *startPlace + path.substr(start.size());
         // Names that differ only in their ends stand side by side, so neither leads out of the tree.
-        const bool isThere =
-            isSamePath(place->path, expected) || isSamePath(withoutEnds(place->path), withoutEnds(expected));
-        return isThere ? DWORD{ERROR_SUCCESS} : DWORD{ERROR_CANT_RESOLVE_FILENAME};
+        if (isSamePath(*place, expected) || isSamePath(withoutEnds(*place), withoutEnds(expected))) {
+            return ERROR_SUCCESS;
+        }
+        return folder.volume() != volume ? DWORD{ERROR_NOT_SAME_DEVICE} : DWORD{ERROR_CANT_RESOLVE_FILENAME};
     }
 
     bool list(const OpenFolder& folder, FolderListing& listing) {
@@ -98,7 +99,7 @@ struct FolderReader::Implementation {
             name.clear();
             appendNarrow(name, wideName);
             EntryFacts facts = factsOf(entry);
-            facts.volume = startPlace ? startPlace->volume : 0;
+            facts.volume = volume;
             facts.number = facts.volume != 0 ? facts.number : 0; // it says nothing by itself
             listing.append(facts, name);
             const bool ends = ++entryCount % entriesPerLook == 0 && goesOn && !goesOn();
@@ -181,6 +182,7 @@ std::unique_ptr<FolderReader> FolderReader::another() const {
     auto reader = std::make_unique<FolderReader>();
     reader->implementation_->start = implementation_->start;
     reader->implementation_->startPlace = implementation_->startPlace;
+    reader->implementation_->volume = implementation_->volume;
     return reader;
 }
 
@@ -247,8 +249,7 @@ bool areNamesOfOneFile(std::string_view left, std::string_view right) {
 }
 
 bool hasFurtherNames(std::string_view internalPath) {
-    const std::optional<FileInformation> found = informationOf(widePath(internalPath));
-    return found && found->names > 1;
+    return nameCount(widePath(internalPath)) > 1;
 }
 
 std::optional<EntryFacts> folderFacts(std::string_view internalFolder) {

@@ -1,5 +1,7 @@
 #include "platform/win32/openFolder.h"
 
+#include <winternl.h>
+
 namespace platform {
 
 OpenFolder::OpenFolder(const std::wstring& path)
@@ -8,21 +10,29 @@ OpenFolder::OpenFolder(const std::wstring& path)
                             FILE_FLAG_BACKUP_SEMANTICS, nullptr)),
       error_(handle_.isOpen() ? DWORD{ERROR_SUCCESS} : ::GetLastError()) {}
 
-// Both are asked of the file system alone. A path with a drive letter would cost a question to the manager of
-// volumes, one without short names another for each folder above on a share.
-std::optional<FolderPlace> OpenFolder::place(std::span<std::byte> buffer) const {
-    const auto size = static_cast<DWORD>(buffer.size());
-    if (::GetFileInformationByHandleEx(handle_.get(), FileNameInfo, buffer.data(), size) == 0) {
+// The name of the object, which the system knows by itself: a path with a drive letter would cost a question
+// to the manager of volumes, the number of the volume one to the server of a share, and a path without short
+// names another for each folder above. GetFinalPathNameByHandle knows no long paths everywhere.
+std::optional<std::wstring> OpenFolder::place(std::span<std::byte> buffer) const {
+    ULONG needed = 0;
+    const NTSTATUS status = ::NtQueryObject(handle_.get(), ObjectNameInformation, buffer.data(),
+                                            static_cast<ULONG>(buffer.size()), &needed);
+    if (!NT_SUCCESS(status)) {
+        ::SetLastError(::RtlNtStatusToDosError(status));
         return std::nullopt;
     }
-    const auto& found = *reinterpret_cast<const FILE_NAME_INFO*>(buffer.data());
-    FolderPlace result;
-    result.path.assign(found.FileName, found.FileNameLength / sizeof(wchar_t));
-    if (result.path.ends_with(L'\\')) {
-        result.path.pop_back();
+    const UNICODE_STRING& name = reinterpret_cast<const OBJECT_NAME_INFORMATION*>(buffer.data())->Name;
+    std::wstring result(name.Buffer, name.Length / sizeof(wchar_t));
+    if (result.ends_with(L'\\')) {
+        result.pop_back();
     }
-    ::GetVolumeInformationByHandleW(handle_.get(), nullptr, 0, &result.volume, nullptr, nullptr, nullptr, 0);
     return result;
+}
+
+DWORD OpenFolder::volume() const {
+    DWORD number = 0;
+    ::GetVolumeInformationByHandleW(handle_.get(), nullptr, 0, &number, nullptr, nullptr, nullptr, 0);
+    return number;
 }
 
 DWORD OpenFolder::fill(FILE_INFO_BY_HANDLE_CLASS kind, std::span<std::byte> buffer, bool isFirst,

@@ -12,12 +12,6 @@
 
 namespace platform {
 
-// Where a folder is once all links on the way to it are resolved.
-struct FolderPlace {
-    DWORD volume = 0;  // its serial number; 0 if it has none
-    std::wstring path; // on the volume (for a share, on the network): `\folder`, without a trailing "\"
-};
-
 // A folder that is open to be listed. What is asked about it and what is listed is the same folder, whatever
 // becomes of its path.
 class OpenFolder {
@@ -28,9 +22,13 @@ public:
     // Why it is not open; ERROR_SUCCESS if it is.
     [[nodiscard]] DWORD error() const noexcept { return error_; }
 
-    // Nothing if its file system does not tell. `buffer` is for the duration of the call, aligned like a
-    // record and as large as a path can be.
-    [[nodiscard]] std::optional<FolderPlace> place(std::span<std::byte> buffer) const;
+    // Where it is once all links on the way to it are resolved: its device and its path there, without a
+    // trailing "\". Nothing if the system does not tell. `buffer` is for the duration of the call, aligned
+    // like a record and as large as a path can be.
+    [[nodiscard]] std::optional<std::wstring> place(std::span<std::byte> buffer) const;
+
+    // The serial number of its volume, which on a share is a question to the server; 0 if it has none.
+    [[nodiscard]] DWORD volume() const;
 
     // Calls `take(record, name)` for each entry, until that returns an error. Returns that error or the
     // system's; ERROR_SUCCESS at the end. The record has the file's number where the file system gives such.
