@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/clsSettings.h"
+#include "platform/answering.h"
 
 namespace {
 
@@ -36,6 +37,7 @@ ReadAhead::~ReadAhead() {
 
 ReadAhead::FolderPtr ReadAhead::start(std::string_view path, bool isNew) {
     FolderPtr folder = readers_->withOrder([&](ReadOrder& order) { return order.start(path, isNew); });
+    helps_ = !platform::mayNotAnswer(path);
     readItself(folder, true);
     readers_->startWith(reader_, withOwners_);
     return folder;
@@ -44,7 +46,7 @@ ReadAhead::FolderPtr ReadAhead::start(std::string_view path, bool isNew) {
 ReadAhead::FolderPtr ReadAhead::subfolder(const FolderPtr& parent, std::size_t index, bool isNew) {
     FolderPtr folder =
         readers_->withOrder([&](ReadOrder& order) { return order.take(*parent, index, isNew); });
-    if (!readers_->wait(*folder, reader_, goesOn_)) {
+    if (!readers_->wait(*folder, helps_ ? &reader_ : nullptr, goesOn_)) {
         return nullptr;
     }
     if (ReadOrder::isUnread(*folder)) {

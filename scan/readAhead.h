@@ -50,4 +50,5 @@ private:
     const std::function<bool()> goesOn_;
     const std::shared_ptr<Readers> readers_;
     platform::FolderReader reader_; // of the walk
+    bool helps_ = false; // while the walk waits, it reads ahead, too; never where a call may not return
 };

@@ -39,14 +39,15 @@ void Readers::finish(const ReadOrder::FolderPtr& folder) {
 
 // The walk would rather read what it wants next than sleep: to be woken for each folder costs as much as to
 // read one.
-bool Readers::wait(const ReadOrder::Folder& folder, platform::FolderReader& reader,
+bool Readers::wait(const ReadOrder::Folder& folder, platform::FolderReader* reader,
                    const std::function<bool()>& goesOn) {
     auto lastLook = Clock::now();
     Lock lock(mutex_);
     const auto isRead = [&] { return !ReadOrder::isBeingRead(folder); };
     while (!isRead()) {
-        const bool lookIsDue = doWork(lock, reader) ? Clock::now() - lastLook >= untilNextLook
-                                                    : !done_.wait_for(lock, untilNextLook, isRead);
+        const bool lookIsDue = reader != nullptr && doWork(lock, *reader)
+                                   ? Clock::now() - lastLook >= untilNextLook
+                                   : !done_.wait_for(lock, untilNextLook, isRead);
         if (lookIsDue) {
             lock.unlock();
             if (!goesOn()) {

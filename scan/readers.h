@@ -26,9 +26,9 @@ public:
     // Has all threads end; those that wait for their volume are not waited for.
     void end();
 
-    // Waits while the folder is being read, and meanwhile does with this reader what the threads do. False if
-    // `goesOn` said no.
-    bool wait(const ReadOrder::Folder& folder, platform::FolderReader& reader,
+    // Waits while the folder is being read. False if `goesOn` said no. Meanwhile the caller does with
+    // `reader` what the threads do; if that is null, it only waits.
+    bool wait(const ReadOrder::Folder& folder, platform::FolderReader* reader,
               const std::function<bool()>& goesOn);
 
     // platform::FolderReader::Distribute, for the reader of the calling thread.

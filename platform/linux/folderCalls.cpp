@@ -219,6 +219,23 @@ void FolderCalls::noteMountPoints(const std::string& native) {
     }
 }
 
+// To be asked for each entry, as a disk may take long for each.
+bool FolderCalls::mayGoOn() {
+    using Clock = std::chrono::steady_clock;
+    constexpr unsigned entriesPerLook = 8;
+    constexpr std::chrono::milliseconds untilNextLook{50};
+    if (!goesOn_ || ++entriesSinceLook_ < entriesPerLook) {
+        return true;
+    }
+    entriesSinceLook_ = 0;
+    if (Clock::now() - lastLook_ < untilNextLook) {
+        return true;
+    }
+    const bool may = goesOn_();
+    lastLook_ = Clock::now();
+    return may;
+}
+
 // Calls `take(records)` for each full buffer, and goesOn_ before the next.
 template <class TakeRecords>
 int FolderCalls::forEachBuffer(const Descriptor& folder, TakeRecords take) {
@@ -271,13 +288,15 @@ int FolderCalls::read(const std::string& native, const TakeEntry& take) {
         if (distribute_ && records.size() > worthDistributing) {
             return distribute(folder_, native, records, take);
         }
+        bool may = true;
         forEachRecord(records, [&](const char* name, unsigned char type) {
             EntryFacts facts;
-            if (askForFacts(*folder_, name, kindOf(native, name, type), facts)) {
+            may = may && mayGoOn();
+            if (may && askForFacts(*folder_, name, kindOf(native, name, type), facts)) {
                 take(facts, name);
             }
         });
-        return 0;
+        return may ? 0 : EINTR;
     });
     if (folder_.use_count() == 1) {
         folder_->reset();
@@ -288,7 +307,7 @@ int FolderCalls::read(const std::string& native, const TakeEntry& take) {
 // Threads that are left behind keep what they work on.
 int FolderCalls::distribute(const std::shared_ptr<const Descriptor>& folder, const std::string& native,
                             std::string_view records, const TakeEntry& take) {
-    constexpr std::size_t entriesPerPart = 128;
+    constexpr std::size_t entriesPerPart = 32;
     struct Entry {
         const char* name;
         NameKind kind;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <map>
@@ -80,7 +81,10 @@ public:
     int list(const std::string& native, const TakeName& take);
     int facts(const std::string& native, std::span<const std::string_view> names, const TakeEntry& take);
 
-    void setGoesOn(std::function<bool()> goesOn) { goesOn_ = std::move(goesOn); }
+    void setGoesOn(std::function<bool()> goesOn) {
+        goesOn_ = std::move(goesOn);
+        lastLook_ = std::chrono::steady_clock::now();
+    }
 
     // Has the facts of a large folder's entries asked for by several threads (FolderReader::Distribute).
     using Distribute =
@@ -94,6 +98,7 @@ private:
     Descriptor open(const std::string& native, int flags = 0);
     void noteMountPoints(const std::string& native);
     [[nodiscard]] NameKind kindOf(const std::string& folder, const char* name, unsigned char type) const;
+    [[nodiscard]] bool mayGoOn();
     template <class TakeRecords>
     int forEachBuffer(const Descriptor& folder, TakeRecords take);
     template <class Take>
@@ -107,6 +112,8 @@ private:
     MountPoints mountPoints_;            // names, by folder
     std::shared_ptr<Descriptor> folder_; // of the last one read; kept for its memory
     std::function<bool()> goesOn_;
+    std::chrono::steady_clock::time_point lastLook_; // whether to go on
+    unsigned entriesSinceLook_ = 0;
     Distribute distribute_;
     alignas(std::max_align_t) std::array<char, bufferSize> buffer_;
 };

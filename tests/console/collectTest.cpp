@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <atomic>
 #include <filesystem>
+#include <mutex>
 #include <set>
 
 #include "console/consoleFixture.h"
@@ -26,6 +27,7 @@ protected:
         const std::string statement = exchange.statement();
         const std::size_t id = statement.find(" AND scan = '");
         if (id != std::string::npos) {
+            const std::lock_guard lock(mutex);
             ids.insert(statement.substr(id));
         }
         if (isDown) {
@@ -39,8 +41,16 @@ protected:
         }
     }
 
+    // How many scans the server was asked about.
+    std::size_t idCount() {
+        server.settle();
+        const std::lock_guard lock(mutex);
+        return ids.size();
+    }
+
     std::atomic<bool> isDown = false;
     std::atomic<bool> isThere = false;
+    std::mutex mutex;
     std::set<std::string> ids;
     LoopbackServer server{[this](Exchange& exchange) { handle(exchange); }};
 };
@@ -67,11 +77,9 @@ TEST_F(ConsoleCollect, failsInOneLineAndKeepsTheRest) {
         EXPECT_TRUE(holds(again.output, "\nAlready collected on http://127.0.0.1:")) << again.output;
         EXPECT_EQ(run("--quiet --collect " + server.url() + " --load %F/" + file).status, 0);
     }
-    server.settle();
-    EXPECT_EQ(ids.size(), 1U) << "one scan has one id, loaded or read in place";
+    EXPECT_EQ(idCount(), 1U) << "one scan has one id, loaded or read in place";
     EXPECT_EQ(run("--quiet --collect " + server.url() + " %T").status, 0);
-    server.settle();
-    EXPECT_EQ(ids.size(), 2U);
+    EXPECT_EQ(idCount(), 2U);
 }
 
 TEST_F(ConsoleCollect, passwordGoesInAHeaderAlone) {
