@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "base/clsSettings.h"
-#include "platform/answering.h"
 
 namespace {
 
@@ -37,8 +36,8 @@ ReadAhead::~ReadAhead() {
 
 ReadAhead::FolderPtr ReadAhead::start(std::string_view path, bool isNew) {
     FolderPtr folder = readers_->withOrder([&](ReadOrder& order) { return order.start(path, isNew); });
-    helps_ = !platform::mayNotAnswer(path);
     readItself(folder, true);
+    helps_ = !reader_.mayWaitForever();
     readers_->startWith(reader_, withOwners_);
     return folder;
 }

@@ -1,6 +1,7 @@
 #include "scan/readers.h"
 
 #include <algorithm>
+#include <new>
 #include <thread>
 #include <utility>
 
@@ -44,10 +45,16 @@ bool Readers::wait(const ReadOrder::Folder& folder, platform::FolderReader* read
     auto lastLook = Clock::now();
     Lock lock(mutex_);
     const auto isRead = [&] { return !ReadOrder::isBeingRead(folder); };
+    const auto isReadOrMayHelp = [&] { return isRead() || (reader != nullptr && hasWork()); };
     while (!isRead()) {
-        const bool lookIsDue = reader != nullptr && doWork(lock, *reader)
-                                   ? Clock::now() - lastLook >= untilNextLook
-                                   : !done_.wait_for(lock, untilNextLook, isRead);
+        bool hasHelped = false;
+        try {
+            hasHelped = reader != nullptr && doWork(lock, *reader);
+        } catch (const std::bad_alloc&) { // what it waits for may come all the same
+            reader = nullptr;
+        }
+        const bool lookIsDue = hasHelped ? Clock::now() - lastLook >= untilNextLook
+                                         : !done_.wait_for(lock, untilNextLook, isReadOrMayHelp);
         if (lookIsDue) {
             lock.unlock();
             if (!goesOn()) {
@@ -67,6 +74,7 @@ bool Readers::distribute(std::size_t count, const platform::FolderReader::Work& 
     auto lastLook = Clock::now();
     Lock lock(mutex_);
     jobs_.push_back(job);
+    done_.notify_all(); // the walk may be waiting for this folder, and help
     const auto mayGoOn = [&] {
         lastLook = Clock::now();
         lock.unlock();

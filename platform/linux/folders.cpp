@@ -203,6 +203,10 @@ std::unique_ptr<FolderReader> FolderReader::another() const {
     return reader;
 }
 
+bool FolderReader::mayWaitForever() const {
+    return implementation_->guarded.has_value();
+}
+
 void FolderReader::setDistribute(Distribute distribute) {
     implementation_->distribute = distribute;
     FolderCalls::Distribute parts;

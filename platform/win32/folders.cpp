@@ -1,5 +1,6 @@
 #include "platform/folders.h"
 
+#include "platform/answering.h"
 #include "platform/paths.h"
 #include "platform/systemError.h"
 #include "platform/win32/accounts.h"
@@ -56,7 +57,8 @@ std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
 struct FolderReader::Implementation {
     std::wstring start; // without a trailing "\"; empty if there is none
     std::optional<std::wstring> startPlace;
-    DWORD volume = 0; // of the start
+    DWORD volume = 0;            // of the start
+    bool mayWaitForever = false; // there
     std::string name;
     DWORD error = ERROR_SUCCESS; // of the last folder
     std::function<bool()> goesOn;
@@ -69,8 +71,9 @@ struct FolderReader::Implementation {
     void startAt(const std::wstring& path, const OpenFolder& folder) {
         start = path.ends_with(L'\\') ? path.substr(0, path.size() - 1) : path;
         const bool isOpen = folder.error() == ERROR_SUCCESS;
-        startPlace = isOpen ? folder.place(buffer) : std::nullopt;
+        startPlace = isOpen && folder.tellsPath(buffer) ? folder.place(buffer) : std::nullopt;
         volume = isOpen ? folder.volume() : 0;
+        mayWaitForever = isOpen && folder.isRemote();
     }
 
     // A folder below the start has to be where its path says. If a folder on the way has become a link, or
@@ -170,6 +173,7 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
     implementation_->error = folder.error();
     if (isStart) {
         implementation_->startAt(path, folder);
+        implementation_->mayWaitForever = implementation_->mayWaitForever || mayNotAnswer(internalFolder);
     } else if (folder.error() == ERROR_SUCCESS) {
         implementation_->error = implementation_->whyElsewhere(path, folder);
     }
@@ -184,6 +188,10 @@ std::unique_ptr<FolderReader> FolderReader::another() const {
     reader->implementation_->startPlace = implementation_->startPlace;
     reader->implementation_->volume = implementation_->volume;
     return reader;
+}
+
+bool FolderReader::mayWaitForever() const {
+    return implementation_->mayWaitForever;
 }
 
 void FolderReader::setDistribute(Distribute distribute) {

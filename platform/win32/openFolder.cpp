@@ -29,6 +29,16 @@ std::optional<std::wstring> OpenFolder::place(std::span<std::byte> buffer) const
     return result;
 }
 
+bool OpenFolder::tellsPath(std::span<std::byte> buffer) const {
+    return ::GetFileInformationByHandleEx(handle_.get(), FileNameInfo, buffer.data(),
+                                          static_cast<DWORD>(buffer.size())) != 0;
+}
+
+bool OpenFolder::isRemote() const {
+    FILE_REMOTE_PROTOCOL_INFO found{};
+    return ::GetFileInformationByHandleEx(handle_.get(), FileRemoteProtocolInfo, &found, sizeof found) != 0;
+}
+
 DWORD OpenFolder::volume() const {
     DWORD number = 0;
     ::GetVolumeInformationByHandleW(handle_.get(), nullptr, 0, &number, nullptr, nullptr, nullptr, 0);

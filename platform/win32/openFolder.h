@@ -27,6 +27,12 @@ public:
     // like a record and as large as a path can be.
     [[nodiscard]] std::optional<std::wstring> place(std::span<std::byte> buffer) const;
 
+    // Whether its file system tells paths; otherwise all its folders have the place of their device.
+    [[nodiscard]] bool tellsPath(std::span<std::byte> buffer) const;
+
+    // Whether it is on another machine.
+    [[nodiscard]] bool isRemote() const;
+
     // The serial number of its volume, which on a share is a question to the server; 0 if it has none.
     [[nodiscard]] DWORD volume() const;
 
