@@ -22,7 +22,7 @@ namespace {
 
 // Scratch data: if the program crashes, the next start replaces the file.
 constexpr std::array scratchSettings{"pragma journal_mode = off", "pragma synchronous = off",
-                                     "pragma locking_mode = exclusive", "pragma cache_size = -32768"};
+                                     "pragma locking_mode = exclusive", "pragma cache_size = -16384"};
 
 constexpr std::array readOnlySettings{"pragma trusted_schema = off", "pragma cell_size_check = on",
                                       "pragma mmap_size = 0", "pragma cache_size = -16384"};
