@@ -84,9 +84,9 @@ public:
     // through links, even at its end. Of a mount point below the start, only name and isFolder are known.
     bool read(std::string_view internalFolder, FolderListing& listing, bool isStart = false);
 
-    // Whether the start that was read is on a volume that may never answer (answering.h), wherever its path
-    // leads.
-    [[nodiscard]] bool mayWaitForever() const;
+    // Whether the start that was read is on a volume that may never answer (answering.h), also where only a
+    // link leads there.
+    [[nodiscard]] bool mayNotAnswer() const;
 
     // A function that is called now and then while a large folder is read, and while the volume does not
     // answer. If it returns false, reading ends there as if the folder could not be read.

@@ -58,6 +58,10 @@ int compareIgnoringCase(std::string_view left, std::string_view right) {
     return static_cast<int>(inLeft < left.size()) - static_cast<int>(inRight < right.size());
 }
 
+int compareNames(std::string_view left, std::string_view right) {
+    return namesIgnoreCase() ? compareIgnoringCase(left, right) : left.compare(right);
+}
+
 bool sameName(std::string_view left, std::string_view right) {
     return namesIgnoreCase() ? compareIgnoringCase(left, right) == 0 : left == right;
 }

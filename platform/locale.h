@@ -30,6 +30,10 @@ void appendLowerCase(std::string& result, std::string_view text);
 // Below 0, 0 or above 0: compares two texts by their letters in lower case.
 [[nodiscard]] int compareIgnoringCase(std::string_view left, std::string_view right);
 
+// Below 0, 0 or above 0: the order in which the database sorts names and paths; 0 if they are the same to the
+// system.
+[[nodiscard]] int compareNames(std::string_view left, std::string_view right);
+
 // Whether two names or paths are the same to the system.
 [[nodiscard]] bool sameName(std::string_view left, std::string_view right);
 

@@ -37,7 +37,7 @@ ReadAhead::~ReadAhead() {
 ReadAhead::FolderPtr ReadAhead::start(std::string_view path, bool isNew) {
     FolderPtr folder = readers_->withOrder([&](ReadOrder& order) { return order.start(path, isNew); });
     readItself(folder, true);
-    helps_ = !reader_.mayWaitForever();
+    helps_ = !reader_.mayNotAnswer();
     readers_->startWith(reader_, withOwners_);
     return folder;
 }

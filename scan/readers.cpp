@@ -38,8 +38,7 @@ void Readers::finish(const ReadOrder::FolderPtr& folder) {
     wake();
 }
 
-// The walk would rather read what it wants next than sleep: to be woken for each folder costs as much as to
-// read one.
+// The walk reads what it will want next rather than sleep: to be woken for each folder takes time, too.
 bool Readers::wait(const ReadOrder::Folder& folder, platform::FolderReader* reader,
                    const std::function<bool()>& goesOn) {
     auto lastLook = Clock::now();

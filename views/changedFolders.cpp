@@ -35,10 +35,6 @@ std::size_t indexOf(State state) {
 
 } // namespace
 
-int compareNames(std::string_view left, std::string_view right) {
-    return platform::namesIgnoreCase() ? platform::compareIgnoringCase(left, right) : left.compare(right);
-}
-
 ChangedFolders::ChangedFolders(Table& table, const Request& request, Result& result)
     : table_(table), result_(result), keepsSame_(request.keepsSame), path_(request.folder),
       start_(request.folder.size()) {
@@ -126,7 +122,7 @@ void ChangedFolders::goTo(std::string_view folder) {
     };
     while (levels_.size() > 1) {
         const std::string_view open = current(levels_.back().pathEnd);
-        if (compareNames(folder.substr(0, open.size()), open) == 0) {
+        if (platform::compareNames(folder.substr(0, open.size()), open) == 0) {
             break;
         }
         leave();
@@ -144,7 +140,7 @@ void ChangedFolders::enter(std::string_view name) {
     folder.name = name;
     while (levels_.back().next < levels_.back().subfolders.size()) {
         Level& parent = levels_.back();
-        const int order = compareNames(parent.subfolders[parent.next].name, name);
+        const int order = platform::compareNames(parent.subfolders[parent.next].name, name);
         if (order > 0) {
             break;
         }

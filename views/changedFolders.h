@@ -22,9 +22,6 @@ struct Entry {
     std::string_view extension;
 };
 
-// Below 0, 0 or above 0: the order in which the database sorts paths and names.
-[[nodiscard]] int compareNames(std::string_view left, std::string_view right);
-
 // Takes the entries of both scans in the order of their folders and names, in which a folder's row comes
 // before its contents, and adds up what lies in each folder. A folder is complete when the next entry lies
 // elsewhere; then its change is known and written.

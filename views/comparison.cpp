@@ -202,8 +202,8 @@ private:
     [[nodiscard]] int compare() const {
         const Entry& now = now_.current();
         const Entry& before = before_.current();
-        const int folders = compareNames(now.folder, before.folder);
-        const int names = folders != 0 ? folders : compareNames(now.name, before.name);
+        const int folders = platform::compareNames(now.folder, before.folder);
+        const int names = folders != 0 ? folders : platform::compareNames(now.name, before.name);
         return names != 0 || now.isFolder == before.isFolder ? names : now.isFolder ? -1 : 1;
     }
 

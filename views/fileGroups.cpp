@@ -6,15 +6,12 @@
 
 namespace {
 
-int compareNames(std::string_view left, std::string_view right) {
-    return platform::namesIgnoreCase() ? platform::compareIgnoringCase(left, right) : left.compare(right);
-}
-
 bool isBefore(const FileGroups::Key& left, const FileGroups::Key& right) {
     if (left.extension != right.extension) {
         return left.extension < right.extension;
     }
-    return left.name && right.name ? compareNames(*left.name, *right.name) < 0 : left.name < right.name;
+    return left.name && right.name ? platform::compareNames(*left.name, *right.name) < 0
+                                   : left.name < right.name;
 }
 
 } // namespace

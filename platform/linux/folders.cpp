@@ -99,7 +99,7 @@ struct FolderReader::Implementation {
     int startAt() {
         guarded.reset();
         start = native;
-        if (!couldHang(native) || !mayNotAnswer(toInternal(realPath(native).value_or(native)))) {
+        if (!couldHang(native) || !platform::mayNotAnswer(toInternal(realPath(native).value_or(native)))) {
             return calls.startAt(native);
         }
         guarded.emplace(native);
@@ -203,7 +203,7 @@ std::unique_ptr<FolderReader> FolderReader::another() const {
     return reader;
 }
 
-bool FolderReader::mayWaitForever() const {
+bool FolderReader::mayNotAnswer() const {
     return implementation_->guarded.has_value();
 }
 

@@ -20,8 +20,8 @@ struct FileInformation {
 // With links followed; nothing if there is no such file. A file that may not be opened has no number.
 [[nodiscard]] std::optional<FileInformation> informationOf(const std::wstring& path);
 
-// How many names the file has, in any folders; 0 if it may not be opened. Unlike informationOf(), this is no
-// question about its volume.
+// How many names the file has, in any folders; 0 if it may not be opened. Unlike informationOf(), it does
+// not ask for the volume.
 [[nodiscard]] DWORD nameCount(const std::wstring& path);
 
 // The facts in a find record and in those of a listed folder. A link (a junction, a mount point, a symbolic

@@ -57,8 +57,8 @@ std::vector<std::string> pathsOfVolume(const wchar_t* volume) {
 struct FolderReader::Implementation {
     std::wstring start; // without a trailing "\"; empty if there is none
     std::optional<std::wstring> startPlace;
-    DWORD volume = 0;            // of the start
-    bool mayWaitForever = false; // there
+    DWORD volume = 0; // of the start
+    bool isRemote = false;
     std::string name;
     DWORD error = ERROR_SUCCESS; // of the last folder
     std::function<bool()> goesOn;
@@ -73,7 +73,6 @@ struct FolderReader::Implementation {
         const bool isOpen = folder.error() == ERROR_SUCCESS;
         startPlace = isOpen && folder.tellsPath(buffer) ? folder.place(buffer) : std::nullopt;
         volume = isOpen ? folder.volume() : 0;
-        mayWaitForever = isOpen && folder.isRemote();
     }
 
     // A folder below the start has to be where its path says. If a folder on the way has become a link, or
@@ -173,7 +172,7 @@ bool FolderReader::read(std::string_view internalFolder, FolderListing& listing,
     implementation_->error = folder.error();
     if (isStart) {
         implementation_->startAt(path, folder);
-        implementation_->mayWaitForever = implementation_->mayWaitForever || mayNotAnswer(internalFolder);
+        implementation_->isRemote = platform::mayNotAnswer(internalFolder) || folder.isRemote();
     } else if (folder.error() == ERROR_SUCCESS) {
         implementation_->error = implementation_->whyElsewhere(path, folder);
     }
@@ -190,8 +189,8 @@ std::unique_ptr<FolderReader> FolderReader::another() const {
     return reader;
 }
 
-bool FolderReader::mayWaitForever() const {
-    return implementation_->mayWaitForever;
+bool FolderReader::mayNotAnswer() const {
+    return implementation_->isRemote;
 }
 
 void FolderReader::setDistribute(Distribute distribute) {

@@ -12,7 +12,7 @@ OpenFolder::OpenFolder(const std::wstring& path)
 
 // The name of the object, which the system knows by itself: a path with a drive letter would cost a question
 // to the manager of volumes, the number of the volume one to the server of a share, and a path without short
-// names another for each folder above. GetFinalPathNameByHandle knows no long paths everywhere.
+// names another for each folder above. GetFinalPathNameByHandle fails for long paths on some systems.
 std::optional<std::wstring> OpenFolder::place(std::span<std::byte> buffer) const {
     ULONG needed = 0;
     const NTSTATUS status = ::NtQueryObject(handle_.get(), ObjectNameInformation, buffer.data(),

@@ -25,6 +25,7 @@ public:
     // Where it is once all links on the way to it are resolved: its device and its path there, without a
     // trailing "\". Nothing if the system does not tell. `buffer` is for the duration of the call, aligned
     // like a record and as large as a path can be.
+    // On a share, another volume that the server puts in the place of a folder is not told apart from it.
     [[nodiscard]] std::optional<std::wstring> place(std::span<std::byte> buffer) const;
 
     // Whether its file system tells paths; otherwise all its folders have the place of their device.
