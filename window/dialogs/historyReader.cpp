@@ -4,6 +4,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <exception>
+#include <functional>
 #include <mutex>
 #include <thread>
 #include <utility>
@@ -12,20 +13,12 @@
 struct HistoryReader::Job {
     Job(HistoryReader& reader, Question asked) : question(std::move(asked)), owner(&reader) {}
 
-    // Has a name for tests/tsan.suppressions.
-    template <class Tell>
-    struct HandedOver {
-        HistoryReader* owner;
-        Tell tell;
-        void operator()() const { tell(*owner); }
-    };
-
     // Calls it with the owner, in the owner's thread, if there still is one.
-    template <class Tell>
-    void tellOwner(Tell tell) {
+    void tellOwner(std::function<void(HistoryReader&)> tell) {
         const std::lock_guard lock(mutex);
         if (owner != nullptr) {
-            QMetaObject::invokeMethod(owner, HandedOver<Tell>{owner, std::move(tell)}, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                owner, [to = owner, tell = std::move(tell)] { tell(*to); }, Qt::QueuedConnection);
         }
     }
 
